@@ -1,0 +1,22 @@
+#pragma once
+
+namespace gull {
+
+enum class HapticPattern { generic = 0, alignment = 1, levelChange = 2 };
+
+/// Performs one short pulse at once. Implementations: a haptic touchpad, a game controller's rumble, nothing.
+class HapticPerformer {
+  public:
+    virtual ~HapticPerformer() = default;
+    virtual void perform(HapticPattern pattern) = 0;
+};
+
+/// Hides the pointer and keeps it from moving while a finger steers.
+class PointerLock {
+  public:
+    virtual ~PointerLock() = default;
+    virtual void lock() = 0;
+    virtual void unlock() = 0;
+};
+
+}  // namespace gull

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "Engine/Loop/Clock.h"
+
+#include <cstdint>
+#include <functional>
+#include <limits>
+#include <memory>
+#include <vector>
+
+namespace gull {
+
+/// Timers and delayed work of the one thread. It owns no waiting: a window, a self-test or a hand-turned
+/// clock drives it by calling runDue() whenever something may be due, and asks nextDue() how long it may
+/// sleep.
+///
+/// Single-threaded: every call is made from the thread that made the loop. Work may schedule or cancel other
+/// work, and may quit the loop. Work due at the same instant runs in the order in which it was scheduled.
+class MainLoop {
+  public:
+    /// Cancels its work when destroyed. Move-only; an empty handle cancels nothing.
+    class Timer {
+      public:
+        Timer() = default;
+        Timer(Timer&&) noexcept = default;
+        Timer& operator=(Timer&& other) noexcept;
+        ~Timer();
+        void cancel();
+        /// True while the work may still run.
+        bool isPending() const;
+
+      private:
+        friend class MainLoop;
+        struct Entry;
+        explicit Timer(std::shared_ptr<Entry> entry);
+        std::shared_ptr<Entry> entry_;
+    };
+
+    /// `clock` is owned by the caller and must outlive the loop.
+    explicit MainLoop(const Clock& clock);
+    ~MainLoop();
+    MainLoop(const MainLoop&) = delete;
+    MainLoop& operator=(const MainLoop&) = delete;
+
+    const Clock& clock() const { return clock_; }
+    double now() const { return clock_.now(); }
+
+    /// Runs `work` every `interval` seconds (above 0), first after one interval. A loop that comes late runs
+    /// it once, not once per missed interval, and keeps the phase.
+    [[nodiscard]] Timer every(double interval, std::function<void()> work);
+    /// Runs `work` once, `delay` seconds from now (a delay <= 0: at the next runDue()).
+    [[nodiscard]] Timer after(double delay, std::function<void()> work);
+    /// The same without a handle: cannot be cancelled.
+    void post(double delay, std::function<void()> work);
+
+    /// Runs everything due at now(), in order of due time. Work scheduled meanwhile for now runs too.
+    void runDue();
+    /// The uptime at which the next work is due; +infinity when there is none.
+    double nextDue() const;
+
+    /// Asks whoever drives the loop to stop; `status` becomes the process's exit status.
+    void quit(int status = 0);
+    bool quitting() const { return quitting_; }
+    int exitStatus() const { return exitStatus_; }
+
+    /// Sleeps and runs due work until quit() is called or nothing is left to run; returns exitStatus(). For a
+    /// process without a window.
+    int runUntilQuit();
+    /// Turns `clock` (which must be this loop's) forward by `seconds`, running each piece of work at its own
+    /// due time; stops early when the loop quits.
+    void turn(ManualClock& clock, double seconds);
+
+  private:
+    const Clock& clock_;
+    std::vector<std::shared_ptr<Timer::Entry>> entries_;
+    std::uint64_t nextOrder_ = 0;
+    bool quitting_ = false;
+    int exitStatus_ = 0;
+};
+
+}  // namespace gull

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "Engine/Raster/Canvas.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace gull {
+
+enum class FontDesign { monospaced, serif, proportional };
+enum class FontWeight { regular, semibold, bold };
+enum class TextAlign { left, centre, right };
+
+/// A member of the program's font family, found through fontconfig: JetBrains Mono, Vollkorn, Inter, each
+/// with fallbacks. `family` overrides the design by name ("Times New Roman").
+struct Font {
+    double size = 13;  ///< points
+    FontWeight weight = FontWeight::regular;
+    FontDesign design = FontDesign::monospaced;
+    bool italic = false;
+    bool tabularDigits = false;  ///< digits of equal width
+    std::string family = {};
+    bool operator==(const Font&) const = default;
+};
+
+struct TextStyle {
+    Font font;
+    double tracking = 0;  ///< extra space after every character, points
+    TextAlign align = TextAlign::left;
+    double maxWidth = 0;  ///< wraps beyond this; 0: one line per line break
+    int maxLines = 0;     ///< 0: no limit; more text is cut with an ellipsis
+    bool operator==(const TextStyle&) const = default;
+};
+
+struct TextSize {
+    double width = 0;
+    double height = 0;
+    double baseline = 0;  ///< of the first line, from the top
+};
+
+/// Measures and draws text. The measurements are those of unhinted outlines, independent of the canvas's
+/// scale. Recent layouts are kept, so the same text costs little the second time.
+TextSize measureText(std::string_view text, const TextStyle& style);
+/// Draws with the top-left corner of the measured box at (x, y).
+void drawText(Canvas& canvas, std::string_view text, const TextStyle& style, const Colour& colour, double x,
+              double y);
+/// True when fontconfig finds any font at all.
+bool anyFontInstalled();
+/// Which file and family serves a font, for diagnosis: "JetBrains Mono (JetBrainsMono-Regular.ttf)".
+std::string describeFont(const Font& font);
+
+}  // namespace gull

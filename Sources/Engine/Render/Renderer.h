@@ -1,0 +1,76 @@
+#pragma once
+
+#include "Engine/Raster/Image.h"
+#include "Engine/Stage/Stage.h"
+
+#include <memory>
+#include <string>
+
+namespace gull {
+
+/// How much work a frame may cost. `full`: multisampled, everything at full resolution. `fast`: the same
+/// picture for machines without a GPU; see Docs/architecture.md.
+enum class RenderTier { full, fast };
+
+/// What the current OpenGL context is, for diagnosis and for the choice of tier.
+struct GraphicsInfo {
+    std::string vendor;
+    std::string renderer;
+    std::string version;
+    bool isSoftware = false;  ///< a rasteriser on the CPU
+    int maximumSize = 0;      ///< of a picture's side, pixels
+};
+
+/// Draws a Stage with whichever OpenGL context (3.3 core or later) is current; the same one must be current
+/// at every call, the destructor's included. Single-threaded.
+///
+/// A frame is two layers: what rests is drawn once, lit, and kept; each frame restores it and draws what
+/// moves.
+class Renderer {
+  public:
+    struct Size {
+        int width = 0;  ///< pixels
+        int height = 0;
+        bool operator==(const Size&) const = default;
+    };
+
+    /// Compiles what every frame needs. Throws std::runtime_error with a readable message when the context
+    /// lacks something (OpenGL 3.3) or a program does not compile.
+    Renderer();
+    ~Renderer();
+    Renderer(const Renderer&) = delete;
+    Renderer& operator=(const Renderer&) = delete;
+
+    static GraphicsInfo graphicsInfo();
+
+    /// Takes effect at the next stage or at the next whole redraw of the kept layer.
+    void setTier(RenderTier tier);
+    RenderTier tier() const;
+
+    /// Draws `stage` into the framebuffer object `framebuffer` (0: the window's), whole size, and leaves it
+    /// bound. While the kept layer is not up to date at its final quality the frame shows the best there is
+    /// and goes on building it within a few milliseconds a frame; `wait` builds it to the end first.
+    void draw(const Stage& stage, const Size& size, unsigned framebuffer, bool wait = false);
+    /// True when the last draw() showed the kept layer at final quality.
+    bool settled() const;
+
+    /// Blends a premultiplied B G R A picture of the window's size over the framebuffer drawn last.
+    /// `dirtyX`.. say which part changed since the last call (uploaded); an empty part uploads nothing.
+    void drawOverlay(const unsigned char* pixels, int strideBytes, const Size& size, int dirtyX, int dirtyY,
+                     int dirtyWidth, int dirtyHeight);
+
+    /// Draws `stage` off screen at the full tier, 4x multisampled, complete, and returns the picture. A stage
+    /// without background gives a transparent one. The kept layer of the window is left alone.
+    Image snapshot(const Stage& stage, const Size& size);
+    /// The pixels of the framebuffer drawn last.
+    Image readBack(const Size& size);
+
+    /// Forgets everything kept for stages and textures that no longer exist.
+    void collectGarbage();
+
+  private:
+    struct Impl;
+    std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace gull

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "Engine/Stage/Geometry.h"
+
+namespace gull::primitives {
+
+/// Makers of meshes, all centred on the origin. Lengths in world units, all positive; a radius, length or
+/// count that cannot make the shape stops the program with the values it saw.
+
+/// `width` along x, `height` along y; faces +z; texture (0,0) at the lower left. Not subdivided.
+Geometry plane(double width, double height);
+/// Edges cut by `chamfer` (0: sharp), rounded normals on the cut.
+Geometry box(double width, double height, double length, double chamfer = 0);
+/// Poles on the y axis; `segments` around, half as many from pole to pole.
+Geometry sphere(double radius, int segments = 48);
+/// An icosahedron each of whose faces is divided `segments` times along its edges; flat facets when
+/// `faceted`.
+Geometry geodesicSphere(double radius, int segments, bool faceted = false);
+/// Axis along y. Elements: side, top, bottom.
+Geometry cylinder(double radius, double height, int segments = 48);
+/// A cone or its frustum, axis along y. Elements: side, then the ends whose radius is above 0 (top, bottom).
+Geometry cone(double topRadius, double bottomRadius, double height, int segments = 48);
+/// Axis along y: lies in the xz plane.
+Geometry torus(double ringRadius, double pipeRadius, int ringSegments = 48, int pipeSegments = 24);
+/// A pipe with a wall, axis along y.
+Geometry tube(double innerRadius, double outerRadius, double height, int segments = 48);
+/// Axis along y; `height` counts the caps.
+Geometry capsule(double capRadius, double height, int segments = 24);
+/// A rectangular foot at y = 0 (`width` x by `length` z) with its tip at (0, height, 0).
+Geometry pyramid(double width, double height, double length);
+
+}  // namespace gull::primitives

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "Engine/Stage/Node.h"
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace gull {
+
+/// Everything a renderer needs to draw a scene: plain data, no GPU. Whoever changes what the kept layer shows
+/// says so with touchKept(); what is in the moving layer may change at any time without a word.
+class Stage {
+  public:
+    struct Fog {
+        Colour colour;
+        double start = 0;  ///< distance from the camera, world units
+        double end = 0;    ///< 0: no fog
+        double densityExponent = 1;
+    };
+
+    Stage();
+
+    Node root;                            ///< its layer is kept
+    Node* pointOfView = nullptr;          ///< carries the camera; borrowed, under the root
+    std::shared_ptr<Texture> background;  ///< equirectangular sky; none: transparent black
+    std::shared_ptr<Texture> environment;
+    double environmentIntensity = 1;
+    Fog fog;
+    double time = 0;  ///< scene time, seconds: what the particles follow
+
+    /// The kept layer changed everywhere / within `box` (world space).
+    void touchKept();
+    void touchKept(const Box& box);
+    /// Rises with every touch.
+    std::uint64_t keptSerial() const { return serial_; }
+    /// The boxes touched after `serial`; nothing when everything changed.
+    std::optional<std::vector<Box>> keptChangesSince(std::uint64_t serial) const;
+
+  private:
+    struct Touch {
+        std::uint64_t serial;
+        Box box;
+    };
+    std::uint64_t serial_ = 1;
+    std::uint64_t wholeSerial_ = 1;  ///< the last touch of everything
+    std::deque<Touch> touches_;
+};
+
+}  // namespace gull

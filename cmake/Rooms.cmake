@@ -1,0 +1,65 @@
+# A room is one folder under Sources and one library target; its tests are one program of the folder of the
+# same path under Tests. Files are found by name, so adding a source needs no edit here.
+
+find_package(PkgConfig REQUIRED)
+find_program(CCACHE ccache)
+if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+
+add_library(gull_options INTERFACE)
+# No fused multiply-add: burial, sounds and textures must come out the same on every processor.
+target_compile_options(gull_options INTERFACE
+    -ffp-contract=off -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+target_include_directories(gull_options INTERFACE ${PROJECT_SOURCE_DIR}/Sources)
+if(GULL_SANITIZE)
+    target_compile_options(gull_options INTERFACE -fsanitize=address,undefined -fno-omit-frame-pointer)
+    target_link_options(gull_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+# gull_package(NAME module...): an imported target gull_pkg_NAME for system libraries, their headers taken as
+# system headers so that warnings in them do not count.
+function(gull_package name)
+    pkg_check_modules(GULL_PKG_${name} REQUIRED IMPORTED_TARGET ${ARGN})
+    add_library(gull_pkg_${name} INTERFACE)
+    target_link_libraries(gull_pkg_${name} INTERFACE PkgConfig::GULL_PKG_${name})
+endfunction()
+
+# gull_room(Path/Of/Room [ROOMS room...] [PUBLIC lib...] [PRIVATE lib...])
+# ROOMS are other rooms by their path; libraries of a room that show in its headers are PUBLIC.
+function(gull_room path)
+    cmake_parse_arguments(ROOM "" "" "ROOMS;PUBLIC;PRIVATE" ${ARGN})
+    string(REPLACE "/" "_" target ${path})
+    file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/Sources/${path}/*.cpp)
+    list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+    set(rooms ${ROOM_ROOMS})
+    list(TRANSFORM rooms REPLACE "/" "_")
+    if(sources)
+        add_library(${target} STATIC ${sources})
+        target_link_libraries(${target} PUBLIC gull_options ${rooms} ${ROOM_PUBLIC} PRIVATE ${ROOM_PRIVATE})
+    else()
+        add_library(${target} INTERFACE)
+        target_link_libraries(${target} INTERFACE gull_options ${rooms} ${ROOM_PUBLIC})
+    endif()
+endfunction()
+
+# gull_room_tests(Path/Of/Room [ROOMS room...] [LIBS lib...]): every *Test.cpp of Tests/Path/Of/Room.
+# ROOMS are further rooms that the tests use.
+function(gull_room_tests path)
+    cmake_parse_arguments(ROOM "" "" "ROOMS;LIBS" ${ARGN})
+    string(REPLACE "/" "_" target ${path})
+    file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/Tests/${path}/*.cpp)
+    if(NOT sources)
+        return()
+    endif()
+    set(rooms ${ROOM_ROOMS})
+    list(TRANSFORM rooms REPLACE "/" "_")
+    add_executable(${target}_tests ${sources})
+    target_include_directories(${target}_tests PRIVATE ${PROJECT_SOURCE_DIR}/Tests)
+    if(TARGET ${target})
+        list(PREPEND rooms ${target})
+    endif()
+    target_link_libraries(${target}_tests PRIVATE gull_options ${rooms} ${ROOM_LIBS} GTest::gmock GTest::gtest_main)
+    gtest_discover_tests(${target}_tests TEST_PREFIX "${path}/" DISCOVERY_TIMEOUT 60
+        PROPERTIES TIMEOUT 300 WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+endfunction()
