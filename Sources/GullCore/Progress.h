@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <map>
+
+namespace gull {
+
+/// What the game remembers between runs: the best stars and the best haul of each beach, by beach number.
+/// Which beaches are open follows from it. A default-made one is fresh: nothing played yet.
+///
+/// Numbers are 64-bit so that a file edited by hand comes back as it was written.
+struct CampaignProgress {
+    std::map<std::int64_t, std::int64_t> stars;     ///< 1 to 3; no entry for a beach never passed
+    std::map<std::int64_t, std::int64_t> bestHaul;  ///< of passing results
+
+    /// A beach opens when the one before it has a star, and stays open. Beach 1 and below always are.
+    bool isUnlocked(std::int64_t beach) const;
+    /// The last open beach of the campaign, 1 to 8, whatever gaps there are before it.
+    int highestUnlocked() const;
+    /// Sum of all stars; stops at the ends of the 64-bit range.
+    std::int64_t totalStars() const;
+
+    /// Takes the result of one hunt in; a worse one never lowers anything, a failed one (no star) is ignored.
+    /// True when the haul is a new best of this beach, which a first pass always is; a rise in stars alone is
+    /// not.
+    bool record(std::int64_t beach, std::int64_t newStars, std::int64_t haul);
+
+    /// The progress kept in `file`; fresh when it is missing, unreadable or damaged (it is left as it is).
+    static CampaignProgress load(const std::filesystem::path& file);
+    /// Replaces `file` in one step, making its folder when needed. A failure is silent: the progress in
+    /// memory is still right.
+    void save(const std::filesystem::path& file) const;
+
+    bool operator==(const CampaignProgress&) const = default;
+};
+
+}  // namespace gull
