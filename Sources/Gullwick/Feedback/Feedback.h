@@ -1,0 +1,87 @@
+#pragma once
+
+#include "Engine/Input/Haptics.h"
+#include "Engine/Loop/DelayedWork.h"
+#include "Engine/Loop/MainLoop.h"
+#include "Engine/Sound/SoundOutput.h"
+#include "Gullwick/Feedback/Sound.h"
+
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <vector>
+
+namespace gull {
+
+class AppSettings;
+
+/// How the game makes itself heard and felt: sounds made when first asked for and kept, played on twelve
+/// voices in turn; haptic pulses; the surf that never stops; and work that follows a moment later (the second
+/// tick of a pair, the pulses of a thump). It obeys the sound and haptics switches and a global mute.
+///
+/// Single-threaded.
+class Feedback {
+  public:
+    using Sound = gull::Sound;
+
+    static constexpr float surfVolume = 0.32F;
+
+    /// Everything is owned by the caller and must outlive this object. `output` null: nothing is heard;
+    /// `haptics` null: nothing is felt.
+    Feedback(AppSettings& settings, MainLoop& loop, SoundOutput* output, HapticPerformer* haptics);
+    ~Feedback();
+    Feedback(const Feedback&) = delete;
+    Feedback& operator=(const Feedback&) = delete;
+
+    /// When true, nothing is heard or felt at all.
+    bool muted = false;
+
+    /// Plays `sound` at once at volume `gain` (0.85 to 1 in use). A thirteenth sound cuts off the oldest.
+    /// Dropped without a word when sound is off or cannot come out now.
+    void play(const Sound& sound, float gain);
+    /// One haptic pulse, unless one was performed less than `minGap` seconds ago: then it is dropped.
+    void haptic(HapticPattern pattern, double minGap);
+    /// `count` pulses (0 or more), `gap` seconds apart, the first at once; cancelPending() calls off the
+    /// rest.
+    void thump(int count, double gap, HapticPattern pattern);
+
+    /// Runs `work` `delay` seconds from now, unless cancelPending() comes first.
+    void after(double delay, std::function<void()> work);
+    /// Calls off everything that `after` and `thump` have scheduled.
+    void cancelPending();
+    /// The same facility for those who need nothing else of this object.
+    DelayedWork& delayedWork() { return delayed_; }
+
+    /// Starts the surf if it is not running, and sets its volume by the sound switch.
+    void startSurf();
+    /// Sets the surf's volume by the sound switch: call it when the switch was turned. The surf runs on
+    /// unheard while sound is off.
+    void applySoundSwitch();
+
+    /// Makes one of the sounds that the game will ask for and that is not made yet, the costliest first, so
+    /// that none is made in the middle of play: call it in idle moments. False when there is nothing left to
+    /// make (or sound is off).
+    bool prepareOne();
+
+    bool surfStarted() const { return surfStarted_; }
+    /// The voice that the next sound takes, 0 to 11.
+    int nextVoice() const { return nextVoice_; }
+    /// How many different sounds were made so far.
+    std::size_t cachedSounds() const { return cache_.size(); }
+
+  private:
+    const std::vector<float>& samples(const Sound& sound);
+
+    AppSettings& settings_;
+    MainLoop& loop_;
+    SoundOutput* output_;
+    HapticPerformer* haptics_;
+    DelayedWork delayed_;
+    std::map<Sound, std::vector<float>> cache_;
+    std::vector<float> surf_;
+    bool surfStarted_ = false;
+    int nextVoice_ = 0;
+    double lastHaptic_;
+};
+
+}  // namespace gull
