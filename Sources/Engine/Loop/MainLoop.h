@@ -53,7 +53,8 @@ class MainLoop {
     /// The same without a handle: cannot be cancelled.
     void post(double delay, std::function<void()> work);
 
-    /// Runs everything due at now(), in order of due time. Work scheduled meanwhile for now runs too.
+    /// Runs everything due at now(), in order of due time, until quit() is called. Work scheduled meanwhile
+    /// for now runs too; the time is read once, so slow work cannot keep this call from returning.
     void runDue();
     /// The uptime at which the next work is due; +infinity when there is none.
     double nextDue() const;
@@ -64,16 +65,22 @@ class MainLoop {
     int exitStatus() const { return exitStatus_; }
 
     /// Sleeps and runs due work until quit() is called or nothing is left to run; returns exitStatus(). For a
-    /// process without a window.
+    /// process without a window; the clock must move by itself.
     int runUntilQuit();
     /// Turns `clock` (which must be this loop's) forward by `seconds`, running each piece of work at its own
     /// due time; stops early when the loop quits.
     void turn(ManualClock& clock, double seconds);
 
   private:
+    std::shared_ptr<Timer::Entry> add(double due, double interval, std::function<void()> work);
+    double dueAfter(double delay) const;
+    void run(Timer::Entry& entry, double time);
+
     const Clock& clock_;
     std::vector<std::shared_ptr<Timer::Entry>> entries_;
     std::uint64_t nextOrder_ = 0;
+    bool inPass_ = false;
+    double passTime_ = 0;
     bool quitting_ = false;
     int exitStatus_ = 0;
 };

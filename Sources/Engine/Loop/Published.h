@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -11,13 +12,19 @@ namespace gull {
 class ChangeNotifier {
   public:
     using ObserverId = std::uint64_t;
-    /// `observer` is called just before each change, while the old values can still be read.
+    /// `observer` is called just before each change, while the old values can still be read. It may start and
+    /// stop observing, itself included.
     ObserverId observe(std::function<void()> observer);
     void stopObserving(ObserverId id);
     void willChange();
 
   private:
-    std::vector<std::pair<ObserverId, std::function<void()>>> observers_;
+    struct Observer {
+        ObserverId id;
+        std::function<void()> callback;
+        bool active = true;
+    };
+    std::vector<std::shared_ptr<Observer>> observers_;
     ObserverId nextId_ = 1;
 };
 

@@ -1,0 +1,111 @@
+#pragma once
+
+#include "Engine/Loop/MainLoop.h"
+
+#include <coroutine>
+#include <exception>
+#include <functional>
+#include <optional>
+#include <utility>
+
+namespace gull {
+
+/// A coroutine that lives on a MainLoop: it gives the thread back at every `co_await` and goes on when the
+/// loop says so. It does nothing until it is awaited by another task or started, and returns a value of type
+/// T (not void).
+///
+/// The Task owns the coroutine: destroying it, wherever it waits, ends it, releases its locals and calls its
+/// sleeps off. Exceptions do not leave a task: one that is not caught inside stops the program.
+template <typename T>
+class [[nodiscard]] Task {
+  public:
+    class promise_type;
+    using Handle = std::coroutine_handle<promise_type>;
+
+    Task(Task&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
+    Task& operator=(Task&& other) noexcept {
+        if (this != &other) {
+            if (handle_) handle_.destroy();
+            handle_ = std::exchange(other.handle_, nullptr);
+        }
+        return *this;
+    }
+    ~Task() {
+        if (handle_) handle_.destroy();
+    }
+
+    /// Runs to the first wait (or the end) at once. `done` is called with the result when the coroutine
+    /// ends; it may destroy this Task. May be called once.
+    void start(std::function<void(T)> done) {
+        handle_.promise().done_ = std::move(done);
+        handle_.resume();
+    }
+    bool isDone() const { return handle_ && handle_.done(); }
+
+    bool await_ready() const noexcept { return false; }
+    std::coroutine_handle<> await_suspend(std::coroutine_handle<> awaiting) noexcept {
+        handle_.promise().awaiting_ = awaiting;
+        return handle_;
+    }
+    T await_resume() { return std::move(*handle_.promise().value_); }
+
+  private:
+    explicit Task(Handle handle) : handle_(handle) {}
+    Handle handle_;
+};
+
+template <typename T>
+class Task<T>::promise_type {
+  public:
+    Task get_return_object() { return Task(Handle::from_promise(*this)); }
+    std::suspend_always initial_suspend() noexcept { return {}; }
+    auto final_suspend() noexcept { return Finish{}; }
+    void return_value(T value) { value_ = std::move(value); }
+    void unhandled_exception() noexcept { std::terminate(); }
+
+  private:
+    friend class Task;
+
+    struct Finish {
+        bool await_ready() const noexcept { return false; }
+        std::coroutine_handle<> await_suspend(Handle handle) noexcept {
+            promise_type& promise = handle.promise();
+            if (promise.awaiting_) return promise.awaiting_;
+            if (promise.done_) {
+                // The callback may destroy the coroutine: nothing of it is touched afterwards.
+                const auto done = std::move(promise.done_);
+                done(std::move(*promise.value_));
+            }
+            return std::noop_coroutine();
+        }
+        void await_resume() const noexcept {}
+    };
+
+    std::coroutine_handle<> awaiting_;
+    std::optional<T> value_;
+    std::function<void(T)> done_;
+};
+
+/// What sleep() returns: `co_await` it.
+class SleepAwaiter {
+  public:
+    SleepAwaiter(MainLoop& loop, double seconds) : loop_(loop), seconds_(seconds) {}
+    bool await_ready() const noexcept { return false; }
+    void await_suspend(std::coroutine_handle<> handle) {
+        timer_ = loop_.after(seconds_, [handle] { handle.resume(); });
+    }
+    void await_resume() const noexcept {}
+
+  private:
+    MainLoop& loop_;
+    double seconds_;
+    MainLoop::Timer timer_;
+};
+
+/// Waits `seconds` on `loop`, which must outlive the wait. With 0 or less the coroutine goes on at the next
+/// runDue().
+inline SleepAwaiter sleep(MainLoop& loop, double seconds) {
+    return SleepAwaiter(loop, seconds);
+}
+
+}  // namespace gull
