@@ -1,0 +1,282 @@
+#include "Engine/Window/Window.h"
+
+#include "Engine/Window/DesktopScale.h"
+#include "Engine/Window/KeyMap.h"
+
+#include <SDL.h>
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <stdexcept>
+
+namespace gull {
+
+struct Window::Impl {
+    SDL_Window* window = nullptr;
+    SDL_GLContext context = nullptr;
+    double unitsPerPoint = 1;  ///< SDL's window units in a point
+    WindowHandlers handlers;
+    AltTap altTap;
+    bool locked = false;
+    std::map<std::int64_t, Contact> fingers;
+
+    void handle(const SDL_Event& event);
+    void handleWindow(const SDL_WindowEvent& event);
+    void handleFinger(const SDL_TouchFingerEvent& event, bool down);
+    void handleMouse(MouseEvent::Kind kind, int x, int y, int button);
+};
+
+namespace {
+
+[[noreturn]] void fail(const std::string& what) {
+    const std::string reason = SDL_GetError();
+    SDL_QuitSubSystem(SDL_INIT_VIDEO);
+    throw std::runtime_error(reason.empty() ? what : fmt::format("{} ({})", what, reason));
+}
+
+void askForCoreContext() {
+    SDL_GL_SetAttribute(SDL_GL_CONTEXT_PROFILE_MASK, SDL_GL_CONTEXT_PROFILE_CORE);
+    SDL_GL_SetAttribute(SDL_GL_CONTEXT_MAJOR_VERSION, 3);
+    SDL_GL_SetAttribute(SDL_GL_CONTEXT_MINOR_VERSION, 3);
+#ifdef __APPLE__
+    SDL_GL_SetAttribute(SDL_GL_CONTEXT_FLAGS, SDL_GL_CONTEXT_FORWARD_COMPATIBLE_FLAG);
+#endif
+    SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
+    SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 0);
+    SDL_GL_SetAttribute(SDL_GL_STENCIL_SIZE, 0);
+}
+
+}  // namespace
+
+Window::Window(const Options& options) : impl_(std::make_unique<Impl>()) {
+    SDL_SetHint(SDL_HINT_TRACKPAD_IS_TOUCH_ONLY, "1");
+    SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
+    if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
+        fail(
+            "There is no display to open a window on. Start the program in a desktop session, or use what "
+            "works "
+            "without one: --shot FILE, --icons FOLDER, --selftest");
+    }
+    askForCoreContext();
+    impl_->unitsPerPoint = options.scale ? *options.scale : desktopScale();
+    const auto units = [&](int points) {
+        return static_cast<int>(std::lround(points * impl_->unitsPerPoint));
+    };
+    impl_->window = SDL_CreateWindow(options.title.c_str(), SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED,
+                                     units(options.width), units(options.height),
+                                     SDL_WINDOW_OPENGL | SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI);
+    if (!impl_->window) {
+        fail(
+            "A window for OpenGL cannot be opened. On Debian the drivers are in the package libgl1-mesa-dri");
+    }
+    SDL_SetWindowMinimumSize(impl_->window, units(options.minimumWidth), units(options.minimumHeight));
+    impl_->context = SDL_GL_CreateContext(impl_->window);
+    if (!impl_->context) {
+        SDL_DestroyWindow(impl_->window);
+        fail(
+            "OpenGL 3.3 is needed and was not found. Update the graphics driver, or install Mesa's software "
+            "driver (on Debian the package libgl1-mesa-dri)");
+    }
+}
+
+Window::~Window() {
+    unlock();
+    SDL_GL_DeleteContext(impl_->context);
+    SDL_DestroyWindow(impl_->window);
+    SDL_QuitSubSystem(SDL_INIT_VIDEO);
+}
+
+void Window::setHandlers(WindowHandlers handlers) {
+    impl_->handlers = std::move(handlers);
+}
+
+void Window::pump(double timeout) {
+    SDL_Event event;
+    const int milliseconds = static_cast<int>(std::clamp(timeout, 0.0, 10.0) * 1000.0);
+    if (milliseconds > 0 && SDL_WaitEventTimeout(&event, milliseconds)) impl_->handle(event);
+    while (SDL_PollEvent(&event)) impl_->handle(event);
+}
+
+void Window::makeCurrent() {
+    SDL_GL_MakeCurrent(impl_->window, impl_->context);
+}
+void Window::present() {
+    SDL_GL_SwapWindow(impl_->window);
+}
+
+void Window::setVsync(bool on) {
+    // Adaptive first: a late frame is then shown at once instead of waiting for the next refresh.
+    if (!on || SDL_GL_SetSwapInterval(-1) != 0) SDL_GL_SetSwapInterval(on ? 1 : 0);
+}
+
+double Window::width() const {
+    int w = 0;
+    SDL_GetWindowSize(impl_->window, &w, nullptr);
+    return w / impl_->unitsPerPoint;
+}
+
+double Window::height() const {
+    int h = 0;
+    SDL_GetWindowSize(impl_->window, nullptr, &h);
+    return h / impl_->unitsPerPoint;
+}
+
+double Window::scale() const {
+    int units = 0;
+    SDL_GetWindowSize(impl_->window, &units, nullptr);
+    const double density = units > 0 ? static_cast<double>(pixelWidth()) / units : 1.0;
+    return impl_->unitsPerPoint * density;
+}
+
+int Window::pixelWidth() const {
+    int w = 0;
+    SDL_GL_GetDrawableSize(impl_->window, &w, nullptr);
+    return w;
+}
+
+int Window::pixelHeight() const {
+    int h = 0;
+    SDL_GL_GetDrawableSize(impl_->window, nullptr, &h);
+    return h;
+}
+
+bool Window::hasFocus() const {
+    return (SDL_GetWindowFlags(impl_->window) & SDL_WINDOW_INPUT_FOCUS) != 0;
+}
+bool Window::isMinimised() const {
+    return (SDL_GetWindowFlags(impl_->window) & SDL_WINDOW_MINIMIZED) != 0;
+}
+
+bool Window::isFullScreen() const {
+    return (SDL_GetWindowFlags(impl_->window) & SDL_WINDOW_FULLSCREEN_DESKTOP) != 0;
+}
+
+void Window::setFullScreen(bool on) {
+    SDL_SetWindowFullscreen(impl_->window, on ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0);
+}
+
+void Window::minimise() {
+    SDL_MinimizeWindow(impl_->window);
+}
+void Window::raise() {
+    SDL_RaiseWindow(impl_->window);
+}
+
+void Window::lock() {
+    if (impl_->locked) return;
+    impl_->locked = true;
+    SDL_SetRelativeMouseMode(SDL_TRUE);
+}
+
+void Window::unlock() {
+    if (!impl_->locked) return;
+    impl_->locked = false;
+    SDL_SetRelativeMouseMode(SDL_FALSE);
+}
+
+std::string Window::driverName() const {
+    const char* name = SDL_GetCurrentVideoDriver();
+    return name ? name : "none";
+}
+
+void Window::Impl::handle(const SDL_Event& event) {
+    if (handlers.raw) handlers.raw(&event);
+    switch (event.type) {
+        case SDL_QUIT:
+            if (handlers.closeRequested) handlers.closeRequested();
+            break;
+        case SDL_WINDOWEVENT:
+            handleWindow(event.window);
+            break;
+        case SDL_KEYDOWN: {
+            const bool isAlt = event.key.keysym.sym == SDLK_LALT;
+            if (event.key.repeat == 0) altTap.pressed(isAlt);
+            const auto key = keyEvent(event.key.keysym.sym, event.key.keysym.mod, event.key.repeat != 0);
+            if (key && handlers.key) handlers.key(*key);
+            break;
+        }
+        case SDL_KEYUP:
+            if (altTap.released(event.key.keysym.sym == SDLK_LALT) && handlers.key) {
+                KeyEvent key;
+                key.key = Key::alt;
+                handlers.key(key);
+            }
+            break;
+        case SDL_MOUSEMOTION:
+            handleMouse(MouseEvent::Kind::moved, event.motion.x, event.motion.y, 0);
+            break;
+        case SDL_MOUSEBUTTONDOWN:
+            altTap.pressed(false);
+            handleMouse(MouseEvent::Kind::down, event.button.x, event.button.y, event.button.button);
+            break;
+        case SDL_MOUSEBUTTONUP:
+            handleMouse(MouseEvent::Kind::up, event.button.x, event.button.y, event.button.button);
+            break;
+        case SDL_FINGERDOWN:
+        case SDL_FINGERMOTION:
+            handleFinger(event.tfinger, true);
+            break;
+        case SDL_FINGERUP:
+            handleFinger(event.tfinger, false);
+            break;
+        default:
+            break;
+    }
+}
+
+void Window::Impl::handleWindow(const SDL_WindowEvent& event) {
+    switch (event.event) {
+        case SDL_WINDOWEVENT_SIZE_CHANGED:
+            if (handlers.resized) handlers.resized();
+            break;
+        case SDL_WINDOWEVENT_FOCUS_GAINED:
+            if (handlers.focusChanged) handlers.focusChanged(true);
+            break;
+        case SDL_WINDOWEVENT_FOCUS_LOST:
+            altTap.pressed(false);
+            if (handlers.focusChanged) handlers.focusChanged(false);
+            break;
+        case SDL_WINDOWEVENT_MINIMIZED:
+            if (handlers.minimisedChanged) handlers.minimisedChanged(true);
+            break;
+        case SDL_WINDOWEVENT_RESTORED:
+            if (handlers.minimisedChanged) handlers.minimisedChanged(false);
+            break;
+        case SDL_WINDOWEVENT_LEAVE:
+            handleMouse(MouseEvent::Kind::left, 0, 0, 0);
+            break;
+        case SDL_WINDOWEVENT_CLOSE:
+            if (handlers.closeRequested) handlers.closeRequested();
+            break;
+        default:
+            break;
+    }
+}
+
+void Window::Impl::handleMouse(MouseEvent::Kind kind, int x, int y, int button) {
+    if (!handlers.mouse) return;
+    MouseEvent event;
+    event.kind = kind;
+    event.x = x / unitsPerPoint;
+    event.y = y / unitsPerPoint;
+    event.button = button;
+    handlers.mouse(event);
+}
+
+void Window::Impl::handleFinger(const SDL_TouchFingerEvent& event, bool down) {
+    // Only a trackpad's fingers: those of a touch screen lie on the picture, not beside it.
+    if (SDL_GetTouchDeviceType(event.touchId) != SDL_TOUCH_DEVICE_INDIRECT_ABSOLUTE) return;
+    if (down) {
+        fingers[event.fingerId] = Contact{event.fingerId, event.x, 1.0 - static_cast<double>(event.y)};
+    } else {
+        fingers.erase(event.fingerId);
+    }
+    if (!handlers.contacts) return;
+    std::vector<Contact> contacts;
+    for (const auto& [id, contact] : fingers) contacts.push_back(contact);
+    handlers.contacts(contacts);
+}
+
+}  // namespace gull

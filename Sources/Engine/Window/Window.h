@@ -1,0 +1,84 @@
+#pragma once
+
+#include "Engine/Input/Events.h"
+#include "Engine/Input/Haptics.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace gull {
+
+/// What a window tells its owner. Every function may be empty; all are called from inside Window::pump.
+struct WindowHandlers {
+    std::function<void(const KeyEvent&)> key;
+    std::function<void(const MouseEvent&)> mouse;
+    /// All fingers of a trackpad that the window system itself reports (macOS), after each change.
+    std::function<void(const std::vector<Contact>&)> contacts;
+    std::function<void()> resized;
+    std::function<void(bool)> focusChanged;      ///< true: the window has the keyboard now
+    std::function<void(bool)> minimisedChanged;  ///< true: minimised now
+    std::function<void()> closeRequested;
+    /// Every event of the window system as it came, for devices of their own (a pointer to SDL's event).
+    std::function<void(const void*)> raw;
+};
+
+/// The program's one window with its OpenGL 3.3 core context. Sizes and positions are in points; a point is
+/// `scale()` pixels. Closing, minimising and losing the keyboard are told, not acted upon.
+///
+/// Main thread only.
+class Window final : public PointerLock {
+  public:
+    struct Options {
+        std::string title = "Gullwick";
+        int width = 1240;  ///< points
+        int height = 800;
+        int minimumWidth = 860;
+        int minimumHeight = 560;
+        std::optional<double> scale;  ///< pixels a point; none: what the window system says
+    };
+
+    /// Throws std::runtime_error with a message for the player when there is no display, no OpenGL 3.3 or no
+    /// window to be had.
+    explicit Window(const Options& options);
+    ~Window() override;
+    Window(const Window&) = delete;
+    Window& operator=(const Window&) = delete;
+
+    void setHandlers(WindowHandlers handlers);
+    /// Handles what has arrived, waiting at most `timeout` seconds for the first of it (0: not at all).
+    void pump(double timeout);
+
+    void makeCurrent();
+    /// Shows what was drawn; waits for the screen's refresh only with vsync on.
+    void present();
+    void setVsync(bool on);
+
+    double width() const;
+    double height() const;
+    double scale() const;
+    int pixelWidth() const;
+    int pixelHeight() const;
+
+    bool hasFocus() const;
+    bool isMinimised() const;
+    bool isFullScreen() const;
+    void setFullScreen(bool on);
+    void minimise();
+    /// Brings the window to the front without asking which program is active.
+    void raise();
+
+    void lock() override;
+    void unlock() override;
+
+    /// "x11", "wayland", "cocoa"...; for diagnosis.
+    std::string driverName() const;
+
+  private:
+    struct Impl;
+    std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace gull
