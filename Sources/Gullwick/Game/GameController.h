@@ -1,0 +1,206 @@
+#pragma once
+
+#include "Engine/Input/Haptics.h"
+#include "Engine/Loop/MainLoop.h"
+#include "Engine/Loop/Published.h"
+#include "Engine/Raster/Colour.h"
+#include "GullCore/Detector.h"
+#include "GullCore/Hunt.h"
+#include "GullCore/Levels.h"
+#include "GullCore/Progress.h"
+#include "GullCore/Rng.h"
+#include "Gullwick/Game/Countdown.h"
+#include "Gullwick/Game/KeyAction.h"
+#include "Gullwick/Game/Toast.h"
+#include "Gullwick/Game/TutorialHints.h"
+#include "Gullwick/Scene/BeachScene.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <glm/vec2.hpp>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace gull {
+
+class Feedback;
+struct Sound;
+
+/// Drives the game: runs one beach at a time from its opening to the result card, sixty steps a second, turns
+/// input into sweeps, digs and pings, and tells scene and feedback what happened. What the HUD shows are the
+/// published properties; observers of changes() hear of every change just before it is made, and at least
+/// every 0.05 s.
+///
+/// Single-threaded: the loop's frame timer, input, delayed work and toasts all come from the loop's thread.
+/// All times are seconds of the loop's clock.
+class GameController {
+    ChangeNotifier changes_;  // ahead of the properties, which refer to it
+
+  public:
+    enum class Phase {
+        intro,      ///< the camera flies in; the finger steers, but nothing can be dug and the tide rests
+        playing,    ///< the tide runs, the detector ticks, clicks dig
+        flooding,   ///< the tide ran out; the sea comes in before the result
+        finished,   ///< the result card is up
+        selecting,  ///< the beach select is up, over a paused beach
+    };
+
+    static constexpr double frameInterval = 1.0 / 60;  ///< seconds
+    static constexpr double largestStep = 0.05;        ///< longest step of game time in a frame, seconds
+    static constexpr double floodSeconds = 2.0;        ///< from the end of the tide to the result card
+
+    /// `loop` and `feedback` are owned by the caller and must outlive the controller. With `persists`,
+    /// progress is loaded from `progressURL` and saved there; otherwise the file is never touched. Without a
+    /// seed the beaches are laid out at random. Opens the highest unlocked beach, without the fly-in, and
+    /// starts the frame timer.
+    GameController(MainLoop& loop, Feedback& feedback, std::filesystem::path progressURL, bool persists,
+                   std::optional<std::uint64_t> seed = {});
+    ~GameController();
+    GameController(const GameController&) = delete;
+    GameController& operator=(const GameController&) = delete;
+
+    ChangeNotifier& changes() { return changes_; }
+
+    Published<Phase> phase{changes_, Phase::intro};
+    Published<BeachSpec> spec{changes_, Campaign::beach(1)};  ///< the beach being played
+    Published<double> timeLeft{changes_};  ///< tide left as the tide clock shows it, seconds
+    Published<std::vector<bool>> tray;     ///< a slot for each of spec's treasures; true once dug
+    Published<int> junkCount{changes_};    ///< junk dug on this beach
+    Published<double> meter{changes_};     ///< smoothed signal, 0 to 1
+    Published<bool> meterIsTreasure{changes_, true};
+    Published<std::optional<std::string>> toast{changes_};
+    Published<CampaignProgress> progress{changes_};
+    Published<int> earnedStars{changes_};                   ///< of the beach that just ended, 0 to 3
+    Published<bool> isNewBest{changes_};                    ///< the beach that just ended beat its best haul
+    Published<int> haul{changes_};                          ///< worth of what was found on this beach
+    Published<std::optional<ItemKind>> lastFind{changes_};  ///< the last treasure dug on this beach
+    Published<int> findStamp{changes_};  ///< rises with every find, so that two alike can be told apart
+    Published<bool> captured{changes_};  ///< a finger steers and the pointer is locked; the surface's to set
+    Published<int> pings{changes_};      ///< used on this beach
+    Published<int> selection{changes_, 1};  ///< beach under the cursor of the beach select, 1 to 8
+    Published<int> tickStamp{changes_};  ///< rises with every tick heard, the second of a junk pair included
+
+    // --- Life of a beach
+
+    /// Sets up beach `number` (clamped into the campaign for the rules) with a fresh layout and opens it,
+    /// `animated` with the fly-in. With a seed the layout is the seed's; otherwise the generator goes on.
+    void beginBeach(int number, bool animated, std::optional<std::uint64_t> seed = {});
+    /// The same beach again, with the fly-in.
+    void restart();
+    /// From a result card with a star: the next beach, or the beach select after the last. Else nothing.
+    void nextBeach();
+    void openSelect();
+    /// Goes back to where the beach select was opened; nothing when it is not open.
+    void closeSelect();
+    /// Opens the beach under the select's cursor, or refuses with a sound when it is locked.
+    void openSelected();
+    /// Erases all progress, the saved file included, and opens beach 1.
+    void resetProgress();
+    /// Ends the beach: stars, record, save, result card. Only while playing or flooding.
+    void finish();
+
+    // --- Input
+
+    /// A finger stands at this place of the trackpad (0 to 1 from its near left corner): moves the target, or
+    /// the cursor of the beach select.
+    void fingerMoved(double nx, double ny);
+    /// Digs, opens the chosen beach or leaves the result card, as the phase has it.
+    void click();
+    /// Digs where the coil stands; ignored outside play and while a dig is in progress.
+    void dig();
+    /// Shows the way to the nearest treasure for a part of the tide; ignored outside play.
+    void ping();
+    void key(const KeyAction::Any& action);
+    /// Where the coil is to go; it follows within frames.
+    void setTarget(const PlotPoint& target) { target_ = target; }
+
+    void showToast(std::string text, double seconds) { toasts_.show(std::move(text), seconds); }
+    /// Shows `text` once the toast that opens the beach has had its time.
+    void queueHint(std::string text, double seconds) { toasts_.queueHint(std::move(text), seconds); }
+
+    // --- Stepping
+
+    /// One step of the game, up to the loop's present time. The frame timer calls it; calling it more often
+    /// does no harm.
+    void frame();
+
+    // --- What the HUD, the self-test and snapshots look at
+
+    const Hunt& hunt() const { return hunt_; }
+    const PlotPoint& coil() const { return coil_; }
+    const PlotPoint& target() const { return target_; }
+    const Reading& reading() const { return reading_; }  ///< of the last frame
+    Phase returnPhase() const { return returnPhase_; }
+    double busyUntil() const { return busyUntil_; }  ///< until then a dig holds the coil and the detector
+    BeachScene& world() { return world_; }
+    const BeachScene& world() const { return world_; }
+    /// The colour in which the detector shows `reading` on this beach.
+    Colour tintColour(const Reading& reading) const;
+
+    // --- Composing a still picture
+
+    /// Moves the hunt's tide clock by `seconds`.
+    void debugAdvance(double seconds);
+    /// Brings scene and HUD to rest as they stand at scene time `time`, without running a frame.
+    void debugSettle(double time);
+    /// Skips the rest of the intro.
+    void debugForcePlaying();
+    /// Puts coil and target there at once.
+    void setCoil(const PlotPoint& coil) { coil_ = target_ = coil; }
+    /// Ends the wait of a dig in progress.
+    void clearBusy() { busyUntil_ = 0; }
+
+  private:
+    // GameController.cpp
+    void later(double delay, std::function<void()> work);
+    void enterPlay();
+    void beginFlood();
+    double tideLeft() const;
+    double tideShare() const;
+    // GameControllerFrame.cpp
+    void easeCoil(double now, double dt);
+    void sweep();
+    void detect(double dt);
+    void pulse();
+    void tick(HapticPattern pattern, double minGap, const Sound& sound, float gain);
+    void runTide(double now);
+    void refreshHud(double dt);
+    // GameControllerInput.cpp
+    void hover(int tile);
+    void uncover(const BuriedItem& treasure, double now);
+    void discard(const BuriedItem& junk, double now);
+    void missed(double now);
+
+    MainLoop& loop_;
+    Feedback& feedback_;
+    std::filesystem::path progressURL_;
+    bool persists_;
+    Phase returnPhase_ = Phase::playing;
+    BeachScene world_;
+    SplitMix64 rng_;
+    Hunt hunt_;
+    PulseClock clock_;
+    PlotPoint coil_{0.5, 0.3};
+    PlotPoint target_{0.5, 0.3};
+    PlotPoint lastSwept_{-1, -1};
+    glm::dvec2 velocity_{0, 0};  // of the coil, in scene units per second
+    double busyUntil_ = 0;
+    double digStart_ = -100;
+    bool wasPinpoint_ = false;
+    int missCount_ = 0;
+    bool shownJunkTip_ = false;     // once per run of the program
+    std::uint64_t generation_ = 0;  // rises with every beach; delayed work of an older one does nothing
+    double lastFrame_;
+    double hudClock_ = 0;  // seconds since the HUD was last refreshed
+    Reading reading_ = Reading::silent();
+    Toast toasts_{loop_, toast};
+    TutorialHints tutorial_;
+    Countdown countdown_;
+    std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);  // watched by delayed work
+    MainLoop::Timer timer_;
+};
+
+}  // namespace gull

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "Engine/Loop/MainLoop.h"
+#include "Engine/Loop/Published.h"
+
+#include <deque>
+#include <optional>
+#include <string>
+
+namespace gull {
+
+/// The one line of text that comes and goes. A newer toast replaces an older one, whose expiry then means
+/// nothing. Hints wait until the opening toast of a beach has had its time, so that what the machine has to
+/// say does not talk over the game's first words.
+class Toast {
+  public:
+    using Line = Published<std::optional<std::string>>;
+
+    /// Both are owned by the caller and must outlive this object; `line` is what observers see.
+    Toast(MainLoop& loop, Line& line) : loop_(loop), line_(line) {}
+
+    /// Shows `text` for `seconds`.
+    void show(std::string text, double seconds);
+    /// The same, for the toast that opens a beach: hints may follow it.
+    void showOpening(std::string text, double seconds);
+    /// Shows `text` when the toast now up ends, but not before an opening toast was shown. Hints come one
+    /// after another.
+    void queueHint(std::string text, double seconds);
+
+  private:
+    struct Hint {
+        std::string text;
+        double seconds;
+    };
+    void expire();
+    void showNextHint();
+
+    MainLoop& loop_;
+    Line& line_;
+    MainLoop::Timer expiry_;
+    std::deque<Hint> hints_;
+    bool opened_ = false;
+};
+
+}  // namespace gull
