@@ -25,7 +25,7 @@ struct Geometry {
     struct Vertex {
         glm::vec3 position{0};
         glm::vec3 normal{0, 1, 0};
-        glm::vec2 uv0{0};
+        glm::vec2 uv0{0};  ///< (0, 0) is the lower left corner of a picture, (1, 1) the upper right
         glm::vec2 uv1{0};
         glm::vec4 colour{1};  ///< linear; multiplies the albedo
     };

@@ -30,6 +30,9 @@ class Stage {
     double environmentIntensity = 1;
     Fog fog;
     double time = 0;  ///< scene time, seconds: what the particles follow
+    /// The camera's world transform where it is about to come to rest, while it is on its way there: a
+    /// renderer may prepare that picture ahead.
+    std::optional<glm::dmat4> restingView;
 
     /// The kept layer changed everywhere / within `box` (world space).
     void touchKept();
