@@ -1,0 +1,37 @@
+#pragma once
+
+#include "Engine/Loop/Task.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace gull {
+
+class Feedback;
+class GameController;
+
+/// Plays the real game through its own controller, as a player would, and checks that rules and controller
+/// behave. It prints a line for every check and never stops at a failed one.
+namespace SelfTest {
+
+/// Takes one line of the report, without its end of line. It must get the line out at once: the process ends
+/// soon after the last one.
+using Output = std::function<void(const std::string& line)>;
+
+/// The beaches that the last argument asks for: "3" or "2,5", pieces that are no numbers left out; anything
+/// else asks for the whole campaign.
+std::vector<int> beaches(const std::vector<std::string>& arguments);
+
+/// The whole run: mutes `feedback`, makes a controller that keeps nothing on disk and plays the beaches that
+/// `arguments` ask for. The result is the process's exit status: 0 when every check passed, else 1.
+/// Everything is owned by the caller and must outlive the task.
+Task<int> run(MainLoop& loop, Feedback& feedback, std::vector<std::string> arguments, Output output);
+
+/// The script alone, on a controller of the caller's with fresh progress.
+Task<int> play(MainLoop& loop, GameController& game, std::vector<int> beaches, Output output);
+
+}  // namespace SelfTest
+
+}  // namespace gull
