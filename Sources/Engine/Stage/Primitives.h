@@ -7,9 +7,10 @@ namespace gull::primitives {
 /// Makers of meshes, all centred on the origin. Lengths in world units, all positive; a radius, length or
 /// count that cannot make the shape stops the program with the values it saw.
 
-/// `width` along x, `height` along y; faces +z; texture (0,0) at the lower left. Not subdivided.
+/// `width` along x, `height` along y; faces +z, the picture upright. Not subdivided.
 Geometry plane(double width, double height);
-/// Edges cut by `chamfer` (0: sharp), rounded normals on the cut.
+/// Edges cut by `chamfer` (0: sharp; at most 45 % of the shortest side is cut), rounded normals on the cut.
+/// Every face carries the whole picture.
 Geometry box(double width, double height, double length, double chamfer = 0);
 /// Poles on the y axis; `segments` around, half as many from pole to pole.
 Geometry sphere(double radius, int segments = 48);

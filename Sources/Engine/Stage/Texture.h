@@ -16,7 +16,8 @@ struct PixelRect {
     int height = 0;
 };
 
-/// An image as a surface sees it. Its pixels are drawn when somebody first asks for them, so a stage that
+/// An image as a surface sees it; texture coordinate (0, 0) is its top left corner, (1, 1) its lower right
+/// one. Its pixels are drawn when somebody first asks for them, so a stage that
 /// nobody renders costs no drawing. A texture may change afterwards, in whole or in part; whoever keeps a
 /// copy elsewhere compares `version()` and asks what changed since.
 class Texture {
@@ -40,7 +41,8 @@ class Texture {
     void update(const Image& source, const PixelRect& rect);
     /// 1 at first; rises with every change.
     std::uint64_t version() const { return version_; }
-    /// The union of what changed after `version`; an empty rectangle when nothing did.
+    /// The union of what changed after `version`, the whole picture when that is long ago; an empty rectangle
+    /// when nothing did.
     PixelRect changedSince(std::uint64_t version) const;
 
   private:
@@ -48,6 +50,8 @@ class Texture {
         std::uint64_t version;
         PixelRect rect;
     };
+    void changed(const PixelRect& rect);
+
     Encoding encoding_;
     std::uint64_t id_;
     std::uint64_t version_ = 1;
