@@ -46,14 +46,14 @@ class AppSettings {
 
   private:
     void read();
-    void readSwitch(const char* key, Published<bool>& value);
     void assign(const char* key, Published<bool>& value, bool on);
     void complain(const std::string& what) const;
 
     std::filesystem::path file_;
-    std::string text_;        // the file as last read or written; empty when there is none
-    bool isDamaged_ = false;  // text_ is no JSON object
-    bool isWritable_ = true;  // false when something is there that could not be read
+    std::string text_;            // the file as last read or written; empty when there is none
+    bool isDamaged_ = false;      // text_ is no JSON object
+    bool isWritable_ = true;      // false when something is there that could not be read
+    bool hasComplained_ = false;  // about a failed write; once is enough
 
     ChangeNotifier changes_;
     Published<bool> haptics_{changes_, true};
