@@ -32,7 +32,7 @@ struct Material {
     Lighting lighting = Lighting::physicallyBased;
     Colour diffuse{1, 1, 1, 1};
     Channel diffuseMap;
-    Channel normalMap;            ///< red bends along +s, green along -t (up in the picture)
+    Channel normalMap;            ///< red bends along +s, green along +t
     Channel multiplyMap;          ///< multiplied onto the shaded colour's albedo
     Colour multiply{1, 1, 1, 1};  ///< multiplied onto the result; may exceed 1
     Colour emission{0, 0, 0, 1};

@@ -66,7 +66,7 @@ void addDisc(MeshBuilder& mesh, double radius, double y, int segments, double fa
     for (int k = 0; k < segments; ++k) {
         const glm::dvec2 direction = onCircle(static_cast<double>(k) / segments);
         rim.push_back(mesh.vertex({radius * direction.x, y, radius * direction.y}, normal,
-                                  {0.5 + 0.5 * facing * direction.x, 0.5 + 0.5 * direction.y}));
+                                  {0.5 + 0.5 * facing * direction.x, 0.5 - 0.5 * direction.y}));
     }
     for (std::size_t k = 0; k < rim.size(); ++k) {
         const std::uint32_t here = rim[k];
@@ -90,8 +90,8 @@ Geometry plane(double width, double height) {
     MeshBuilder mesh;
     const double x = width / 2, y = height / 2;
     const glm::dvec3 normal(0, 0, 1);
-    mesh.quad(mesh.vertex({-x, -y, 0}, normal, {0, 1}), mesh.vertex({x, -y, 0}, normal, {1, 1}),
-              mesh.vertex({x, y, 0}, normal, {1, 0}), mesh.vertex({-x, y, 0}, normal, {0, 0}));
+    mesh.quad(mesh.vertex({-x, -y, 0}, normal, {0, 0}), mesh.vertex({x, -y, 0}, normal, {1, 0}),
+              mesh.vertex({x, y, 0}, normal, {1, 1}), mesh.vertex({-x, y, 0}, normal, {0, 1}));
     return mesh.take();
 }
 
@@ -115,9 +115,9 @@ Geometry box(double width, double height, double length, double chamfer) {
             const glm::dvec3 unit = position / (2.0 * half);
             // Upright on the sides; seen from above on the top and bottom.
             glm::dvec2 uv;
-            if (axis == 0) uv = {0.5 - sign.x * unit.z, 0.5 - unit.y};
-            if (axis == 1) uv = {0.5 + unit.x, 0.5 + sign.y * unit.z};
-            if (axis == 2) uv = {0.5 + sign.z * unit.x, 0.5 - unit.y};
+            if (axis == 0) uv = {0.5 - sign.x * unit.z, 0.5 + unit.y};
+            if (axis == 1) uv = {0.5 + unit.x, 0.5 - sign.y * unit.z};
+            if (axis == 2) uv = {0.5 + sign.z * unit.x, 0.5 + unit.y};
             corners[corner][static_cast<std::size_t>(axis)] = mesh.vertex(position, normal, uv);
         }
     }
@@ -160,7 +160,7 @@ Geometry sphere(double radius, int segments) {
         const double angle = pi * i / stacks;
         const bool pole = i == 0 || i == stacks;
         return Rim{pole ? 0 : radius * std::sin(angle), radius * std::cos(angle), std::sin(angle),
-                   std::cos(angle), static_cast<double>(i) / stacks};
+                   std::cos(angle), 1 - static_cast<double>(i) / stacks};
     };
     for (int i = 0; i < stacks; ++i) addBand(mesh, rim(i), rim(i + 1), segments);
     return mesh.take();
@@ -180,7 +180,7 @@ Geometry geodesicSphere(double radius, int segments, bool faceted) {
     }
     MeshBuilder mesh;
     const auto uvOf = [](const glm::dvec3& n) {
-        return glm::dvec2(std::atan2(n.x, n.z) / (2 * pi) + 0.5, 0.5 - std::asin(n.y) / pi);
+        return glm::dvec2(std::atan2(n.x, n.z) / (2 * pi) + 0.5, 0.5 + std::asin(n.y) / pi);
     };
     const auto addFace = [&](const glm::dvec3& a, const glm::dvec3& b, const glm::dvec3& c) {
         const std::array<glm::dvec3, 3> n{glm::normalize(a), glm::normalize(b), glm::normalize(c)};
@@ -235,7 +235,7 @@ Geometry cone(double topRadius, double bottomRadius, double height, int segments
     requireSegments("cone", segments);
     MeshBuilder mesh;
     const double out = height, up = bottomRadius - topRadius;
-    addBand(mesh, {topRadius, height / 2, out, up, 0}, {bottomRadius, -height / 2, out, up, 1}, segments);
+    addBand(mesh, {topRadius, height / 2, out, up, 1}, {bottomRadius, -height / 2, out, up, 0}, segments);
     mesh.endElement();
     if (topRadius > 0) addDisc(mesh, topRadius, height / 2, segments, 1);
     mesh.endElement();
@@ -252,7 +252,7 @@ Geometry torus(double ringRadius, double pipeRadius, int ringSegments, int pipeS
         // Starts inside, so that the pipe's seam is out of sight.
         const double angle = pi - 2 * pi * (i == pipeSegments ? 0 : i) / pipeSegments;
         return Rim{ringRadius + pipeRadius * std::cos(angle), pipeRadius * std::sin(angle), std::cos(angle),
-                   std::sin(angle), static_cast<double>(i) / pipeSegments};
+                   std::sin(angle), 1 - static_cast<double>(i) / pipeSegments};
     };
     for (int i = 0; i < pipeSegments; ++i) addBand(mesh, rim(i), rim(i + 1), ringSegments);
     return mesh.take();
@@ -263,8 +263,8 @@ Geometry tube(double innerRadius, double outerRadius, double height, int segment
     requireSegments("tube", segments);
     MeshBuilder mesh;
     const double y = height / 2;
-    addBand(mesh, {outerRadius, y, 1, 0, 0}, {outerRadius, -y, 1, 0, 1}, segments);
-    addBand(mesh, {innerRadius, -y, -1, 0, 1}, {innerRadius, y, -1, 0, 0}, segments);
+    addBand(mesh, {outerRadius, y, 1, 0, 1}, {outerRadius, -y, 1, 0, 0}, segments);
+    addBand(mesh, {innerRadius, -y, -1, 0, 0}, {innerRadius, y, -1, 0, 1}, segments);
     addBand(mesh, {innerRadius, y, 0, 1, 0}, {outerRadius, y, 0, 1, 1}, segments);
     addBand(mesh, {outerRadius, -y, 0, -1, 1}, {innerRadius, -y, 0, -1, 0}, segments);
     return mesh.take();
@@ -283,7 +283,7 @@ Geometry capsule(double capRadius, double height, int segments) {
         const bool pole = i == 0 || i == 2 * capStacks + 1;
         const double y = capRadius * std::cos(angle) + (upper ? straight : -straight);
         rims.push_back(
-            {pole ? 0 : capRadius * std::sin(angle), y, std::sin(angle), std::cos(angle), 0.5 - y / height});
+            {pole ? 0 : capRadius * std::sin(angle), y, std::sin(angle), std::cos(angle), 0.5 + y / height});
     }
     MeshBuilder mesh;
     for (std::size_t i = 0; i + 1 < rims.size(); ++i) {
@@ -300,8 +300,8 @@ Geometry pyramid(double width, double height, double length) {
     const glm::dvec3 tip(0, height, 0);
     for (std::size_t k = 0; k < 4; ++k) mesh.flatTriangle(foot[k], foot[(k + 1) % 4], tip);
     const glm::dvec3 down(0, -1, 0);
-    mesh.quad(mesh.vertex(foot[3], down, {0, 1}), mesh.vertex(foot[2], down, {1, 1}),
-              mesh.vertex(foot[1], down, {1, 0}), mesh.vertex(foot[0], down, {0, 0}));
+    mesh.quad(mesh.vertex(foot[3], down, {0, 0}), mesh.vertex(foot[2], down, {1, 0}),
+              mesh.vertex(foot[1], down, {1, 1}), mesh.vertex(foot[0], down, {0, 1}));
     return mesh.take();
 }
 

@@ -4,10 +4,11 @@
 
 namespace gull::primitives {
 
-/// Makers of meshes, all centred on the origin. Lengths in world units, all positive; a radius, length or
-/// count that cannot make the shape stops the program with the values it saw.
+/// Makers of meshes, all centred on the origin. Pictures stand upright on them, unmirrored. Lengths in world
+/// units, all positive; a radius, length or count that cannot make the shape stops the program with the
+/// values it saw.
 
-/// `width` along x, `height` along y; faces +z, the picture upright. Not subdivided.
+/// `width` along x, `height` along y; faces +z. Not subdivided.
 Geometry plane(double width, double height);
 /// Edges cut by `chamfer` (0: sharp; at most 45 % of the shortest side is cut), rounded normals on the cut.
 /// Every face carries the whole picture.

@@ -16,7 +16,7 @@ struct PixelRect {
     int height = 0;
 };
 
-/// An image as a surface sees it; texture coordinate (0, 0) is its top left corner, (1, 1) its lower right
+/// An image as a surface sees it; texture coordinate (0, 0) is its lower left corner, (1, 1) its upper right
 /// one. Its pixels are drawn when somebody first asks for them, so a stage that
 /// nobody renders costs no drawing. A texture may change afterwards, in whole or in part; whoever keeps a
 /// copy elsewhere compares `version()` and asks what changed since.

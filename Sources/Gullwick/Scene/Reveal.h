@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Engine/Stage/Node.h"
-#include "GullCore/ItemKind.h"
+#include "GullCore/Beach.h"
 
 #include <glm/vec3.hpp>
 
