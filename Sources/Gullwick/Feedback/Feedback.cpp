@@ -1,0 +1,106 @@
+#include "Gullwick/Feedback/Feedback.h"
+
+#include "Gullwick/Feedback/Sounds.h"
+#include "Gullwick/Settings/AppSettings.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+#include <utility>
+
+namespace gull {
+namespace {
+
+/// What play can ask for, the costliest to make first.
+const auto& soundsInUse() {
+    static const auto sounds = [] {
+        std::vector<Sound> list = {Sound::chest, Sound::found,     Sound::wave,   Sound::win,
+                                   Sound::lose,  Sound::junk,      Sound::ping,   Sound::shovel,
+                                   Sound::miss,  Sound::countdown, Sound::lockOn, Sound::tap};
+        for (int level = 0; level <= 9; ++level) {
+            list.push_back(Sound::beep(level));
+            list.push_back(Sound::buzz(level));
+        }
+        return list;
+    }();
+    return sounds;
+}
+
+}  // namespace
+
+Feedback::Feedback(AppSettings& settings, MainLoop& loop, SoundOutput* output, HapticPerformer* haptics)
+    : settings_(settings),
+      loop_(loop),
+      output_(output),
+      haptics_(haptics),
+      delayed_(loop),
+      lastHaptic_(-std::numeric_limits<double>::infinity()) {}
+
+Feedback::~Feedback() {
+    // The output borrows the samples kept here.
+    if (output_) output_->silence();
+}
+
+void Feedback::play(const Sound& sound, float gain) {
+    if (!settings_.sound || muted || !output_ || !output_->start()) return;
+    const int voice = std::exchange(nextVoice_, (nextVoice_ + 1) % SoundOutput::voiceCount);
+    output_->play(voice, samples(sound), gain);
+}
+
+void Feedback::haptic(HapticPattern pattern, double minGap) {
+    if (!settings_.haptics || muted) return;
+    const double now = loop_.now();
+    if (now - lastHaptic_ < minGap) return;
+    lastHaptic_ = now;
+    if (haptics_) haptics_->perform(pattern);
+}
+
+void Feedback::thump(int count, double gap, HapticPattern pattern) {
+    if (count < 0) {
+        std::fprintf(stderr, "Feedback::thump: a count of %d pulses\n", count);
+        std::abort();
+    }
+    if (count == 0) return;
+    haptic(pattern, 0);
+    for (int pulse = 1; pulse < count; ++pulse) after(gap * pulse, [this, pattern] { haptic(pattern, 0); });
+}
+
+void Feedback::after(double delay, std::function<void()> work) {
+    delayed_.after(delay, std::move(work));
+}
+
+void Feedback::cancelPending() {
+    delayed_.cancelPending();
+}
+
+void Feedback::startSurf() {
+    if (muted) return;
+    if (!surfStarted_ && output_ && output_->start()) {
+        surfStarted_ = true;
+        if (surf_.empty()) surf_ = Sounds::makeSurf();
+        output_->loop(surf_);
+    }
+    applySoundSwitch();
+}
+
+void Feedback::applySoundSwitch() {
+    if (output_) output_->setLoopVolume(settings_.sound && !muted ? surfVolume : 0.0F);
+}
+
+bool Feedback::prepareOne() {
+    if (!settings_.sound || muted || !output_) return false;
+    for (const Sound& sound : soundsInUse())
+        if (!cache_.contains(sound)) {
+            samples(sound);
+            return true;
+        }
+    return false;
+}
+
+const std::vector<float>& Feedback::samples(const Sound& sound) {
+    const auto [entry, isNew] = cache_.try_emplace(sound);
+    if (isNew) entry->second = Sounds::make(sound);
+    return entry->second;
+}
+
+}  // namespace gull
