@@ -42,13 +42,13 @@ Feedback::~Feedback() {
 }
 
 void Feedback::play(const Sound& sound, float gain) {
-    if (!settings_.sound || muted || !output_ || !output_->start()) return;
+    if (!settings_.sound() || muted || !output_ || !output_->start()) return;
     const int voice = std::exchange(nextVoice_, (nextVoice_ + 1) % SoundOutput::voiceCount);
     output_->play(voice, samples(sound), gain);
 }
 
 void Feedback::haptic(HapticPattern pattern, double minGap) {
-    if (!settings_.haptics || muted) return;
+    if (!settings_.haptics() || muted) return;
     const double now = loop_.now();
     if (now - lastHaptic_ < minGap) return;
     lastHaptic_ = now;
@@ -84,11 +84,11 @@ void Feedback::startSurf() {
 }
 
 void Feedback::applySoundSwitch() {
-    if (output_) output_->setLoopVolume(settings_.sound && !muted ? surfVolume : 0.0F);
+    if (output_) output_->setLoopVolume(settings_.sound() && !muted ? surfVolume : 0.0F);
 }
 
 bool Feedback::prepareOne() {
-    if (!settings_.sound || muted || !output_) return false;
+    if (!settings_.sound() || muted || !output_) return false;
     for (const Sound& sound : soundsInUse())
         if (!cache_.contains(sound)) {
             samples(sound);
