@@ -6,21 +6,43 @@
 #include <exception>
 #include <functional>
 #include <optional>
+#include <type_traits>
 #include <utility>
 
 namespace gull {
 
+/// Keeps what a task returns until it is asked for.
+template <typename T>
+class TaskResult {
+  public:
+    using Completion = std::function<void(T)>;
+    void return_value(T value) { value_ = std::move(value); }
+    T take() { return std::move(*value_); }
+
+  private:
+    std::optional<T> value_;
+};
+
+template <>
+class TaskResult<void> {
+  public:
+    using Completion = std::function<void()>;
+    void return_void() noexcept {}
+    void take() noexcept {}
+};
+
 /// A coroutine that lives on a MainLoop: it gives the thread back at every `co_await` and goes on when the
-/// loop says so. It does nothing until it is awaited by another task or started, and returns a value of type
-/// T (not void).
+/// loop says so. It does nothing until it is awaited by another task or started; T (void or a value) is what
+/// it returns.
 ///
 /// The Task owns the coroutine: destroying it, wherever it waits, ends it, releases its locals and calls its
 /// sleeps off. Exceptions do not leave a task: one that is not caught inside stops the program.
-template <typename T>
+template <typename T = void>
 class [[nodiscard]] Task {
   public:
     class promise_type;
     using Handle = std::coroutine_handle<promise_type>;
+    using Completion = typename TaskResult<T>::Completion;
 
     Task(Task&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
     Task& operator=(Task&& other) noexcept {
@@ -36,7 +58,7 @@ class [[nodiscard]] Task {
 
     /// Runs to the first wait (or the end) at once. `done` is called with the result when the coroutine
     /// ends; it may destroy this Task. May be called once.
-    void start(std::function<void(T)> done) {
+    void start(Completion done) {
         handle_.promise().done_ = std::move(done);
         handle_.resume();
     }
@@ -47,7 +69,7 @@ class [[nodiscard]] Task {
         handle_.promise().awaiting_ = awaiting;
         return handle_;
     }
-    T await_resume() { return std::move(*handle_.promise().value_); }
+    T await_resume() { return handle_.promise().take(); }
 
   private:
     explicit Task(Handle handle) : handle_(handle) {}
@@ -55,12 +77,11 @@ class [[nodiscard]] Task {
 };
 
 template <typename T>
-class Task<T>::promise_type {
+class Task<T>::promise_type : public TaskResult<T> {
   public:
     Task get_return_object() { return Task(Handle::from_promise(*this)); }
     std::suspend_always initial_suspend() noexcept { return {}; }
     auto final_suspend() noexcept { return Finish{}; }
-    void return_value(T value) { value_ = std::move(value); }
     void unhandled_exception() noexcept { std::terminate(); }
 
   private:
@@ -71,10 +92,12 @@ class Task<T>::promise_type {
         std::coroutine_handle<> await_suspend(Handle handle) noexcept {
             promise_type& promise = handle.promise();
             if (promise.awaiting_) return promise.awaiting_;
-            if (promise.done_) {
-                // The callback may destroy the coroutine: nothing of it is touched afterwards.
-                const auto done = std::move(promise.done_);
-                done(std::move(*promise.value_));
+            // The completion may destroy the coroutine: nothing of it is touched afterwards.
+            if (const Completion done = std::move(promise.done_)) {
+                if constexpr (std::is_void_v<T>)
+                    done();
+                else
+                    done(promise.take());
             }
             return std::noop_coroutine();
         }
@@ -82,8 +105,7 @@ class Task<T>::promise_type {
     };
 
     std::coroutine_handle<> awaiting_;
-    std::optional<T> value_;
-    std::function<void(T)> done_;
+    Completion done_;
 };
 
 /// What sleep() returns: `co_await` it.

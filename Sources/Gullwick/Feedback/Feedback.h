@@ -63,6 +63,9 @@ class Feedback {
     /// make (or sound is off).
     bool prepareOne();
 
+    /// The player's switches, for those who have no other way to them.
+    const AppSettings& settings() const { return settings_; }
+
     bool surfStarted() const { return surfStarted_; }
     /// The voice that the next sound takes, 0 to 11.
     int nextVoice() const { return nextVoice_; }

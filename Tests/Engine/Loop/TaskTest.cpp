@@ -78,6 +78,26 @@ TEST(Task, theCompletionMayDestroyTheTask) {
     EXPECT_EQ(result, 42);
 }
 
+Task<> count(MainLoop& loop, int& counter) {
+    for (;;) {
+        co_await sleep(loop, 0);
+        if (++counter == 3) co_return;
+    }
+}
+
+TEST(Task, zeroSleepsPassWithinOnePassOfTheLoop) {
+    ManualClock clock;
+    MainLoop loop(clock);
+    int counter = 0;
+    bool ended = false;
+    auto task = count(loop, counter);
+    task.start([&] { ended = true; });
+    EXPECT_EQ(counter, 0);
+    loop.runDue();
+    EXPECT_EQ(counter, 3);
+    EXPECT_TRUE(ended);
+}
+
 Task<int> fails() {
     throw std::runtime_error("nobody catches this");
     co_return 0;

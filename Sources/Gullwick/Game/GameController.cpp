@@ -1,0 +1,190 @@
+#include "Gullwick/Game/GameController.h"
+
+#include "Gullwick/Feedback/Feedback.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <random>
+#include <utility>
+
+namespace gull {
+namespace {
+
+constexpr PlotPoint openingCoil{0.5, 0.28};
+constexpr double introSeconds = 1.3;         // a little less than the camera's fly-in
+constexpr double introSecondsAtOnce = 0.01;  // without a fly-in
+constexpr double openingToastSeconds = 3.4;
+
+std::uint64_t randomSeed() {
+    std::random_device device;
+    return std::uint64_t{device()} << 32 | device();
+}
+
+}  // namespace
+
+GameController::GameController(MainLoop& loop, Feedback& feedback, std::filesystem::path progressURL,
+                               bool persists, std::optional<std::uint64_t> seed)
+    : progress(changes_, persists ? CampaignProgress::load(progressURL) : CampaignProgress{}),
+      loop_(loop),
+      feedback_(feedback),
+      progressURL_(std::move(progressURL)),
+      persists_(persists),
+      world_(feedback.delayedWork()),
+      rng_(seed ? *seed : randomSeed()),
+      // Replaced at once by beginBeach(), but its burial counts: the first beach played is laid out by the
+      // generator's second use, and what a seed means depends on it.
+      hunt_(Campaign::beach(progress->highestUnlocked()), rng_),
+      lastFrame_(loop.now()) {
+    beginBeach(progress->highestUnlocked(), false);
+    timer_ = loop_.every(frameInterval, [this] { frame(); });
+}
+
+GameController::~GameController() = default;
+
+/// Runs `work` `delay` seconds from now, unless this controller is gone or another beach was begun by then.
+void GameController::later(double delay, std::function<void()> work) {
+    feedback_.after(delay,
+                    [this, alive = std::weak_ptr(alive_), generation = generation_, work = std::move(work)] {
+                        if (!alive.expired() && generation == generation_) work();
+                    });
+}
+
+void GameController::beginBeach(int number, bool animated, std::optional<std::uint64_t> seed) {
+    feedback_.cancelPending();
+    ++generation_;
+    if (seed) rng_ = SplitMix64(*seed);
+    hunt_ = Hunt(Campaign::beach(number), rng_);
+    spec = Campaign::beach(number);
+    world_.setBeach(number);
+
+    timeLeft = tideLeft();
+    tray = std::vector<bool>(spec->treasures.size(), false);
+    junkCount = 0;
+    pings = 0;
+    earnedStars = 0;
+    isNewBest = false;
+    haul = 0;
+    lastFind = std::nullopt;
+
+    coil_ = target_ = openingCoil;
+    clock_ = PulseClock();
+    wasPinpoint_ = false;
+    countdown_.reset();
+    busyUntil_ = 0;
+    missCount_ = 0;
+    selection = number;
+    if (number == 1)
+        tutorial_.start();
+    else
+        tutorial_.end();
+    // The meter, the toast, the last sweep and the like stay: they belong to the player, not to the beach.
+
+    phase = Phase::intro;
+    if (animated) world_.introStart = world_.time;
+    later(animated ? introSeconds : introSecondsAtOnce, [this] {
+        if (phase == Phase::intro) enterPlay();
+    });
+    feedback_.startSurf();
+}
+
+void GameController::enterPlay() {
+    phase = Phase::playing;
+    if (tutorial_.stage() == 1) {
+        toasts_.showOpening(std::string(TutorialHints::opening), TutorialHints::openingSeconds);
+    } else {
+        toasts_.showOpening(fmt::format("Beach {} · find {} of {} before high tide", spec->number, spec->need,
+                                        spec->treasures.size()),
+                            openingToastSeconds);
+    }
+}
+
+void GameController::restart() {
+    beginBeach(spec->number, true);
+}
+
+void GameController::nextBeach() {
+    if (phase != Phase::finished || earnedStars < 1) return;
+    if (spec->number < static_cast<int>(Campaign::beaches().size()))
+        beginBeach(spec->number + 1, true);
+    else
+        openSelect();
+}
+
+void GameController::openSelect() {
+    if (phase == Phase::selecting) return;
+    returnPhase_ = phase == Phase::intro ? Phase::playing : phase.get();
+    selection = spec->number;
+    phase = Phase::selecting;
+}
+
+void GameController::closeSelect() {
+    // A flood whose end fell into the select is not made up for: the beach stays flooded until another is
+    // begun.
+    if (phase == Phase::selecting) phase = returnPhase_;
+}
+
+void GameController::openSelected() {
+    if (progress->isUnlocked(selection)) {
+        beginBeach(selection, true);
+        return;
+    }
+    feedback_.haptic(HapticPattern::generic, 0.016);
+    feedback_.play(Sound::miss, 1.0F);
+}
+
+void GameController::beginFlood() {
+    phase = Phase::flooding;
+    world_.floodStart = world_.time;
+    feedback_.play(Sound::wave, 1.0F);
+    feedback_.thump(3, 0.12, HapticPattern::levelChange);
+    later(floodSeconds, [this] { finish(); });
+}
+
+void GameController::finish() {
+    if (phase != Phase::playing && phase != Phase::flooding) return;
+    earnedStars = hunt_.stars();
+    haul = hunt_.haul();
+    isNewBest = progress.mutate(
+        [this](CampaignProgress& record) { return record.record(spec->number, earnedStars, haul); });
+    if (persists_) progress->save(progressURL_);
+    phase = Phase::finished;
+    const bool passed = earnedStars >= 1;
+    feedback_.play(passed ? Sound::win : Sound::lose, 1.0F);
+    if (passed) feedback_.thump(2, 0.1, HapticPattern::levelChange);
+}
+
+void GameController::resetProgress() {
+    progress = CampaignProgress{};
+    if (persists_) progress->save(progressURL_);
+    beginBeach(1, true);
+}
+
+double GameController::tideLeft() const {
+    return std::max(0.0, hunt_.spec().tideSeconds - hunt_.elapsed());
+}
+
+double GameController::tideShare() const {
+    return std::min(hunt_.elapsed() / hunt_.spec().tideSeconds, 1.0);
+}
+
+void GameController::debugAdvance(double seconds) {
+    hunt_.advance(seconds);
+    timeLeft = tideLeft();
+    world_.tide = tideShare();
+}
+
+void GameController::debugSettle(double time) {
+    world_.tide = tideShare();
+    const Reading here = hunt_.reading(coil_);
+    world_.update(time, frameInterval, coil_, {0, 0}, 0, here.strength, tintColour(here));
+    meter = here.strength;
+    meterIsTreasure = here.isTreasure();
+    timeLeft = tideLeft();
+}
+
+void GameController::debugForcePlaying() {
+    if (phase == Phase::intro) phase = Phase::playing;
+}
+
+}  // namespace gull

@@ -1,0 +1,34 @@
+#include "Gullwick/Game/Toast.h"
+
+#include <utility>
+
+namespace gull {
+
+void Toast::show(std::string text, double seconds) {
+    line_ = std::move(text);
+    // Replacing the timer calls the older toast's expiry off.
+    expiry_ = loop_.after(seconds, [this] { expire(); });
+}
+
+void Toast::showOpening(std::string text, double seconds) {
+    opened_ = true;
+    show(std::move(text), seconds);
+}
+
+void Toast::queueHint(std::string text, double seconds) {
+    hints_.push_back({std::move(text), seconds});
+    if (opened_ && !line_.get()) showNextHint();
+}
+
+void Toast::expire() {
+    line_ = std::nullopt;
+    if (opened_ && !hints_.empty()) showNextHint();
+}
+
+void Toast::showNextHint() {
+    Hint hint = std::move(hints_.front());
+    hints_.pop_front();
+    show(std::move(hint.text), hint.seconds);
+}
+
+}  // namespace gull
