@@ -66,10 +66,10 @@ class GameController {
 
     Published<Phase> phase{changes_, Phase::intro};
     Published<BeachSpec> spec{changes_, Campaign::beach(1)};  ///< the beach being played
-    Published<double> timeLeft{changes_};  ///< tide left as the tide clock shows it, seconds
-    Published<std::vector<bool>> tray;     ///< a slot for each of spec's treasures; true once dug
-    Published<int> junkCount{changes_};    ///< junk dug on this beach
-    Published<double> meter{changes_};     ///< smoothed signal, 0 to 1
+    Published<double> timeLeft{changes_};         ///< tide left as the tide clock shows it, seconds
+    Published<std::vector<bool>> tray{changes_};  ///< a slot for each of spec's treasures; true once dug
+    Published<int> junkCount{changes_};           ///< junk dug on this beach
+    Published<double> meter{changes_};            ///< smoothed signal, 0 to 1
     Published<bool> meterIsTreasure{changes_, true};
     Published<std::optional<std::string>> toast{changes_};
     Published<CampaignProgress> progress{changes_};
