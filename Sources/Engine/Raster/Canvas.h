@@ -49,6 +49,8 @@ class Canvas {
     /// From here on the origin is the lower-left corner and y grows up.
     void flip();
     void clip(const Rect& rect);
+    /// Clips to the path, which is used up.
+    void clipPath();
     void setBlendMode(BlendMode mode);
     /// Everything until the matching endLayer() is drawn at `opacity` as one picture.
     void beginLayer(double opacity);

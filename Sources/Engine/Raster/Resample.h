@@ -1,0 +1,11 @@
+#pragma once
+
+#include "Engine/Raster/Image.h"
+
+namespace gull {
+
+/// The image at another size: every pixel the average of the area it covers when the image shrinks, linear
+/// interpolation when it grows. Stops the program for a size below 1 by 1.
+Image resampled(const Image& image, int width, int height);
+
+}  // namespace gull
