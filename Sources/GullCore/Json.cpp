@@ -13,6 +13,8 @@ using nlohmann::ordered_json;  // for writing: keys come out in the order given
 
 /// The document, or nothing when `text` is no UTF-8 JSON.
 std::optional<json> parse(std::string_view text) {
+    // The parser takes a NUL for the end of its input, whatever follows.
+    if (text.find('\0') != text.npos) return std::nullopt;
     auto document = json::parse(text.begin(), text.end(), nullptr, false);
     if (document.is_discarded()) return std::nullopt;
     return document;

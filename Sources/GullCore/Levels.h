@@ -12,15 +12,15 @@ namespace gull {
 /// One beach of the campaign, as a plan: what is buried there is drawn afresh for every hunt.
 struct BeachSpec {
     int number = 1;  ///< position in the campaign, from 1
-    std::string name;
-    std::string tagline;
-    std::vector<ItemKind> treasures;  ///< in burial order; repeats allowed
-    int junk = 0;                     ///< how many junk items
-    double range = 0;                 ///< reach of the detector, in plot distance
-    double tideSeconds = 0;           ///< hunt time before high tide
-    int need = 0;                     ///< treasures to be found to pass
-    int deep = 0;                     ///< how many treasures lie deep, the most valuable first
-    bool showsKind = true;            ///< false: only the rhythm of the ticks tells treasure from junk
+    std::string name{};
+    std::string tagline{};
+    std::vector<ItemKind> treasures{};  ///< in burial order; repeats allowed
+    int junk = 0;                       ///< how many junk items
+    double range = 0;                   ///< reach of the detector, in plot distance
+    double tideSeconds = 0;             ///< hunt time before high tide
+    int need = 0;                       ///< treasures to be found to pass
+    int deep = 0;                       ///< how many treasures lie deep, the most valuable first
+    bool showsKind = true;              ///< false: only the rhythm of the ticks tells treasure from junk
 
     bool operator==(const BeachSpec&) const = default;
 };
