@@ -1,0 +1,122 @@
+#include "Gullwick/Scene/Terrain.h"
+
+#include "Gullwick/Scene/Xorshift.h"
+
+#include <algorithm>
+#include <cmath>
+#include <glm/geometric.hpp>
+
+namespace gull {
+
+namespace Terrain {
+
+namespace {
+
+constexpr double seawardEdge = -5;  // where the beach ends and the sea floor falls away
+constexpr double slopeReach = 0.05;
+
+double smooth(double t) {
+    const double c = std::clamp(t, 0.0, 1.0);
+    return c * c * (3 - 2 * c);
+}
+
+}  // namespace
+
+double height(double x, double z) {
+    const double beach =
+        z >= seawardEdge ? (z - seawardEdge) * 0.035 : -0.13 * std::pow(seawardEdge - z, 1.2);
+    const double undulation = 0.05 * std::sin(0.45 * x + 0.3 * z) + 0.03 * std::sin(1.1 * x - 0.7 * z);
+    const double dune = (0.7 + 0.3 * std::sin(0.5 * x)) * smooth((z - 7) / 9) * 0.6;
+    const double side = (1.0 + 0.3 * std::sin(0.6 * z)) * smooth((std::abs(x) - 10) / 7) * 0.45;
+    return dune + side + undulation + beach;
+}
+
+glm::dvec2 slope(double x, double z) {
+    const double reach = 2 * slopeReach;
+    return {(height(x + slopeReach, z) - height(x - slopeReach, z)) / reach,
+            (height(x, z + slopeReach) - height(x, z - slopeReach)) / reach};
+}
+
+glm::dvec3 world(const PlotPoint& point) {
+    const double x = (point.x - 0.5) * plotWidth;
+    const double z = (0.5 - point.y) * plotDepth;
+    return {x, height(x, z), z};
+}
+
+PlotPoint plotPoint(double x, double z) {
+    return {x / plotWidth + 0.5, z / -plotDepth + 0.5};
+}
+
+double shoreZ(double level) {
+    double low = -20, high = 6;
+    for (int step = 0; step < 40; ++step) {
+        const double middle = (low + high) / 2;
+        (level <= height(0, middle) ? high : low) = middle;
+    }
+    return (low + high) / 2;
+}
+
+Geometry sandGeometry(const BeachLook& look) {
+    return SandMesh().coloured(look);
+}
+
+}  // namespace Terrain
+
+namespace {
+
+constexpr std::uint32_t columns = 153;
+constexpr std::uint32_t rows = 109;
+constexpr double spacing = 0.5;
+constexpr double left = -38;
+constexpr double top = -24;
+constexpr double detailTile = 3.2;
+constexpr RGB wetSand{0.32, 0.27, 0.22};
+constexpr std::uint64_t noiseSeed = 77;
+
+}  // namespace
+
+SandMesh::SandMesh() {
+    bare_.vertices.reserve(columns * rows);
+    shades_.reserve(columns * rows);
+    Xorshift noise(noiseSeed);
+    for (std::uint32_t row = 0; row < rows; ++row) {
+        for (std::uint32_t column = 0; column < columns; ++column) {
+            const double x = left + spacing * column, z = top + spacing * row;
+            const double height = Terrain::height(x, z);
+            const glm::dvec2 slope = Terrain::slope(x, z);
+            Geometry::Vertex vertex;
+            vertex.position = {x, height, z};
+            vertex.normal = glm::vec3(glm::normalize(glm::dvec3(-slope.x, 1, -slope.y)));
+            vertex.uv0 = {x / detailTile, z / detailTile};
+            vertex.uv1 = {(x + 8) * 0.0625, (z + 5) / 10};
+            bare_.vertices.push_back(vertex);
+
+            const double t = std::clamp((z + 3.4) / -2.8, 0.0, 1.0);
+            const double wet = (height < -0.25 ? 0.1 : 0) + 0.9 * (t * t * (3 - 2 * t));
+            shades_.push_back({wet, 1 + 0.06 * (noise.unit() - 0.5)});
+        }
+    }
+    bare_.indices.reserve((columns - 1) * (rows - 1) * 6);
+    for (std::uint32_t row = 0; row + 1 < rows; ++row) {
+        for (std::uint32_t column = 0; column + 1 < columns; ++column) {
+            const std::uint32_t a = row * columns + column;
+            bare_.indices.insert(bare_.indices.end(),
+                                 {a, a + columns, a + 1, a + 1, a + columns, a + columns + 1});
+        }
+    }
+    bare_.elements = {{0, static_cast<std::uint32_t>(bare_.indices.size())}};
+}
+
+Geometry SandMesh::coloured(const BeachLook& look) const {
+    Geometry geometry = bare_;
+    for (std::size_t i = 0; i < shades_.size(); ++i) {
+        const auto [wet, noise] = shades_[i];
+        const RGB colour = look.sand.mixed(wetSand, 0.5 * wet).scaled(noise);
+        // Vertex colours are linear.
+        geometry.vertices[i].colour = {std::pow(colour.r, 2.2), std::pow(colour.g, 2.2),
+                                       std::pow(colour.b, 2.2), 1};
+    }
+    return geometry;
+}
+
+}  // namespace gull
