@@ -9,6 +9,8 @@ class HapticPerformer {
   public:
     virtual ~HapticPerformer() = default;
     virtual void perform(HapticPattern pattern) = 0;
+    /// Whether a pulse would be felt now: devices come and go.
+    virtual bool isAvailable() const { return true; }
 };
 
 /// Hides the pointer and keeps it from moving while a finger steers.

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "Engine/Input/Events.h"
+#include "Engine/Input/Haptics.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace gull {
+
+/// Every touchpad of the machine, as they come and go: the fingers on them and, where one has an actuator,
+/// its pulses. The pads are not grabbed: the desktop goes on moving its pointer and making its clicks.
+///
+/// Main thread only; nothing blocks. Where the platform has no such devices the list stays empty.
+class Trackpads final : public HapticPerformer {
+  public:
+    struct Pad {
+        std::string name;
+        std::string path;      ///< "/dev/input/event7"
+        bool isRead = false;   ///< its fingers are followed
+        bool pulses = false;   ///< it has an actuator that we may use
+        std::string geometry;  ///< "5 slots, 1224 x 804 units, 12 per mm"
+        std::string problem;   ///< why it is not read, or not wholly
+        std::string command;   ///< what would allow it, for a shell; empty when nothing would
+    };
+
+    Trackpads();
+    ~Trackpads() override;
+    Trackpads(const Trackpads&) = delete;
+    Trackpads& operator=(const Trackpads&) = delete;
+
+    /// Takes in what has happened since the last call; `now` is the uptime in seconds. Call it once a frame.
+    void poll(double now);
+    /// The fingers that are down, pad by pad, oldest first.
+    const std::vector<Contact>& contacts() const;
+    /// What was found, in the order found.
+    std::vector<Pad> pads() const;
+    /// A short command that allows reading a pad that is there but may not be read, while none is read: the
+    /// moment to tell the player. Empty otherwise.
+    std::string missingPermission() const;
+
+    void perform(HapticPattern pattern) override;
+    bool isAvailable() const override;
+
+  private:
+    struct Impl;
+    std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace gull
