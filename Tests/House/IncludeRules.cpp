@@ -1,0 +1,154 @@
+#include "House/IncludeRules.h"
+
+#include <algorithm>
+#include <regex>
+#include <set>
+#include <sstream>
+#include <string_view>
+
+namespace gull {
+namespace {
+
+/// A room and what it may include beside itself: rooms, or single headers of one.
+struct Room {
+    std::string name;
+    std::vector<std::string> mayInclude;
+};
+
+/// Lowest row first.
+const std::vector<Room>& rooms() {
+    static const std::vector<Room> table{
+        {"Engine/Files", {}},
+        {"Engine/Loop", {}},
+        {"Engine/Raster", {}},
+        {"Engine/Input", {}},
+        {"Engine/Sound", {}},
+
+        {"GullCore", {"Engine/Files"}},
+        {"Engine/Stage", {"Engine/Raster"}},
+        {"Engine/Views", {"Engine/Raster", "Engine/Loop"}},
+        {"Engine/Touch", {"Engine/Input"}},
+        {"Engine/Window", {"Engine/Input"}},
+
+        {"Engine/Render", {"Engine/Stage", "Engine/Raster"}},
+        {"Gullwick/Settings", {"Engine/Files", "Engine/Loop"}},
+
+        {"Gullwick/Feedback", {"Gullwick/Settings", "Engine/Sound", "Engine/Input", "Engine/Loop"}},
+        {"Gullwick/Scene", {"GullCore", "Engine/Stage", "Engine/Raster", "Engine/Loop"}},
+
+        {"Gullwick/Game",
+         {"GullCore", "Gullwick/Scene", "Gullwick/Feedback", "Gullwick/Settings", "Engine/Stage",
+          "Engine/Loop", "Engine/Input"}},
+
+        // Of the scene the overlay takes colours and the models of its icons, nothing that moves.
+        {"Gullwick/HUD",
+         {"Gullwick/Game", "Gullwick/Settings", "GullCore", "Gullwick/Scene/Look.h",
+          "Gullwick/Scene/ItemModels.h", "Gullwick/Scene/Textures.h", "Engine/Views", "Engine/Stage",
+          "Engine/Raster", "Engine/Input", "Engine/Loop"}},
+
+        {"Gullwick/App", {"GullCore", "Engine", "Gullwick"}},
+    };
+    return table;
+}
+
+/// Libraries that stay inside the rooms that own them. Anybody may use the standard library and fmt.
+struct Library {
+    std::string headers;  ///< pattern of what stands between < and >
+    std::set<std::string> rooms;
+};
+
+const std::vector<Library>& libraries() {
+    static const std::vector<Library> table{
+        {"(SDL2/)?SDL[^/]*\\.h", {"Engine/Sound", "Engine/Window"}},
+        {"(epoxy|GL|GLES[0-9]*|KHR|EGL)/.*", {"Engine/Render", "Engine/Window"}},
+        {"X11/.*", {"Engine/Window"}},
+        {"(cairo|pango|fontconfig|freetype|glib|hb|ft2build).*", {"Engine/Raster"}},
+        {"(libevdev/.*|libudev\\.h|linux/.*)", {"Engine/Touch"}},
+        {"nlohmann/.*", {"GullCore", "Gullwick/Settings"}},
+    };
+    return table;
+}
+
+/// Vectors and matrices: the one library that may show in headers, from the stage upward.
+const std::set<std::string> glmRooms{"Engine/Stage",  "Engine/Render", "Gullwick/Scene",
+                                     "Gullwick/Game", "Gullwick/HUD",  "Gullwick/App"};
+
+bool isBelow(std::string_view path, std::string_view folder) {
+    return path == folder || (path.starts_with(folder) && path[folder.size()] == '/');
+}
+
+const Room* roomOf(std::string_view path) {
+    const auto& table = rooms();
+    const auto found =
+        std::find_if(table.begin(), table.end(), [&](const Room& room) { return isBelow(path, room.name); });
+    return found == table.end() ? nullptr : &*found;
+}
+
+struct Include {
+    bool isOurs;  ///< in quotes
+    std::string path;
+};
+
+std::vector<Include> includesOf(const std::string& text) {
+    static const std::regex pattern(R"(^\s*#\s*(?:include|import)\s*([<"])([^">]+)[">].*)");
+    std::vector<Include> includes;
+    std::istringstream lines(text);
+    std::smatch match;
+    for (std::string line; std::getline(lines, line);) {
+        if (std::regex_match(line, match, pattern)) includes.push_back({match[1] == "\"", match[2]});
+    }
+    return includes;
+}
+
+/// The library that `header` belongs to, if it is one that is kept inside its rooms.
+const Library* libraryOf(const std::string& header) {
+    for (const Library& library : libraries()) {
+        if (std::regex_match(header, std::regex(library.headers))) return &library;
+    }
+    return nullptr;
+}
+
+bool showsALibrary(const std::string& text) {
+    const auto includes = includesOf(text);
+    return std::any_of(includes.begin(), includes.end(),
+                       [](const Include& include) { return !include.isOurs && libraryOf(include.path); });
+}
+
+/// What is wrong with an include of ours in a file of `room`; empty when nothing is.
+std::string faultOfOurs(const Room& room, const std::string& header, const SourceTree& sources) {
+    const auto target = sources.find(header);
+    if (target == sources.end()) return "no such header below Sources";
+    if (isBelow(header, room.name)) return {};
+    const bool isAllowed = std::any_of(room.mayInclude.begin(), room.mayInclude.end(),
+                                       [&](const std::string& allowed) { return isBelow(header, allowed); });
+    if (!isAllowed) return "points against the arrows of " + room.name;
+    if (showsALibrary(target->second)) return "a header that shows its library is private to its room";
+    return {};
+}
+
+std::string faultOfTheirs(const Room& room, const std::string& header) {
+    if (header.starts_with("glm/")) return glmRooms.contains(room.name) ? "" : "glm starts at the stage";
+    const Library* library = libraryOf(header);
+    return !library || library->rooms.contains(room.name) ? "" : "this library stays in its own rooms";
+}
+
+}  // namespace
+
+std::vector<std::string> includeViolations(const SourceTree& sources) {
+    std::vector<std::string> violations;
+    for (const auto& [path, text] : sources) {
+        const Room* room = roomOf(path);
+        if (!room) {
+            violations.push_back(path + ": stands in no room");
+            continue;
+        }
+        for (const Include& include : includesOf(text)) {
+            const std::string fault = include.isOurs ? faultOfOurs(*room, include.path, sources)
+                                                     : faultOfTheirs(*room, include.path);
+            if (!fault.empty()) violations.push_back(path + ": includes " + include.path + ": " + fault);
+        }
+    }
+    return violations;
+}
+
+}  // namespace gull

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace gull {
+
+/// The sources of the house: text by path below Sources, e.g. "Engine/Loop/Clock.h".
+using SourceTree = std::map<std::string, std::string>;
+
+/// Every include that points where it must not, as "file: what is wrong with it"; also files outside the
+/// known rooms and includes of headers that do not exist. Empty when the house is in order.
+std::vector<std::string> includeViolations(const SourceTree& sources);
+
+}  // namespace gull
