@@ -3,7 +3,6 @@
 #include "Engine/Input/Haptics.h"
 #include "Engine/Loop/MainLoop.h"
 #include "Engine/Loop/Published.h"
-#include "Engine/Raster/Colour.h"
 #include "GullCore/Detector.h"
 #include "GullCore/Hunt.h"
 #include "GullCore/Levels.h"
