@@ -1,0 +1,35 @@
+#pragma once
+
+#include "Engine/Views/Curve.h"
+
+namespace gull {
+
+/// A number that moves to its goal along a curve. It knows no clock: whoever asks says what time it is
+/// (seconds, any origin, the same for all calls). From the end of the curve on it is exactly its goal.
+class Animated {
+  public:
+    explicit Animated(double value = 0) : from_(value), goal_(value) {}
+
+    /// Moves from wherever it stands at `now` to `goal`, beginning at now + `delay`. A spring keeps the
+    /// speed it had. A goal that it is already moving to changes nothing.
+    void moveTo(double goal, const Curve& curve, double now, double delay = 0);
+    /// Is at `value` at once and rests there.
+    void jumpTo(double value);
+
+    double value(double now) const;
+    double goal() const { return goal_; }
+    bool isMoving(double now) const;
+
+  private:
+    double seconds() const;
+    double velocity(double now) const;
+
+    double from_;
+    double goal_;
+    double start_ = 0;
+    double startVelocity_ = 0;
+    bool moving_ = false;
+    Curve curve_;
+};
+
+}  // namespace gull

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "Engine/Views/View.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace gull {
+
+/// A view laid out in a window: what is drawn where, back to front, and where every named view came to
+/// stand. A plain value; two drawings can be compared, which tells what must be drawn again.
+class Drawing {
+  public:
+    struct Text {
+        std::string text;
+        TextStyle style;
+        Colour colour;
+        double scale = 1;
+        bool operator==(const Text&) const = default;
+    };
+    struct Picture {
+        const Image* image = nullptr;
+        bool operator==(const Picture&) const = default;
+    };
+    struct Sign {
+        Symbol symbol = Symbol::star;
+        Colour colour;
+        bool operator==(const Sign&) const = default;
+    };
+    /// From here to the matching End everything is drawn as one picture.
+    struct Fade {
+        double opacity = 1;
+        bool operator==(const Fade&) const = default;
+    };
+    struct Shadow {
+        Colour colour;
+        double radius = 0;
+        bool operator==(const Shadow&) const = default;
+    };
+    struct End {
+        bool operator==(const End&) const = default;
+    };
+    using Content = std::variant<ShapeStyle, Text, Picture, Sign, Fade, Shadow, End>;
+
+    struct Mark {
+        Content content;
+        Rect rect;            ///< points, edges on whole pixels unless it is scaled
+        Rect ink;             ///< all that it can touch, shadows around it included
+        std::size_t end = 0;  ///< of a Fade or Shadow: the index of its End
+    };
+
+    /// A named view. `opacity` is the product of all that it stands in.
+    struct Named {
+        std::string name;
+        Rect rect;
+        double opacity = 1;
+    };
+
+    Drawing() = default;
+    /// Lays `view` out in a window of that size, centred if it is smaller. `scale`: pixels a point.
+    Drawing(const View& view, double width, double height, double scale);
+
+    const std::vector<Mark>& marks() const { return marks_; }
+    /// The first view of that name.
+    std::optional<Named> find(std::string_view name) const;
+    /// The first visible text that reads so.
+    const Mark* findText(std::string_view text) const;
+    /// Every visible text that stands within `rect`, in drawing order.
+    std::vector<std::string> textsIn(const Rect& rect) const;
+
+    void draw(Canvas& canvas) const;
+    /// Draws what touches `clip` (points), within it.
+    void draw(Canvas& canvas, const Rect& clip) const;
+
+    /// Appends to `damage` the rectangles (points) where this drawing differs from `before`.
+    void difference(const Drawing& before, std::vector<Rect>& damage) const;
+
+  private:
+    std::vector<Mark> marks_;
+    std::vector<Named> named_;
+};
+
+}  // namespace gull

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "Engine/Views/Drawing.h"
+
+namespace gull {
+
+struct ViewSize {
+    double width = 0;
+    double height = 0;
+};
+
+/// Measures views and puts them in their places. Two passes, as always: sizes from the leaves up, places from
+/// the root down.
+class Layout {
+  public:
+    /// `scale`: pixels a point, for edges on whole pixels. The vectors are filled by place().
+    Layout(double scale, std::vector<Drawing::Mark>& marks, std::vector<Drawing::Named>& named)
+        : scale_(scale), marks_(marks), named_(named) {}
+
+    static ViewSize measure(const View& view, const ViewSize& room);
+    /// Puts `view` into `rect`, which it was measured for.
+    void place(const View& view, const Rect& rect);
+
+  private:
+    /// What surrounds a view: a similarity from layout to window, and whether it shows at all.
+    struct Surroundings {
+        double factor = 1;
+        double dx = 0;
+        double dy = 0;
+        bool hidden = false;
+    };
+
+    void content(const View& view, const Rect& rect);
+    void stack(const View::Stack& stack, const View& view, const Rect& rect);
+    void scaled(const View& view, const Rect& rect, double factor);
+    void group(Drawing::Content begin, const View& view, const Rect& rect);
+    void faded(const View& view, const Rect& rect, double opacity);
+    void mark(Drawing::Content content, const Rect& rect, double overhang);
+    Rect inWindow(const Rect& rect) const;
+    Rect onPixels(const Rect& rect) const;
+
+    double scale_;
+    std::vector<Drawing::Mark>& marks_;
+    std::vector<Drawing::Named>& named_;
+    Surroundings around_;
+};
+
+}  // namespace gull

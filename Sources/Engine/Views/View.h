@@ -1,0 +1,168 @@
+#pragma once
+
+#include "Engine/Raster/Canvas.h"
+#include "Engine/Raster/Image.h"
+#include "Engine/Raster/Text.h"
+#include "Engine/Views/Symbol.h"
+
+#include <limits>
+#include <optional>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace gull {
+
+/// Where something stands across a row, a column or a frame that is larger: at the left or top, in the
+/// middle, at the right or bottom.
+enum class Place { start, centre, end };
+
+/// A rectangle, a rounded rectangle or a capsule that fills whatever room it is given, filled, stroked or
+/// both. A stroke is centred on the edge, moved inward by as little as makes it crisp.
+struct ShapeStyle {
+    enum class Outline { rectangle, rounded, capsule };
+    Outline outline = Outline::rectangle;
+    double radius = 0;                ///< of a rounded rectangle's corners
+    Colour fill{0, 0, 0, 0};          ///< ignored with a gradient
+    std::vector<GradientStop> stops;  ///< top to bottom
+    Colour stroke{0, 0, 0, 0};
+    double lineWidth = 1;
+    bool operator==(const ShapeStyle&) const = default;
+
+    ShapeStyle filled(const Colour& colour) const;
+    ShapeStyle filled(std::vector<GradientStop> gradient) const;
+    ShapeStyle stroked(const Colour& colour, double width = 1) const;
+};
+ShapeStyle rectangle();
+ShapeStyle roundedRectangle(double radius);
+ShapeStyle capsule();
+
+/// A description of what is to be seen: texts, shapes and pictures arranged in rows, columns and layers, all
+/// plain values. It is rebuilt whenever what it shows changes; Drawing lays it out.
+///
+/// Modifiers wrap a view and give the wrapped one back, so that they read in the order in which they apply:
+/// `text(...).padded(14, 10).behind(panel)`. Sizes in points.
+class View {
+  public:
+    static constexpr double unlimited = std::numeric_limits<double>::infinity();
+
+    /// Nothing, of no size.
+    View() = default;
+
+    View named(std::string viewName) &&;
+    View padded(double horizontal, double vertical) &&;
+    View padded(double left, double top, double right, double bottom) &&;
+    /// In a box of this size; a component that is not set is the view's own.
+    View framed(std::optional<double> width, std::optional<double> height, Place across = Place::centre,
+                Place along = Place::centre) &&;
+    /// No wider than this: text in it wraps.
+    View noWiderThan(double width) &&;
+    /// Drawn smaller, about its centre, if it is wider than the room it is given; takes that room's width.
+    View shrunkToFit() &&;
+    /// Moved without its neighbours noticing.
+    View offset(double dx, double dy) &&;
+    /// Enlarged about its centre without its neighbours noticing.
+    View scaled(double factor) &&;
+    /// As one picture, 0 to 1; at 0 it keeps its place and is not drawn.
+    View faded(double opacity) &&;
+    /// Over a soft shadow of itself.
+    View shadowed(const Colour& colour, double radius) &&;
+    /// With `other` behind or in front, given this view's room.
+    View behind(View other) &&;
+    View under(View other) &&;
+
+    // What a view is made of; for the layout alone.
+    struct Nothing {};
+    struct Gap {};
+    struct FixedGap {
+        double length;
+    };
+    struct Text {
+        std::string text;
+        TextStyle style;
+        Colour colour;
+    };
+    struct Picture {
+        const Image* image;  ///< borrowed; the pointer stands for the picture when two drawings are compared
+    };
+    struct Sign {
+        Symbol symbol;
+        double size;
+        Colour colour;
+    };
+    enum class Axis { row, column };
+    struct Stack {
+        Axis axis;
+        double spacing;
+        Place place;
+    };
+    struct Layers {};
+    struct Padding {
+        double left, top, right, bottom;
+    };
+    struct Frame {
+        std::optional<double> width, height;
+        Place across, along;
+    };
+    struct Limit {
+        double width;
+    };
+    struct Shrink {};
+    struct Offset {
+        double dx, dy;
+    };
+    struct Scale {
+        double factor;
+    };
+    struct Fade {
+        double opacity;
+    };
+    struct Shadow {
+        Colour colour;
+        double radius;
+    };
+    /// children[0] decides the size, children[1] is given the same room.
+    struct Backed {
+        bool inFront;
+    };
+    using Content =
+        std::variant<Nothing, Gap, FixedGap, Text, ShapeStyle, Picture, Sign, Stack, Layers, Padding, Frame,
+                     Limit, Shrink, Offset, Scale, Fade, Shadow, Backed>;
+
+    View(Content viewContent, std::vector<View> viewChildren = {})
+        : content(std::move(viewContent)), children(std::move(viewChildren)) {}
+
+    Content content;
+    std::vector<View> children;
+    std::string name;
+
+  private:
+    View wrapped(Content wrapper) &&;
+};
+
+/// Children for a row, a column or layers, moved into place.
+template <typename... Views>
+std::vector<View> views(Views&&... items) {
+    std::vector<View> list;
+    list.reserve(sizeof...(items));
+    (list.push_back(std::forward<Views>(items)), ...);
+    return list;
+}
+
+View text(std::string words, const Font& font, const Colour& colour, double tracking = 0,
+          TextAlign align = TextAlign::left, int maxLines = 0);
+View shape(ShapeStyle style);
+View picture(const Image* image);
+View sign(Symbol symbol, double size, const Colour& colour);
+/// Takes all the room that is left along its row or column.
+View gap();
+View gap(double length);
+/// Side by side; `place` says where they stand up and down.
+View row(double spacing, Place place, std::vector<View> children);
+/// One below the other; `place` says where they stand left and right.
+View column(double spacing, Place place, std::vector<View> children);
+/// One over the other, all centred, the first at the back; as large as the largest.
+View layers(std::vector<View> children);
+
+}  // namespace gull
