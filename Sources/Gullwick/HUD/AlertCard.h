@@ -1,0 +1,54 @@
+#pragma once
+
+#include "Engine/Input/Events.h"
+#include "Engine/Views/Drawing.h"
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace gull {
+
+/// A card that asks or tells something and takes all input until it is answered, by mouse or by keys alone:
+/// arrows and Tab move the focus, Return and Space press the button that has it, Escape presses the safe one.
+class AlertCard {
+  public:
+    struct Button {
+        std::string title;
+        std::function<void()> action;  ///< may be empty
+        bool destructive = false;
+    };
+
+    /// `safe`: the button that Escape presses and that has the focus at first.
+    AlertCard(View content, std::vector<Button> buttons, std::size_t safe);
+
+    /// Takes the event. Buttons run their action at once.
+    void handle(const KeyEvent& event);
+    /// `drawing`: where the buttons stand.
+    void handle(const MouseEvent& event, const Drawing& drawing);
+    /// True once a button was pressed.
+    bool isAnswered() const { return answered_; }
+    std::size_t focus() const { return focus_; }
+
+    /// The card in the middle of a dimmed window. Named views: alert, alert.button.0 and so on.
+    View body() const;
+
+  private:
+    void press(std::size_t button);
+    View button(std::size_t index) const;
+
+    View content_;
+    std::vector<Button> buttons_;
+    std::size_t safe_;
+    std::size_t focus_;
+    bool answered_ = false;
+    bool pressing_ = false;  ///< the mouse went down on the button that has the focus
+};
+
+/// Name, version and licence.
+AlertCard aboutCard(const std::string& version);
+/// Asks before all progress is erased; `confirmed` runs when the player says so.
+AlertCard resetAlert(std::function<void()> confirmed);
+
+}  // namespace gull

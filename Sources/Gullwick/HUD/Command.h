@@ -1,0 +1,48 @@
+#pragma once
+
+#include "Engine/Input/Events.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace gull {
+
+/// A key with its modifiers; none for Key::none.
+struct Shortcut {
+    Key key = Key::none;
+    char32_t character = 0;  ///< lower-case, with Key::character
+    bool command = false;    ///< the platform's primary modifier
+
+    bool matches(const KeyEvent& event) const;
+    /// As the platform writes it: "Ctrl+1", "F11", "Return"; empty for none.
+    std::string text() const;
+
+    static Shortcut plain(char32_t character) { return {Key::character, character, false}; }
+    static Shortcut withCommand(char32_t character) { return {Key::character, character, true}; }
+};
+
+/// One line of a menu as it stands now: what it says, whether it can be chosen, and what it does.
+struct Command {
+    std::string title;  ///< empty: a separating line
+    Shortcut shortcut;
+    bool enabled = true;
+    bool checked = false;
+    std::function<void()> action;   ///< empty for a submenu or a separator
+    std::vector<Command> submenu;
+
+    bool isSeparator() const { return title.empty(); }
+    bool canBeChosen() const { return enabled && !isSeparator(); }
+    static Command separator() { return {}; }
+};
+
+struct Menu {
+    std::string title;
+    std::vector<Command> commands;
+};
+
+/// Runs the enabled command whose shortcut this is, submenus included; false when there is none. A disabled
+/// command's key does nothing.
+bool perform(const std::vector<Menu>& menus, const KeyEvent& event);
+
+}  // namespace gull

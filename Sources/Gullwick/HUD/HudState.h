@@ -1,0 +1,56 @@
+#pragma once
+
+#include "Gullwick/Game/GameController.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace gull {
+
+/// All that the HUD knows of the game at one moment: the controller's published properties, by their names.
+/// A plain value, so that two moments can be compared and any of them can be made up.
+struct HudState {
+    using Phase = GameController::Phase;
+
+    Phase phase = Phase::intro;
+    BeachSpec spec = Campaign::beach(1);
+    double timeLeft = 0;  ///< seconds
+    std::vector<bool> tray;
+    int junkCount = 0;
+    double meter = 0;
+    bool meterIsTreasure = true;
+    std::optional<std::string> toast;
+    CampaignProgress progress;
+    int earnedStars = 0;
+    bool isNewBest = false;
+    int haul = 0;
+    std::optional<ItemKind> lastFind;
+    int findStamp = 0;
+    int pings = 0;
+    int selection = 1;
+    int tickStamp = 0;
+    bool showTicks = false;  ///< the player's switch
+
+    static HudState of(const GameController& game, bool showTicks);
+
+    /// How many treasures were found.
+    int finds() const;
+    /// Whether the treasure of that slot was found; a slot that the tray lacks was not.
+    bool isFound(std::size_t slot) const { return slot < tray.size() && tray[slot]; }
+    /// Played on the last beach of the campaign.
+    bool isLastBeach() const;
+    bool isSelecting() const { return phase == Phase::selecting; }
+    bool isFinished() const { return phase == Phase::finished; }
+
+    bool operator==(const HudState&) const = default;
+};
+
+/// "3 / 24 ★" of the whole campaign.
+std::string campaignTotal(const CampaignProgress& progress);
+
+/// In upper case, as far as ASCII goes.
+std::string upperCase(std::string_view words);
+
+}  // namespace gull

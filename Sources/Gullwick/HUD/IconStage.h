@@ -1,0 +1,15 @@
+#pragma once
+
+#include "Engine/Stage/Stage.h"
+#include "GullCore/Beach.h"
+#include "Gullwick/Scene/Textures.h"
+
+#include <memory>
+
+namespace gull {
+
+/// What the picture of an item is taken of: its model turned toward the viewer under a clear sky, a warm
+/// light and an orthographic camera that frames every item alike. Nothing behind it.
+std::unique_ptr<Stage> iconStage(ItemKind kind, Textures& textures);
+
+}  // namespace gull
