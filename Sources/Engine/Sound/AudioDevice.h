@@ -27,7 +27,7 @@ class AudioDevice final : public SoundOutput {
     };
 
     AudioDevice();
-    /// Fades out within a few milliseconds, then closes.
+    /// Falls silent, then closes.
     ~AudioDevice() override;
     AudioDevice(const AudioDevice&) = delete;
     AudioDevice& operator=(const AudioDevice&) = delete;
@@ -36,6 +36,7 @@ class AudioDevice final : public SoundOutput {
     void play(int voice, std::span<const float> samples, float volume) override;
     void loop(std::span<const float> samples) override;
     void setLoopVolume(float volume) override;
+    /// Fades out within a few milliseconds first.
     void silence() override;
 
     /// Opens again a device that was lost or could not be opened. Call it once a frame; `now` is the uptime
