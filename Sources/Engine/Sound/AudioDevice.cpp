@@ -104,8 +104,7 @@ void AudioDevice::Impl::payDebts() {
 void AudioDevice::Impl::fadeOut() {
     if (isLost() || !stream->send({SoundStream::Command::Kind::fadeOut, 0, 0, {}})) return;
     // A device that has stopped asking for samples is not waited for.
-    for (Uint32 waited = 0; waited < 100 && !stream->hasFadedOut(); waited += 5)
-        SDL_Delay(5);
+    for (Uint32 waited = 0; waited < 100 && !stream->hasFadedOut(); waited += 5) SDL_Delay(5);
     const auto buffered = static_cast<Uint32>(1000 * spec.samples / spec.freq + 1);
     SDL_Delay(std::min<Uint32>(buffered, 50));
 }

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <thread>
 #include <vector>
@@ -71,8 +72,7 @@ TEST(AudioDeviceTest, withoutADeviceItSaysSoOnceAndStaysSilent) {
     device.play(0, samples, 1);
     device.loop(samples);
     device.setLoopVolume(0.3F);
-    for (int frame = 0; frame < 6000; ++frame)
-        device.poll(frame / 60.0);
+    for (int frame = 0; frame < 6000; ++frame) device.poll(frame / 60.0);
     device.silence();
     const std::string said = testing::internal::GetCapturedStderr();
     EXPECT_EQ(said.find("No sound"), said.rfind("No sound"));

@@ -13,8 +13,8 @@ namespace {
 std::vector<float> tone(double frequency, std::size_t frames, double gain = 1) {
     std::vector<float> samples(frames);
     for (std::size_t i = 0; i < frames; ++i)
-        samples[i] = static_cast<float>(
-            gain * std::sin(2 * std::numbers::pi * frequency * static_cast<double>(i) / SoundOutput::sampleRate));
+        samples[i] = static_cast<float>(gain * std::sin(2 * std::numbers::pi * frequency *
+                                                        static_cast<double>(i) / SoundOutput::sampleRate));
     return samples;
 }
 
@@ -71,11 +71,9 @@ TEST(MixerTest, manyInterruptionsAtOnceStayFreeOfClicks) {
     const auto old = tone(150, 44100, 0.05);
     const auto quiet = std::vector<float>(10, 0.0F);
     Mixer mixer;
-    for (int voice = 0; voice < SoundOutput::voiceCount; ++voice)
-        mixer.play(voice, old, 1);
+    for (int voice = 0; voice < SoundOutput::voiceCount; ++voice) mixer.play(voice, old, 1);
     auto out = mixed(mixer, 73);
-    for (int voice = 0; voice < SoundOutput::voiceCount; ++voice)
-        mixer.play(voice, quiet, 1);
+    for (int voice = 0; voice < SoundOutput::voiceCount; ++voice) mixer.play(voice, quiet, 1);
     const auto after = mixed(mixer, 400);
     out.insert(out.end(), after.begin(), after.end());
     EXPECT_LE(largestStep(out), 12 * (largestStep(old) + 0.05F / Mixer::fadeFrames));
@@ -85,14 +83,12 @@ TEST(MixerTest, manyInterruptionsAtOnceStayFreeOfClicks) {
 TEST(MixerTest, loopRepeatsWithoutAGapAndItsVolumeGlides) {
     const auto ramp = [] {
         std::vector<float> samples(100);
-        for (std::size_t i = 0; i < samples.size(); ++i)
-            samples[i] = static_cast<float>(i + 1) / 100;
+        for (std::size_t i = 0; i < samples.size(); ++i) samples[i] = static_cast<float>(i + 1) / 100;
         return samples;
     }();
     Mixer mixer;
     mixer.loop(ramp);
-    for (const float sample : mixed(mixer, 150))
-        ASSERT_EQ(sample, 0.0F) << "silent until a volume is set";
+    for (const float sample : mixed(mixer, 150)) ASSERT_EQ(sample, 0.0F) << "silent until a volume is set";
     mixer.setLoopVolume(0.5F);
     const auto rising = mixed(mixer, Mixer::glideFrames);
     EXPECT_LE(rising.front(), 1.01F / Mixer::glideFrames);
@@ -105,8 +101,7 @@ TEST(MixerTest, loopRepeatsWithoutAGapAndItsVolumeGlides) {
 }
 
 TEST(MixerTest, softeningLeavesOrdinaryLevelsAloneAndNeverReachesOne) {
-    for (const float level : {0.0F, 0.3F, -0.9F, 0.9F})
-        EXPECT_EQ(Mixer::soften(level), level);
+    for (const float level : {0.0F, 0.3F, -0.9F, 0.9F}) EXPECT_EQ(Mixer::soften(level), level);
     float last = 0.9F;
     for (float level = 0.9F; level < 12; level += 0.001F) {
         const float soft = Mixer::soften(level);

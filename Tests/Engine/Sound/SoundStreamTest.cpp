@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <complex>
 #include <numbers>
@@ -15,8 +16,8 @@ using Command = SoundStream::Command;
 std::vector<float> tone(double frequency, double rate, std::size_t frames, double gain) {
     std::vector<float> samples(frames);
     for (std::size_t i = 0; i < frames; ++i)
-        samples[i] =
-            static_cast<float>(gain * std::sin(2 * std::numbers::pi * frequency * static_cast<double>(i) / rate));
+        samples[i] = static_cast<float>(
+            gain * std::sin(2 * std::numbers::pi * frequency * static_cast<double>(i) / rate));
     return samples;
 }
 
@@ -86,11 +87,12 @@ TEST_P(SoundStreamFormatTest, takesOutWhatTheDeviceCannotHold) {
 }
 
 INSTANTIATE_TEST_SUITE_P(formats, SoundStreamFormatTest,
-                         testing::Values(Format{44100, 2}, Format{48000, 2}, Format{8000, 1}, Format{96000, 8},
-                                         Format{22050, 2}, Format{44099, 1}, Format{192000, 6}),
-                         [](const auto& info) {
-                             return std::to_string(info.param.rate) + "Hz" +
-                                    std::to_string(info.param.channels);
+                         testing::Values(Format{44100, 2}, Format{48000, 2}, Format{8000, 1},
+                                         Format{96000, 8}, Format{22050, 2}, Format{44099, 1},
+                                         Format{192000, 6}),
+                         [](const auto& format) {
+                             return std::to_string(format.param.rate) + "Hz" +
+                                    std::to_string(format.param.channels);
                          });
 
 TEST(SoundStreamTest, equalRatesPassThroughToTheLastBit) {
@@ -98,8 +100,7 @@ TEST(SoundStreamTest, equalRatesPassThroughToTheLastBit) {
     SoundStream stream(44100, 2);
     stream.send({Command::Kind::play, 4, 1, samples});
     const auto out = rendered(stream, 1200, 2, 100);
-    for (std::size_t i = 0; i < 1200; ++i)
-        ASSERT_EQ(out[2 * i], i < 1000 ? samples[i] : 0.0F);
+    for (std::size_t i = 0; i < 1200; ++i) ASSERT_EQ(out[2 * i], i < 1000 ? samples[i] : 0.0F);
 }
 
 TEST(SoundStreamTest, everySampleOfAnHourComesOutInTime) {
@@ -114,8 +115,7 @@ TEST(SoundStreamTest, everySampleOfAnHourComesOutInTime) {
         taken += input.size();
     }
     EXPECT_EQ(taken, 97U * 4410U);
-    for (const float sample : out)
-        EXPECT_NEAR(sample, 1.0F, 1e-6F) << "a constant stays as it is";
+    for (const float sample : out) EXPECT_NEAR(sample, 1.0F, 1e-6F) << "a constant stays as it is";
 }
 
 TEST(SoundStreamTest, twelveLoudVoicesBendInsteadOfClipping) {
@@ -124,8 +124,7 @@ TEST(SoundStreamTest, twelveLoudVoicesBendInsteadOfClipping) {
     for (int voice = 0; voice < SoundOutput::voiceCount; ++voice)
         stream.send({Command::Kind::play, voice, 1, samples});
     float peak = 0;
-    for (const float sample : rendered(stream, 20000, 2))
-        peak = std::max(peak, std::abs(sample));
+    for (const float sample : rendered(stream, 20000, 2)) peak = std::max(peak, std::abs(sample));
     EXPECT_LE(peak, 1.0F);
     EXPECT_GT(peak, 0.98F);
 }
@@ -134,8 +133,7 @@ TEST(SoundStreamTest, commandsBeyondTheQueueAreRefusedAndTheRestObeyed) {
     const std::vector<float> samples(10, 0.25F);
     SoundStream stream(44100, 1);
     int taken = 0;
-    while (stream.send({Command::Kind::play, taken % 12, 1, samples}))
-        ++taken;
+    while (stream.send({Command::Kind::play, taken % 12, 1, samples})) ++taken;
     EXPECT_EQ(taken, 256);
     EXPECT_GT(std::abs(rendered(stream, 5, 1).front()), 0.9F);
     EXPECT_TRUE(stream.send({Command::Kind::play, 0, 1, samples}));
