@@ -19,6 +19,7 @@ struct Rect {
 struct GradientStop {
     double offset = 0;  ///< 0 to 1
     Colour colour;
+    bool operator==(const GradientStop&) const = default;
 };
 
 enum class BlendMode { normal, screen, multiply, darken, add, copy };

@@ -8,7 +8,8 @@ namespace gull {
 /// (seconds, any origin, the same for all calls). From the end of the curve on it is exactly its goal.
 class Animated {
   public:
-    explicit Animated(double value = 0) : from_(value), goal_(value) {}
+    Animated() = default;
+    explicit Animated(double value) : from_(value), goal_(value) {}
 
     /// Moves from wherever it stands at `now` to `goal`, beginning at now + `delay`. A spring keeps the
     /// speed it had. A goal that it is already moving to changes nothing.
@@ -24,8 +25,8 @@ class Animated {
     double seconds() const;
     double velocity(double now) const;
 
-    double from_;
-    double goal_;
+    double from_ = 0;
+    double goal_ = 0;
     double start_ = 0;
     double startVelocity_ = 0;
     bool moving_ = false;
