@@ -1,0 +1,174 @@
+#include "Gullwick/Scene/BeachScene.h"
+
+#include "Engine/Stage/Precondition.h"
+#include "Gullwick/Scene/DetectorRig.h"
+#include "Gullwick/Scene/Digs.h"
+#include "Gullwick/Scene/Dressing.h"
+#include "Gullwick/Scene/Materials.h"
+#include "Gullwick/Scene/PingArrow.h"
+#include "Gullwick/Scene/RipplePool.h"
+#include "Gullwick/Scene/SceneCamera.h"
+#include "Gullwick/Scene/SceneLights.h"
+#include "Gullwick/Scene/Sea.h"
+#include "Gullwick/Scene/Terrain.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace gull {
+
+namespace {
+
+constexpr double trailUploadGap = 0.05;  // seconds
+constexpr double shakeDecay = 9;         // a second
+// Between the highest and the lowest sand of the plot, for the box of a changed mark.
+constexpr double plotTop = 0.5;
+constexpr double plotBottom = -0.3;
+
+/// The part of the world that a rectangle of the trail lies on.
+Box worldBox(const PixelRect& rect) {
+    const double perX = Terrain::plotWidth / TrailCanvas::width,
+                 perZ = Terrain::plotDepth / TrailCanvas::height;
+    const double left = rect.x * perX - Terrain::plotWidth / 2, far = rect.y * perZ - Terrain::plotDepth / 2;
+    return {{left, plotBottom, far}, {left + rect.width * perX, plotTop, far + rect.height * perZ}};
+}
+
+std::shared_ptr<Material> sandMaterial(Textures& textures, const TrailCanvas& trail) {
+    auto material = Materials::pictured(textures.sandDetail(), 0, 0.93);
+    material->diffuseMap.wrapS = material->diffuseMap.wrapT = Wrap::repeat;
+    Channel& ripples = material->normalMap;
+    ripples.texture = textures.sandNormal();
+    ripples.intensity = 0.55;
+    ripples.wrapS = ripples.wrapT = Wrap::repeat;
+    ripples.scale = {0.8, 0.8};
+    // The trail's top row lies along the seaward edge, where the plot's own coordinates begin.
+    Channel& marks = material->multiplyMap;
+    marks.texture = trail.texture();
+    marks.uvSet = 1;
+    marks.scale = {1, -1};
+    marks.offset = {0, 1};
+    return material;
+}
+
+}  // namespace
+
+struct BeachScene::Parts {
+    Parts(Stage& stage, Textures& textures, DelayedWork& delayedWork, const TrailCanvas& trail)
+        : camera(stage),
+          lights(stage),
+          sea(stage.root, textures),
+          ripples(stage.root, textures),
+          ping(stage.root, textures),
+          detector(stage.root, textures),
+          digs(stage, textures, delayedWork),
+          sand(sandMaterial(textures, trail)) {}
+
+    SceneCamera camera;
+    SceneLights lights;
+    Sea sea;
+    RipplePool ripples;
+    PingArrow ping;
+    DetectorRig detector;
+    Digs digs;
+    SandMesh sandMesh;
+    std::shared_ptr<Material> sand;
+    Node* beachRoot = nullptr;
+    double lastTrailUpload = 0;
+};
+
+BeachScene::BeachScene(DelayedWork& delayedWork)
+    : parts_(std::make_unique<Parts>(stage_, textures_, delayedWork, trail)) {
+    setBeach(1);
+}
+
+BeachScene::~BeachScene() = default;
+
+void BeachScene::setBeach(int number) {
+    if (number < 0) brokenPrecondition("beach %d: beaches are numbered from 1", number);
+    beachNumber_ = number;
+    look_ = BeachLook::forBeach(number);
+
+    if (parts_->beachRoot) parts_->beachRoot->removeFromParent();
+    Node& beach = stage_.root.addChild("beach");
+    parts_->beachRoot = &beach;
+    parts_->digs.begin(beach, look_);
+    floodStart.reset();
+    trail.reset();
+    trail.upload();
+
+    parts_->lights.apply(look_, number, textures_);
+    parts_->camera.setExposure(look_.exposure - 0.2);
+
+    Node& sand = beach.add(makeNode(parts_->sandMesh.coloured(look_), parts_->sand));
+    sand.name = "sand";
+    sand.castsShadow = false;
+    beach.add(Dressing::build(number, look_, textures_));
+
+    parts_->sea.setLook(look_, textures_);
+    tide = 0;
+    parts_->ping.hide();
+    parts_->ripples.hideAll();
+    stage_.touchKept();
+}
+
+void BeachScene::frame(double aspect) {
+    parts_->camera.frame(aspect);
+    parts_->camera.place(time, reduceMotion ? -100 : introStart, reduceMotion ? 0 : shake);
+}
+
+void BeachScene::update(double newTime, double dt, const PlotPoint& coil, const glm::dvec2& coilVelocity,
+                        double coilLift, double signal, const Colour& tint) {
+    time = newTime;
+    stage_.time = newTime;
+    shake *= std::exp(-shakeDecay * dt);
+    parts_->camera.place(time, reduceMotion ? -100 : introStart, reduceMotion ? 0 : shake);
+    parts_->detector.place(Terrain::world(coil), coilVelocity, dt, coilLift);
+    parts_->detector.setSignal(signal, tint);
+    parts_->sea.update(time, tide, floodStart);
+    parts_->ripples.update(time);
+    parts_->ping.update(time);
+    parts_->digs.update(time);
+    if (trail.dirty() && time - parts_->lastTrailUpload > trailUploadGap) {
+        stage_.touchKept(worldBox(trail.upload()));
+        parts_->lastTrailUpload = time;
+    }
+}
+
+void BeachScene::ripple(const PlotPoint& at, const Colour& tint, double strength, double size) {
+    parts_->ripples.start(Terrain::world(at), tint, strength * size, time);
+}
+
+void BeachScene::showPing(const PlotPoint& from, const PlotPoint& to) {
+    parts_->ping.show(Terrain::world(from), Terrain::world(to), time);
+}
+
+void BeachScene::dig(const PlotPoint& at, const Hunt::DigOutcome& outcome) {
+    std::optional<ItemKind> found;
+    if (const auto* treasure = std::get_if<Hunt::Treasure>(&outcome)) found = treasure->item.kind;
+    if (const auto* junk = std::get_if<Hunt::Junk>(&outcome)) found = junk->item.kind;
+    trail.hole(at);
+    parts_->digs.dig(Terrain::world(at), found, time);
+    shake = std::max(shake, found ? 1.0 : 0.4);
+}
+
+const std::vector<Reveal>& BeachScene::reveals() const {
+    return parts_->digs.reveals();
+}
+
+PlotPoint BeachScene::plotPoint(const glm::dvec2& point, const glm::dvec2& viewSize) const {
+    const Camera& lens = parts_->camera.lens();
+    const glm::dmat4 world = parts_->camera.node().worldTransform();
+    const glm::dvec3 near = unproject(lens, world, {point, 0}, viewSize);
+    const glm::dvec3 ray = unproject(lens, world, {point, 1}, viewSize) - near;
+    if (std::abs(ray.y) <= 1e-9) return Terrain::plotPoint(0, 0);
+    // First where the ray meets the sand's mean height, then closer with the height found there.
+    glm::dvec3 hit = near + ray * ((0.15 - near.y) / ray.y);
+    for (int step = 0; step < 3; ++step) {
+        hit = near + ray * ((Terrain::height(hit.x, hit.z) - near.y) / ray.y);
+    }
+    const PlotPoint plot = Terrain::plotPoint(hit.x, hit.z);
+    return {std::clamp(plot.x, 0.0, 1.0), std::clamp(plot.y, 0.0, 1.0)};
+}
+
+}  // namespace gull

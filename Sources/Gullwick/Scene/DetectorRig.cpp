@@ -1,0 +1,147 @@
+#include "Gullwick/Scene/DetectorRig.h"
+
+#include "Engine/Stage/Primitives.h"
+#include "Gullwick/Scene/Lathe.h"
+#include "Gullwick/Scene/Materials.h"
+#include "Gullwick/Scene/Terrain.h"
+
+#include <algorithm>
+#include <cmath>
+#include <glm/trigonometric.hpp>
+#include <numbers>
+
+namespace gull {
+
+namespace {
+
+using MaterialRef = std::shared_ptr<Material>;
+
+constexpr double quarter = std::numbers::pi / 2;
+constexpr double hover = 0.32;        // of the coil above the sand
+constexpr double glowHeight = 0.03;   // of the glow above the sand
+constexpr double leanPerSecond = 10;  // how fast the lean follows
+constexpr double leanReach = 0.25;    // radians at full lean
+constexpr double shaftTilt = 22;      // degrees above the horizontal
+constexpr double shaftFoot = 0.135;   // above the coil
+constexpr glm::dvec2 hand(6, 15);     // x and z toward which the shaft points
+
+MaterialRef dark() {
+    return Materials::pbr(RGB{0.07, 0.075, 0.08}, 0.1, 0.45);
+}
+MaterialRef orange() {
+    return Materials::pbr(RGB{0.95, 0.42, 0.18}, 0.2, 0.4);
+}
+MaterialRef steel() {
+    return Materials::pbr(RGB{0.32, 0.34, 0.37}, 0.8, 0.35);
+}
+
+Node& part(Node& parent, Geometry geometry, const MaterialRef& material, const glm::dvec3& at = {0, 0, 0},
+           const glm::dvec3& angles = {0, 0, 0}) {
+    Node& node = parent.add(makeNode(std::move(geometry), material));
+    node.position = at;
+    node.eulerAngles = angles;
+    return node;
+}
+
+}  // namespace
+
+DetectorRig::DetectorRig(Node& parent, Textures& textures)
+    : root_(parent.addChild("detector")),
+      tilt_(root_.addChild("tilt")),
+      yaw_(root_.addChild("yaw")),
+      glow_(root_.addChild("glow")) {
+    root_.layer = Layer::moving;
+    buildCoil(textures);
+    buildShaft();
+    setSignal(0, {1, 1, 1, 1});
+}
+
+void DetectorRig::buildCoil(Textures& textures) {
+    const MaterialRef black = dark();
+    part(tilt_, primitives::torus(0.64, 0.075, 64, 20), black).scale = {1, 0.7, 1};
+
+    auto disc = Materials::pbr(Colour{0.05, 0.05, 0.06, 0.62}, 0, 0.5);
+    disc->blend = Material::Blend::alpha;
+    disc->opacity = 0.7;
+    part(tilt_, primitives::cylinder(0.6, 0.02, 48), disc);
+
+    for (const double degrees : {0.0, 60.0, 120.0}) {
+        part(tilt_, primitives::box(1.2, 0.035, 0.06, 0.01), black, {}, {0, glm::radians(degrees), 0});
+    }
+    part(tilt_, primitives::cylinder(0.13, 0.08, 32), orange(), {0, 0.03, 0});
+
+    led_ = Materials::pbr(RGB{0.1, 0.1, 0.1}, 0, 0.3);
+    part(tilt_, primitives::torus(0.5, 0.026, 64, 12), led_, {0, 0.03, 0});
+
+    light_ = std::make_shared<Light>();
+    light_->kind = Light::Kind::omni;
+    light_->intensity = 0;
+    light_->attenuationStart = 0;
+    light_->attenuationEnd = 2.2;
+    light_->attenuationExponent = 2;
+    Node& lamp = tilt_.addChild("lamp");
+    lamp.position = {0, -0.18, 0};
+    lamp.light = light_;
+
+    glowMaterial_ = Materials::additive(textures.puff());
+    glow_.geometry = std::make_shared<const Geometry>(primitives::plane(1.7, 1.7));
+    glow_.materials = {glowMaterial_};
+    glow_.eulerAngles = {-quarter, 0, 0};
+    glow_.position = {0, -0.29, 0};
+    glow_.renderingOrder = 5;
+    glow_.castsShadow = false;
+}
+
+void DetectorRig::buildShaft() {
+    const MaterialRef black = dark(), paint = orange();
+    const double tilt = glm::radians(shaftTilt);
+    const glm::dvec3 direction(0, std::sin(tilt), std::cos(tilt));
+    const glm::dvec3 along(glm::radians(90 - shaftTilt), 0, 0);  // turns a cylinder's axis to `direction`
+    const auto onShaft = [&](double distance, double above) {
+        return direction * distance + glm::dvec3(0, above, 0);
+    };
+
+    part(yaw_, primitives::box(0.12, 0.16, 0.22, 0.03), black, {0, 0.1, 0});
+    part(yaw_, primitives::cylinder(0.06, 5, 24), steel(), onShaft(2.5, shaftFoot), along);
+    part(yaw_, primitives::cylinder(0.062, 0.18, 24), paint, onShaft(1.6, shaftFoot), along);
+    part(yaw_, primitives::box(0.34, 0.2, 0.5, 0.05), black, onShaft(3.1, 2 * shaftFoot), {-tilt, 0, 0});
+    part(yaw_, primitives::cylinder(0.075, 0.7, 24), black, onShaft(3.75, shaftFoot), along);
+    part(yaw_, primitives::tube(0.16, 0.2, 0.22, 32), paint, onShaft(4.85, shaftFoot + 0.12), along);
+
+    // The cable winds from the coil's hub up to the control box.
+    std::vector<glm::dvec3> cable;
+    constexpr int points = 72;
+    for (int i = 0; i <= points; ++i) {
+        const double s = static_cast<double>(i) / points, turn = s * 7 * 2 * std::numbers::pi;
+        const glm::dvec3 out =
+            glm::dvec3(1, 0, 0) * std::cos(turn) + glm::dvec3(0, direction.z, -direction.y) * std::sin(turn);
+        cable.push_back(onShaft(0.15 + 2.7 * s, shaftFoot) + out * 0.074);
+    }
+    part(yaw_, shapes::bar(cable, {0.013}, 6), black);
+}
+
+void DetectorRig::place(const glm::dvec3& at, const glm::dvec2& velocity, double dt, double lift) {
+    root_.position = {at.x, at.y + lift + hover, at.z};
+    const double share = 1 - std::exp(-leanPerSecond * dt);
+    const glm::dvec2 target(std::clamp(0.05 * velocity.x, -1.0, 1.0),
+                            std::clamp(0.05 * velocity.y, -1.0, 1.0));
+    lean_ += (target - lean_) * share;
+    const glm::dvec2 slope = Terrain::slope(at.x, at.z);
+    tilt_.eulerAngles = {std::atan(slope.y) + leanReach * lean_.y, 0,
+                         -std::atan(slope.x) - leanReach * lean_.x};
+    yaw_.eulerAngles.y = std::atan2(hand.x - at.x, hand.y - at.z);
+    glow_.position.y = -hover - lift + glowHeight;
+}
+
+void DetectorRig::setSignal(double strength, const Colour& tint) {
+    const double k = std::clamp(strength, 0.0, 1.0);
+    const auto dimmed = [&](double factor) {
+        return Colour{tint.r * factor, tint.g * factor, tint.b * factor, 1};
+    };
+    led_->emission = dimmed(1.2 * k + 0.15);
+    light_->colour = tint;
+    light_->intensity = 70 * k;
+    glowMaterial_->multiply = dimmed(0.12 * k);
+}
+
+}  // namespace gull

@@ -1,0 +1,182 @@
+#include "Gullwick/Scene/Digs.h"
+
+#include "Engine/Stage/MeshBuilder.h"
+#include "Engine/Stage/Primitives.h"
+#include "Gullwick/Scene/ItemModels.h"
+#include "Gullwick/Scene/Materials.h"
+#include "Gullwick/Scene/Terrain.h"
+
+#include <cmath>
+#include <glm/geometric.hpp>
+#include <numbers>
+
+namespace gull {
+
+namespace {
+
+constexpr double startDepth = 0.3;  // below the sand
+constexpr double startScale = 0.4;
+constexpr double sprayLasts = 1.5;  // seconds until its node is cleared away
+
+/// Thrown-up sand is uneven: a bump field over directions from the centre.
+double bump(const glm::dvec3& n) {
+    return std::sin(5 * n.x + 2 * n.z) * std::sin(6 * n.z - 1.5 * n.x) +
+           0.5 * std::sin(13 * n.x + 7 * n.y) * std::sin(11 * n.z + 3);
+}
+
+Geometry crumbledRim() {
+    return mesh::withNormals(mesh::displaced(primitives::torus(0.42, 0.13, 40, 12),
+                                             [](const glm::dvec3& p) {
+                                                 const glm::dvec3 ring =
+                                                     glm::normalize(glm::dvec3(p.x, 0, p.z)) * 0.42;
+                                                 const double swell = 1 + 0.22 * bump(ring * 2.4);
+                                                 return ring + (p - ring) * swell;
+                                             }),
+                             180);
+}
+
+Geometry crumbledHeap() {
+    return mesh::withNormals(
+        mesh::displaced(primitives::sphere(0.32, 28),
+                        [](const glm::dvec3& p) { return p * (1 + 0.09 * bump(p * 3.2)); }),
+        180);
+}
+
+}  // namespace
+
+Digs::Digs(Stage& stage, Textures& textures, DelayedWork& delayedWork)
+    : stage_(stage),
+      textures_(textures),
+      delayedWork_(delayedWork),
+      rim_(std::make_shared<const Geometry>(crumbledRim())),
+      heap_(std::make_shared<const Geometry>(crumbledHeap())) {}
+
+void Digs::begin(Node& beachRoot, const BeachLook& look) {
+    beachRoot_ = &beachRoot;
+    sand_ = look.sand;
+    spoil_ = Materials::pbr(look.sand.mixed({0.4, 0.33, 0.26}, 0.35), 0, 0.95);
+    spoil_->normalMap.texture = textures_.sandNormal();
+    spoil_->normalMap.wrapS = spoil_->normalMap.wrapT = Wrap::repeat;
+    reveals_.clear();
+    digCount_ = 0;
+    beachToken_ = std::make_shared<char>();
+}
+
+void Digs::dig(const glm::dvec3& ground, const std::optional<ItemKind>& found, double time) {
+    ++digCount_;
+    leaveHole(ground);
+    spray(ground, time);
+    if (found) raise(*found, ground, time);
+}
+
+void Digs::leaveHole(const glm::dvec3& ground) {
+    Node& rim = beachRoot_->add(makeNode(rim_, {spoil_}));
+    rim.name = "rim";
+    rim.position = ground + glm::dvec3(0, 0.02, 0);
+    rim.scale = {1, 0.42, 1};
+    Node& heap = beachRoot_->add(makeNode(heap_, {spoil_}));
+    heap.name = "heap";
+    heap.position = ground + glm::dvec3(0.62, 0.02, 0.38);
+    heap.scale = {1.2, 0.38, 0.9};
+    Box box = rim.bounds();
+    box.include(heap.bounds());
+    stage_.touchKept(box);
+}
+
+void Digs::spray(const glm::dvec3& ground, double time) {
+    auto sand = std::make_shared<ParticleSystem>();
+    sand->image = textures_.puff();
+    sand->start = time;
+    sand->seed = 2 * digCount_;
+    sand->birthRate = 2200;
+    sand->emissionDuration = 0.07;
+    sand->lifeSpan = 0.75;
+    sand->lifeSpanVariation = 0.25;
+    sand->speed = 3.2;
+    sand->speedVariation = 1.6;
+    sand->spreadingAngle = 38;
+    sand->acceleration = {0, -9, 0};
+    sand->size = 0.07;
+    sand->sizeVariation = 0.04;
+    sand->colour = sand_.scaled(0.9).colour();
+    sand->colourVariation = {0, 0, 0.1, 0};
+
+    Node& node = beachRoot_->addChild("spray");
+    node.position = ground + glm::dvec3(0, 0.1, 0);
+    node.layer = Layer::moving;
+    node.particles.push_back(std::move(sand));
+    delayedWork_.after(sprayLasts, [&node, beach = std::weak_ptr(beachToken_)] {
+        if (!beach.expired()) node.removeFromParent();
+    });
+}
+
+void Digs::raise(ItemKind kind, const glm::dvec3& ground, double time) {
+    Reveal reveal;
+    reveal.kind = kind;
+    reveal.start = time;
+    reveal.ground = ground;
+    const double restX = ground.x - 0.75, restZ = ground.z + 0.25;
+    reveal.rest = {restX, Terrain::height(restX, restZ) + 0.1, restZ};
+
+    reveal.node = &beachRoot_->add(ItemModels::node(kind, textures_));
+    reveal.node->position = ground - glm::dvec3(0, startDepth, 0);
+    reveal.node->scale = glm::dvec3(startScale);
+    reveal.node->layer = Layer::moving;
+
+    if (isTreasure(kind)) {
+        auto light = std::make_shared<Light>();
+        light->kind = Light::Kind::omni;
+        light->colour = {1, 0.8, 0.45, 1};
+        light->intensity = 0;
+        light->attenuationEnd = 2.6;
+        reveal.glow = &beachRoot_->addChild("glow");
+        reveal.glow->layer = Layer::moving;
+        reveal.glow->light = std::move(light);
+
+        const bool chest = kind == ItemKind::chest;
+        auto sparkle = std::make_shared<ParticleSystem>();
+        sparkle->image = textures_.sparkle();
+        sparkle->start = time;
+        sparkle->seed = 2 * digCount_ + 1;
+        sparkle->birthRate = chest ? 90 : 34;
+        sparkle->emissionDuration = chest ? 2.6 : 1.4;
+        sparkle->emitterRadius = chest ? 0.7 : 0.4;
+        sparkle->lifeSpan = 0.6;
+        sparkle->size = 0.12;
+        sparkle->sizeVariation = 0.08;
+        sparkle->speed = 0.6;
+        sparkle->spreadingAngle = 180;
+        sparkle->angularVelocity = 90;
+        sparkle->colour = {1, 0.92, 0.65, 1};
+        sparkle->intensity = 1.5;
+        sparkle->blend = Material::Blend::add;
+        reveal.node->particles.push_back(std::move(sparkle));
+    }
+    reveals_.push_back(reveal);
+}
+
+void Digs::update(double time) {
+    for (Reveal& reveal : reveals_) {
+        if (reveal.done) continue;
+        reveal.pose(time);
+        if (time - reveal.start >= reveal.duration()) end(reveal);
+    }
+}
+
+void Digs::end(Reveal& reveal) {
+    reveal.done = true;
+    if (reveal.glow) {
+        reveal.glow->removeFromParent();
+        reveal.glow = nullptr;
+    }
+    if (isTreasure(reveal.kind)) {
+        reveal.node->removeFromParent();
+        reveal.node = nullptr;
+    } else {
+        // From now on it rests on the beach.
+        reveal.node->layer = Layer::inherited;
+        stage_.touchKept(reveal.node->bounds());
+    }
+}
+
+}  // namespace gull

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "Engine/Loop/DelayedWork.h"
+#include "Engine/Stage/Stage.h"
+#include "Gullwick/Scene/Look.h"
+#include "Gullwick/Scene/Reveal.h"
+#include "Gullwick/Scene/Textures.h"
+
+#include <glm/vec3.hpp>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace gull {
+
+/// What digging leaves on a beach: holes with a rim and a spoil heap, a spray of sand, and the items that
+/// come up.
+class Digs {
+  public:
+    /// All three are owned by the caller and must outlive it.
+    Digs(Stage& stage, Textures& textures, DelayedWork& delayedWork);
+
+    /// Starts over on a new beach. `beachRoot` gets everything that is dug up and must outlive the beach.
+    void begin(Node& beachRoot, const BeachLook& look);
+    /// A hole at `ground`, and the item that came out of it.
+    void dig(const glm::dvec3& ground, const std::optional<ItemKind>& found, double time);
+    /// Moves the running reveals on.
+    void update(double time);
+
+    const std::vector<Reveal>& reveals() const { return reveals_; }
+
+  private:
+    void leaveHole(const glm::dvec3& ground);
+    void spray(const glm::dvec3& ground, double time);
+    void raise(ItemKind kind, const glm::dvec3& ground, double time);
+    void end(Reveal& reveal);
+
+    Stage& stage_;
+    Textures& textures_;
+    DelayedWork& delayedWork_;
+    Node* beachRoot_ = nullptr;
+    RGB sand_;
+    std::shared_ptr<Material> spoil_;
+    GeometryRef rim_;
+    GeometryRef heap_;
+    std::vector<Reveal> reveals_;
+    std::uint64_t digCount_ = 0;
+    /// Delayed work of an earlier beach finds this gone.
+    std::shared_ptr<char> beachToken_;
+};
+
+}  // namespace gull
