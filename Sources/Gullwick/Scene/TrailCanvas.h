@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Engine/Raster/Canvas.h"
+#include "Engine/Raster/Image.h"
 #include "Engine/Stage/Texture.h"
 #include "GullCore/Beach.h"
 
@@ -34,9 +34,10 @@ class TrailCanvas {
     const std::shared_ptr<Texture>& texture() const { return texture_; }
 
   private:
-    void mark(double left, double top, double right, double bottom);
+    struct Stamp;
+    void stamp(const PlotPoint& at, const Stamp& shape);
 
-    Canvas canvas_;
+    Image image_;
     std::shared_ptr<Texture> texture_;
     PixelRect dirty_;
 };
