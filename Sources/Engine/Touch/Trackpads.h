@@ -37,8 +37,10 @@ class Trackpads final : public HapticPerformer {
     /// What was found, in the order found.
     std::vector<Pad> pads() const;
     /// A short command that allows reading a pad that is there but may not be read, while none is read: the
-    /// moment to tell the player. Empty otherwise.
+    /// moment to tell the player. It holds until the machine restarts. Empty otherwise.
     std::string missingPermission() const;
+    /// The same for good and for every pad: a rule for the device manager.
+    static std::string lastingPermission();
 
     void perform(HapticPattern pattern) override;
     bool isAvailable() const override;

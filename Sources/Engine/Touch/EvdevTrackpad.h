@@ -1,0 +1,47 @@
+#pragma once
+
+#include "Engine/Input/Events.h"
+#include "Engine/Input/Haptics.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace gull {
+
+/// One touchpad, read from its event device. It is opened for writing too where that is allowed, which its
+/// actuator needs.
+class EvdevTrackpad {
+  public:
+    /// What became of an attempt to open a device.
+    struct Opened {
+        std::unique_ptr<EvdevTrackpad> pad;  ///< null when it failed
+        int error = 0;                       ///< errno's number then
+    };
+    /// `path` as "/dev/input/event7".
+    static Opened open(const std::string& path);
+
+    ~EvdevTrackpad();
+    EvdevTrackpad(const EvdevTrackpad&) = delete;
+    EvdevTrackpad& operator=(const EvdevTrackpad&) = delete;
+
+    /// Takes in what has happened, never waiting. False when the device is gone: it has no contacts then.
+    bool poll();
+    /// Asks the device itself what is on it: events may have been lost while the machine slept.
+    void resync();
+    const std::vector<Contact>& contacts() const;
+
+    std::string name() const;
+    /// "5 slots, 1224 x 804 units, 12 per mm".
+    std::string geometry() const;
+    bool isWritable() const;
+    bool pulses() const;
+    void perform(HapticPattern pattern);
+
+  private:
+    struct Impl;
+    explicit EvdevTrackpad(std::unique_ptr<Impl> impl);
+    std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace gull
