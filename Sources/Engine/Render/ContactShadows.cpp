@@ -1,0 +1,53 @@
+#include "Engine/Render/ContactShadows.h"
+
+#include "Engine/Render/Shaders.h"
+#include "Engine/Render/TextureUnits.h"
+
+#include <epoxy/gl.h>
+
+namespace gull {
+
+ContactShadows::ContactShadows(const ScreenPass& screen, const RenderOptions& options)
+    : screen_(screen),
+      options_(options),
+      find_("contact shadows", shaders::fullScreen, shaders::occlusionFragment),
+      blur_("contact shadow blur", shaders::fullScreen, shaders::occlusionBlurFragment) {}
+
+void ContactShadows::draw(unsigned depth, const View& view, const PixelArea& area) {
+    PixelSize half{(view.size.width + 1) / 2, (view.size.height + 1) / 2};
+    if (!raw_ || !(raw_.size() == half)) {
+        raw_ = Target(half, {{Format::rgba8}});
+        result_ = Target(half, {{Format::rgba8}});
+    }
+    const glm::dmat4& p = view.projection;
+    glm::vec4 lens(1 / p[0][0], 1 / p[1][1], p[2][2], p[3][2]);
+    double aspect = static_cast<double>(view.size.width) / view.size.height;
+    glDisable(GL_DEPTH_TEST);
+    glDisable(GL_BLEND);
+    glEnable(GL_SCISSOR_TEST);
+    bindTexture(unitKeptDepth, depth);
+
+    raw_.bind();
+    PixelArea around = area.grown(8);
+    glScissor(around.x / 2, around.y / 2, around.width / 2 + 1, around.height / 2 + 1);
+    find_.use();
+    find_.set("lens", lens);
+    find_.set("reach", glm::vec4(options_.occlusionRadius, options_.occlusionRadius * p[1][1] / 2,
+                                 options_.occlusionStrength, 1 / aspect));
+    screen_.draw(find_);
+
+    result_.bind();
+    glScissor(area.x / 2, area.y / 2, area.width / 2 + 1, area.height / 2 + 1);
+    bindTexture(unitSource, raw_.colour());
+    blur_.use();
+    blur_.set("lens", lens);
+    blur_.set("texel", glm::vec2(1.0 / half.width, 1.0 / half.height));
+    screen_.draw(blur_);
+    glDisable(GL_SCISSOR_TEST);
+}
+
+void ContactShadows::bind() const {
+    bindTexture(unitOcclusion, result_ ? result_.colour() : 0);
+}
+
+}  // namespace gull

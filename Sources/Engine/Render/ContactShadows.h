@@ -1,0 +1,31 @@
+#pragma once
+
+#include "Engine/Render/RenderOptions.h"
+#include "Engine/Render/ScreenPass.h"
+#include "Engine/Render/Target.h"
+#include "Engine/Render/View.h"
+
+namespace gull {
+
+/// The soft darkness where things meet: how much of the sky each point's surroundings hide, found from the
+/// picture's depth at half resolution.
+class ContactShadows {
+  public:
+    ContactShadows(const ScreenPass& screen, const RenderOptions& options);
+
+    /// From `depth`, a depth texture of the whole picture; works within `area` only. Needs a perspective
+    /// view.
+    void draw(unsigned depth, const View& view, const PixelArea& area);
+    /// Binds the result; before any draw(), or after clear(), one that darkens nothing.
+    void bind() const;
+
+  private:
+    const ScreenPass& screen_;
+    const RenderOptions& options_;
+    Program find_;
+    Program blur_;
+    Target raw_;
+    Target result_;
+};
+
+}  // namespace gull

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "Engine/Render/FrameBlock.h"
+#include "Engine/Render/ScreenPass.h"
+#include "Engine/Render/Target.h"
+#include "Engine/Render/View.h"
+
+namespace gull {
+
+/// From scene light to a finished picture: bloom, film curve, vignette, grading, encoding and dither, as the
+/// camera asks.
+class Development {
+  public:
+    explicit Development(const ScreenPass& screen);
+
+    /// The glow around what is brighter than the camera's threshold in `light` (a texture of the picture's
+    /// size): a texture of a quarter of its size, or 0 when the camera wants none.
+    unsigned bloom(unsigned light, const View& view);
+    /// Develops `light` with `bloom` (may be 0) into the bound target, within its scissor rectangle.
+    void develop(unsigned light, unsigned bloom, const View& view);
+
+  private:
+    const ScreenPass& screen_;
+    Program bright_;
+    Program blur_;
+    Program plain_;
+    Program graded_;
+    Program gradedWithBloom_;
+    Target glow_;
+    Target blurred_;
+};
+
+}  // namespace gull

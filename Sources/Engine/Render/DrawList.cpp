@@ -1,0 +1,131 @@
+#include "Engine/Render/DrawList.h"
+
+#include <algorithm>
+#include <cmath>
+#include <glm/gtc/matrix_inverse.hpp>
+#include <glm/gtc/matrix_transform.hpp>
+
+namespace gull {
+
+glm::vec3 linear(const Colour& colour) {
+    auto decode = [](double c) {
+        return static_cast<float>(c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4));
+    };
+    return {decode(colour.r), decode(colour.g), decode(colour.b)};
+}
+
+namespace {
+
+struct Inherited {
+    glm::dmat4 world{1};
+    double opacity = 1;
+    int order = 0;
+    bool moving = false;
+};
+
+class Gatherer {
+  public:
+    Gatherer(const Stage& stage, const View& view, MeshCache& meshes, DrawList::Which which, DrawList& list)
+        : stage_(stage), view_(view), meshes_(meshes), which_(which), list_(list) {}
+
+    void visit(const Node& node, const Inherited& from) {
+        if (node.hidden || node.opacity <= 0) return;
+        Inherited here;
+        here.world = from.world * node.localTransform();
+        here.opacity = from.opacity * node.opacity;
+        here.order = node.renderingOrder != 0 ? node.renderingOrder : from.order;
+        here.moving = node.layer == Layer::inherited ? from.moving : node.layer == Layer::moving;
+        DrawLayer& layer = here.moving ? list_.moving : list_.kept;
+        if (here.moving || which_ == DrawList::Which::both) {
+            if (node.geometry) addGeometry(node, here, layer);
+            for (const auto& system : node.particles)
+                if (!isOver(*system, stage_.time))
+                    layer.particles.push_back({system.get(), here.world, static_cast<float>(here.opacity),
+                                               here.order,
+                                               glm::distance(view_.eye, glm::dvec3(here.world[3]))});
+        }
+        if (node.light) addLight(*node.light, here.world, layer);
+        for (const auto& child : node.children()) visit(*child, here);
+    }
+
+  private:
+    void addGeometry(const Node& node, const Inherited& here, DrawLayer& layer) {
+        if (node.materials.empty() || node.geometry->indices.empty()) return;
+        const Mesh& mesh = meshes_.mesh(node.geometry);
+        PixelArea area = view_.area(mesh.bounds, here.world);
+        if (area.empty() && !node.castsShadow) return;
+        glm::dvec3 middle((mesh.bounds.min + mesh.bounds.max) * 0.5);
+        double distance = glm::distance(view_.eye, glm::dvec3(here.world * glm::dvec4(middle, 1)));
+        glm::mat3 normalMatrix(glm::inverseTranspose(glm::dmat3(here.world)));
+        for (std::size_t i = 0; i < mesh.elements.size(); ++i) {
+            const Material* material = node.materials[std::min(i, node.materials.size() - 1)].get();
+            if (!material || mesh.elements[i].chunkCount == 0) continue;
+            DrawItem item;
+            item.mesh = &mesh;
+            item.element = mesh.elements[i];
+            item.material = material;
+            item.model = here.world;
+            item.normalMatrix = normalMatrix;
+            item.opacity = static_cast<float>(here.opacity);
+            item.order = here.order;
+            item.distance = distance;
+            item.castsShadow = node.castsShadow;
+            item.blended = material->blend != Material::Blend::opaque || here.opacity < 1;
+            item.area = area;
+            (item.blended ? layer.blended : layer.opaque).push_back(item);
+        }
+    }
+
+    void addLight(const Light& light, const glm::dmat4& world, DrawLayer& layer) {
+        glm::vec3 colour = linear(light.colour) * static_cast<float>(light.intensity / 1000);
+        if (light.kind == Light::Kind::ambient) {
+            list_.ambient += colour;
+        } else if (light.kind == Light::Kind::omni) {
+            if (light.intensity > 0)
+                layer.lamps.push_back({glm::dvec3(world[3]), colour, light.attenuationStart,
+                                       light.attenuationEnd, light.attenuationExponent});
+        } else if (!list_.sun.light) {
+            Sun& sun = list_.sun;
+            sun.light = &light;
+            sun.colour = colour;
+            sun.toward = glm::normalize(glm::dvec3(world[2]));
+            glm::dmat4 rigid = world;
+            for (int i = 0; i < 3; ++i) rigid[i] = glm::normalize(rigid[i]);
+            double half = light.shadowOrthographicScale;
+            glm::dmat4 toClip =
+                glm::ortho(-half, half, -half, half, light.shadowNear, light.shadowFar) * glm::inverse(rigid);
+            sun.matrix = glm::translate(glm::dmat4(1), glm::dvec3(0.5)) *
+                         glm::scale(glm::dmat4(1), glm::dvec3(0.5)) * toClip;
+        }
+    }
+
+    const Stage& stage_;
+    const View& view_;
+    MeshCache& meshes_;
+    DrawList::Which which_;
+    DrawList& list_;
+};
+
+double extent(const DrawItem& item) {
+    return static_cast<double>(item.area.width) * static_cast<double>(item.area.height);
+}
+
+void sort(DrawLayer& layer) {
+    std::stable_sort(layer.opaque.begin(), layer.opaque.end(),
+                     [](const DrawItem& a, const DrawItem& b) { return extent(a) < extent(b); });
+    std::stable_sort(layer.blended.begin(), layer.blended.end(), [](const DrawItem& a, const DrawItem& b) {
+        return a.order != b.order ? a.order < b.order : a.distance > b.distance;
+    });
+}
+
+}  // namespace
+
+DrawList DrawList::of(const Stage& stage, const View& view, MeshCache& meshes, Which which) {
+    DrawList list;
+    Gatherer(stage, view, meshes, which, list).visit(stage.root, {});
+    sort(list.kept);
+    sort(list.moving);
+    return list;
+}
+
+}  // namespace gull

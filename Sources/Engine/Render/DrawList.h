@@ -1,0 +1,79 @@
+#pragma once
+
+#include "Engine/Render/MeshCache.h"
+#include "Engine/Render/View.h"
+#include "Engine/Stage/Stage.h"
+
+#include <glm/mat3x3.hpp>
+#include <glm/mat4x4.hpp>
+#include <glm/vec4.hpp>
+#include <optional>
+#include <vector>
+
+namespace gull {
+
+/// One element of one node's geometry, ready to draw.
+struct DrawItem {
+    const Mesh* mesh = nullptr;
+    Mesh::Element element;
+    const Material* material = nullptr;
+    glm::dmat4 model{1};
+    glm::mat3 normalMatrix{1};
+    float opacity = 1;
+    int order = 0;
+    double distance = 0;  ///< from the eye to the middle of its bounds
+    bool castsShadow = true;
+    bool blended = false;
+    PixelArea area;  ///< of the picture that it may touch
+};
+
+struct ParticleItem {
+    const ParticleSystem* system = nullptr;
+    glm::dmat4 model{1};
+    float opacity = 1;
+    int order = 0;
+    double distance = 0;
+};
+
+/// An omni light: colour is linear, its strength included.
+struct Lamp {
+    glm::dvec3 position{0};
+    glm::vec3 colour{0};
+    double start = 0;
+    double end = 0;
+    double exponent = 2;
+};
+
+struct Sun {
+    const Light* light = nullptr;  ///< null: the stage has none
+    glm::dvec3 toward{0, 1, 0};
+    glm::vec3 colour{0};   ///< linear, strength included
+    glm::dmat4 matrix{1};  ///< world to the shadow map, 0 to 1 on all axes
+};
+
+/// What one of the two layers shows.
+struct DrawLayer {
+    std::vector<DrawItem> opaque;   ///< small things first, so that large ones behind them cost less
+    std::vector<DrawItem> blended;  ///< in drawing order
+    std::vector<ParticleItem> particles;
+    std::vector<Lamp> lamps;
+};
+
+/// A stage flattened for one view: nothing hidden, world transforms computed, the layers apart. Borrows from
+/// the stage and the mesh cache; good until either changes.
+struct DrawList {
+    enum class Which { both, movingOnly };
+
+    DrawLayer kept;
+    DrawLayer moving;
+    Sun sun;
+    glm::vec3 ambient{0};
+
+    /// The first directional light is the sun.
+    static DrawList of(const Stage& stage, const View& view, MeshCache& meshes, Which which = Which::both);
+};
+
+/// sRGB to linear; goes on above 1.
+glm::vec3 linear(const Colour& colour);
+
+}  // namespace gull

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <glm/mat4x4.hpp>
+#include <glm/vec4.hpp>
+
+namespace gull {
+
+/// What every shader of a frame reads, laid out as GLSL's std140 uniform block "Frame" (see
+/// shaders::common). World space, linear light.
+struct FrameBlock {
+    static constexpr unsigned binding = 0;
+    static constexpr int mostLamps = 8;
+
+    glm::mat4 viewProjection{1};
+    glm::mat4 inverseViewProjection{1};
+    glm::mat4 sunMatrix{1};              ///< world to the sun's shadow map, 0 to 1 on all axes
+    glm::mat4 movingSunMatrix{1};        ///< the same for the moving layer's map
+    glm::vec4 eye{0};                    ///< w: exposure factor
+    glm::vec4 sunDirection{0, 1, 0, 0};  ///< toward the sun; w: how black its shadow is
+    glm::vec4 sunColour{0};              ///< w: shadow edge radius, texture coordinates
+    glm::vec4 sunShape{0};  ///< x: normal offset, y: depth bias, z: penumbra growth, w: penumbra limit
+    glm::vec4 ambient{0};
+    glm::vec4 irradiance[9];  ///< spherical harmonics of the sky's light on a white Lambert surface
+    glm::vec4 fogColour{0};   ///< w: density exponent
+    glm::vec4 fogRange{0};    ///< x: start, y: 1 / length (0: off), z: environment intensity
+    glm::vec4 picture{0};     ///< width, height, 1 / width, 1 / height
+    glm::vec4 tile{0};        ///< xy: where the tile being drawn stands in the picture
+    glm::vec4 grade{0};       ///< x: 1 with tone mapping, y: contrast, z: saturation, w: bloom intensity
+    glm::vec4 vignette{0};    ///< x: intensity, y: power, z: film gain, w: hue keeping
+    glm::vec4 lampPosition[mostLamps];  ///< w: lamps in use (of the first)
+    glm::vec4 lampColour[mostLamps];    ///< w: exponent
+    glm::vec4 lampRange[mostLamps];     ///< x: start, y: 1 / (end - start), 0 without limit
+};
+
+}  // namespace gull

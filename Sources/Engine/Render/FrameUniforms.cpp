@@ -1,0 +1,70 @@
+#include "Engine/Render/FrameUniforms.h"
+
+#include <epoxy/gl.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace gull {
+
+FrameBlock frameBlock(const Stage& stage, const View& view, const DrawList& list,
+                      const std::array<glm::vec3, 9>& irradiance, const RenderOptions& options) {
+    FrameBlock block;
+    const Camera& camera = view.camera;
+    block.viewProjection = glm::mat4(view.viewProjection);
+    block.inverseViewProjection = glm::mat4(glm::inverse(view.viewProjection));
+    block.eye = glm::vec4(glm::vec3(view.eye), std::exp2(camera.exposureOffset));
+    auto width = static_cast<float>(view.size.width), height = static_cast<float>(view.size.height);
+    block.picture = {width, height, 1 / width, 1 / height};
+
+    if (const Light* light = list.sun.light) {
+        // A texel of the map in world units; the light's radius counts texels of a 4096 map.
+        double texel = 2 * light->shadowOrthographicScale / std::max(light->shadowMapSize, 1);
+        bool shadow = light->castsShadow;
+        block.sunMatrix = glm::mat4(list.sun.matrix);
+        block.sunDirection = glm::vec4(glm::vec3(list.sun.toward), shadow ? light->shadowAlpha : 0);
+        block.sunColour = glm::vec4(list.sun.colour, std::max(light->shadowRadius, 0.5) / 4096);
+        block.sunShape = {
+            options.shadowNormalOffset * static_cast<float>(texel * (1 + light->shadowRadius / 3)),
+            options.shadowDepthBias / static_cast<float>(light->shadowFar - light->shadowNear),
+            options.shadowPenumbraGrowth, options.shadowPenumbraLimit};
+    }
+    block.ambient = glm::vec4(list.ambient, 0);
+    float sky = stage.environment ? static_cast<float>(stage.environmentIntensity) : 0;
+    for (int i = 0; i < 9; ++i)
+        block.irradiance[i] = glm::vec4(irradiance[static_cast<std::size_t>(i)] * sky, 0);
+    block.fogColour = glm::vec4(linear(stage.fog.colour), stage.fog.densityExponent);
+    double fogLength = stage.fog.end - stage.fog.start;
+    block.fogRange = {stage.fog.start, stage.fog.end > 0 && fogLength > 0 ? 1 / fogLength : 0, sky, 0};
+    block.grade = {camera.hdr ? 1 : 0, camera.contrast, camera.saturation, camera.bloomIntensity};
+    block.vignette = {camera.vignettingIntensity, camera.vignettingPower, options.filmGain,
+                      options.filmHueKeeping};
+    return block;
+}
+
+void setLamps(FrameBlock& block, std::vector<Lamp> lamps) {
+    auto strength = [](const Lamp& lamp) { return lamp.colour.r + lamp.colour.g + lamp.colour.b; };
+    std::stable_sort(lamps.begin(), lamps.end(),
+                     [&](const Lamp& a, const Lamp& b) { return strength(a) > strength(b); });
+    auto count = std::min(lamps.size(), static_cast<std::size_t>(FrameBlock::mostLamps));
+    for (std::size_t i = 0; i < count; ++i) {
+        const Lamp& lamp = lamps[i];
+        block.lampPosition[i] = glm::vec4(glm::vec3(lamp.position), 0);
+        block.lampColour[i] = glm::vec4(lamp.colour, lamp.exponent);
+        block.lampRange[i] = {lamp.start, lamp.end > lamp.start ? 1 / (lamp.end - lamp.start) : 0, 0, 0};
+    }
+    block.lampPosition[0].w = static_cast<float>(count);
+}
+
+FrameUniforms::FrameUniforms() : buffer_(GlBuffer::make()) {
+    glBindBuffer(GL_UNIFORM_BUFFER, buffer_.name());
+    glBufferData(GL_UNIFORM_BUFFER, sizeof(FrameBlock), nullptr, GL_STREAM_DRAW);
+}
+
+void FrameUniforms::upload(const FrameBlock& block) {
+    glBindBuffer(GL_UNIFORM_BUFFER, buffer_.name());
+    glBufferData(GL_UNIFORM_BUFFER, sizeof(FrameBlock), &block, GL_STREAM_DRAW);
+    glBindBufferBase(GL_UNIFORM_BUFFER, FrameBlock::binding, buffer_.name());
+}
+
+}  // namespace gull

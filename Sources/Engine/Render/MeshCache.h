@@ -1,0 +1,53 @@
+#pragma once
+
+#include "Engine/Render/GlObjects.h"
+#include "Engine/Stage/Geometry.h"
+
+#include <cstdint>
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+namespace gull {
+
+/// A geometry on the graphics card. Large elements are cut into chunks of neighbouring triangles, so that a
+/// small part of the picture is drawn from the few chunks that touch it.
+struct Mesh {
+    struct Chunk {
+        std::uint32_t first = 0;  ///< index
+        std::uint32_t count = 0;
+        Box bounds;
+    };
+    struct Element {
+        std::size_t firstChunk = 0;
+        std::size_t chunkCount = 0;
+    };
+
+    GlVertexArray array;
+    GlBuffer vertices;
+    GlBuffer indices;
+    Box bounds;
+    std::vector<Chunk> chunks;
+    std::vector<Element> elements;
+};
+
+/// Orders the triangles of `geometry` so that every chunk is a run of `indices`, and describes the chunks.
+/// `mesh` receives all but its OpenGL objects.
+void cutIntoChunks(const Geometry& geometry, Mesh& mesh, std::vector<std::uint32_t>& indices);
+
+/// Uploads each geometry once, as long as somebody else keeps it alive.
+class MeshCache {
+  public:
+    /// The reference lasts until collectGarbage().
+    const Mesh& mesh(const GeometryRef& geometry);
+    void collectGarbage();
+
+  private:
+    struct Entry {
+        std::weak_ptr<const Geometry> owner;
+        Mesh mesh;
+    };
+    std::unordered_map<const Geometry*, Entry> entries_;
+};
+
+}  // namespace gull

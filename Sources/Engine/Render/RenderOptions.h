@@ -1,0 +1,30 @@
+#pragma once
+
+namespace gull {
+
+/// The numbers that belong to the look of light rather than to any one scene.
+struct RenderOptions {
+    // Film: scene light to screen.
+    float filmGain = 0.8f;        ///< scene light times this enters the film curve
+    float filmHueKeeping = 0.4f;  ///< 0: each channel by itself (bleaches, drifts), 1: hue kept exactly
+    float brightestLight = 24;    ///< radiance above this is cut, so that one glint does not flicker or flood
+
+    // The sun's shadow.
+    float shadowPenumbraGrowth = 0.02f;  ///< how much a shadow's edge widens per unit of distance to what
+                                         ///< throws it, world units; the tangent of the sun's radius
+    float shadowPenumbraLimit = 6;       ///< the widest edge, in multiples of the light's own radius
+    float shadowNormalOffset = 1.4f;     ///< texels a receiver is lifted off itself
+    float shadowDepthBias = 0.012f;      ///< world units
+
+    // Contact shadows.
+    float occlusionRadius = 0.55f;   ///< world units
+    float occlusionStrength = 1.5f;  ///< exponent on the open share of the sky
+    float occlusionOfSun = 0.35f;    ///< share of it that also dims the sun
+
+    // The sea and other mirrors.
+    float glintSpread = 1.0f;  ///< how much of a normal map's lost detail turns into roughness
+
+    int shadowTaps = 16;
+};
+
+}  // namespace gull

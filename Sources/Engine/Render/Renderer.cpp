@@ -1,0 +1,111 @@
+#include "Engine/Render/Renderer.h"
+
+#include "Engine/Render/Overlay.h"
+#include "Engine/Render/SnapshotPainter.h"
+#include "Engine/Render/Studio.h"
+
+#include <epoxy/gl.h>
+#include <fmt/format.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <stdexcept>
+#include <string_view>
+
+namespace gull {
+
+namespace {
+
+std::string glString(GLenum name) {
+    const auto* text = reinterpret_cast<const char*>(glGetString(name));
+    return text ? text : "";
+}
+
+/// Before any other OpenGL call of the renderer, so that an old context gets a clear answer.
+struct VersionCheck {
+    VersionCheck() {
+        if (epoxy_gl_version() < 33)
+            throw std::runtime_error(
+                fmt::format("OpenGL 3.3 is needed; this machine offers \"{}\"", glString(GL_VERSION)));
+    }
+};
+
+void requireSize(const Renderer::Size& size) {
+    if (size.width > 0 && size.height > 0) return;
+    std::fprintf(stderr, "Renderer: a picture of %d x %d cannot be drawn\n", size.width, size.height);
+    std::abort();
+}
+
+}  // namespace
+
+struct Renderer::Impl {
+    VersionCheck check;
+    Studio studio;
+    SnapshotPainter snapshots{studio};
+    RenderTier tier = RenderTier::full;
+    bool settled = false;
+    Overlay overlay{studio.screen};
+    unsigned framebuffer = 0;  ///< drawn last
+};
+
+Renderer::Renderer() : impl_(std::make_unique<Impl>()) {}
+Renderer::~Renderer() = default;
+
+GraphicsInfo Renderer::graphicsInfo() {
+    GraphicsInfo info{glString(GL_VENDOR), glString(GL_RENDERER), glString(GL_VERSION), false, 0};
+    for (std::string_view name : {"llvmpipe", "softpipe", "swrast", "SWR", "Software"})
+        if (info.renderer.find(name) != std::string::npos) info.isSoftware = true;
+    GLint texture = 0, viewport[2] = {0, 0};
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &texture);
+    glGetIntegerv(GL_MAX_VIEWPORT_DIMS, viewport);
+    info.maximumSize = std::min({texture, viewport[0], viewport[1]});
+    return info;
+}
+
+void Renderer::setTier(RenderTier tier) {
+    impl_->tier = tier;
+}
+RenderTier Renderer::tier() const {
+    return impl_->tier;
+}
+bool Renderer::settled() const {
+    return impl_->settled;
+}
+
+void Renderer::draw(const Stage& stage, const Size& size, unsigned framebuffer, bool) {
+    requireSize(size);
+    Target picture = impl_->snapshots.draw(stage, {size.width, size.height});
+    glBindFramebuffer(GL_READ_FRAMEBUFFER, picture.framebuffer());
+    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, framebuffer);
+    glBlitFramebuffer(0, 0, size.width, size.height, 0, 0, size.width, size.height, GL_COLOR_BUFFER_BIT,
+                      GL_NEAREST);
+    glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
+    glViewport(0, 0, size.width, size.height);
+    impl_->framebuffer = framebuffer;
+    impl_->settled = true;
+}
+
+void Renderer::drawOverlay(const unsigned char* pixels, int strideBytes, const Size& size, int dirtyX,
+                           int dirtyY, int dirtyWidth, int dirtyHeight) {
+    glBindFramebuffer(GL_FRAMEBUFFER, impl_->framebuffer);
+    impl_->overlay.draw(pixels, strideBytes, {size.width, size.height},
+                        {dirtyX, dirtyY, dirtyWidth, dirtyHeight});
+}
+
+Image Renderer::readBack(const Size& size) {
+    glBindFramebuffer(GL_FRAMEBUFFER, impl_->framebuffer);
+    return readPixels({size.width, size.height});
+}
+
+Image Renderer::snapshot(const Stage& stage, const Size& size) {
+    requireSize(size);
+    Target picture = impl_->snapshots.draw(stage, {size.width, size.height});
+    glBindFramebuffer(GL_FRAMEBUFFER, picture.framebuffer());
+    return readPixels(picture.size());
+}
+
+void Renderer::collectGarbage() {
+    impl_->studio.collectGarbage();
+}
+
+}  // namespace gull

@@ -1,0 +1,299 @@
+#include "Engine/Render/Shaders.h"
+
+namespace gull::shaders {
+
+const std::string_view surfaceVertex = R"glsl(
+layout(location = 0) in vec3 inPosition;
+layout(location = 1) in vec3 inNormal;
+layout(location = 2) in vec2 inUv0;
+layout(location = 3) in vec2 inUv1;
+layout(location = 4) in vec4 inColour;
+
+uniform mat4 model;
+uniform mat3 normalMatrix;
+uniform vec4 diffusePlace;   // xy: scale, zw: offset
+uniform vec4 normalPlace;
+uniform vec4 multiplyPlace;
+uniform vec3 uvSets;         // 0 or 1: which coordinates the three maps use
+
+invariant gl_Position;
+out vec3 position;
+out vec3 normal;
+out vec2 diffuseAt;
+out vec2 normalAt;
+out vec2 multiplyAt;
+out vec4 vertexColour;
+
+void main() {
+    vec4 world = model * vec4(inPosition, 1.0);
+    gl_Position = viewProjection * world;
+    position = world.xyz;
+    normal = normalMatrix * inNormal;
+    diffuseAt = (uvSets.x > 0.5 ? inUv1 : inUv0) * diffusePlace.xy + diffusePlace.zw;
+    normalAt = (uvSets.y > 0.5 ? inUv1 : inUv0) * normalPlace.xy + normalPlace.zw;
+    multiplyAt = (uvSets.z > 0.5 ? inUv1 : inUv0) * multiplyPlace.xy + multiplyPlace.zw;
+    vertexColour = inColour;
+}
+)glsl";
+
+const std::string_view surfaceFragment = R"glsl(
+in vec3 position;
+in vec3 normal;
+in vec2 diffuseAt;
+in vec2 normalAt;
+in vec2 multiplyAt;
+in vec4 vertexColour;
+
+uniform vec4 diffuse;       // linear, straight alpha, all opacities included
+uniform vec4 multiply;      // onto the result
+uniform vec3 emission;
+uniform vec4 surface;       // x: metalness, y: roughness, z: bend of the normal map
+uniform vec4 mapStrength;   // x: diffuse, y: multiply
+uniform vec4 look;          // x: brightest light, y: glint spread, z: occlusion of the sun
+
+uniform sampler2D diffuseMap;
+uniform sampler2D normalMap;
+uniform sampler2D multiplyMap;
+uniform samplerCube environment;
+uniform sampler2D occlusionMap;
+
+#ifdef OUT_KEPT
+layout(location = 0) out vec4 outLit;
+layout(location = 1) out vec4 outShade;    // w: how far the sun's shadow covers it
+layout(location = 2) out vec4 outSurface;  // albedo that a lamp lights, w: 1
+layout(location = 3) out vec4 outNormal;
+#else
+layout(location = 0) out vec4 outColour;
+#ifdef OUT_DISPLAY
+layout(location = 1) out vec4 outLinear;
+#endif
+#endif
+
+#ifdef NORMAL_MAP
+// The tangent frame from how position and coordinates change across the pixel (no tangents in the mesh):
+// T = dp1 x-scaled by du, B by dv, both orthogonal to the normal's cross products.
+// w: length of the averaged normal, below 1 where the map's detail is smaller than a pixel.
+vec4 bentNormal(vec3 n) {
+    vec3 sampled = texture(normalMap, normalAt).xyz * 2.0 - 1.0;
+    float kept = clamp(length(sampled), 0.05, 1.0);
+    vec3 dp1 = dFdx(position), dp2 = dFdy(position);
+    vec2 duv1 = dFdx(normalAt), duv2 = dFdy(normalAt);
+    vec3 a = cross(dp2, n), b = cross(n, dp1);
+    vec3 t = a * duv1.x + b * duv2.x;
+    vec3 s = a * duv1.y + b * duv2.y;
+    float scale = inversesqrt(max(max(dot(t, t), dot(s, s)), 1e-20));
+    vec3 bent = n * sampled.z + (t * sampled.x + s * sampled.y) * (scale * surface.z);
+    return vec4(normalize(bent), kept);
+}
+#endif
+
+// Nine spherical harmonics, the cosine lobe and 1/pi already in the coefficients.
+vec3 skyLight(vec3 n) {
+    return max(irradiance[0].rgb + irradiance[1].rgb * n.y + irradiance[2].rgb * n.z +
+               irradiance[3].rgb * n.x + irradiance[4].rgb * (n.x * n.y) + irradiance[5].rgb * (n.y * n.z) +
+               irradiance[6].rgb * (3.0 * n.z * n.z - 1.0) + irradiance[7].rgb * (n.x * n.z) +
+               irradiance[8].rgb * (n.x * n.x - n.y * n.y), vec3(0.0));
+}
+
+#ifdef SUN_SHADOW
+uniform sampler2DShadow sunShadow;
+const vec2 taps[16] = vec2[](
+    vec2(0.1768, 0.0000), vec2(-0.2258, 0.2069), vec2(0.0346, -0.3938), vec2(0.2848, 0.3711),
+    vec2(-0.5223, -0.0932), vec2(0.4943, -0.3154), vec2(-0.1656, 0.6154), vec2(-0.3159, -0.6075),
+    vec2(0.6848, 0.2493), vec2(-0.7124, 0.2945), vec2(0.3432, -0.7341), vec2(0.2555, 0.8085),
+    vec2(-0.7650, -0.4430), vec2(0.8973, -0.1975), vec2(-0.5482, 0.7787), vec2(-0.1259, -0.9762));
+
+// How far the sun is covered: 0 open, 1 in full shadow. Four wide looks first; only where they disagree
+// (the edge) are the sixteen taken. A loop of length 0 is skipped even where branches are not.
+float sunCover(vec3 p, vec3 n) {
+    vec3 c = (sunMatrix * vec4(p + n * sunShape.x, 1.0)).xyz;
+    c.z -= sunShape.y;
+    vec2 inside = step(vec2(0.0), c.xy) * step(c.xy, vec2(1.0));
+    float radius = sunColour.w;
+    float wide = radius * 1.5;
+    float first = texture(sunShadow, vec3(c.xy + vec2(wide, wide * 0.5), c.z)) +
+                  texture(sunShadow, vec3(c.xy + vec2(-wide * 0.5, wide), c.z)) +
+                  texture(sunShadow, vec3(c.xy + vec2(-wide, -wide * 0.5), c.z)) +
+                  texture(sunShadow, vec3(c.xy + vec2(wide * 0.5, -wide), c.z));
+    float open = first * 0.25;
+    int count = (first > 0.01 && first < 3.99) ? 16 : 0;
+    float sum = 0.0;
+    for (int i = 0; i < count; ++i) sum += texture(sunShadow, vec3(c.xy + taps[i] * radius, c.z));
+    if (count > 0) open = sum / 16.0;
+    return (1.0 - open) * inside.x * inside.y;
+}
+#endif
+
+#if LIGHTING == 2
+// Microfacets with the Trowbridge-Reitz distribution, the height-correlated Smith term in its fast form and
+// Schlick's Fresnel: D V F, for a light of irradiance pi.
+vec3 glint(vec3 n, vec3 v, vec3 l, float nl, float nv, float alpha, vec3 f0) {
+    vec3 h = normalize(v + l);
+    float nh = max(dot(n, h), 0.0), vh = max(dot(v, h), 0.0);
+    float a2 = alpha * alpha;
+    float d = nh * nh * (a2 - 1.0) + 1.0;
+    float distribution = a2 / max(d * d, 1e-7);
+    float visibility = 0.5 / max(mix(2.0 * nl * nv, nl + nv, alpha), 1e-4);
+    float k = 1.0 - vh, k2 = k * k;
+    vec3 fresnel = f0 + (1.0 - f0) * (k2 * k2 * k);
+    return fresnel * (distribution * visibility * nl);
+}
+
+// What share of the mirrored sky comes back: f0 * x + y (a fit of the integral over the hemisphere).
+vec2 mirrorShare(float roughness, float nv) {
+    vec4 r = roughness * vec4(-1.0, -0.0275, -0.572, 0.022) + vec4(1.0, 0.0425, 1.04, -0.04);
+    float a = min(r.x * r.x, exp2(-9.28 * nv)) * r.x + r.y;
+    return vec2(-1.04, 1.04) * a + r.zw;
+}
+#endif
+
+#ifdef LAMPS
+// Full strength up to the start, then falling to nothing at the end with the lamp's exponent.
+vec3 lampLight(vec3 p, vec3 n) {
+    vec3 sum = vec3(0.0);
+    int count = int(lampPosition[0].w);
+    for (int i = 0; i < count; ++i) {
+        vec3 d = lampPosition[i].xyz - p;
+        float range = length(d);
+        float left = clamp(1.0 - (range - lampRange[i].x) * lampRange[i].y, 0.0, 1.0);
+        sum += lampColour[i].rgb * (pow(left, lampColour[i].w) * max(dot(n, d) / max(range, 1e-4), 0.0));
+    }
+    return sum;
+}
+#endif
+
+void main() {
+    vec4 base = diffuse * vertexColour;
+#ifdef DIFFUSE_MAP
+    base *= mix(vec4(1.0), texture(diffuseMap, diffuseAt), vec4(vec3(mapStrength.x), 1.0));
+#endif
+#ifdef MULTIPLY_MAP
+    base.rgb *= mix(vec3(1.0), texture(multiplyMap, multiplyAt).rgb, mapStrength.y);
+#endif
+    vec3 toEye = eye.xyz - position;
+    float range = length(toEye);
+    vec3 v = toEye / range;
+    vec3 n = normalize(normal);
+    if (!gl_FrontFacing) n = -n;
+
+    float alpha = base.a;
+    vec3 body = base.rgb;          // what scatters light
+    vec3 scattered = vec3(0.0);    // from the sky and lamps
+    vec3 mirrored = vec3(0.0);     // the sky in the surface
+    vec3 sunBody = vec3(0.0);      // the sun scattered, unshadowed
+    vec3 sunGlint = vec3(0.0);     // the sun mirrored, unshadowed
+    float cover = 0.0;             // how far the sun is covered
+    float opening = 1.0;           // share of the sky that nothing near hides
+
+#if LIGHTING == 0
+    scattered = body;
+#else
+    vec3 facing = n;
+    float kept = 1.0;
+#ifdef NORMAL_MAP
+    vec4 bent = bentNormal(n);
+    n = bent.xyz;
+    kept = bent.w;
+#endif
+#ifdef OCCLUSION
+    opening = texture(occlusionMap, (gl_FragCoord.xy + tile.xy) * picture.zw).r;
+#endif
+    vec3 l = sunDirection.xyz;
+    float nl = max(dot(n, l), 0.0);
+#ifdef SUN_SHADOW
+    cover = sunCover(position, facing);
+#endif
+#if LIGHTING == 2
+    float nv = max(dot(n, v), 1e-3);
+    vec3 f0 = mix(vec3(0.04), base.rgb, surface.x);
+    body = base.rgb * (1.0 - surface.x);
+    float roughness = max(surface.y, 0.045);
+    float facets = roughness * roughness;
+#ifdef NORMAL_MAP
+    // Detail that the averaged normal has lost comes back as roughness: variance = (1 - |n|) / |n|.
+    facets = sqrt(min(facets * facets + look.y * surface.z * surface.z * min((1.0 - kept) / kept, 0.3), 1.0));
+    roughness = sqrt(facets);
+#endif
+    sunGlint = glint(n, v, l, nl, nv, facets, f0) * sunColour.rgb;
+    vec3 r = reflect(-v, n);
+#ifdef SMOOTH
+    r.y = abs(r.y);  // the far side of a wave mirrors the next wave, and that the sky
+#endif
+    vec2 share = mirrorShare(roughness, nv);
+    // What one bounce between the facets loses comes back in the next ones: 1 + f0 (1 / (x + y) - 1).
+    vec3 bounces = 1.0 + f0 * (1.0 / (share.x + share.y) - 1.0);
+    mirrored = textureLod(environment, r, roughness * 5.0).rgb * (f0 * share.x + share.y) * bounces * fogRange.z;
+    mirrored *= opening;
+#endif
+    sunBody = body * nl * sunColour.rgb;
+    float direct = mix(1.0, opening, look.z);
+    sunBody *= direct;
+    sunGlint *= direct;
+    scattered = body * (skyLight(n) + ambient.rgb) * opening;
+#ifdef LAMPS
+    scattered += body * lampLight(position, n);
+#endif
+#endif
+
+    float fog = fogAt(range);
+#ifdef SMOOTH
+    // A film of water over what lies below: mirror and glitter do not fade with the water's clearness.
+    float mirror = f0.x * share.x + share.y;
+    vec3 colour = (scattered + sunBody) * alpha + mirrored + sunGlint + emission;
+    alpha = 1.0 - (1.0 - alpha) * (1.0 - mirror);
+    colour = mix(min(colour * multiply.rgb, vec3(look.x)), fogColour.rgb * alpha, fog);
+#else
+    vec3 shade = min((scattered + mirrored + emission) * multiply.rgb, vec3(look.x));
+    vec3 sun = (sunBody + sunGlint) * multiply.rgb;
+    vec3 lit = min(shade + sun * (1.0 - sunDirection.w * cover), vec3(look.x));
+#ifdef ADDED
+    vec3 colour = lit * ((1.0 - fog) * alpha);
+    alpha = 0.0;
+#else
+    shade = mix(shade, fogColour.rgb, fog);
+    lit = mix(lit, fogColour.rgb, fog);
+    vec3 colour = lit * alpha;
+#endif
+#endif
+
+#ifdef OUT_KEPT
+    outLit = vec4(lit, 1.0);
+    outShade = vec4(shade, cover);
+    outSurface = vec4(sqrt(body * (1.0 - fog) * opening), 1.0);
+    outNormal = vec4(n * 0.5 + 0.5, 1.0);
+#elif defined(OUT_DISPLAY)
+    vec3 straight = alpha > 0.0 ? colour / alpha : colour;
+#ifdef ADDED
+    outColour = vec4(encoded(colour) * 0.3, 0.0);
+#else
+    outColour = vec4(developed(straight, gl_FragCoord.xy + tile.xy) * alpha, alpha);
+#endif
+    outLinear = vec4(colour, alpha);
+#else
+    outColour = vec4(colour, alpha);
+#endif
+}
+)glsl";
+
+const std::string_view depthVertex = R"glsl(
+layout(location = 0) in vec3 inPosition;
+#ifdef FROM_SUN
+uniform mat4 toLight;  // model to the shadow map, 0 to 1
+void main() {
+    gl_Position = vec4((toLight * vec4(inPosition, 1.0)).xyz * 2.0 - 1.0, 1.0);
+}
+#else
+uniform mat4 model;
+invariant gl_Position;
+void main() {
+    vec4 world = model * vec4(inPosition, 1.0);
+    gl_Position = viewProjection * world;
+}
+#endif
+)glsl";
+
+const std::string_view depthFragment = R"glsl(
+void main() {}
+)glsl";
+
+}  // namespace gull::shaders

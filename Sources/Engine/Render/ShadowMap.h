@@ -1,0 +1,25 @@
+#pragma once
+
+#include "Engine/Render/DrawList.h"
+#include "Engine/Render/Program.h"
+#include "Engine/Render/Target.h"
+
+#include <vector>
+
+namespace gull {
+
+/// A depth picture from the sun's side. 16 bits: a 4096 map is 32 MiB.
+class ShadowMap {
+  public:
+    /// Draws the casters of `layers` seen through `matrix` (world to 0..1 on all axes).
+    void draw(const std::vector<const DrawLayer*>& layers, const glm::dmat4& matrix, int size,
+              const Program& depthFromSun);
+    /// Binds the map (or an empty one that hides nothing) to `unit` for comparing looks.
+    void bind(int unit) const;
+    int size() const { return target_.size().width; }
+
+  private:
+    Target target_;
+};
+
+}  // namespace gull

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "Engine/Raster/Image.h"
+
+#include <array>
+#include <glm/vec3.hpp>
+#include <glm/vec4.hpp>
+#include <vector>
+
+namespace gull {
+
+/// The light of a sky picture, made ready for shading. Linear values.
+struct FilteredSky {
+    static constexpr int levels = 6;      ///< roughness 0, 0.2 .. 1
+    static constexpr int baseSize = 128;  ///< side of a face of level 0; each level has half
+
+    /// Coefficients such that a white Lambert surface of normal n sends out
+    /// c0 + c1 y + c2 z + c3 x + c4 xy + c5 yz + c6 (3 zz - 1) + c7 xz + c8 (xx - yy).
+    std::array<glm::vec3, 9> irradiance{};
+    /// Per level six faces in OpenGL's order (+x, -x, +y, -y, +z, -z), each row by row.
+    std::array<std::vector<glm::vec4>, levels> faces;
+};
+
+/// `sky` is an opaque equirectangular panorama, sRGB: the column in the middle is azimuth 0 (-z), azimuth
+/// grows to the right toward +x; the top row is straight up. A few hundredths of a second for a picture 512
+/// wide. Deterministic.
+FilteredSky filterSky(const Image& sky);
+
+}  // namespace gull

@@ -1,0 +1,85 @@
+#include "Engine/Render/Studio.h"
+
+#include "Engine/Render/Shaders.h"
+#include "Engine/Render/TextureUnits.h"
+
+#include <epoxy/gl.h>
+
+#include <algorithm>
+
+namespace gull {
+
+Studio::Studio()
+    : surfaces(textures, options),
+      particles(textures),
+      development(screen),
+      depth("depth", shaders::depthVertex, shaders::depthFragment),
+      sunDepth("sun depth", shaders::depthVertex, shaders::depthFragment, {"FROM_SUN"}),
+      sky("sky", shaders::fullScreen, shaders::skyFragment),
+      keptSky("kept sky", shaders::fullScreen, shaders::skyFragment, {"OUT_KEPT"}) {}
+
+void Studio::drawDepth(const DrawLayer& layer, const View& view, const PixelArea& area) {
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_LESS);
+    glDepthMask(GL_TRUE);
+    glDisable(GL_BLEND);
+    depth.use();
+    for (const DrawItem& item : layer.opaque) {
+        if (item.area.intersection(area).empty()) continue;
+        if (item.material->doubleSided)
+            glDisable(GL_CULL_FACE);
+        else
+            glEnable(GL_CULL_FACE);
+        glFrontFace(glm::determinant(glm::dmat3(item.model)) < 0 ? GL_CW : GL_CCW);
+        depth.set("model", glm::mat4(item.model));
+        drawChunks(item, view, area);
+    }
+}
+
+void Studio::drawSky(const Stage& stage, bool kept) {
+    if (!stage.background) return;
+    const Program& program = kept ? keptSky : sky;
+    textures.bind(unitDiffuse, stage.background, Wrap::repeat, Wrap::clamp);
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_LEQUAL);
+    glDepthMask(GL_FALSE);
+    glDisable(GL_BLEND);
+    program.use();
+    screen.draw(program, 1);
+}
+
+void Studio::drawBlended(std::span<const DrawLayer* const> layers, const Shading& shading, const View& view,
+                         const PixelArea& area, double time) {
+    struct Entry {
+        int order;
+        double distance;
+        const DrawItem* surface;
+        const ParticleItem* particles;
+    };
+    std::vector<Entry> entries;
+    for (const DrawLayer* layer : layers) {
+        for (const DrawItem& item : layer->blended)
+            entries.push_back({item.order, item.distance, &item, nullptr});
+        for (const ParticleItem& item : layer->particles)
+            entries.push_back({item.order, item.distance, nullptr, &item});
+    }
+    std::stable_sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) {
+        return a.order != b.order ? a.order < b.order : a.distance > b.distance;
+    });
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_LEQUAL);
+    for (const Entry& entry : entries) {
+        if (entry.surface)
+            surfaces.draw(*entry.surface, shading, view, area);
+        else
+            particles.draw(*entry.particles, view, time, shading.output == Shading::Output::display);
+    }
+}
+
+void Studio::collectGarbage() {
+    meshes.collectGarbage();
+    textures.collectGarbage();
+    environments.collectGarbage();
+}
+
+}  // namespace gull

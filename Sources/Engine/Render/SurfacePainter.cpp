@@ -1,0 +1,134 @@
+#include "Engine/Render/SurfacePainter.h"
+
+#include "Engine/Render/Shaders.h"
+#include "Engine/Render/TextureUnits.h"
+
+#include <epoxy/gl.h>
+
+#include <string>
+#include <vector>
+
+namespace gull {
+
+namespace {
+
+glm::vec4 place(const Channel& channel) {
+    return {glm::vec2(channel.scale), glm::vec2(channel.offset)};
+}
+
+void setState(const DrawItem& item) {
+    const Material& material = *item.material;
+    if (item.blended) {
+        glEnable(GL_BLEND);
+        glBlendFunc(GL_ONE, material.blend == Material::Blend::add ? GL_ONE : GL_ONE_MINUS_SRC_ALPHA);
+    } else {
+        glDisable(GL_BLEND);
+    }
+    glDepthMask(material.writesDepth ? GL_TRUE : GL_FALSE);
+    if (material.doubleSided) {
+        glDisable(GL_CULL_FACE);
+    } else {
+        glEnable(GL_CULL_FACE);
+        glFrontFace(glm::determinant(glm::dmat3(item.model)) < 0 ? GL_CW : GL_CCW);
+    }
+}
+
+}  // namespace
+
+void drawChunks(const DrawItem& item, const View& view, const PixelArea& area) {
+    glBindVertexArray(item.mesh->array.name());
+    PixelArea whole = PixelArea::whole(view.size);
+    std::uint32_t first = 0, count = 0;
+    auto flush = [&] {
+        if (count > 0)
+            glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(count), GL_UNSIGNED_INT,
+                           reinterpret_cast<const void*>(static_cast<std::uintptr_t>(first) * 4));
+        count = 0;
+    };
+    bool cull = !(area == whole) && item.element.chunkCount > 1;
+    for (std::size_t i = 0; i < item.element.chunkCount; ++i) {
+        const Mesh::Chunk& chunk = item.mesh->chunks[item.element.firstChunk + i];
+        bool touches = !cull || !view.area(chunk.bounds, item.model).intersection(area).empty();
+        if (!touches || (count > 0 && chunk.first != first + count)) flush();
+        if (!touches) continue;
+        if (count == 0) first = chunk.first;
+        count += chunk.count;
+    }
+    flush();
+}
+
+void SurfacePainter::draw(const DrawItem& item, const Shading& shading, const View& view,
+                          const PixelArea& area) {
+    if (item.area.intersection(area).empty()) return;
+    const Program& shader = program(item, shading);
+    shader.use();
+    setMaterial(shader, item);
+    setState(item);
+    drawChunks(item, view, area);
+}
+
+const Program& SurfacePainter::program(const DrawItem& item, const Shading& shading) {
+    const Material& material = *item.material;
+    auto lighting = static_cast<unsigned>(material.lighting == Material::Lighting::constant  ? 0
+                                          : material.lighting == Material::Lighting::lambert ? 1
+                                                                                             : 2);
+    bool shaded = lighting != 0;
+    const std::pair<bool, const char*> switches[] = {
+        {static_cast<bool>(material.diffuseMap), "DIFFUSE_MAP"},
+        {shaded && material.normalMap, "NORMAL_MAP"},
+        {static_cast<bool>(material.multiplyMap), "MULTIPLY_MAP"},
+        {material.smooth && item.blended && lighting == 2, "SMOOTH"},
+        {item.blended && material.blend == Material::Blend::add, "ADDED"},
+        {shaded && shading.sunShadow && !material.smooth, "SUN_SHADOW"},
+        {shaded && shading.occlusion && !item.blended, "OCCLUSION"},
+        {shaded && shading.lamps, "LAMPS"},
+        {shading.output == Shading::Output::kept, "OUT_KEPT"},
+        {shading.output == Shading::Output::display, "OUT_DISPLAY"},
+    };
+    std::uint32_t key = lighting;
+    std::uint32_t bit = 4;
+    for (const auto& [on, name] : switches) {
+        if (on) key |= bit;
+        bit <<= 1;
+    }
+    if (auto found = programs_.find(key); found != programs_.end()) return found->second;
+    std::vector<std::string> defines{"LIGHTING " + std::to_string(lighting)};
+    for (const auto& [on, name] : switches)
+        if (on) defines.emplace_back(name);
+    return programs_
+        .emplace(key, Program("surface", shaders::surfaceVertex, shaders::surfaceFragment, defines))
+        .first->second;
+}
+
+void SurfacePainter::setMaterial(const Program& program, const DrawItem& item) {
+    const Material& material = *item.material;
+    program.set("model", glm::mat4(item.model));
+    program.set("normalMatrix", item.normalMatrix);
+    if (material.diffuseMap) {
+        textures_.bind(unitDiffuse, material.diffuseMap);
+        program.set("diffusePlace", place(material.diffuseMap));
+    }
+    if (material.normalMap) {
+        textures_.bind(unitNormal, material.normalMap);
+        program.set("normalPlace", place(material.normalMap));
+    }
+    if (material.multiplyMap) {
+        textures_.bind(unitMultiply, material.multiplyMap);
+        program.set("multiplyPlace", place(material.multiplyMap));
+    }
+    auto set = [](const Channel& channel) { return static_cast<float>(channel.uvSet); };
+    program.set("uvSets",
+                glm::vec3(set(material.diffuseMap), set(material.normalMap), set(material.multiplyMap)));
+
+    auto alpha = static_cast<float>(material.diffuse.a * material.opacity) * item.opacity;
+    program.set("diffuse", glm::vec4(linear(material.diffuse), item.blended ? alpha : 1.0F));
+    program.set("multiply", glm::vec4(linear(material.multiply), 1));
+    program.set("emission", linear(material.emission));
+    program.set("surface",
+                glm::vec4(material.metalness, material.roughness, material.normalMap.intensity, 0));
+    program.set("mapStrength",
+                glm::vec4(material.diffuseMap.intensity, material.multiplyMap.intensity, 0, 0));
+    program.set("look", glm::vec4(options_.brightestLight, options_.glintSpread, options_.occlusionOfSun, 0));
+}
+
+}  // namespace gull

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "Engine/Render/DrawList.h"
+#include "Engine/Render/Program.h"
+#include "Engine/Render/RenderOptions.h"
+#include "Engine/Render/TextureCache.h"
+
+#include <cstdint>
+#include <unordered_map>
+
+namespace gull {
+
+/// How the surfaces of one pass are shaded.
+struct Shading {
+    enum class Output {
+        linear,  ///< scene light into one target
+        kept,    ///< lit, shade, surface and normal into four
+        display  ///< developed for the screen, and scene light into a second target
+    };
+    Output output = Output::linear;
+    bool sunShadow = true;
+    bool occlusion = false;  ///< reads the contact shadows of the picture
+    bool lamps = false;
+};
+
+/// Draws surfaces. A program is compiled for each combination that is asked for, the first time it is.
+class SurfacePainter {
+  public:
+    SurfacePainter(TextureCache& textures, const RenderOptions& options)
+        : textures_(textures), options_(options) {}
+
+    /// Draws the chunks of `item` that touch `area` (pixels of the picture). Sets blending, culling and depth
+    /// writing for it.
+    void draw(const DrawItem& item, const Shading& shading, const View& view, const PixelArea& area);
+
+  private:
+    const Program& program(const DrawItem& item, const Shading& shading);
+    void setMaterial(const Program& program, const DrawItem& item);
+
+    TextureCache& textures_;
+    const RenderOptions& options_;
+    std::unordered_map<std::uint32_t, Program> programs_;
+};
+
+/// Issues the draw calls for the chunks of `item` that touch `area`; its vertex array is left bound.
+void drawChunks(const DrawItem& item, const View& view, const PixelArea& area);
+
+}  // namespace gull

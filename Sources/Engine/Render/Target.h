@@ -1,0 +1,48 @@
+#pragma once
+
+#include "Engine/Render/GlObjects.h"
+#include "Engine/Render/PixelArea.h"
+
+#include <vector>
+
+namespace gull {
+
+/// Pixel formats that targets are made of.
+enum class Format { none, rgba8, rgba16f, depth16, depth24 };
+
+/// A framebuffer with its attachments: textures, or multisampled buffers (which can only be resolved).
+class Target {
+  public:
+    struct Description {
+        std::vector<Format> colours;
+        Format depth = Format::none;
+        int samples = 1;
+    };
+
+    Target() = default;
+    /// Throws std::runtime_error when the context cannot draw into such a target.
+    Target(const PixelSize& size, const Description& description);
+
+    explicit operator bool() const { return static_cast<bool>(framebuffer_); }
+    const PixelSize& size() const { return size_; }
+    unsigned framebuffer() const { return framebuffer_.name(); }
+    /// Texture names; 0 for a multisampled target.
+    unsigned colour(std::size_t index = 0) const { return colours_[index].name(); }
+    unsigned depth() const { return depth_.name(); }
+
+    /// Binds it for drawing with the viewport at its whole size.
+    void bind() const;
+    /// Averages the samples of `area` (pixels of this target) of colour `index` into `to`, whose lower left
+    /// corner lands at `x`, `y` of its colour `toIndex`.
+    void resolve(std::size_t index, const PixelArea& area, const Target& to, std::size_t toIndex, int x,
+                 int y) const;
+
+  private:
+    PixelSize size_;
+    GlFramebuffer framebuffer_;
+    std::vector<GlTexture> colours_;
+    GlTexture depth_;
+    std::vector<GlRenderbuffer> buffers_;  ///< of a multisampled target
+};
+
+}  // namespace gull

@@ -1,0 +1,110 @@
+#include "Engine/Render/TextureCache.h"
+
+#include "Engine/Render/TextureUnits.h"
+
+#include <epoxy/gl.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace gull {
+
+namespace {
+
+/// The mean of the straight colours, weighted by alpha; white for an image that shows nothing.
+std::array<std::uint8_t, 3> meanColour(const Image& image) {
+    std::uint64_t sum[4] = {0, 0, 0, 0};
+    for (std::size_t i = 0; i < image.pixels.size(); i += 4)
+        for (std::size_t k = 0; k < 4; ++k) sum[k] += image.pixels[i + k];
+    std::array<std::uint8_t, 3> mean{255, 255, 255};
+    for (std::size_t k = 0; k < 3 && sum[3] > 0; ++k)
+        mean[k] = static_cast<std::uint8_t>(std::min<std::uint64_t>(255, sum[k] * 255 / sum[3]));
+    return mean;
+}
+
+}  // namespace
+
+std::vector<std::uint8_t> straightPixels(const Image& image, const PixelRect& rect) {
+    std::vector<std::uint8_t> pixels(static_cast<std::size_t>(rect.width) *
+                                     static_cast<std::size_t>(rect.height) * 4);
+    std::array<std::uint8_t, 3> empty{255, 255, 255};
+    bool emptyKnown = false;
+    std::uint8_t* to = pixels.data();
+    for (int y = rect.y + rect.height - 1; y >= rect.y; --y) {
+        const std::uint8_t* from = image.at(rect.x, y);
+        for (int x = 0; x < rect.width; ++x, from += 4, to += 4) {
+            unsigned alpha = from[3];
+            if (alpha == 0 && !emptyKnown) {
+                empty = meanColour(image);
+                emptyKnown = true;
+            }
+            for (std::size_t k = 0; k < 3; ++k)
+                to[k] = alpha == 255 ? from[k]
+                        : alpha == 0
+                            ? empty[k]
+                            : static_cast<std::uint8_t>(std::min(255U, (from[k] * 255U + alpha / 2) / alpha));
+            to[3] = static_cast<std::uint8_t>(alpha);
+        }
+    }
+    return pixels;
+}
+
+TextureCache::TextureCache() {
+    float anisotropy = 1;
+    if (epoxy_has_gl_extension("GL_EXT_texture_filter_anisotropic")) {
+        glGetFloatv(GL_MAX_TEXTURE_MAX_ANISOTROPY_EXT, &anisotropy);
+        anisotropy = std::min(anisotropy, 4.0F);
+    }
+    for (unsigned i = 0; i < 4; ++i) {
+        samplers_[i] = GlSampler::make();
+        GLuint sampler = samplers_[i].name();
+        glSamplerParameteri(sampler, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_LINEAR);
+        glSamplerParameteri(sampler, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+        glSamplerParameteri(sampler, GL_TEXTURE_WRAP_S, i & 1U ? GL_REPEAT : GL_CLAMP_TO_EDGE);
+        glSamplerParameteri(sampler, GL_TEXTURE_WRAP_T, i & 2U ? GL_REPEAT : GL_CLAMP_TO_EDGE);
+        if (anisotropy > 1) glSamplerParameterf(sampler, GL_TEXTURE_MAX_ANISOTROPY_EXT, anisotropy);
+    }
+}
+
+void TextureCache::bind(int unit, const std::shared_ptr<Texture>& texture, Wrap wrapS, Wrap wrapT) {
+    Entry& entry = entries_[texture->id()];
+    if (entry.version != texture->version()) {
+        entry.owner = texture;
+        upload(entry, *texture);
+    }
+    glActiveTexture(GL_TEXTURE0 + static_cast<GLenum>(unit));
+    glBindTexture(GL_TEXTURE_2D, entry.texture.name());
+    unsigned sampler = (wrapS == Wrap::repeat ? 1U : 0U) + (wrapT == Wrap::repeat ? 2U : 0U);
+    glBindSampler(static_cast<GLuint>(unit), samplers_[sampler].name());
+}
+
+void TextureCache::upload(Entry& entry, const Texture& texture) {
+    const Image& image = texture.image();
+    glActiveTexture(GL_TEXTURE0 + unitUpload);
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
+    if (!entry.texture) {
+        entry.texture = GlTexture::make();
+        glBindTexture(GL_TEXTURE_2D, entry.texture.name());
+        GLint format = texture.encoding() == Texture::Encoding::srgb ? GL_SRGB8_ALPHA8 : GL_RGBA8;
+        std::vector<std::uint8_t> pixels = straightPixels(image, {0, 0, image.width, image.height});
+        glTexImage2D(GL_TEXTURE_2D, 0, format, image.width, image.height, 0, GL_RGBA, GL_UNSIGNED_BYTE,
+                     pixels.data());
+    } else {
+        PixelRect rect = texture.changedSince(entry.version);
+        glBindTexture(GL_TEXTURE_2D, entry.texture.name());
+        if (rect.width > 0 && rect.height > 0) {
+            std::vector<std::uint8_t> pixels = straightPixels(image, rect);
+            glTexSubImage2D(GL_TEXTURE_2D, 0, rect.x, image.height - rect.y - rect.height, rect.width,
+                            rect.height, GL_RGBA, GL_UNSIGNED_BYTE, pixels.data());
+        }
+    }
+    glGenerateMipmap(GL_TEXTURE_2D);
+    entry.version = texture.version();
+}
+
+void TextureCache::collectGarbage() {
+    std::erase_if(entries_, [](const auto& entry) { return entry.second.owner.expired(); });
+}
+
+}  // namespace gull

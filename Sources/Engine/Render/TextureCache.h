@@ -1,0 +1,41 @@
+#pragma once
+
+#include "Engine/Render/GlObjects.h"
+#include "Engine/Stage/Material.h"
+#include "Engine/Stage/Texture.h"
+
+#include <cstdint>
+#include <memory>
+#include <unordered_map>
+
+namespace gull {
+
+/// Uploads each texture once, with mipmaps, and afterwards only what changed. Images come premultiplied;
+/// on the card colours are straight, and pixels without any alpha take the picture's mean colour, so that
+/// filtering draws no dark seams.
+class TextureCache {
+  public:
+    TextureCache();
+
+    /// Binds `texture` and a sampler for `wrapS`, `wrapT` to `unit`.
+    void bind(int unit, const std::shared_ptr<Texture>& texture, Wrap wrapS, Wrap wrapT);
+    void bind(int unit, const Channel& channel) { bind(unit, channel.texture, channel.wrapS, channel.wrapT); }
+    void collectGarbage();
+
+  private:
+    struct Entry {
+        std::weak_ptr<Texture> owner;
+        GlTexture texture;
+        std::uint64_t version = 0;
+    };
+    void upload(Entry& entry, const Texture& texture);
+
+    std::unordered_map<std::uint64_t, Entry> entries_;  ///< by Texture::id()
+    GlSampler samplers_[4];                             ///< bit 0: repeat in s, bit 1: in t
+};
+
+/// The pixels of `rect` of a premultiplied image with straight colours, lowest row first, as OpenGL wants
+/// them.
+std::vector<std::uint8_t> straightPixels(const Image& image, const PixelRect& rect);
+
+}  // namespace gull

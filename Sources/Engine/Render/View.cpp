@@ -1,0 +1,52 @@
+#include "Engine/Render/View.h"
+
+#include <algorithm>
+#include <cmath>
+#include <glm/gtc/matrix_inverse.hpp>
+
+namespace gull {
+
+View View::of(const Stage& stage, const PixelSize& size) {
+    View view;
+    view.size = size;
+    glm::dmat4 world(1);
+    if (stage.pointOfView) {
+        world = stage.pointOfView->worldTransform();
+        if (stage.pointOfView->camera) view.camera = *stage.pointOfView->camera;
+    }
+    view.projection = view.camera.projection(static_cast<double>(size.width) / size.height);
+    return view.standingAt(world);
+}
+
+View View::standingAt(const glm::dmat4& cameraWorld) const {
+    View view = *this;
+    view.world = cameraWorld;
+    view.viewProjection = projection * glm::inverse(cameraWorld);
+    view.eye = glm::dvec3(cameraWorld[3]);
+    return view;
+}
+
+PixelArea View::area(const Box& box, const glm::dmat4& model) const {
+    if (box.empty()) return {};
+    glm::dmat4 toClip = viewProjection * model;
+    double left = 1e9, right = -1e9, bottom = 1e9, top = -1e9;
+    for (int corner = 0; corner < 8; ++corner) {
+        glm::dvec4 p(corner & 1 ? box.max.x : box.min.x, corner & 2 ? box.max.y : box.min.y,
+                     corner & 4 ? box.max.z : box.min.z, 1);
+        glm::dvec4 clip = toClip * p;
+        if (clip.w <= 1e-3) return PixelArea::whole(size);
+        left = std::min(left, clip.x / clip.w);
+        right = std::max(right, clip.x / clip.w);
+        bottom = std::min(bottom, clip.y / clip.w);
+        top = std::max(top, clip.y / clip.w);
+    }
+    // Clamped first: far outside, the numbers would not fit an int.
+    auto pixel = [](double ndc, int count) { return (std::clamp(ndc, -4.0, 4.0) * 0.5 + 0.5) * count; };
+    int x0 = static_cast<int>(std::floor(pixel(left, size.width))) - 1;
+    int x1 = static_cast<int>(std::ceil(pixel(right, size.width))) + 1;
+    int y0 = static_cast<int>(std::floor(pixel(bottom, size.height))) - 1;
+    int y1 = static_cast<int>(std::ceil(pixel(top, size.height))) + 1;
+    return PixelArea{x0, y0, x1 - x0, y1 - y0}.intersection(PixelArea::whole(size));
+}
+
+}  // namespace gull

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "Engine/Render/PixelArea.h"
+#include "Engine/Stage/Stage.h"
+
+#include <glm/mat4x4.hpp>
+#include <glm/vec3.hpp>
+
+namespace gull {
+
+/// What a picture is seen through: a camera, where it stands and the picture's size.
+struct View {
+    Camera camera;
+    glm::dmat4 world{1};  ///< the camera's
+    glm::dmat4 projection{1};
+    glm::dmat4 viewProjection{1};
+    glm::dvec3 eye{0};
+    PixelSize size;
+
+    /// Through the stage's point of view; without one, through a default camera at the origin.
+    static View of(const Stage& stage, const PixelSize& size);
+    /// The same lens standing elsewhere.
+    View standingAt(const glm::dmat4& cameraWorld) const;
+
+    /// The pixels that `box`, moved by `model`, may touch; the whole picture when part of it is behind the
+    /// eye.
+    PixelArea area(const Box& box, const glm::dmat4& model = glm::dmat4(1)) const;
+};
+
+}  // namespace gull
