@@ -34,14 +34,7 @@ quietly() {
 }
 
 asRoot() {
-    if [ "$(id -u)" = 0 ]; then
-        "$@"
-    elif command -v sudo >/dev/null; then
-        sudo "$@"
-    else
-        say "this needs the rights of root, and there is no sudo: $*"
-        return 1
-    fi
+    if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi
 }
 
 # installMissing PACKAGE...: asks for privileges only when something is missing. Elsewhere than on Debian it leaves
@@ -58,6 +51,10 @@ installMissing() {
     done
     [ ${#missing[@]} -gt 0 ] || return 0
 
+    if [ "$(id -u)" != 0 ] && ! command -v sudo >/dev/null; then
+        say "packages are missing and there is no sudo; as root: apt-get install ${missing[*]}"
+        return 1
+    fi
     say "installing ${missing[*]}"
     local apt=(env DEBIAN_FRONTEND=noninteractive apt-get -y -o DPkg::Lock::Timeout=300)
     # An update that fails (a source that is away) need not matter: the install tells.
