@@ -119,6 +119,7 @@ TEST_F(BeachLife, theSelectOpensWhatIsUnlockedAndRefusesTheRest) {
     game.openSelect();
     game.key(KeyAction::Move{1, 0});
     EXPECT_EQ(game.selection, 2);
+    turn(0.1);
     senses.all.clear();
     game.key(KeyAction::Confirm{});
     EXPECT_EQ(game.phase, Phase::selecting);
@@ -230,7 +231,7 @@ TEST_F(BeachLife, aPassedBeachLeadsOnAndALostOneBack) {
     EXPECT_EQ(game.selection, 8);
 }
 
-TEST_F(BeachLife, anewBeachStartsClean) {
+TEST_F(BeachLife, aNewBeachStartsClean) {
     play(2);
     digUp(buried(true)[0]);
     digUp(buried(false)[0]);

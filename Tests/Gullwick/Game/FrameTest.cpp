@@ -23,6 +23,7 @@ TEST_F(Frame, aFrameInNoTimeChangesNothing) {
     play(1);
     game.setTarget({0.9, 0.9});
     turn(0.1);
+    game.frame();
     const PlotPoint coil = game.coil();
     const double elapsed = game.hunt().elapsed();
     const double meter = game.meter;
@@ -118,6 +119,9 @@ TEST_F(Frame, onlyBeachesThatShowKindsTintBySignal) {
 TEST_F(Frame, theDetectorLocksOnOncePerVisit) {
     play(2);
     const BuriedItem junk = buried(false)[0];
+    game.setCoil(nowhere());
+    turn(0.1);
+    senses.all.clear();
     game.setCoil(junk.at);
     turn(0.5);
     EXPECT_EQ(senses.count("lockOn"), 1u);
@@ -130,13 +134,16 @@ TEST_F(Frame, theDetectorLocksOnOncePerVisit) {
 }
 
 TEST_F(Frame, theTutorialLeadsFromTheFirstSignalToTheFirstFind) {
-    play(1);
+    game.beginBeach(1, false, 12);
+    const PlotPoint quiet{0.02, 0.02};
+    ASSERT_LT(game.hunt().reading(quiet).strength, 0.05);
+    game.setCoil(quiet);
+    turn(0.05);
     EXPECT_EQ(toast(), "Rest one finger on the trackpad and slide it — the trackpad is the beach");
-    turn(5.94);
-    if (game.reading().strength <= 0.05) {
-        EXPECT_NE(toast(), "");
-    }
+    turn(5.9);
+    EXPECT_NE(toast(), "");
     turn(0.1);
+    EXPECT_EQ(toast(), "");
     const BuriedItem treasure = buried(true)[1];
     game.setCoil({treasure.at.x + (treasure.at.x < 0.5 ? 0.09 : -0.09), treasure.at.y});
     turn(0.05);
