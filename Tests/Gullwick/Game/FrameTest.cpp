@@ -131,6 +131,46 @@ TEST_F(Frame, theDetectorLocksOnOncePerVisit) {
     game.setCoil(junk.at);
     turn(0.5);
     EXPECT_EQ(senses.count("lockOn"), 2u);
+    game.beginBeach(2, false, 7);  // a new beach is a new visit
+    game.setCoil(junk.at);
+    turn(0.1);
+    EXPECT_EQ(senses.count("lockOn"), 3u);
+}
+
+TEST_F(Frame, theFirstSignalAfterADigTicksAtOnce) {
+    play(1, 12);
+    const BuriedItem ring = buried(true)[1];
+    // Where the signal is so weak that ticks are half a second apart.
+    PlotPoint faint = ring.at;
+    while (game.hunt().reading(faint).strength > 0.25) faint.y += faint.y < 0.5 ? 0.01 : -0.01;
+    game.setCoil(faint);
+    while (senses.count("beep") == 0) turn(0.001);
+    game.dig();
+    const double over = game.busyUntil();
+    senses.all.clear();
+    turn(0.45);
+    ASSERT_EQ(senses.count("beep"), 1u);
+    EXPECT_LE(senses.times("beep")[0], over + frameTime + 1e-9);
+}
+
+TEST_F(Frame, onlyAMovingCoilLeavesATrail) {
+    play(1);
+    turn(0.2);
+    game.frame();
+    game.world().trail.upload();
+    game.frame();
+    EXPECT_FALSE(game.world().trail.dirty());
+    game.setCoil({game.coil().x + 0.005, game.coil().y});  // 0.008 on the plot
+    game.frame();
+    EXPECT_FALSE(game.world().trail.dirty());
+    game.setCoil({game.coil().x + 0.003, game.coil().y});
+    game.frame();
+    EXPECT_TRUE(game.world().trail.dirty());
+    game.world().trail.upload();
+    game.openSelect();
+    game.setCoil({0.9, 0.9});
+    game.frame();
+    EXPECT_FALSE(game.world().trail.dirty());
 }
 
 TEST_F(Frame, theTutorialLeadsFromTheFirstSignalToTheFirstFind) {
@@ -157,6 +197,16 @@ TEST_F(Frame, theTutorialLeadsFromTheFirstSignalToTheFirstFind) {
     game.setCoil(buried(true)[0].at);
     turn(1);
     EXPECT_EQ(toast(), "");  // the hints are over
+}
+
+TEST_F(Frame, whoFindsWithoutHintsGetsNone) {
+    play(1, 12);
+    game.setCoil({0.02, 0.02});
+    turn(7);
+    game.setCoil(buried(true)[0].at);
+    game.dig();  // before the detector could say anything
+    turn(2);
+    EXPECT_EQ(toast(), "");
 }
 
 TEST_F(Frame, theTutorialWaitsForTreasureNotJunk) {
@@ -248,6 +298,13 @@ TEST_F(Frame, theMeterFollowsTheSignalAndSinksOutsideThePlay) {
     EXPECT_LT(game.meter, 1e-6);
     EXPECT_FALSE(game.meterIsTreasure);  // without a signal the last colour stays
     EXPECT_EQ(game.reading(), Reading::silent());
+    game.closeSelect();
+    game.setCoil(buried(true)[0].at);
+    turn(0.2);
+    EXPECT_TRUE(game.meterIsTreasure);
+    game.openSelect();
+    turn(0.2);
+    EXPECT_TRUE(game.meterIsTreasure);
 }
 
 TEST_F(Frame, theShownTideMovesInStepsAndObserversHearOfItInTime) {

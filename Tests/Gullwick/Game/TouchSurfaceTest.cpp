@@ -99,6 +99,10 @@ TEST_F(TouchSurfaceTest, aFingerFromAnotherProgramMustBeLiftedFirst) {
     surface.touches({{2, 0.6, 0.8}});
     surface.touches({{1, 0.7, 0.7}, {2, 0.6, 0.8}});  // lifted and put down again
     EXPECT_EQ(game.target(), on(0.7, 0.7));
+    surface.focusLost();  // back before any finger stirred
+    surface.focusGained();
+    surface.touches({{1, 0.1, 0.1}, {2, 0.2, 0.2}});
+    EXPECT_EQ(game.target(), on(0.7, 0.7));
 }
 
 TEST_F(TouchSurfaceTest, aCoveredBeachTakesNoInputAndFreesThePointer) {
