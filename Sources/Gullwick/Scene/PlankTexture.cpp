@@ -1,6 +1,6 @@
 #include "Gullwick/Scene/PlankTexture.h"
 
-#include "Gullwick/Scene/FloatPlane.h"
+#include "Gullwick/Scene/FloatImage.h"
 #include "Gullwick/Scene/Look.h"
 #include "Gullwick/Scene/Noise.h"
 #include "Gullwick/Scene/Xorshift.h"
@@ -42,7 +42,7 @@ double around(double dx) {
 
 class Painter {
   public:
-    Painter() : red_(size, size, 0), green_(size, size, 0), blue_(size, size, 0) {}
+    Painter() : wood_(size, size, {0, 0, 0, 1}) {}
 
     void fillBoard(const Board& board, const Noise::Heights& noise) {
         for (int y = board.top; y < board.top + board.height; ++y) {
@@ -126,55 +126,30 @@ class Painter {
         }
     }
 
-    Image image() const {
-        Image result(size, size);
-        const FloatPlane* planes[] = {&red_, &green_, &blue_};
-        for (int y = 0; y < size; ++y) {
-            std::uint8_t* out = result.at(0, y);
-            for (int c = 0; c < 3; ++c) {
-                for (int x = 0; x < size; ++x) {
-                    const float value = std::clamp(planes[c]->row(y)[x], 0.0F, 1.0F);
-                    out[4 * x + c] = static_cast<std::uint8_t>(value * 255 + 0.5F);
-                }
-            }
-            for (int x = 0; x < size; ++x) out[4 * x + 3] = 255;
-        }
-        return result;
-    }
+    Image image() const { return wood_.image(); }
 
   private:
-    void set(int x, int y, const RGB& colour) {
-        red_.row(y)[x] = static_cast<float>(colour.r);
-        green_.row(y)[x] = static_cast<float>(colour.g);
-        blue_.row(y)[x] = static_cast<float>(colour.b);
+    static FloatImage::Pixel pixel(const RGB& colour) {
+        return {static_cast<float>(colour.r), static_cast<float>(colour.g), static_cast<float>(colour.b), 1};
     }
-
+    void set(int x, int y, const RGB& colour) { wood_.at(x, y) = pixel(colour); }
     void blend(int x, int y, const RGB& colour, double alpha) {
-        const int px = x & (size - 1);
-        const int py = y & (size - 1);
-        const auto a = static_cast<float>(alpha);
-        auto mix = [a](float& value, double target) { value += (static_cast<float>(target) - value) * a; };
-        mix(red_.row(py)[px], colour.r);
-        mix(green_.row(py)[px], colour.g);
-        mix(blue_.row(py)[px], colour.b);
+        wood_.blend(x, y, pixel(colour), static_cast<float>(alpha));
     }
 
     /// A rusty head and the streak that rain washed out of it.
     void nail(double x, double y) {
-        FloatPlane* const planes[] = {&red_, &green_, &blue_};
         for (int i = 0; i < 26; ++i) {
             blend(static_cast<int>(x) + (i * 7 % 3) - 1, static_cast<int>(y) + 3 + i, {0.30, 0.18, 0.10},
                   0.30 * (1 - i / 26.0));
         }
-        FloatPlane::disc(planes, {0.12F, 0.09F, 0.08F}, x, y + 0.6, 4.2, 0.7, FloatPlane::Edge::hard, true);
-        FloatPlane::disc(planes, {0.33F, 0.27F, 0.24F}, x, y, 3.2, 1, FloatPlane::Edge::hard, true);
-        FloatPlane::disc(planes, {0.55F, 0.48F, 0.42F}, x - 0.8, y - 0.9, 1.2, 0.8, FloatPlane::Edge::hard,
-                         true);
+        const FloatImage::Disc shade{x, y + 0.6, 4.2, {0.12F, 0.09F, 0.08F, 1}, 0.7};
+        const FloatImage::Disc head{x, y, 3.2, {0.33F, 0.27F, 0.24F, 1}, 1};
+        const FloatImage::Disc glint{x - 0.8, y - 0.9, 1.2, {0.55F, 0.48F, 0.42F, 1}, 0.8};
+        for (const auto& disc : {shade, head, glint}) wood_.add(disc);
     }
 
-    FloatPlane red_;
-    FloatPlane green_;
-    FloatPlane blue_;
+    FloatImage wood_;
 };
 
 }  // namespace

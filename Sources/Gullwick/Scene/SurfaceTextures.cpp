@@ -1,7 +1,7 @@
 #include "Gullwick/Scene/SurfaceTextures.h"
 
 #include "Engine/Raster/Canvas.h"
-#include "Gullwick/Scene/FloatPlane.h"
+#include "Gullwick/Scene/FloatImage.h"
 #include "Gullwick/Scene/Noise.h"
 #include "Gullwick/Scene/Xorshift.h"
 
@@ -38,80 +38,85 @@ Image radial(int size, Alpha alpha) {
     return image;
 }
 
-struct Grain {
-    std::array<float, 3> colour;
-    double alpha;
+/// An angle by its sine and cosine: a phase that is the sum of a row's and a column's needs no sine a pixel.
+struct Angle {
+    double sine = 0;
+    double cosine = 1;
+
+    Angle() = default;
+    explicit Angle(double radians) : sine(std::sin(radians)), cosine(std::cos(radians)) {}
+    Angle operator+(const Angle& other) const {
+        Angle sum;
+        sum.sine = sine * other.cosine + cosine * other.sine;
+        sum.cosine = cosine * other.cosine - sine * other.sine;
+        return sum;
+    }
 };
 
-Grain drawGrain(Xorshift& draws) {
+/// The colour and the alpha of a grain of sand; where it lies comes later.
+FloatImage::Disc drawGrain(Xorshift& draws) {
+    FloatImage::Disc grain;
     const double kind = draws.unit();
-    if (kind < 0.45) return {{0.62F, 0.56F, 0.48F}, 0.35 + 0.3 * draws.unit()};
-    if (kind < 0.9) return {{1, 1, 1}, 0.3 + 0.4 * draws.unit()};
-    if (kind < 0.96) return {{0.42F, 0.36F, 0.32F}, 0.6};
-    return {{0.95F, 0.78F, 0.74F}, 0.75};
+    if (kind < 0.45) {
+        grain.colour = {0.62F, 0.56F, 0.48F, 1};
+        grain.alpha = 0.35 + 0.3 * draws.unit();
+    } else if (kind < 0.9) {
+        grain.colour = {1, 1, 1, 1};
+        grain.alpha = 0.3 + 0.4 * draws.unit();
+    } else if (kind < 0.96) {
+        grain.colour = {0.42F, 0.36F, 0.32F, 1};
+        grain.alpha = 0.6;
+    } else {
+        grain.colour = {0.95F, 0.78F, 0.74F, 1};
+        grain.alpha = 0.75;
+    }
+    return grain;
 }
 
 }  // namespace
 
 Image sandDetail() {
     constexpr int size = 1024;
-    FloatPlane red(size, size, 0.93F);
-    FloatPlane green(size, size, 0.92F);
-    FloatPlane blue(size, size, 0.9F);
-    FloatPlane* const planes[] = {&red, &green, &blue};
-
+    constexpr std::size_t blotches = 260;
+    constexpr std::size_t grains = 52000;
+    std::vector<FloatImage::Disc> marks;
+    marks.reserve(blotches + grains);
     Xorshift draws(3);
-    for (int i = 0; i < 260; ++i) {
+    while (marks.size() < blotches) {
         const float grey = draws.unit() < 0.5 ? 1.0F : 0.55F;
-        const double radius = 20 + 60 * draws.unit();
-        const double x = draws.unit() * size;
-        const double y = draws.unit() * size;
-        FloatPlane::disc(planes, {grey, grey, grey}, x, y, radius, 0.05, FloatPlane::Edge::soft, true);
+        FloatImage::Disc blotch{.colour = {grey, grey, grey, 1}, .alpha = 0.05, .soft = true};
+        blotch.radius = 20 + 60 * draws.unit();
+        blotch.x = draws.unit() * size;
+        blotch.y = draws.unit() * size;
+        marks.push_back(blotch);
     }
-    for (int i = 0; i < 52000; ++i) {
-        const Grain grain = drawGrain(draws);
-        const double radius = 0.6 + 1.6 * draws.unit();
-        const double x = draws.unit() * size;
-        const double y = draws.unit() * size;
-        FloatPlane::disc(planes, {grain.colour[0], grain.colour[1], grain.colour[2]}, x, y, radius,
-                         grain.alpha, FloatPlane::Edge::hard, true);
+    while (marks.size() < blotches + grains) {
+        FloatImage::Disc grain = drawGrain(draws);
+        grain.radius = 0.6 + 1.6 * draws.unit();
+        grain.x = draws.unit() * size;
+        grain.y = draws.unit() * size;
+        marks.push_back(grain);
     }
-
-    Image image(size, size);
-    for (int y = 0; y < size; ++y) {
-        std::uint8_t* out = image.at(0, y);
-        for (int c = 0; c < 3; ++c) {
-            const float* in = planes[c]->row(y);
-            for (int x = 0; x < size; ++x) out[4 * x + c] = static_cast<std::uint8_t>(in[x] * 255 + 0.5F);
-        }
-        for (int x = 0; x < size; ++x) out[4 * x + 3] = 255;
-    }
-    return image;
+    FloatImage sand(size, size, {0.93F, 0.92F, 0.9F, 1});
+    sand.add(marks);
+    return sand.image();
 }
 
 Image sandNormal() {
     constexpr int size = 512;
     Noise::Heights heights = Noise::grainHeights(size, 17, 1);
-    // The phase of the ripples along u, split off so that each pixel needs no sine of its own:
-    // sin(a + b) and sin(2a + 2b) from the sines and cosines of a (a row's) and b (a column's).
-    std::array<double, size> sine{}, cosine{}, sine2{}, cosine2{};
-    for (int x = 0; x < size; ++x) {
+    std::array<Angle, size> bend;
+    for (std::size_t x = 0; x < size; ++x) {
         const double u = static_cast<double>(x) / size;
-        const double bend = 14 * pi * (0.035 * std::sin(4 * pi * u) + 0.02 * std::sin(10 * pi * u + 1.3));
-        const auto i = static_cast<std::size_t>(x);
-        sine[i] = std::sin(bend);
-        cosine[i] = std::cos(bend);
-        sine2[i] = std::sin(2 * bend);
-        cosine2[i] = std::cos(2 * bend);
+        bend[x] = Angle(14 * pi * (0.035 * std::sin(4 * pi * u) + 0.02 * std::sin(10 * pi * u + 1.3)));
     }
-    for (int y = 0; y < size; ++y) {
-        const double phase = 14 * pi * y / size;
-        const double s = std::sin(phase), c = std::cos(phase);
-        const double s2 = std::sin(2 * phase), c2 = std::cos(2 * phase);
-        float* row = &heights[static_cast<std::size_t>(y) * size];
+    for (std::size_t y = 0; y < size; ++y) {
+        const Angle phase(14 * pi * static_cast<double>(y) / size);
+        float* row = &heights[y * size];
         for (std::size_t x = 0; x < size; ++x) {
             // h = 0.7 ((sin X + 0.25 sin 2X) 0.32 + 0.5) + 0.3 g
-            const double wave = s * cosine[x] + c * sine[x] + 0.25 * (s2 * cosine2[x] + c2 * sine2[x]);
+            const Angle sum = phase + bend[x];
+            const double wave = sum.sine + 0.25 * (2 * sum.sine * sum.cosine);
             row[x] = static_cast<float>(0.7 * (wave * 0.32 + 0.5) + 0.3 * static_cast<double>(row[x]));
         }
     }
@@ -121,14 +126,21 @@ Image sandNormal() {
 Image waterNormal() {
     constexpr int size = 512;
     Noise::Heights heights = Noise::grainHeights(size, 71, 6);
-    for (int y = 0; y < size; ++y) {
+    std::array<Angle, size> bend;
+    std::array<Angle, size> slant;
+    for (std::size_t x = 0; x < size; ++x) {
+        const double u = static_cast<double>(x) / size;
+        bend[x] = Angle(2 * pi * 0.2 * std::sin(2 * pi * u));
+        slant[x] = Angle(2 * pi * 2 * u);
+    }
+    for (std::size_t y = 0; y < size; ++y) {
         const double v = static_cast<double>(y) / size;
-        float* row = &heights[static_cast<std::size_t>(y) * size];
-        for (int x = 0; x < size; ++x) {
-            const double u = static_cast<double>(x) / size;
-            const double swell = 0.3 * std::sin(2 * pi * (3 * v + 0.2 * std::sin(2 * pi * u))) +
-                                 0.15 * std::sin(2 * pi * (5 * v + 2 * u));
-            row[x] = static_cast<float>(0.3 * (swell * 0.5 + 0.5) + 0.7 * static_cast<double>(row[x]));
+        const Angle swell(2 * pi * 3 * v);
+        const Angle cross(2 * pi * 5 * v);
+        float* row = &heights[y * size];
+        for (std::size_t x = 0; x < size; ++x) {
+            const double waves = 0.3 * (swell + bend[x]).sine + 0.15 * (cross + slant[x]).sine;
+            row[x] = static_cast<float>(0.3 * (waves * 0.5 + 0.5) + 0.7 * static_cast<double>(row[x]));
         }
     }
     return Noise::normalMap(heights, size, 3);
@@ -168,23 +180,24 @@ Image waterColour(const BeachLook& look) {
 Image foam() {
     constexpr int width = 1024;
     constexpr int height = 128;
-    FloatPlane cover(width, height, 0);
-    FloatPlane* const planes[] = {&cover};
+    // Twice as high as the picture, so that what leaves it below does not come in again above.
+    FloatImage bubbles(width, 2 * height, {0, 0, 0, 0});
     Xorshift draws(11);
     for (int i = 0; i < 5200; ++i) {
         const double x = draws.unit() * width;
         const double q = std::pow(draws.unit(), 1.8);
         const double alpha = (1 - q) * (0.35 + 0.5 * draws.unit());
         const double radius = (1 - q) * 5 * draws.unit() + 1;
-        FloatPlane::disc(planes, {1.0F}, x, height * (1 - q), radius, alpha, FloatPlane::Edge::hard, false);
+        bubbles.add(
+            {.x = x, .y = height * (1 - q), .radius = radius, .colour = {1, 1, 1, 1}, .alpha = alpha});
     }
     Image image(width, height);
     for (int y = 0; y < height; ++y) {
         const double up = height - (y + 0.5);
         const double band = 0.85 * std::max(0.0, 1 - up / (0.22 * height));
         for (int x = 0; x < width; ++x) {
-            const double bubbles = static_cast<double>(cover.row(y)[x]);
-            setWhite(image.at(x, y), bubbles + (1 - bubbles) * band);
+            const auto cover = static_cast<double>(bubbles.at(x, y)[3]);
+            setWhite(image.at(x, y), cover + (1 - cover) * band);
         }
     }
     return image;

@@ -33,6 +33,10 @@ namespace {
 
 constexpr int margin = 2;
 
+std::uint8_t rounded(double value) {
+    return static_cast<std::uint8_t>(value + 0.5);
+}
+
 PixelRect united(const PixelRect& a, const PixelRect& b) {
     if (a.width == 0) return b;
     if (b.width == 0) return a;
@@ -82,15 +86,17 @@ void TrailCanvas::stamp(const PlotPoint& at, const Stamp& shape) {
     for (int y = top; y < bottom; ++y) {
         std::uint8_t* pixel = image_.at(left, y);
         for (int x = left; x < right; ++x, pixel += 4) {
-            const double distance = std::hypot(x + 0.5 - cx, y + 0.5 - cy);
+            const double dx = x + 0.5 - cx;
+            const double dy = y + 0.5 - cy;
+            const double distance = std::sqrt(dx * dx + dy * dy);
             if (distance >= shape.radius) continue;
             const std::array<double, 3> colour = shape.at(distance / shape.radius);
             for (std::size_t c = 0; c < 3; ++c) {
                 if (shape.mix == Stamp::Mix::darken) {
-                    const auto value = static_cast<std::uint8_t>(std::lround(colour[c] * 255));
+                    const auto value = rounded(colour[c] * 255);
                     pixel[c] = std::min(pixel[c], value);
                 } else {
-                    pixel[c] = static_cast<std::uint8_t>(std::lround(pixel[c] * colour[c]));
+                    pixel[c] = rounded(pixel[c] * colour[c]);
                 }
             }
         }
