@@ -127,8 +127,8 @@ void DetectorRig::place(const glm::dvec3& at, const glm::dvec2& velocity, double
                             std::clamp(0.05 * velocity.y, -1.0, 1.0));
     lean_ += (target - lean_) * share;
     const glm::dvec2 slope = Terrain::slope(at.x, at.z);
-    tilt_.eulerAngles = {std::atan(slope.y) + leanReach * lean_.y, 0,
-                         -std::atan(slope.x) - leanReach * lean_.x};
+    tilt_.eulerAngles = {leanReach * lean_.y - std::atan(slope.y), 0,
+                         std::atan(slope.x) - leanReach * lean_.x};
     yaw_.eulerAngles.y = std::atan2(hand.x - at.x, hand.y - at.z);
     glow_.position.y = -hover - lift + glowHeight;
 }

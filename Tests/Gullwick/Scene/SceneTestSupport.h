@@ -1,0 +1,51 @@
+#pragma once
+
+#include "Engine/Loop/Clock.h"
+#include "Engine/Loop/DelayedWork.h"
+#include "Engine/Loop/MainLoop.h"
+#include "Gullwick/Scene/BeachScene.h"
+
+#include <functional>
+#include <string_view>
+#include <vector>
+
+namespace gull {
+
+inline void forEachNode(const Node& node, const std::function<void(const Node&)>& visit) {
+    visit(node);
+    for (const auto& child : node.children()) forEachNode(*child, visit);
+}
+
+inline std::vector<const Node*> nodesNamed(const Node& root, std::string_view name) {
+    std::vector<const Node*> found;
+    forEachNode(root, [&](const Node& node) {
+        if (node.name == name) found.push_back(&node);
+    });
+    return found;
+}
+
+/// The layer that draws a node.
+inline Layer layerOf(const Node& node) {
+    const Node* at = &node;
+    while (at->layer == Layer::inherited && at->parent()) at = at->parent();
+    return at->layer;
+}
+
+/// A scene on a clock that is turned by hand.
+struct SceneOnClock {
+    ManualClock clock{100};
+    MainLoop loop{clock};
+    DelayedWork delayedWork{loop};
+    BeachScene scene{delayedWork};
+    PlotPoint coil{0.5, 0.5};
+
+    SceneOnClock() { step(0); }
+
+    void step(double dt) {
+        loop.turn(clock, dt);
+        scene.update(clock.now(), dt, coil, {0, 0}, 0, 0, {1, 1, 1, 1});
+    }
+    Node& node(std::string_view name) { return *scene.stage().root.find(name); }
+};
+
+}  // namespace gull
