@@ -6,7 +6,7 @@
 # Debian's names.
 buildPackages=(
     g++ cmake ninja-build pkg-config
-    libsdl2-dev libepoxy-dev libegl-dev libgl-dev libglm-dev
+    libsdl2-dev libx11-dev libepoxy-dev libegl-dev libgl-dev libglm-dev
     libcairo2-dev libpango1.0-dev libfontconfig-dev
     nlohmann-json3-dev libfmt-dev
     libevdev-dev libudev-dev
