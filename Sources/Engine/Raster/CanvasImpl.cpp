@@ -14,6 +14,9 @@ namespace gull {
 
 namespace {
 
+/// How far a flattened curve may leave the true one, pixels. A tenth, the usual, shows on small circles.
+constexpr double curveTolerance = 0.03;
+
 struct PixelBox {
     int x = 0;
     int y = 0;
@@ -84,6 +87,7 @@ Canvas::Impl::Impl(double canvasWidth, double canvasHeight, double pixelsPerPoin
         std::abort();
     }
     context = cairo_create(surface);
+    cairo_set_tolerance(context, curveTolerance);
     cairo_scale(context, scale, scale);
 }
 
@@ -105,6 +109,7 @@ void Canvas::Impl::beginGroup(Group group) {
     cairo_matrix_t matrix;
     cairo_get_matrix(context, &matrix);
     context = cairo_create(group.recording);
+    cairo_set_tolerance(context, curveTolerance);
     cairo_set_matrix(context, &matrix);
     groups.push_back(group);
 }

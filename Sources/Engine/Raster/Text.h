@@ -25,7 +25,7 @@ struct Font {
 };
 
 struct TextStyle {
-    Font font;
+    Font font = {};
     double tracking = 0;  ///< extra space after every character, points
     TextAlign align = TextAlign::left;
     double maxWidth = 0;  ///< wraps beyond this; 0: one line per line break
