@@ -20,6 +20,7 @@ void Mixer::play(int voice, std::span<const float> samples, float volume) {
 void Mixer::loop(std::span<const float> samples) {
     cutOff(loop_);
     loop_ = {samples, 0, 0, 0};
+    jointStep_ = 0;
 }
 
 void Mixer::silence() {
@@ -27,6 +28,7 @@ void Mixer::silence() {
     cutOff_.fill({});
     loop_ = {};
     loopTarget_ = 0;
+    jointStep_ = 0;
 }
 
 void Mixer::cutOff(const Voice& voice) {
@@ -67,8 +69,13 @@ void Mixer::addLoop(std::span<float> out) {
     constexpr float step = 1.0F / glideFrames;
     for (float& sample : out) {
         loop_.volume += std::clamp(loopTarget_ - loop_.volume, -step, step);
-        sample += loop_.samples[loop_.next] * loop_.volume;
-        if (++loop_.next == loop_.samples.size()) loop_.next = 0;
+        const float lift = jointStep_ * static_cast<float>(loop_.fadeLeft) / fadeFrames;
+        sample += (loop_.samples[loop_.next] + lift) * loop_.volume;
+        loop_.fadeLeft = std::max(loop_.fadeLeft - 1, 0);
+        if (++loop_.next < loop_.samples.size()) continue;
+        loop_.next = 0;
+        loop_.fadeLeft = fadeFrames;
+        jointStep_ = loop_.samples.back() - loop_.samples.front();
     }
 }
 

@@ -36,7 +36,7 @@ class Mixer {
         std::span<const float> samples;
         std::size_t next = 0;  // the sample that sounds next
         float volume = 0;
-        int fadeLeft = 0;  // frames, of a sound that was cut off
+        int fadeLeft = 0;  // frames, of a sound that was cut off, or of the loop's joint
 
         bool isSounding() const { return next < samples.size(); }
     };
@@ -50,6 +50,7 @@ class Mixer {
     std::array<Voice, 16> cutOff_;
     Voice loop_;
     float loopTarget_ = 0;
+    float jointStep_ = 0;  // from the loop's first sample up to its last; fades while loop_.fadeLeft runs
 };
 
 }  // namespace gull

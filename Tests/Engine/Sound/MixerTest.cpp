@@ -81,23 +81,37 @@ TEST(MixerTest, manyInterruptionsAtOnceStayFreeOfClicks) {
 }
 
 TEST(MixerTest, loopRepeatsWithoutAGapAndItsVolumeGlides) {
-    const auto ramp = [] {
-        std::vector<float> samples(100);
-        for (std::size_t i = 0; i < samples.size(); ++i) samples[i] = static_cast<float>(i + 1) / 100;
-        return samples;
-    }();
+    std::vector<float> hill(100);
+    for (std::size_t i = 0; i < hill.size(); ++i)
+        hill[i] = static_cast<float>(std::min(i + 1, hill.size() - i)) / 50;
     Mixer mixer;
-    mixer.loop(ramp);
+    mixer.loop(hill);
     for (const float sample : mixed(mixer, 150)) ASSERT_EQ(sample, 0.0F) << "silent until a volume is set";
     mixer.setLoopVolume(0.5F);
     const auto rising = mixed(mixer, Mixer::glideFrames);
     EXPECT_LE(rising.front(), 1.01F / Mixer::glideFrames);
     const auto steady = mixed(mixer, 300);
     for (std::size_t i = 0; i < steady.size(); ++i)
-        ASSERT_FLOAT_EQ(steady[i], ramp[(150 + Mixer::glideFrames + i) % 100] * 0.5F);
+        ASSERT_FLOAT_EQ(steady[i], hill[(150 + Mixer::glideFrames + i) % 100] * 0.5F);
     mixer.setLoopVolume(0);
     mixed(mixer, Mixer::glideFrames);
     EXPECT_EQ(mixed(mixer, 10).back(), 0.0F);
+}
+
+TEST(MixerTest, aLoopThatEndsAtAnotherLevelThanItBeginsJoinsWithoutAClick) {
+    const auto rising = [] {
+        std::vector<float> samples(4410);
+        for (std::size_t i = 0; i < samples.size(); ++i) samples[i] = static_cast<float>(i) / 44100;
+        return samples;
+    }();
+    Mixer mixer;
+    mixer.loop(rising);
+    mixer.setLoopVolume(1);
+    mixed(mixer, 4400);
+    const auto joint = mixed(mixer, 1000);
+    EXPECT_LE(largestStep(joint), 0.1F / Mixer::fadeFrames + 1.0F / 44100);
+    for (std::size_t i = 10 + Mixer::fadeFrames; i < joint.size(); ++i)
+        ASSERT_EQ(joint[i], rising[i - 10]) << "then it is as it was";
 }
 
 TEST(MixerTest, softeningLeavesOrdinaryLevelsAloneAndNeverReachesOne) {
