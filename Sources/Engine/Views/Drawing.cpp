@@ -103,6 +103,15 @@ std::optional<Drawing::Named> Drawing::find(std::string_view name) const {
     return *found;
 }
 
+std::string Drawing::at(double x, double y, std::string_view prefix) const {
+    for (auto named = named_.rbegin(); named != named_.rend(); ++named) {
+        const Rect& rect = named->rect;
+        const bool inside = x >= rect.x && x < rect.x + rect.width && y >= rect.y && y < rect.y + rect.height;
+        if (inside && named->opacity > 0 && named->name.starts_with(prefix)) return named->name;
+    }
+    return {};
+}
+
 const Drawing::Mark* Drawing::findText(std::string_view text) const {
     for (const Mark& mark : marks_) {
         const Text* own = std::get_if<Text>(&mark.content);

@@ -67,11 +67,14 @@ class Drawing {
     const std::vector<Mark>& marks() const { return marks_; }
     /// The first view of that name.
     std::optional<Named> find(std::string_view name) const;
+    /// The name, beginning with `prefix`, of the topmost such view under the point; empty when none is there.
+    std::string at(double x, double y, std::string_view prefix) const;
     /// The first visible text that reads so.
     const Mark* findText(std::string_view text) const;
     /// Every visible text that stands within `rect`, in drawing order.
     std::vector<std::string> textsIn(const Rect& rect) const;
 
+    /// Everything.
     void draw(Canvas& canvas) const;
     /// Draws what touches `clip` (points), within it.
     void draw(Canvas& canvas, const Rect& clip) const;

@@ -35,6 +35,14 @@ double limited(double room) {
     return std::isfinite(room) ? room : 0;
 }
 
+/// By how much `size` must be scaled to fit into `room`.
+double fitting(const ViewSize& size, const ViewSize& room) {
+    double factor = 1;
+    if (size.width > room.width) factor = room.width / size.width;
+    if (size.height > room.height) factor = std::min(factor, room.height / size.height);
+    return factor;
+}
+
 TextStyle styleFor(const View::Text& text, double room) {
     TextStyle style = text.style;
     if (std::isfinite(room) && measureText(text.text, style).width > room) style.maxWidth = std::max(room, 1.0);
@@ -152,7 +160,7 @@ ViewSize Layout::measure(const View& view, const ViewSize& room) {
             },
             [&](const View::Shrink&) {
                 const ViewSize size = inner({View::unlimited, View::unlimited});
-                const double factor = size.width > room.width ? room.width / size.width : 1;
+                const double factor = fitting(size, room);
                 return ViewSize{size.width * factor, size.height * factor};
             },
             [&](const View::Offset&) { return inner(room); },
@@ -218,7 +226,7 @@ void Layout::content(const View& view, const Rect& rect) {
                 const ViewSize size = measure(view.children.front(), {View::unlimited, View::unlimited});
                 const Rect own{rect.x + (rect.width - size.width) / 2,
                                rect.y + (rect.height - size.height) / 2, size.width, size.height};
-                scaled(view.children.front(), own, size.width > rect.width ? rect.width / size.width : 1);
+                scaled(view.children.front(), own, fitting(size, {rect.width, rect.height}));
             },
             [&](const View::Offset& offset) {
                 place(view.children.front(), {rect.x + offset.dx, rect.y + offset.dy, rect.width, rect.height});

@@ -17,7 +17,8 @@ class Layout {
     Layout(double scale, std::vector<Drawing::Mark>& marks, std::vector<Drawing::Named>& named)
         : scale_(scale), marks_(marks), named_(named) {}
 
-    static ViewSize measure(const View& view, const ViewSize& room);
+    /// The size that `view` takes in `room`; without one, the size it takes by itself.
+    static ViewSize measure(const View& view, const ViewSize& room = {View::unlimited, View::unlimited});
     /// Puts `view` into `rect`, which it was measured for.
     void place(const View& view, const Rect& rect);
 

@@ -58,7 +58,7 @@ class View {
                 Place along = Place::centre) &&;
     /// No wider than this: text in it wraps.
     View noWiderThan(double width) &&;
-    /// Drawn smaller, about its centre, if it is wider than the room it is given; takes that room's width.
+    /// Drawn smaller if it is larger than the room it is given.
     View shrunkToFit() &&;
     /// Moved without its neighbours noticing.
     View offset(double dx, double dy) &&;

@@ -40,8 +40,11 @@ void ViewSurface::show(Drawing drawing, double width, double height, double scal
     } else {
         drawing.difference(drawing_, damage_);
     }
-    collect(damage_);
+    changes_.clear();
+    for (const Rect& rect : damage_) collect(rect, changes_);
     drawing_ = std::move(drawing);
+    coverage_.clear();
+    for (const Drawing::Mark& mark : drawing_.marks()) collect(mark.ink, coverage_);
     for (const Area& area : changes_) {
         const Rect clip{area.x / scale, area.y / scale, area.width / scale, area.height / scale};
         canvas_->save();
@@ -52,30 +55,26 @@ void ViewSurface::show(Drawing drawing, double width, double height, double scal
     }
 }
 
-void ViewSurface::collect(const std::vector<Rect>& damage) {
-    changes_.clear();
+void ViewSurface::collect(const Rect& rect, std::vector<Area>& areas) const {
     const double scale = canvas_->scale();
-    for (const Rect& rect : damage) {
-        const int left = std::max(0, static_cast<int>(std::floor(rect.x * scale)));
-        const int top = std::max(0, static_cast<int>(std::floor(rect.y * scale)));
-        const int right =
-            std::min(canvas_->pixelWidth(), static_cast<int>(std::ceil((rect.x + rect.width) * scale)));
-        const int bottom =
-            std::min(canvas_->pixelHeight(), static_cast<int>(std::ceil((rect.y + rect.height) * scale)));
-        if (right <= left || bottom <= top) continue;
-        Area area{left, top, right - left, bottom - top};
-        // Whatever it joins may now touch others.
-        for (auto other = changes_.begin(); other != changes_.end();) {
-            if (!belongTogether(area, *other)) {
-                ++other;
-                continue;
-            }
-            area = united(area, *other);
-            changes_.erase(other);
-            other = changes_.begin();
+    const int left = std::max(0, static_cast<int>(std::floor(rect.x * scale)));
+    const int top = std::max(0, static_cast<int>(std::floor(rect.y * scale)));
+    const int right = std::min(canvas_->pixelWidth(), static_cast<int>(std::ceil((rect.x + rect.width) * scale)));
+    const int bottom =
+        std::min(canvas_->pixelHeight(), static_cast<int>(std::ceil((rect.y + rect.height) * scale)));
+    if (right <= left || bottom <= top) return;
+    Area area{left, top, right - left, bottom - top};
+    // Whatever it joins may now touch others.
+    for (auto other = areas.begin(); other != areas.end();) {
+        if (!belongTogether(area, *other)) {
+            ++other;
+            continue;
         }
-        changes_.push_back(area);
+        area = united(area, *other);
+        areas.erase(other);
+        other = areas.begin();
     }
+    areas.push_back(area);
 }
 
 }  // namespace gull

@@ -24,14 +24,19 @@ class ViewSurface {
     /// the bitmap stands in changes().
     void show(Drawing drawing, double width, double height, double scale);
 
+    /// The same drawing as before: nothing changes.
+    void showAgain() { changes_.clear(); }
+
     /// What the last show() drew again: areas that do not overlap.
     const std::vector<Area>& changes() const { return changes_; }
+    /// Areas that do not overlap and outside of which the bitmap is clear.
+    const std::vector<Area>& coverage() const { return coverage_; }
     const Drawing& drawing() const { return drawing_; }
     /// The bitmap; none before the first show().
     const Canvas* canvas() const { return canvas_.get(); }
 
   private:
-    void collect(const std::vector<Rect>& damage);
+    void collect(const Rect& rect, std::vector<Area>& areas) const;
 
     std::unique_ptr<Canvas> canvas_;
     double width_ = 0;
@@ -39,6 +44,7 @@ class ViewSurface {
     Drawing drawing_;
     std::vector<Rect> damage_;
     std::vector<Area> changes_;
+    std::vector<Area> coverage_;
 };
 
 }  // namespace gull

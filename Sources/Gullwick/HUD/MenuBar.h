@@ -37,10 +37,9 @@ class MenuBar {
     /// Starts the fade that is due.
     void follow(double now);
     bool isMoving(double now) const { return opacity_.isMoving(now); }
-    bool isVisible(double now) const { return opacity_.value(now) > 0; }
-    /// As wide as the window. Named views: menuBar, menu.0 (a title), menu.item.0 and menu.sub.0 (lines of
-    /// the open menu and of its open submenu).
-    View body(double now, double width) const;
+    /// As large as the window. Named views: menuBar, menu.title.0, and menu.item.0 and menu.sub.0 for the
+    /// lines of the open menu and of its open submenu.
+    View body(double now, double width, double windowHeight) const;
 
     std::optional<std::size_t> openMenu() const { return open_; }
     std::optional<std::size_t> chosenItem() const { return item_; }
@@ -66,7 +65,6 @@ class MenuBar {
     Choice item_;
     Choice subItem_;
     bool subIsOpen_ = false;
-    bool pressedOnTitle_ = false;  ///< the button went down on a title: letting it go on a line chooses that
     Animated opacity_{0};
 };
 

@@ -35,7 +35,7 @@ class Overlay {
     /// the game's clock. Returns the areas that were drawn again, in pixels; none when nothing changed.
     const std::vector<Area>& update(double now, double width, double height, double scale);
     /// Of the last update(): areas outside of which the bitmap is clear, in pixels. They do not overlap.
-    const std::vector<Area>& coverage() const { return coverage_; }
+    const std::vector<Area>& coverage() const { return surface_.coverage(); }
     /// Premultiplied B G R A, row 0 at the top; valid until the next update().
     const unsigned char* pixels() const { return surface_.canvas()->pixels(); }
     int strideBytes() const { return surface_.canvas()->strideBytes(); }
@@ -62,7 +62,6 @@ class Overlay {
 
   private:
     View view(double width, double height, double now);
-    void cover();
 
     const GameController& game_;
     const AppSettings& settings_;
@@ -71,7 +70,6 @@ class Overlay {
     std::optional<AlertCard> alert_;
     HudMotion motion_;
     ViewSurface surface_;
-    std::vector<Area> coverage_;
 
     /// What the bitmap shows.
     struct Shown {

@@ -1,0 +1,81 @@
+#include "Gullwick/HUD/BeachSelect.h"
+
+#include "Gullwick/HUD/Palette.h"
+#include "Gullwick/HUD/StarsView.h"
+#include "Gullwick/Scene/Look.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
+namespace gull {
+
+namespace {
+
+constexpr double radius = 10;
+
+Colour mixed(const Colour& a, const Colour& b, double t) {
+    return {a.r + (b.r - a.r) * t, a.g + (b.g - a.g) * t, a.b + (b.b - a.b) * t, a.a + (b.a - a.a) * t};
+}
+
+/// From the beach's sky down to its sand.
+std::vector<GradientStop> gradient(int number, double opacity) {
+    const BeachLook& look = BeachLook::forBeach(number);
+    return {{0, look.skyMid.colour(opacity)},
+            {0.5, look.horizon.colour(opacity)},
+            {1, look.sand.scaled(0.8).colour(opacity)}};
+}
+
+}  // namespace
+
+View BeachSelect::tile(const BeachSpec& beach, double swell) const {
+    const bool unlocked = game.progress.isUnlocked(beach.number);
+    const double chosen = std::clamp(swell, 0.0, 1.0);
+    const Colour ink = unlocked ? Palette::cream : times(Palette::dim, 0.5);
+    const auto best = game.progress.stars.find(beach.number);
+    View result = unlocked ? StarsView{best == game.progress.stars.end() ? 0 : best->second, 11}.body()
+                           : sign(Symbol::lockFill, 12, times(Palette::dim, 0.5));
+    View content = column(
+        8, Place::centre,
+        views(text(fmt::format("{:02}", beach.number), Type::mono(26, FontWeight::bold), ink),
+              text(upperCase(beach.name), Type::mono(9, FontWeight::semibold), ink, 1, TextAlign::centre, 2)
+                  .noWiderThan(tileWidth - 12)
+                  .framed(std::nullopt, 26),
+              std::move(result)));
+    const double opacity = unlocked ? 0.32 + (0.55 - 0.32) * chosen : 0.12;
+    const Colour border = mixed(times(Palette::dim, 0.3), Palette::coral, chosen);
+    return std::move(content)
+        .framed(tileWidth, tileHeight)
+        .behind(shape(roundedRectangle(radius).filled(gradient(beach.number, opacity)).stroked(border, 1 + chosen)))
+        .named(fmt::format("select.tile.{}", beach.number))
+        .scaled(1 + swelling * swell);
+}
+
+View BeachSelect::body() const {
+    const std::vector<BeachSpec>& beaches = Campaign::beaches();
+    if (beaches.size() < static_cast<std::size_t>(rows * columns)) {
+        std::fprintf(stderr, "BeachSelect: a campaign of %zu beaches does not fill the grid\n", beaches.size());
+        std::abort();
+    }
+    std::vector<View> grid;
+    for (std::size_t r = 0; r < rows; ++r) {
+        std::vector<View> tiles;
+        for (std::size_t c = 0; c < columns; ++c) {
+            const std::size_t index = c + columns * r;
+            tiles.push_back(tile(beaches[index], swollen[index]));
+        }
+        grid.push_back(row(spacing, Place::centre, std::move(tiles)));
+    }
+    return column(22, Place::centre,
+                  views(text("ALL BEACHES", Type::mono(22, FontWeight::bold), Palette::coral, 8),
+                        text(campaignTotal(game.progress), Type::mono(12, FontWeight::semibold), Palette::dim, 3),
+                        column(spacing, Place::centre, std::move(grid)),
+                        text("touch the trackpad or use ← → ↑ ↓ to choose  ·  click or ↩ to go  ·  esc to "
+                             "go back",
+                             Type::mono(10, FontWeight::regular), Palette::dim, 1)))
+        .named("select");
+}
+
+}  // namespace gull

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Engine/Views/View.h"
+#include "Gullwick/HUD/HudPose.h"
+
+namespace gull {
+
+/// The map of the campaign: a tile for each of the eight beaches in its own colours, with its stars or a
+/// lock; the one under the cursor swells. It only shows: moving the cursor is the game's.
+struct BeachSelect {
+    static constexpr int columns = 4;
+    static constexpr int rows = 2;
+    static constexpr double tileWidth = 138;  ///< points
+    static constexpr double tileHeight = 124;
+    static constexpr double spacing = 14;
+    static constexpr double swelling = 0.06;
+
+    const HudState& game;
+    const std::array<double, HudPose::tiles>& swollen;  ///< 0 to 1 under the cursor, and a little beyond
+
+    /// Named views: select, select.tile.1 to select.tile.8.
+    View body() const;
+
+  private:
+    View tile(const BeachSpec& beach, double swell) const;
+};
+
+}  // namespace gull

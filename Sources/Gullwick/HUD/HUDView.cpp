@@ -1,0 +1,127 @@
+#include "Gullwick/HUD/HUDView.h"
+
+#include "Engine/Views/Layout.h"
+#include "Gullwick/HUD/BeachSelect.h"
+#include "Gullwick/HUD/FindPopup.h"
+#include "Gullwick/HUD/JunkCounter.h"
+#include "Gullwick/HUD/Palette.h"
+#include "Gullwick/HUD/ResultCard.h"
+#include "Gullwick/HUD/SignalMeter.h"
+#include "Gullwick/HUD/TideClock.h"
+#include "Gullwick/HUD/Tray.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace gull {
+
+namespace {
+
+constexpr Colour selectBackdrop{0.01, 0.05, 0.07, 0.9};
+constexpr double cardMargin = 8;  // around a card in a window that is hardly larger
+
+constexpr const char* instructions =
+    "slide one finger to sweep  ·  click to dig  ·  H ping (−5 s)  ·  R restart  ·  L beaches  ·  esc frees "
+    "the pointer";
+
+Colour black(double opacity) {
+    return Palette::black.withAlpha(opacity);
+}
+
+}  // namespace
+
+View HUDView::shade() const {
+    return column(0, Place::centre,
+                  views(shape(rectangle().filled({{0, black(0.5)}, {0.5, black(0.18)}, {1, black(0)}}))
+                            .framed(width, 190)
+                            .named("shade.top"),
+                        gap(),
+                        shape(rectangle().filled({{0, black(0)}, {1, black(0.42)}}))
+                            .framed(width, 160)
+                            .named("shade.bottom")))
+        .framed(width, height);
+}
+
+View HUDView::title() const {
+    return column(5, Place::start,
+                  views(text(fmt::format("BEACH {:02} / {:02}", game.spec.number, Campaign::beaches().size()),
+                             Type::mono(11, FontWeight::semibold), Palette::coral, 3),
+                        text(upperCase(game.spec.name), Type::mono(20, FontWeight::bold), Palette::cream, 2),
+                        text(game.spec.tagline, Type::italic(13), Palette::dim).noWiderThan(380)))
+        .shadowed(black(0.5), 6)
+        .named("title");
+}
+
+View HUDView::bottomBar() const {
+    View signal = SignalMeter{game, pose.tick}.body();
+    View tray = Tray{game, icons, pose.slots}.body();
+    View junk = JunkCounter{game, icons}.body();
+    // Where the panels do not fit, the gaps give way first, then the padding; the panels keep their sizes as
+    // long as they can.
+    const double panels = SignalMeter::width + Layout::measure(tray).width + JunkCounter::width;
+    const double padding = std::clamp((width - panels) / 2, 0.0, sidePadding);
+    const double spacing = std::clamp((width - 2 * padding - panels) / 4, 0.0, barSpacing);
+    View gauges = row(spacing, Place::end,
+                      views(std::move(signal), gap(), std::move(tray), gap(), std::move(junk)));
+    return column(10, Place::centre,
+                  views(panels > width ? std::move(gauges).shrunkToFit() : std::move(gauges),
+                        text(instructions, Type::mono(10, FontWeight::regular), Palette::dim, 0.5)
+                            .named("instructions")
+                            .shadowed(black(0.6), 4)
+                            .shrunkToFit()))
+        .padded(padding, 0)
+        .named("bottomBar");
+}
+
+View HUDView::bars() const {
+    View top = row(0, Place::start, views(title(), gap(), TideClock{game}.body()))
+                   .padded(sidePadding, 0)
+                   .named("topBar");
+    return column(0, Place::centre, views(std::move(top), gap(), bottomBar().faded(pose.bottomBar)))
+        .padded(0, topPadding, 0, bottomPadding)
+        .framed(width, height);
+}
+
+View HUDView::toasts() const {
+    // Clear of the tide clock at the right, and centred; a narrow window has its own needs.
+    const double clear = width - 2 * (sidePadding + TideClock::barWidth + sidePadding);
+    const double room = std::max(clear, std::min(420.0, width - 2 * sidePadding));
+    std::vector<View> lines;
+    for (const HudPose::Toast& toast : pose.toasts) {
+        View line = text(toast.text, Type::mono(13, FontWeight::semibold), Palette::cream, 0.5, TextAlign::centre)
+                        .padded(16, 8)
+                        .behind(shape(capsule().filled(Palette::panel).stroked(Palette::sea.withAlpha(0.45))))
+                        .named("toast")
+                        .faded(toast.opacity)
+                        .noWiderThan(room);
+        lines.push_back(
+            column(0, Place::centre, views(gap(toastTop), std::move(line), gap())).framed(width, height));
+    }
+    return layers(std::move(lines));
+}
+
+View HUDView::body() const {
+    std::vector<View> all = views(shade().faded(pose.bars), bars().faded(pose.bars),
+                                  FindPopup{pose.popup, icons}.body(), toasts());
+    if (pose.card > 0) {
+        all.push_back(layers(views(shape(rectangle().filled(black(0.35))).framed(width, height),
+                                   ResultCard{ended, icons}.body().shrunkToFit().padded(cardMargin, cardMargin)))
+                          .faded(pose.card));
+    }
+    if (pose.select > 0) {
+        all.push_back(layers(views(shape(rectangle().filled(selectBackdrop)).framed(width, height),
+                                   BeachSelect{game, pose.tile}.body().shrunkToFit().padded(cardMargin,
+                                                                                            cardMargin)))
+                          .faded(pose.select));
+    }
+    return layers(std::move(all)).framed(width, height);
+}
+
+void drawHud(Canvas& canvas, const HudState& state, ItemIcons& icons) {
+    const HudPose pose = HudPose::atRest(state);
+    const HUDView view{state, state, pose, icons, canvas.width(), canvas.height()};
+    Drawing(view.body(), canvas.width(), canvas.height(), canvas.scale()).draw(canvas);
+}
+
+}  // namespace gull

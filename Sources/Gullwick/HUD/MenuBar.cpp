@@ -1,0 +1,203 @@
+#include "Gullwick/HUD/MenuBar.h"
+
+#include "Gullwick/HUD/Palette.h"
+
+#include <algorithm>
+
+namespace gull {
+
+namespace {
+
+constexpr const char* titlePrefix = "menu.title.";
+constexpr const char* itemPrefix = "menu.item.";
+constexpr const char* subPrefix = "menu.sub.";
+
+/// "menu.item.3" with "menu.item." is 3.
+std::optional<std::size_t> indexIn(const std::string& name, const std::string& prefix) {
+    if (name.size() <= prefix.size() || name.compare(0, prefix.size(), prefix) != 0) return std::nullopt;
+    return static_cast<std::size_t>(std::stoul(name.substr(prefix.size())));
+}
+
+/// The next command that can be chosen, `step` by `step` from `from` and around; `from` may be none.
+std::optional<std::size_t> nextChoice(const std::vector<Command>& commands, std::optional<std::size_t> from,
+                                      int step) {
+    const auto count = static_cast<int>(commands.size());
+    int at = from ? static_cast<int>(*from) : (step > 0 ? -1 : count);
+    for (int tried = 0; tried < count; ++tried) {
+        at = (at + step + count) % count;
+        if (commands[static_cast<std::size_t>(at)].canBeChosen()) return static_cast<std::size_t>(at);
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+const std::vector<Command>* MenuBar::submenu() const {
+    if (!open_ || !item_ || items()[*item_].submenu.empty()) return nullptr;
+    return &items()[*item_].submenu;
+}
+
+void MenuBar::open(std::size_t menu, bool chooseFirst) {
+    shown_ = menus_();
+    isShown_ = true;
+    open_ = menu;
+    subIsOpen_ = false;
+    subItem_.reset();
+    item_ = chooseFirst ? nextChoice(items(), std::nullopt, 1) : std::nullopt;
+}
+
+void MenuBar::openBeside(int step) {
+    const auto count = static_cast<int>(shown_.size());
+    open(static_cast<std::size_t>((static_cast<int>(*open_) + step + count) % count), true);
+}
+
+void MenuBar::close() {
+    open_.reset();
+    item_.reset();
+    subItem_.reset();
+    subIsOpen_ = false;
+}
+
+void MenuBar::dismiss() {
+    close();
+    isShown_ = false;
+}
+
+void MenuBar::enterSubmenu() {
+    subIsOpen_ = true;
+    subItem_ = nextChoice(*submenu(), std::nullopt, 1);
+}
+
+void MenuBar::choose(const Command& command) {
+    if (!command.canBeChosen() || !command.action) return;
+    // The action may open something else, or ask for the menus again: first be done with this one.
+    const std::function<void()> action = command.action;
+    dismiss();
+    action();
+}
+
+bool MenuBar::handle(const KeyEvent& event) {
+    const bool callsMenu = event.key == Key::f10 || event.key == Key::alt;
+    if (!open_) {
+        if (!callsMenu || event.isRepeat) return false;
+        open(0, true);
+        return true;
+    }
+    const std::vector<Command>* sub = subIsOpen_ ? submenu() : nullptr;
+    switch (event.key) {
+        case Key::up:
+        case Key::down: {
+            const int step = event.key == Key::down ? 1 : -1;
+            (sub != nullptr ? subItem_ : item_) =
+                sub != nullptr ? nextChoice(*sub, subItem_, step) : nextChoice(items(), item_, step);
+            break;
+        }
+        case Key::left:
+            if (sub != nullptr) {
+                subIsOpen_ = false;
+                subItem_.reset();
+            } else {
+                openBeside(-1);
+            }
+            break;
+        case Key::right:
+            if (sub == nullptr && submenu() != nullptr) {
+                enterSubmenu();
+            } else {
+                openBeside(1);
+            }
+            break;
+        case Key::returnKey:
+        case Key::keypadEnter:
+        case Key::space:
+            if (event.isRepeat) break;
+            if (sub != nullptr && subItem_) {
+                choose((*sub)[*subItem_]);
+            } else if (submenu() != nullptr) {
+                enterSubmenu();
+            } else if (item_) {
+                choose(items()[*item_]);
+            }
+            break;
+        case Key::escape:
+            if (sub != nullptr) {
+                subIsOpen_ = false;
+                subItem_.reset();
+            } else {
+                dismiss();
+            }
+            break;
+        case Key::f10:
+        case Key::alt:
+            if (!event.isRepeat) dismiss();
+            break;
+        default:
+            break;
+    }
+    return true;
+}
+
+void MenuBar::pointTo(const std::string& name) {
+    if (const auto title = indexIn(name, titlePrefix)) {
+        if (title != open_) open(*title, false);
+    } else if (const auto index = indexIn(name, itemPrefix)) {
+        if (item_ != index) {
+            item_ = items()[*index].canBeChosen() ? index : std::nullopt;
+            subItem_.reset();
+        }
+        subIsOpen_ = submenu() != nullptr;
+    } else if (const auto sub = indexIn(name, subPrefix)) {
+        subItem_ = (*submenu())[*sub].canBeChosen() ? sub : std::nullopt;
+    } else if (!subIsOpen_) {
+        item_.reset();
+    }
+}
+
+void MenuBar::press(const std::string& name) {
+    if (const auto index = indexIn(name, itemPrefix)) {
+        if (items()[*index].submenu.empty()) choose(items()[*index]);
+    } else if (const auto sub = indexIn(name, subPrefix)) {
+        choose((*submenu())[*sub]);
+    }
+}
+
+bool MenuBar::handle(const MouseEvent& event, const Drawing& drawing, bool pointerIsFree) {
+    const std::string name = isShown_ ? drawing.at(event.x, event.y, "menu.") : std::string();
+    switch (event.kind) {
+        case MouseEvent::Kind::moved:
+            if (open_) {
+                pointTo(name);
+            } else if (pointerIsFree && event.y < nearEdge) {
+                if (!isShown_) shown_ = menus_();
+                isShown_ = true;
+            } else if (event.y > farEdge) {
+                isShown_ = false;
+            }
+            return open_.has_value();
+        case MouseEvent::Kind::down: {
+            const auto title = indexIn(name, titlePrefix);
+            if (title && title != open_) {
+                open(*title, false);
+                return true;
+            }
+            if (open_ && (title || name.empty())) close();
+            return open_.has_value() || !name.empty() || (isShown_ && event.y < height);
+        }
+        case MouseEvent::Kind::up: {
+            if (!open_) return false;
+            const bool onLine = !name.empty() && !indexIn(name, titlePrefix);
+            if (onLine) press(name);
+                    return true;
+        }
+        case MouseEvent::Kind::left:
+            if (!open_) isShown_ = false;
+            return false;
+    }
+    return false;
+}
+
+void MenuBar::follow(double now) {
+    opacity_.moveTo(isShown_ ? 1 : 0, TimingCurve::easeOut(fadeSeconds), now);
+}
+
+}  // namespace gull

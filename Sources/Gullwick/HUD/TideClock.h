@@ -1,0 +1,24 @@
+#pragma once
+
+#include "Engine/Views/View.h"
+#include "Gullwick/HUD/HudState.h"
+
+namespace gull {
+
+/// How much tide is left: a wave and the time, a bar that empties, and the pings used. It turns to a warning
+/// colour in the last seconds of play.
+struct TideClock {
+    static constexpr double urgentSeconds = 15;
+    static constexpr double barWidth = 150;  ///< points
+    static constexpr double barHeight = 4;
+
+    const HudState& game;
+
+    bool isUrgent() const;
+    /// What is left of the tide, 0 to 1.
+    double share() const;
+    /// Named views: tide, tide.bar (the track), tide.left (what is left of it).
+    View body() const;
+};
+
+}  // namespace gull
