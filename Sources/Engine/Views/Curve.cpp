@@ -59,7 +59,8 @@ double Spring::velocity(double distance, double velocity, double elapsed) const 
 
 double Spring::settlingSeconds() const {
     const double w = 2 * std::numbers::pi / response;
-    // The envelope e^(-d w t) falls to a thousandth at ln(1000) / (d w); the critical one has a factor 1 + wt.
+    // The envelope e^(-d w t) falls to a thousandth at ln(1000) / (d w); the critical one has a factor 1 +
+    // wt.
     return (damping >= 1 ? 9.3 : 7.0 / damping) / w;
 }
 

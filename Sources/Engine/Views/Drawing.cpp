@@ -67,8 +67,10 @@ bool alike(const Drawing::Mark& a, const Drawing::Mark& b) {
 }
 
 void drawMark(Canvas& canvas, const Drawing::Mark& mark, std::vector<bool>& groupsAreShadows) {
-    if (const auto* style = std::get_if<ShapeStyle>(&mark.content)) return drawShape(canvas, *style, mark.rect);
-    if (const auto* text = std::get_if<Drawing::Text>(&mark.content)) return drawWords(canvas, *text, mark.rect);
+    if (const auto* style = std::get_if<ShapeStyle>(&mark.content))
+        return drawShape(canvas, *style, mark.rect);
+    if (const auto* text = std::get_if<Drawing::Text>(&mark.content))
+        return drawWords(canvas, *text, mark.rect);
     if (const auto* picture = std::get_if<Drawing::Picture>(&mark.content)) {
         return canvas.drawImage(*picture->image, mark.rect);
     }
@@ -156,7 +158,8 @@ void Drawing::difference(const Drawing& before, std::vector<Rect>& damage) const
     std::size_t front = 0;
     while (front < shorter && alike(marks_[front], old[front])) ++front;
     std::size_t back = 0;
-    while (back < shorter - front && alike(marks_[marks_.size() - 1 - back], old[old.size() - 1 - back])) ++back;
+    while (back < shorter - front && alike(marks_[marks_.size() - 1 - back], old[old.size() - 1 - back]))
+        ++back;
     if (marks_.size() == old.size()) {
         for (std::size_t i = front; i < marks_.size() - back; ++i) {
             if (alike(marks_[i], old[i])) continue;

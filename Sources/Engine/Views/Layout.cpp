@@ -45,7 +45,8 @@ double fitting(const ViewSize& size, const ViewSize& room) {
 
 TextStyle styleFor(const View::Text& text, double room) {
     TextStyle style = text.style;
-    if (std::isfinite(room) && measureText(text.text, style).width > room) style.maxWidth = std::max(room, 1.0);
+    if (std::isfinite(room) && measureText(text.text, style).width > room)
+        style.maxWidth = std::max(room, 1.0);
     return style;
 }
 
@@ -80,9 +81,8 @@ std::vector<ViewSize> childSizes(const View::Stack& stack, const std::vector<Vie
         length += along(stack.axis, sizes.back());
     }
     if (stack.axis == View::Axis::row && length > room.width && !sizes.empty()) {
-        const auto widest = std::max_element(sizes.begin(), sizes.end(), [](const auto& a, const auto& b) {
-            return a.width < b.width;
-        });
+        const auto widest = std::max_element(sizes.begin(), sizes.end(),
+                                             [](const auto& a, const auto& b) { return a.width < b.width; });
         const double less = std::max(0.0, widest->width - (length - room.width));
         const auto index = static_cast<std::size_t>(widest - sizes.begin());
         *widest = Layout::measure(children[index], {less, room.height});
@@ -121,14 +121,20 @@ ViewSize Layout::measure(const View& view, const ViewSize& room) {
     return std::visit(
         Cases{
             [](const View::Nothing&) { return ViewSize{}; },
-            [&](const View::Gap&) { return ViewSize{limited(room.width), limited(room.height)}; },
+            [&](const View::Gap&) {
+                return ViewSize{limited(room.width), limited(room.height)};
+            },
             [](const View::FixedGap&) { return ViewSize{}; },
             [&](const View::Text& text) {
                 const TextSize size = measureText(text.text, styleFor(text, room.width));
                 return ViewSize{size.width, size.height};
             },
-            [&](const ShapeStyle&) { return ViewSize{limited(room.width), limited(room.height)}; },
-            [&](const View::Picture&) { return ViewSize{limited(room.width), limited(room.height)}; },
+            [&](const ShapeStyle&) {
+                return ViewSize{limited(room.width), limited(room.height)};
+            },
+            [&](const View::Picture&) {
+                return ViewSize{limited(room.width), limited(room.height)};
+            },
             [](const View::Sign& sign) {
                 const SymbolSize size = symbolSize(sign.symbol, sign.size);
                 return ViewSize{size.width, size.height};
@@ -145,8 +151,7 @@ ViewSize Layout::measure(const View& view, const ViewSize& room) {
             [&](const View::Padding& padding) {
                 const double x = padding.left + padding.right;
                 const double y = padding.top + padding.bottom;
-                const ViewSize size =
-                    inner({std::max(0.0, room.width - x), std::max(0.0, room.height - y)});
+                const ViewSize size = inner({std::max(0.0, room.width - x), std::max(0.0, room.height - y)});
                 return ViewSize{size.width + x, size.height + y};
             },
             [&](const View::Frame& frame) {
@@ -205,9 +210,9 @@ void Layout::content(const View& view, const Rect& rect) {
             [&](const View::Layers&) {
                 for (const View& child : view.children) {
                     const ViewSize size = measure(child, {rect.width, rect.height});
-                    place(child, {placed(Place::centre, rect.x, rect.width, size.width),
-                                  placed(Place::centre, rect.y, rect.height, size.height), size.width,
-                                  size.height});
+                    place(child,
+                          {placed(Place::centre, rect.x, rect.width, size.width),
+                           placed(Place::centre, rect.y, rect.height, size.height), size.width, size.height});
                 }
             },
             [&](const View::Padding& padding) {
@@ -218,8 +223,9 @@ void Layout::content(const View& view, const Rect& rect) {
             [&](const View::Frame& frame) {
                 const View& child = view.children.front();
                 const ViewSize size = measure(child, {rect.width, rect.height});
-                place(child, {placed(frame.across, rect.x, rect.width, size.width),
-                              placed(frame.along, rect.y, rect.height, size.height), size.width, size.height});
+                place(child,
+                      {placed(frame.across, rect.x, rect.width, size.width),
+                       placed(frame.along, rect.y, rect.height, size.height), size.width, size.height});
             },
             [&](const View::Limit&) { place(view.children.front(), rect); },
             [&](const View::Shrink&) {
@@ -229,7 +235,8 @@ void Layout::content(const View& view, const Rect& rect) {
                 scaled(view.children.front(), own, fitting(size, {rect.width, rect.height}));
             },
             [&](const View::Offset& offset) {
-                place(view.children.front(), {rect.x + offset.dx, rect.y + offset.dy, rect.width, rect.height});
+                place(view.children.front(),
+                      {rect.x + offset.dx, rect.y + offset.dy, rect.width, rect.height});
             },
             [&](const View::Scale& scale) { scaled(view.children.front(), rect, scale.factor); },
             [&](const View::Fade& fade) { faded(view.children.front(), rect, fade.opacity); },
@@ -261,10 +268,9 @@ void Layout::stack(const View::Stack& stack, const View& view, const Rect& rect)
             at += gapLength + stack.spacing;
             continue;
         }
-        place(child, isRow ? Rect{at, placed(stack.place, rect.y, rect.height, size.height), size.width,
-                                  size.height}
-                           : Rect{placed(stack.place, rect.x, rect.width, size.width), at, size.width,
-                                  size.height});
+        place(child,
+              isRow ? Rect{at, placed(stack.place, rect.y, rect.height, size.height), size.width, size.height}
+                    : Rect{placed(stack.place, rect.x, rect.width, size.width), at, size.width, size.height});
         at += along(stack.axis, size) + stack.spacing;
     }
 }

@@ -126,9 +126,8 @@ class View {
     struct Backed {
         bool inFront;
     };
-    using Content =
-        std::variant<Nothing, Gap, FixedGap, Text, ShapeStyle, Picture, Sign, Stack, Layers, Padding, Frame,
-                     Limit, Shrink, Offset, Scale, Fade, Shadow, Backed>;
+    using Content = std::variant<Nothing, Gap, FixedGap, Text, ShapeStyle, Picture, Sign, Stack, Layers,
+                                 Padding, Frame, Limit, Shrink, Offset, Scale, Fade, Shadow, Backed>;
 
     View(Content viewContent, std::vector<View> viewChildren = {})
         : content(std::move(viewContent)), children(std::move(viewChildren)) {}

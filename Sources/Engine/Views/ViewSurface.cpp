@@ -59,7 +59,8 @@ void ViewSurface::collect(const Rect& rect, std::vector<Area>& areas) const {
     const double scale = canvas_->scale();
     const int left = std::max(0, static_cast<int>(std::floor(rect.x * scale)));
     const int top = std::max(0, static_cast<int>(std::floor(rect.y * scale)));
-    const int right = std::min(canvas_->pixelWidth(), static_cast<int>(std::ceil((rect.x + rect.width) * scale)));
+    const int right =
+        std::min(canvas_->pixelWidth(), static_cast<int>(std::ceil((rect.x + rect.width) * scale)));
     const int bottom =
         std::min(canvas_->pixelHeight(), static_cast<int>(std::ceil((rect.y + rect.height) * scale)));
     if (right <= left || bottom <= top) return;

@@ -81,8 +81,8 @@ View AlertCard::button(std::size_t index) const {
     const Colour accent = own.destructive ? Palette::coral : Palette::sea;
     ShapeStyle face = roundedRectangle(7);
     face = focused ? face.filled(accent.withAlpha(0.9)) : face.filled(Palette::cream.withAlpha(0.06));
-    const Colour ink = focused ? Colour{0.01, 0.06, 0.08, 1}
-                               : (own.destructive ? Palette::coral : Palette::cream);
+    const Colour ink =
+        focused ? Colour{0.01, 0.06, 0.08, 1} : (own.destructive ? Palette::coral : Palette::cream);
     View name = text(own.title, Type::sans(13, FontWeight::semibold), ink)
                     .framed(buttonWidth, 34)
                     .behind(shape(face.stroked(focused ? accent : Palette::cream.withAlpha(0.28))));
@@ -93,37 +93,33 @@ View AlertCard::body() const {
     std::vector<View> row1;
     for (std::size_t i = 0; i < buttons_.size(); ++i) row1.push_back(button(i));
     View content = content_;
-    View outline = shape(roundedRectangle(14)
-                             .filled({0.02, 0.08, 0.1, 0.94})
-                             .stroked(Palette::panelLine))
+    View outline = shape(roundedRectangle(14).filled({0.02, 0.08, 0.1, 0.94}).stroked(Palette::panelLine))
                        .shadowed(Palette::black.withAlpha(0.5), 30);
-    return layers(views(shape(rectangle().filled(Palette::black.withAlpha(0.35))),
-                        column(22, Place::centre,
-                               views(std::move(content), row(12, Place::centre, std::move(row1))))
-                            .padded(34, 28, 34, 26)
-                            .behind(std::move(outline))
-                            .named("alert")));
+    return layers(
+        views(shape(rectangle().filled(Palette::black.withAlpha(0.35))),
+              column(22, Place::centre, views(std::move(content), row(12, Place::centre, std::move(row1))))
+                  .padded(34, 28, 34, 26)
+                  .behind(std::move(outline))
+                  .named("alert")));
 }
 
 AlertCard aboutCard(const std::string& version) {
-    View content =
-        column(7, Place::centre,
-               views(sign(Symbol::waves, 26, Palette::sea),
-                     text("GULLWICK", Type::mono(24, FontWeight::bold), Palette::cream, 8).padded(0, 8, 0, 0),
-                     text("Version " + version, Type::mono(11, FontWeight::semibold), Palette::dim, 1.5),
-                     text("Free software under the MIT License", Type::italic(15),
-                          Palette::cream.withAlpha(0.85))
-                         .padded(0, 6, 0, 0)));
+    View content = column(
+        7, Place::centre,
+        views(sign(Symbol::waves, 26, Palette::sea),
+              text("GULLWICK", Type::mono(24, FontWeight::bold), Palette::cream, 8).padded(0, 8, 0, 0),
+              text("Version " + version, Type::mono(11, FontWeight::semibold), Palette::dim, 1.5),
+              text("Free software under the MIT License", Type::italic(15), Palette::cream.withAlpha(0.85))
+                  .padded(0, 6, 0, 0)));
     return {std::move(content), {{"Close", {}, false}}, 0};
 }
 
 AlertCard resetAlert(std::function<void()> confirmed) {
-    View content =
-        column(10, Place::centre,
-               views(text("Reset all progress?", Type::sans(17, FontWeight::bold), Palette::cream),
-                     text("Your stars and best hauls are erased and you start again from beach 1.",
-                          Type::sans(13), Palette::cream.withAlpha(0.78), 0, TextAlign::centre)
-                         .noWiderThan(textWidth)));
+    View content = column(10, Place::centre,
+                          views(text("Reset all progress?", Type::sans(17, FontWeight::bold), Palette::cream),
+                                text("Your stars and best hauls are erased and you start again from beach 1.",
+                                     Type::sans(13), Palette::cream.withAlpha(0.78), 0, TextAlign::centre)
+                                    .noWiderThan(textWidth)));
     return {std::move(content), {{"Reset", std::move(confirmed), true}, {"Cancel", {}, false}}, 1};
 }
 

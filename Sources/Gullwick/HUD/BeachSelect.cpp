@@ -48,7 +48,8 @@ View BeachSelect::tile(const BeachSpec& beach, double swell) const {
     const Colour border = mixed(times(Palette::dim, 0.3), Palette::coral, chosen);
     return std::move(content)
         .framed(tileWidth, tileHeight)
-        .behind(shape(roundedRectangle(radius).filled(gradient(beach.number, opacity)).stroked(border, 1 + chosen)))
+        .behind(shape(
+            roundedRectangle(radius).filled(gradient(beach.number, opacity)).stroked(border, 1 + chosen)))
         .named(fmt::format("select.tile.{}", beach.number))
         .scaled(1 + swelling * swell);
 }
@@ -56,7 +57,8 @@ View BeachSelect::tile(const BeachSpec& beach, double swell) const {
 View BeachSelect::body() const {
     const std::vector<BeachSpec>& beaches = Campaign::beaches();
     if (beaches.size() < static_cast<std::size_t>(rows * columns)) {
-        std::fprintf(stderr, "BeachSelect: a campaign of %zu beaches does not fill the grid\n", beaches.size());
+        std::fprintf(stderr, "BeachSelect: a campaign of %zu beaches does not fill the grid\n",
+                     beaches.size());
         std::abort();
     }
     std::vector<View> grid;
@@ -70,7 +72,8 @@ View BeachSelect::body() const {
     }
     return column(22, Place::centre,
                   views(text("ALL BEACHES", Type::mono(22, FontWeight::bold), Palette::coral, 8),
-                        text(campaignTotal(game.progress), Type::mono(12, FontWeight::semibold), Palette::dim, 3),
+                        text(campaignTotal(game.progress), Type::mono(12, FontWeight::semibold), Palette::dim,
+                             3),
                         column(spacing, Place::centre, std::move(grid)),
                         text("touch the trackpad or use ← → ↑ ↓ to choose  ·  click or ↩ to go  ·  esc to "
                              "go back",

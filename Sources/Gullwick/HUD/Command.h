@@ -25,11 +25,11 @@ struct Shortcut {
 /// One line of a menu as it stands now: what it says, whether it can be chosen, and what it does.
 struct Command {
     std::string title;  ///< empty: a separating line
-    Shortcut shortcut;
+    Shortcut shortcut = {};
     bool enabled = true;
     bool checked = false;
-    std::function<void()> action;   ///< empty for a submenu or a separator
-    std::vector<Command> submenu;
+    std::function<void()> action = {};  ///< empty for a submenu or a separator
+    std::vector<Command> submenu = {};
 
     bool isSeparator() const { return title.empty(); }
     bool canBeChosen() const { return enabled && !isSeparator(); }

@@ -10,19 +10,18 @@ namespace gull {
 View FindPopup::body() const {
     if (!pose.shown || pose.alpha <= 0) return {};
     const ItemKind kind = *pose.shown;
-    View card =
-        row(10, Place::centre,
-            views(picture(&icons.image(kind)).framed(44, 44),
-                  column(2, Place::start,
-                         views(text(fmt::format("+{}", value(kind)), Type::mono(22, FontWeight::bold),
-                                    Palette::gold),
-                               text(upperCase(name(kind)), Type::mono(11, FontWeight::semibold),
-                                    Palette::cream, 3)))))
-            .padded(16, 8)
-            .behind(shape(capsule().filled(Palette::panel).stroked(Palette::gold.withAlpha(0.6))))
-            .named("popup")
-            .faded(pose.alpha)
-            .offset(0, -pose.lift);
+    View card = row(10, Place::centre,
+                    views(picture(&icons.image(kind)).framed(44, 44),
+                          column(2, Place::start,
+                                 views(text(fmt::format("+{}", value(kind)), Type::mono(22, FontWeight::bold),
+                                            Palette::gold),
+                                       text(upperCase(name(kind)), Type::mono(11, FontWeight::semibold),
+                                            Palette::cream, 3)))))
+                    .padded(16, 8)
+                    .behind(shape(capsule().filled(Palette::panel).stroked(Palette::gold.withAlpha(0.6))))
+                    .named("popup")
+                    .faded(pose.alpha)
+                    .offset(0, -pose.lift);
     return column(0, Place::centre, views(gap(), std::move(card), gap(bottomGap)));
 }
 

@@ -62,8 +62,8 @@ View HUDView::bottomBar() const {
     const double panels = SignalMeter::width + Layout::measure(tray).width + JunkCounter::width;
     const double padding = std::clamp((width - panels) / 2, 0.0, sidePadding);
     const double spacing = std::clamp((width - 2 * padding - panels) / 4, 0.0, barSpacing);
-    View gauges = row(spacing, Place::end,
-                      views(std::move(signal), gap(), std::move(tray), gap(), std::move(junk)));
+    View gauges =
+        row(spacing, Place::end, views(std::move(signal), gap(), std::move(tray), gap(), std::move(junk)));
     return column(10, Place::centre,
                   views(panels > width ? std::move(gauges).shrunkToFit() : std::move(gauges),
                         text(instructions, Type::mono(10, FontWeight::regular), Palette::dim, 0.5)
@@ -89,12 +89,13 @@ View HUDView::toasts() const {
     const double room = std::max(clear, std::min(420.0, width - 2 * sidePadding));
     std::vector<View> lines;
     for (const HudPose::Toast& toast : pose.toasts) {
-        View line = text(toast.text, Type::mono(13, FontWeight::semibold), Palette::cream, 0.5, TextAlign::centre)
-                        .padded(16, 8)
-                        .behind(shape(capsule().filled(Palette::panel).stroked(Palette::sea.withAlpha(0.45))))
-                        .named("toast")
-                        .faded(toast.opacity)
-                        .noWiderThan(room);
+        View line =
+            text(toast.text, Type::mono(13, FontWeight::semibold), Palette::cream, 0.5, TextAlign::centre)
+                .padded(16, 8)
+                .behind(shape(capsule().filled(Palette::panel).stroked(Palette::sea.withAlpha(0.45))))
+                .named("toast")
+                .faded(toast.opacity)
+                .noWiderThan(room);
         lines.push_back(
             column(0, Place::centre, views(gap(toastTop), std::move(line), gap())).framed(width, height));
     }
@@ -105,15 +106,16 @@ View HUDView::body() const {
     std::vector<View> all = views(shade().faded(pose.bars), bars().faded(pose.bars),
                                   FindPopup{pose.popup, icons}.body(), toasts());
     if (pose.card > 0) {
-        all.push_back(layers(views(shape(rectangle().filled(black(0.35))).framed(width, height),
-                                   ResultCard{ended, icons}.body().shrunkToFit().padded(cardMargin, cardMargin)))
-                          .faded(pose.card));
+        all.push_back(
+            layers(views(shape(rectangle().filled(black(0.35))).framed(width, height),
+                         ResultCard{ended, icons}.body().shrunkToFit().padded(cardMargin, cardMargin)))
+                .faded(pose.card));
     }
     if (pose.select > 0) {
-        all.push_back(layers(views(shape(rectangle().filled(selectBackdrop)).framed(width, height),
-                                   BeachSelect{game, pose.tile}.body().shrunkToFit().padded(cardMargin,
-                                                                                            cardMargin)))
-                          .faded(pose.select));
+        all.push_back(
+            layers(views(shape(rectangle().filled(selectBackdrop)).framed(width, height),
+                         BeachSelect{game, pose.tile}.body().shrunkToFit().padded(cardMargin, cardMargin)))
+                .faded(pose.select));
     }
     return layers(std::move(all)).framed(width, height);
 }

@@ -23,7 +23,7 @@ struct HUDView {
     const HudState& ended;  ///< what the result card shows: `game`, or as it was while the card still fades
     const HudPose& pose;
     ItemIcons& icons;
-    double width;   ///< of the window, points
+    double width;  ///< of the window, points
     double height;
 
     View body() const;

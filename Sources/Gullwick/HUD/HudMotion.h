@@ -21,7 +21,7 @@ class HudMotion {
 
     static constexpr double popupRiseDelay = 0.35;  ///< after the find
     static constexpr double popupRiseSeconds = 0.35;
-    static constexpr double popupRise = 24;  ///< points
+    static constexpr double popupRise = 24;         ///< points
     static constexpr double popupLeaveDelay = 2.0;  ///< after the find
     static constexpr double popupLeaveSeconds = 0.5;
     static constexpr double popupLeave = 46;  ///< points

@@ -33,9 +33,9 @@ struct HudPose {
     double select = 0;     ///< beach select
     std::vector<Toast> toasts;
     Popup popup;
-    std::vector<double> slots;        ///< 0 empty to 1 found; springs past 1
-    std::array<double, tiles> tile{}; ///< 0 at rest to 1 under the cursor; springs past both
-    double tick = 0;                  ///< the mark that blinks with every tick
+    std::vector<double> slots;         ///< 0 empty to 1 found; springs past 1
+    std::array<double, tiles> tile{};  ///< 0 at rest to 1 under the cursor; springs past both
+    double tick = 0;                   ///< the mark that blinks with every tick
 
     bool operator==(const HudPose&) const = default;
 

@@ -43,9 +43,9 @@ BeachLook studioLook() {
     return look;
 }
 
-constexpr int skyWidth = 512;           // pixels
+constexpr int skyWidth = 512;  // pixels
 constexpr double skyIntensity = 1.6;
-constexpr double smallest = 0.2;        // world units; the frame never closes in further
+constexpr double smallest = 0.2;          // world units; the frame never closes in further
 constexpr double frameHalfHeight = 0.62;  // of the model's largest side
 
 }  // namespace

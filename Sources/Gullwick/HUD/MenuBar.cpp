@@ -187,7 +187,7 @@ bool MenuBar::handle(const MouseEvent& event, const Drawing& drawing, bool point
             if (!open_) return false;
             const bool onLine = !name.empty() && !indexIn(name, titlePrefix);
             if (onLine) press(name);
-                    return true;
+            return true;
         }
         case MouseEvent::Kind::left:
             if (!open_) isShown_ = false;

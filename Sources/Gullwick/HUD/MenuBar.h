@@ -17,9 +17,9 @@ namespace gull {
 /// alone: arrows, Return, Escape. What can be chosen is asked anew every time the menus are shown.
 class MenuBar {
   public:
-    static constexpr double height = 30;     ///< points
-    static constexpr double nearEdge = 10;   ///< the pointer calls the bar this close to the edge, points
-    static constexpr double farEdge = 56;    ///< and sends it away from here on
+    static constexpr double height = 30;    ///< points
+    static constexpr double nearEdge = 10;  ///< the pointer calls the bar this close to the edge, points
+    static constexpr double farEdge = 56;   ///< and sends it away from here on
     static constexpr double fadeSeconds = 0.15;
 
     using Source = std::function<std::vector<Menu>()>;

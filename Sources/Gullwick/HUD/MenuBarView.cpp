@@ -11,12 +11,12 @@ namespace gull {
 namespace {
 
 constexpr double titlePadding = 12;
-constexpr double barInset = 14;       // before the first title
+constexpr double barInset = 14;  // before the first title
 constexpr double lineHeight = 26;
 constexpr double separatorHeight = 11;
 constexpr double linePadding = 10;
 constexpr double checkColumn = 20;
-constexpr double shortcutGap = 36;    // between the longest title and the shortcuts
+constexpr double shortcutGap = 36;  // between the longest title and the shortcuts
 constexpr double panelPadding = 5;
 constexpr Colour barColour{0.02, 0.08, 0.1, 0.86};
 constexpr Colour panelColour{0.025, 0.095, 0.115, 0.97};
@@ -54,7 +54,8 @@ View line(const Command& command, bool isChosen, double width) {
 }
 
 /// A hanging list of commands; its lines are named `prefix` and their number.
-View panel(const std::vector<Command>& commands, std::optional<std::size_t> chosen, const std::string& prefix) {
+View panel(const std::vector<Command>& commands, std::optional<std::size_t> chosen,
+           const std::string& prefix) {
     double titles = 0;
     double ends = 12;
     for (const Command& command : commands) {
@@ -94,10 +95,11 @@ View MenuBar::titles() const {
     std::vector<View> all;
     for (std::size_t i = 0; i < shown_.size(); ++i) {
         const bool isOpenHere = open_ == i;
-        View title = text(shown_[i].title, Type::sans(13, i == 0 ? FontWeight::semibold : FontWeight::regular),
-                          isOpenHere ? inkOnHighlight : Palette::cream)
-                         .padded(titlePadding, 0)
-                         .framed(std::nullopt, height - 8);
+        View title =
+            text(shown_[i].title, Type::sans(13, i == 0 ? FontWeight::semibold : FontWeight::regular),
+                 isOpenHere ? inkOnHighlight : Palette::cream)
+                .padded(titlePadding, 0)
+                .framed(std::nullopt, height - 8);
         if (isOpenHere) {
             title = std::move(title).behind(shape(roundedRectangle(5).filled(Palette::sea.withAlpha(0.92))));
         }

@@ -92,7 +92,10 @@ View ResultCard::body() const {
     lines.push_back(hints());
     View outline = shape(roundedRectangle(16).filled(cardColour).stroked(mood.withAlpha(0.5)))
                        .shadowed(Palette::black.withAlpha(0.5), 30);
-    return column(16, Place::centre, std::move(lines)).padded(40, 26).behind(std::move(outline)).named("card");
+    return column(16, Place::centre, std::move(lines))
+        .padded(40, 26)
+        .behind(std::move(outline))
+        .named("card");
 }
 
 }  // namespace gull

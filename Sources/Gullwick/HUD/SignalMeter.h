@@ -9,8 +9,8 @@ namespace gull {
 /// treasure reads as plain metal, junk carries a question mark.
 struct SignalMeter {
     static constexpr int bars = 12;
-    static constexpr double width = 210;          ///< of the panel, points
-    static constexpr double faintest = 0.02;      ///< signals below it are not judged
+    static constexpr double width = 210;      ///< of the panel, points
+    static constexpr double faintest = 0.02;  ///< signals below it are not judged
 
     const HudState& game;
     double tick = 0;  ///< the tick mark, 0 to 1; drawn only if the player wants it

@@ -22,25 +22,22 @@ double TideClock::share() const {
 View TideClock::body() const {
     const Colour water = isUrgent() ? Palette::coral : Palette::sea;
     const Font label = Type::mono(10, FontWeight::semibold);
-    std::vector<View> lines = views(
-        row(8, Place::centre,
-            views(sign(Symbol::waves, 18, water),
-                  text(clock(game.timeLeft), Type::digits(32, FontWeight::bold),
-                       isUrgent() ? Palette::coral : Palette::cream))),
-        text("UNTIL HIGH TIDE", label, Palette::dim, 3),
-        shape(capsule().filled(Palette::cream.withAlpha(0.15)))
-            .named("tide.bar")
-            .under(shape(capsule().filled(water))
-                       .named("tide.left")
-                       .framed(barWidth * share(), barHeight)
-                       .framed(barWidth, barHeight, Place::start))
-            .framed(barWidth, barHeight));
+    std::vector<View> lines = views(row(8, Place::centre,
+                                        views(sign(Symbol::waves, 18, water),
+                                              text(clock(game.timeLeft), Type::digits(32, FontWeight::bold),
+                                                   isUrgent() ? Palette::coral : Palette::cream))),
+                                    text("UNTIL HIGH TIDE", label, Palette::dim, 3),
+                                    shape(capsule().filled(Palette::cream.withAlpha(0.15)))
+                                        .named("tide.bar")
+                                        .under(shape(capsule().filled(water))
+                                                   .named("tide.left")
+                                                   .framed(barWidth * share(), barHeight)
+                                                   .framed(barWidth, barHeight, Place::start))
+                                        .framed(barWidth, barHeight));
     if (game.pings >= 1) {
         lines.push_back(text(fmt::format("PINGS {}", game.pings), label, Palette::sea, 3));
     }
-    return column(4, Place::end, std::move(lines))
-        .shadowed(Palette::black.withAlpha(0.5), 6)
-        .named("tide");
+    return column(4, Place::end, std::move(lines)).shadowed(Palette::black.withAlpha(0.5), 6).named("tide");
 }
 
 }  // namespace gull

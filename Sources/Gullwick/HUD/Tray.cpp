@@ -23,12 +23,12 @@ constexpr double smallest = 1e-5;  // a found item grows from this
 View Tray::slot(std::size_t index) const {
     const double spring = index < sprung.size() ? sprung[index] : (game.isFound(index) ? 1 : 0);
     const double filled = std::clamp(spring, 0.0, 1.0);
-    std::vector<View> parts = views(
-        shape(roundedRectangle(9)
-                  .filled(Palette::panel)
-                  .stroked(mixed(Palette::cream.withAlpha(0.28), Palette::gold.withAlpha(0.8), filled),
-                           1 + 0.5 * filled))
-            .framed(slotSize, slotSize));
+    std::vector<View> parts =
+        views(shape(roundedRectangle(9)
+                        .filled(Palette::panel)
+                        .stroked(mixed(Palette::cream.withAlpha(0.28), Palette::gold.withAlpha(0.8), filled),
+                                 1 + 0.5 * filled))
+                  .framed(slotSize, slotSize));
     if (filled < 1) {
         parts.push_back(
             text("?", Type::mono(16, FontWeight::bold), Palette::cream.withAlpha(0.3 * (1 - filled))));

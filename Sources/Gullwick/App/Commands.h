@@ -1,0 +1,33 @@
+#pragma once
+
+#include "Gullwick/HUD/Command.h"
+
+#include <vector>
+
+namespace gull {
+
+class AppSettings;
+class Feedback;
+class GameController;
+class TouchSurface;
+
+/// What commands do beyond the game: whoever owns the window does it.
+class WindowCommands {
+  public:
+    virtual ~WindowCommands() = default;
+    virtual void showAbout() = 0;
+    virtual void quit() = 0;
+    virtual void minimise() = 0;
+    virtual void toggleFullScreen() = 0;
+    virtual bool isFullScreen() const = 0;
+    /// Asks the player, and erases all progress if the answer is yes.
+    virtual void askReset() = 0;
+};
+
+/// The program's menus as they stand now: what each command is called, its key, whether it can be chosen,
+/// whether it is checked, and what it does. The one table behind keyboard and menu bar. Everything passed in
+/// must outlive the menus.
+std::vector<Menu> buildMenus(GameController& game, TouchSurface& surface, AppSettings& settings,
+                             Feedback& feedback, WindowCommands& window);
+
+}  // namespace gull
