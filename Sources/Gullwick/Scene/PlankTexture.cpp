@@ -51,9 +51,9 @@ class Painter {
             const int fromBottom = board.top + board.height - gap - 1 - y;
             const double edge = 0.10 * std::exp(-fromTop / 2.0) - 0.28 * std::exp(-fromBottom / 3.0);
             for (int x = 0; x < size; ++x) {
-                // Noise drawn out along the board.
-                const std::size_t at = static_cast<std::size_t>((y * 3) % size) * size +
-                                       static_cast<std::size_t>((x / 4 + board.top * 7) % size);
+                // Noise drawn out along the board, by taking it eight rows at a time.
+                const std::size_t at = static_cast<std::size_t>((y * 8) % size) * size +
+                                       static_cast<std::size_t>((x + board.top * 7) % size);
                 const std::size_t blotch = static_cast<std::size_t>(y) * size + static_cast<std::size_t>(x);
                 const double streaks = static_cast<double>(noise[at]);
                 const double blotches = static_cast<double>(noise[blotch]);
