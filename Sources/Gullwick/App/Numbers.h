@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace gull {
+
+/// A whole text as a decimal integer, with an optional sign and nothing else; nothing when it is none or does
+/// not fit.
+std::optional<std::int64_t> parseInteger(std::string_view text);
+std::optional<std::uint64_t> parseUnsigned(std::string_view text);
+/// A whole text as a finite number ("1.5", "-2e3").
+std::optional<double> parseNumber(std::string_view text);
+
+}  // namespace gull

@@ -1,0 +1,112 @@
+#include "Gullwick/App/SnapshotOptions.h"
+
+#include "Gullwick/App/BeachNumber.h"
+#include "Gullwick/App/Numbers.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <limits>
+#include <string_view>
+#include <vector>
+
+namespace gull {
+
+namespace {
+
+/// The pieces between separators, empty ones left out.
+std::vector<std::string_view> split(std::string_view text, char separator) {
+    std::vector<std::string_view> pieces;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find(separator), text.size());
+        if (end > 0) pieces.push_back(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return pieces;
+}
+
+/// Narrows to int; far beyond any use stays far beyond any use.
+int narrowed(std::int64_t value) {
+    constexpr std::int64_t limit = std::numeric_limits<int>::max();
+    return static_cast<int>(std::clamp(value, -limit, limit));
+}
+
+std::optional<std::string> readSize(const std::string& text, SnapshotOptions& options) {
+    std::vector<std::int64_t> numbers;
+    for (const std::string_view piece : split(text, 'x')) {
+        if (const auto number = parseInteger(piece)) numbers.push_back(*number);
+    }
+    if (numbers.size() < 2) {
+        return fmt::format("--size takes two whole numbers, like 1400x900; \"{}\" holds {}", text,
+                           numbers.size());
+    }
+    if (numbers[0] < 1 || numbers[1] < 1) {
+        return fmt::format("--size {}: a picture is at least one point wide and high", text);
+    }
+    options.width = narrowed(numbers[0]);
+    options.height = narrowed(numbers[1]);
+    return std::nullopt;
+}
+
+std::optional<std::string> readCount(const CommandLine& commandLine, std::string_view flag, int& count) {
+    const auto text = commandLine.value(flag);
+    const auto number = text ? parseInteger(*text) : std::nullopt;
+    if (!number) return std::nullopt;
+    if (*number < 0) return fmt::format("{} counts digs and cannot be negative; it was {}", flag, *text);
+    count = narrowed(*number);
+    return std::nullopt;
+}
+
+std::optional<double> readNumber(const CommandLine& commandLine, std::string_view flag) {
+    const auto text = commandLine.value(flag);
+    return text ? parseNumber(*text) : std::nullopt;
+}
+
+std::optional<PlotPoint> readPoint(const CommandLine& commandLine) {
+    const auto text = commandLine.value("--coil");
+    if (!text) return std::nullopt;
+    std::vector<double> numbers;
+    for (const std::string_view piece : split(*text, ',')) {
+        if (const auto number = parseNumber(piece)) numbers.push_back(*number);
+    }
+    if (numbers.size() < 2) return std::nullopt;
+    return PlotPoint{numbers[0], numbers[1]};
+}
+
+}  // namespace
+
+std::variant<SnapshotOptions, std::string> SnapshotOptions::parse(const CommandLine& commandLine) {
+    SnapshotOptions options;
+    options.iconsFolder = commandLine.value("--icons");
+    if (const auto size = commandLine.value("--size")) {
+        if (const auto problem = readSize(*size, options)) return *problem;
+    }
+    if (const auto text = commandLine.value("--beach")) {
+        const auto number = parseInteger(*text);
+        if (number) {
+            if (const auto problem = beachProblem(*number)) return "--beach: " + *problem;
+            options.beach = narrowed(*number);
+        }
+    }
+    if (const auto text = commandLine.value("--seed")) options.seed = parseUnsigned(*text);
+    if (const auto problem = readCount(commandLine, "--find", options.find)) return *problem;
+    if (const auto problem = readCount(commandLine, "--junk", options.junk)) return *problem;
+    options.elapse = readNumber(commandLine, "--elapse");
+    options.coil = readPoint(commandLine);
+    options.trail = commandLine.has("--trail");
+    options.reveal = readNumber(commandLine, "--reveal");
+    options.ping = commandLine.has("--ping");
+    options.flood = commandLine.has("--flood");
+    options.finish = commandLine.has("--finish");
+    options.select = commandLine.has("--select");
+    options.closeUp = commandLine.has("--icon");
+    options.hud = !commandLine.has("--nohud") && !options.closeUp;
+    if (const auto path = commandLine.value("--shot")) {
+        options.path = *path;
+    } else if (const auto iconPath = commandLine.value("--icon")) {
+        options.path = *iconPath;
+    }
+    return options;
+}
+
+}  // namespace gull

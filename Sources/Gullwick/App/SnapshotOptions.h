@@ -1,0 +1,39 @@
+#pragma once
+
+#include "GullCore/Beach.h"
+#include "Gullwick/App/CommandLine.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <variant>
+
+namespace gull {
+
+/// Which moment of play a picture shows, as the command line tells it.
+struct SnapshotOptions {
+    std::optional<std::string> iconsFolder;  ///< icons instead of a scene
+    int width = 1400;                        ///< points
+    int height = 900;
+    int beach = 1;
+    std::optional<std::uint64_t> seed;  ///< none: buried at random
+    std::optional<double> elapse;       ///< seconds
+    int find = 0;
+    int junk = 0;
+    std::optional<PlotPoint> coil;
+    bool trail = false;
+    std::optional<double> reveal;  ///< seconds after the dig of treasure number `find` (counted from 0)
+    bool ping = false;
+    bool flood = false;
+    bool finish = false;
+    bool select = false;
+    bool closeUp = false;  ///< --icon
+    bool hud = true;
+    std::string path = "shot.png";
+
+    /// Reads the options; the text is why nothing can be rendered, a sentence for the player. A value that is
+    /// merely no number leaves its default.
+    static std::variant<SnapshotOptions, std::string> parse(const CommandLine& commandLine);
+};
+
+}  // namespace gull
