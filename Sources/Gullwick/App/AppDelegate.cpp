@@ -1,0 +1,208 @@
+#include "Gullwick/App/AppDelegate.h"
+
+#include "Engine/Render/Renderer.h"
+#include "Engine/Sound/AudioDevice.h"
+#include "Engine/Touch/Trackpads.h"
+#include "Engine/Window/GameControllers.h"
+#include "Engine/Window/Window.h"
+#include "Gullwick/App/BeachNumber.h"
+#include "Gullwick/App/Commands.h"
+#include "Gullwick/App/Environment.h"
+#include "Gullwick/App/FrameProbe.h"
+#include "Gullwick/App/IconRenderer.h"
+#include "Gullwick/App/Numbers.h"
+#include "Gullwick/App/PlayerInput.h"
+#include "Gullwick/Feedback/CombinedHaptics.h"
+#include "Gullwick/Feedback/Feedback.h"
+#include "Gullwick/Game/GameController.h"
+#include "Gullwick/Game/TouchSurface.h"
+#include "Gullwick/HUD/Overlay.h"
+#include "Gullwick/Settings/AppSettings.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <optional>
+#include <stdexcept>
+
+namespace gull {
+
+struct AppDelegate::Parts final : WindowCommands {
+    explicit Parts(const CommandLine& commandLine)
+        : probePath(environmentVariable("GULLWICK_PROBE")),
+          window(windowOptions()),
+          game(loop, feedback, AppSettings::progressURL(std::getenv), !probePath, seed(commandLine)) {
+        feedback.muted = probePath.has_value();
+        const bool software = Renderer::graphicsInfo().isSoftware;
+        renderer.setTier(software ? RenderTier::fast : RenderTier::full);
+        // The frame timer sets the pace; waiting for the screen too is free on a GPU only.
+        window.setVsync(!software);
+        connect();
+        resized();
+        if (probePath) startProbe();
+    }
+
+    static Window::Options windowOptions() {
+        Window::Options options;
+        options.scale = requestedScale();
+        return options;
+    }
+
+    static std::optional<std::uint64_t> seed(const CommandLine& commandLine) {
+        const auto text = commandLine.value("--seed");
+        return text ? parseUnsigned(*text) : std::nullopt;
+    }
+
+    void connect() {
+        WindowHandlers handlers;
+        handlers.key = [this](const KeyEvent& event) { handle(event); };
+        handlers.mouse = [this](const MouseEvent& event) {
+            if (!overlay.handle(event)) surface.mouse(event);
+        };
+        handlers.contacts = [this](const std::vector<Contact>& contacts) { input.windowContacts(contacts); };
+        handlers.raw = [this](const void* event) { controllers.handle(event); };
+        handlers.resized = [this] { resized(); };
+        handlers.focusChanged = [this](bool focused) {
+            focused ? surface.focusGained() : surface.focusLost();
+        };
+        handlers.minimisedChanged = [this](bool minimised) {
+            if (minimised) surface.focusLost();
+        };
+        handlers.closeRequested = [this] { loop.quit(0); };
+        window.setHandlers(std::move(handlers));
+    }
+
+    /// An open menu or card first, then the commands, then the beach.
+    void handle(const KeyEvent& event) {
+        if (overlay.handle(event)) return;
+        if (!event.isRepeat && perform(menus(), event)) return;
+        surface.key(event);
+    }
+
+    std::vector<Menu> menus() { return buildMenus(game, surface, settings, feedback, *this); }
+
+    void resized() {
+        game.world().frame(window.width() / std::max(window.height(), 1.0));
+        surface.setViewSize({window.width(), window.height()});
+    }
+
+    void startProbe() {
+        window.raise();
+        if (const auto text = environmentVariable("GULLWICK_PROBE_BEACH")) {
+            if (const auto number = parseInteger(*text)) {
+                if (const auto problem = beachProblem(*number)) {
+                    throw std::runtime_error("GULLWICK_PROBE_BEACH: " + *problem);
+                }
+                game.beginBeach(static_cast<int>(*number), false);
+            }
+        }
+        FrameProbe::View view;
+        view.width = [this] { return static_cast<int>(window.width()); };
+        view.height = [this] { return static_cast<int>(window.height()); };
+        view.scale = [this] { return window.scale(); };
+        view.snapshot = [this] {
+            drawScene();
+            return renderer.readBack(pixelSize());
+        };
+        probe.emplace(loop, game, std::move(view), *probePath);
+    }
+
+    Renderer::Size pixelSize() const { return {window.pixelWidth(), window.pixelHeight()}; }
+
+    void drawScene() { renderer.draw(game.world().stage(), pixelSize(), 0); }
+
+    void drawFrame() {
+        const double start = loop.now();
+        game.world().reduceMotion = settings.reduceMotion();
+        surface.setCovered(overlay.wantsInput());
+        drawScene();
+        drawOverlay();
+        window.present();
+        if (probe) probe->framePresented();
+        const double end = loop.now();
+        if (observer) observer({end, end - start + stepTime});
+    }
+
+    void drawOverlay() {
+        const auto& changed = overlay.update(loop.now(), window.width(), window.height(), window.scale());
+        int left = window.pixelWidth(), top = window.pixelHeight(), right = 0, bottom = 0;
+        for (const Overlay::Area& area : changed) {
+            left = std::min(left, area.x);
+            top = std::min(top, area.y);
+            right = std::max(right, area.x + area.width);
+            bottom = std::max(bottom, area.y + area.height);
+        }
+        renderer.drawOverlay(overlay.pixels(), overlay.strideBytes(), pixelSize(), left, top, std::max(0, right - left),
+                             std::max(0, bottom - top));
+    }
+
+    /// One costly thing a frame, while nothing moves that would show it.
+    void prepareAhead() {
+        if (overlay.prepareIcon()) return;
+        feedback.prepareOne();
+    }
+
+    void turn() {
+        window.pump(std::max(0.0, loop.nextDue() - loop.now()));
+        const double start = loop.now();
+        input.poll(start);
+        audio.poll(start);
+        loop.runDue();
+        stepTime = loop.now() - start;
+        if (game.world().time == drawnTime || window.isMinimised()) return;
+        drawnTime = game.world().time;
+        drawFrame();
+        if (game.phase == GameController::Phase::intro) prepareAhead();
+    }
+
+    // WindowCommands
+    void showAbout() override { overlay.showAbout(GULL_VERSION); }
+    void askReset() override {
+        overlay.askReset([this] { game.resetProgress(); });
+    }
+    void minimise() override { window.minimise(); }
+    void toggleFullScreen() override { window.setFullScreen(!window.isFullScreen()); }
+    bool isFullScreen() const override { return window.isFullScreen(); }
+    void quit() override { loop.quit(0); }
+
+    std::optional<std::string> probePath;
+    UptimeClock clock;
+    MainLoop loop{clock};
+    AppSettings settings{AppSettings::defaultFile(std::getenv)};
+    Window window;
+    Renderer renderer;
+    AudioDevice audio;
+    Trackpads trackpads;
+    GameControllers controllers{[this] { return clock.now(); }};
+    CombinedHaptics haptics{{&trackpads, &controllers}};
+    Feedback feedback{settings, loop, &audio, &haptics};
+    GameController game;
+    TouchSurface surface{game, settings, window, clock};
+    PlayerInput input{trackpads, controllers, surface, game};
+    IconRenderer iconSource{&renderer, game.world().textures()};
+    ItemIcons icons{iconSource};
+    Overlay overlay{game, settings, icons, [this] { return menus(); }};
+    std::optional<FrameProbe> probe;
+    std::function<void(const FrameTiming&)> observer;
+    double drawnTime = -1;
+    double stepTime = 0;
+};
+
+AppDelegate::AppDelegate(const CommandLine& commandLine) : parts_(std::make_unique<Parts>(commandLine)) {}
+AppDelegate::~AppDelegate() = default;
+
+int AppDelegate::run() {
+    while (!parts_->loop.quitting()) parts_->turn();
+    return parts_->loop.exitStatus();
+}
+
+GameController& AppDelegate::game() {
+    return parts_->game;
+}
+MainLoop& AppDelegate::loop() {
+    return parts_->loop;
+}
+void AppDelegate::onFrame(std::function<void(const FrameTiming&)> observer) {
+    parts_->observer = std::move(observer);
+}
+
+}  // namespace gull

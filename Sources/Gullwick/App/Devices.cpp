@@ -1,0 +1,91 @@
+#include "Gullwick/App/Devices.h"
+
+#include "Engine/Loop/Clock.h"
+#include "Engine/Raster/Text.h"
+#include "Engine/Render/OffscreenContext.h"
+#include "Engine/Render/Renderer.h"
+#include "Engine/Window/Window.h"
+#include "Gullwick/App/DevicesReport.h"
+#include "Gullwick/App/Environment.h"
+
+#include <fmt/format.h>
+
+#include <exception>
+#include <memory>
+#include <optional>
+
+namespace gull {
+
+namespace {
+
+void describeGraphics(DevicesReport& report, bool windowed) {
+    const GraphicsInfo info = Renderer::graphicsInfo();
+    report.openGL = fmt::format("{}, {}, {}", info.renderer, info.vendor, info.version);
+    if (!windowed) report.openGL += " (off screen)";
+    report.tier = info.isSoftware ? "fast: a rasteriser on the CPU" : "full";
+}
+
+void describeDisplay(DevicesReport& report, const std::optional<Window>& window, const std::string& problem) {
+    if (window) {
+        report.display = fmt::format("{}, {:.0f} x {:.0f} points at scale {}", window->driverName(),
+                                     window->width(), window->height(), window->scale());
+        describeGraphics(report, true);
+        return;
+    }
+    report.display = problem;
+    std::string missing;
+    if (const auto context = OffscreenContext::create(&missing)) {
+        describeGraphics(report, false);
+    } else {
+        report.openGL = missing;
+    }
+}
+
+std::vector<std::string> fonts() {
+    std::vector<std::string> result;
+    for (const FontDesign design : {FontDesign::monospaced, FontDesign::serif, FontDesign::proportional}) {
+        Font font;
+        font.design = design;
+        font.italic = design == FontDesign::serif;
+        result.push_back(describeFont(font));
+    }
+    return result;
+}
+
+}  // namespace
+
+int printDevices() {
+    DevicesReport report;
+    UptimeClock clock;
+    std::optional<Window> window;
+    std::string problem;
+    try {
+        Window::Options options;
+        options.scale = requestedScale();
+        window.emplace(options);
+    } catch (const std::exception& error) {
+        problem = error.what();
+    }
+    describeDisplay(report, window, problem);
+
+    AudioDevice audio;
+    audio.start();
+    report.audio = audio.describe();
+    Trackpads trackpads;
+    trackpads.poll(clock.now());
+    report.trackpads = trackpads.pads();
+    if (window) {
+        GameControllers controllers([&] { return clock.now(); });
+        WindowHandlers handlers;
+        handlers.raw = [&](const void* event) { controllers.handle(event); };
+        window->setHandlers(std::move(handlers));
+        window->pump(0);
+        report.controllers = controllers.controllers();
+        window->setHandlers({});
+    }
+    report.fonts = fonts();
+    fmt::print("{}", report.text());
+    return 0;
+}
+
+}  // namespace gull

@@ -1,0 +1,26 @@
+#include "Gullwick/App/SelfTestRun.h"
+
+#include "Gullwick/Feedback/Feedback.h"
+#include "Gullwick/Game/SelfTest.h"
+#include "Gullwick/Settings/AppSettings.h"
+
+#include <fmt/format.h>
+
+#include <cstdio>
+
+namespace gull {
+
+int runSelfTest(const CommandLine& commandLine) {
+    UptimeClock clock;
+    MainLoop loop(clock);
+    AppSettings settings({});
+    Feedback feedback(settings, loop, nullptr, nullptr);
+    Task<int> run = SelfTest::run(loop, feedback, commandLine.arguments(), [](const std::string& line) {
+        fmt::print("{}\n", line);
+        std::fflush(stdout);
+    });
+    run.start([&](int status) { loop.quit(status); });
+    return loop.runUntilQuit();
+}
+
+}  // namespace gull
