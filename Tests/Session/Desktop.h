@@ -1,0 +1,40 @@
+#pragma once
+
+#include "Session/Process.h"
+
+#include <memory>
+#include <string>
+
+namespace gull::session {
+
+/// A display of its own (Xvfb) with a hand on mouse and keyboard (xdotool). Throws when Xvfb does not start:
+/// a test without a display has failed.
+class Desktop {
+  public:
+    Desktop(int width, int height);
+
+    const std::string& display() const { return display_; }
+    /// The environment of a program that is to run on this desktop, with its files in `home`.
+    Environment environment(const std::filesystem::path& home) const;
+
+    /// Waits until a window of that title is there, gives it the keyboard and tells its place.
+    bool waitForWindow(const std::string& title, double seconds);
+    void moveMouse(int x, int y);
+    void click(int button = 1);
+    /// In xdotool's names: "Return", "ctrl+3", "h".
+    void key(const std::string& keys);
+    /// The colour at a place of the screen, 0xRRGGBB.
+    unsigned pixel(int x, int y);
+    /// A picture of the whole screen as a PNG file.
+    void screenshot(const std::filesystem::path& file);
+
+  private:
+    std::string xdotool(const std::vector<std::string>& arguments);
+
+    ScratchFolder folder_;
+    std::string display_;
+    std::unique_ptr<Process> server_;
+    std::string window_;
+};
+
+}  // namespace gull::session

@@ -1,0 +1,110 @@
+// The program's other modes, through the built program and without a display.
+
+#include "Engine/Raster/Png.h"
+#include "Session/Process.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace gull::session {
+namespace {
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+const Environment noDisplay = {{"DISPLAY", std::nullopt},
+                               {"WAYLAND_DISPLAY", std::nullopt},
+                               {"SDL_VIDEODRIVER", std::nullopt},
+                               {"GULLWICK_PROBE", std::nullopt},
+                               {"GULLWICK_SCALE", std::nullopt}};
+
+Result gullwick(std::vector<std::string> arguments, double seconds = 120) {
+    return run(GULLWICK_BINARY, arguments, noDisplay, seconds);
+}
+
+std::optional<Image> picture(const std::filesystem::path& file) {
+    const std::string bytes = contents(file);
+    return decodePng(std::vector<std::uint8_t>(bytes.begin(), bytes.end()));
+}
+
+TEST(Modes, HelpAndVersionComeBeforeEverything) {
+    const Result help = gullwick({"--selftest", "--help"});
+    EXPECT_EQ(help.status, 0);
+    EXPECT_THAT(help.output, HasSubstr("--shot FILE"));
+    EXPECT_THAT(gullwick({"--version"}).output, StartsWith("Gullwick "));
+}
+
+TEST(Modes, WithoutADisplayTheGameSaysWhatIsMissing) {
+    const Result game = gullwick({});
+    EXPECT_EQ(game.status, 1);
+    EXPECT_THAT(game.errors, HasSubstr("display"));
+    EXPECT_THAT(game.errors, HasSubstr("--shot"));
+}
+
+TEST(Modes, SelfTestPassesInRealTime) {
+    const Result result = gullwick({"--selftest", "2"}, 180);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.output, StartsWith("beach 2: Shell Bay\n"));
+    EXPECT_THAT(result.output, HasSubstr("  ok    digging junk counts it\n"));
+    EXPECT_THAT(result.output, EndsWith("ALL GOOD\n"));
+}
+
+TEST(Modes, ASeededPictureComesOutTheSameTwice) {
+    const ScratchFolder folder;
+    const auto first = folder.path() / "new" / "folder" / "a.png", second = folder.path() / "b.png";
+    const std::vector<std::string> options = {"--size", "640x400", "--beach",  "4", "--seed",  "11",
+                                              "--find", "2",       "--junk",   "1", "--trail", "--reveal",
+                                              "0.8",    "--ping",  "--elapse", "40"};
+    auto with = [&](const std::filesystem::path& file) {
+        std::vector<std::string> arguments = options;
+        arguments.insert(arguments.begin(), {"--shot", file.string()});
+        return arguments;
+    };
+    const Result result = gullwick(with(first));
+    ASSERT_EQ(result.status, 0) << result.errors;
+    EXPECT_EQ(result.output, "wrote " + first.string() + "\n");
+    ASSERT_EQ(gullwick(with(second)).status, 0);
+    EXPECT_EQ(contents(first), contents(second));
+    const auto image = picture(first);
+    ASSERT_TRUE(image);
+    EXPECT_EQ(image->width, 640);
+    EXPECT_EQ(image->height, 400);
+}
+
+TEST(Modes, IconsAreElevenTransparentPictures) {
+    const ScratchFolder folder;
+    const Result result = gullwick({"--icons", (folder.path() / "icons").string()});
+    ASSERT_EQ(result.status, 0) << result.errors;
+    for (const char* kind :
+         {"coin", "ring", "watch", "key", "gem", "compass", "chest", "cap", "can", "nail", "foil"}) {
+        const auto icon = picture(folder.path() / "icons" / (std::string(kind) + ".png"));
+        ASSERT_TRUE(icon) << kind;
+        EXPECT_EQ(icon->width, 160);
+        EXPECT_EQ(icon->height, 160);
+        EXPECT_EQ(icon->at(0, 0)[3], 0) << kind;
+        EXPECT_GT(icon->at(80, 80)[3], 0) << kind;
+    }
+}
+
+TEST(Modes, WrongOptionsAreToldAndEndWithStatusOne) {
+    const ScratchFolder folder;
+    const std::string file = (folder.path() / "a.png").string();
+    for (const auto& [arguments, word] : std::vector<std::pair<std::vector<std::string>, std::string>>{
+             {{"--shot", file, "--size", "800"}, "--size"},
+             {{"--shot", file, "--size", "900000x20"}, "--size"},
+             {{"--shot", file, "--beach", "-1"}, "--beach"},
+             {{"--shot", file, "--find", "-2", "--reveal", "1"}, "--find"}}) {
+        const Result result = gullwick(arguments);
+        EXPECT_EQ(result.status, 1) << word;
+        EXPECT_THAT(result.errors, HasSubstr(word));
+        EXPECT_FALSE(std::filesystem::exists(file));
+    }
+    const Result unwritable = gullwick({"--shot", "/proc/no/a.png", "--size", "64x40"});
+    EXPECT_EQ(unwritable.status, 0);
+    EXPECT_EQ(unwritable.output, "wrote /proc/no/a.png\n");
+    EXPECT_THAT(unwritable.errors, HasSubstr("cannot be written"));
+}
+
+}  // namespace
+}  // namespace gull::session

@@ -1,0 +1,140 @@
+// The real program in a real window, played with mouse and keys as a person would.
+
+#include "Engine/Raster/Png.h"
+#include "GullCore/Progress.h"
+#include "Gullwick/Feedback/Feedback.h"
+#include "Gullwick/Game/GameController.h"
+#include "Gullwick/Scene/Terrain.h"
+#include "Gullwick/Settings/AppSettings.h"
+#include "Session/Desktop.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <fstream>
+
+namespace gull::session {
+namespace {
+
+using testing::HasSubstr;
+
+constexpr int screenWidth = 1280, screenHeight = 860;
+constexpr double windowSeconds = 60;  ///< a cold start on a busy machine
+
+/// Where the treasures lie when the program opens beach 1 with `--seed 7`, from a controller of our own that
+/// is driven alike; and where the mouse must stand to bring the coil there.
+class Map {
+  public:
+    Map() {
+        game_.world().frame(1240.0 / 800.0);
+        game_.world().update(0, 0, {0.5, 0.28}, {0, 0}, 0, 0, {1, 1, 1, 1});
+    }
+    std::vector<BuriedItem> treasures() const { return game_.hunt().buriedTreasures(); }
+    glm::ivec2 mouse(const PlotPoint& point) const {
+        const Stage& stage = game_.world().stage();
+        const glm::dvec3 at = project(*stage.pointOfView->camera, stage.pointOfView->worldTransform(),
+                                      Terrain::world(point), {1240, 800});
+        return {static_cast<int>(std::lround(at.x)), static_cast<int>(std::lround(at.y))};
+    }
+
+  private:
+    ManualClock clock_;
+    MainLoop loop_{clock_};
+    AppSettings settings_{{}};
+    Feedback feedback_{settings_, loop_, nullptr, nullptr};
+    GameController game_{loop_, feedback_, "/dev/null", false, 7};
+};
+
+class Session : public testing::Test {
+  protected:
+    Desktop desktop_{screenWidth, screenHeight};
+    ScratchFolder home_;
+
+    std::unique_ptr<Process> start(const std::vector<std::string>& arguments, const Environment& more = {}) {
+        Environment environment = desktop_.environment(home_.path());
+        for (const auto& [key, value] : more) environment[key] = value;
+        return std::make_unique<Process>(GULLWICK_BINARY, arguments, environment, home_.path());
+    }
+    std::filesystem::path progressFile() const {
+        return home_.path() / "data" / "Gullwick" / "progress.json";
+    }
+    bool waitForFile(const std::filesystem::path& file, double seconds) {
+        for (double waited = 0; waited < seconds; waited += 0.1) {
+            if (std::filesystem::exists(file)) return true;
+            pause(0.1);
+        }
+        return false;
+    }
+};
+
+TEST_F(Session, BeachOneIsPlayedWithTheMouseToThreeStars) {
+    const Map map;
+    const auto game = start({"--seed", "7"});
+    ASSERT_TRUE(desktop_.waitForWindow("Gullwick", windowSeconds)) << game->errors();
+    pause(3);  // the first picture and the end of the intro
+    for (const BuriedItem& treasure : map.treasures()) {
+        const glm::ivec2 at = map.mouse(treasure.at);
+        desktop_.moveMouse(at.x, at.y);
+        pause(1.2);
+        desktop_.click();
+        pause(1.5);
+    }
+    ASSERT_TRUE(waitForFile(progressFile(), 15)) << "no result was saved";
+    const CampaignProgress progress = CampaignProgress::load(progressFile());
+    EXPECT_EQ(progress.stars.at(1), 3);
+    EXPECT_EQ(progress.bestHaul.at(1), 220);
+
+    // On to the next beach with a click; its restart, the select and back by keys; closing ends the program
+    // well.
+    pause(1);
+    desktop_.click();
+    pause(2.5);
+    for (const char* key : {"h", "l", "Right", "Escape", "r"}) {
+        desktop_.key(key);
+        pause(0.4);
+    }
+    EXPECT_TRUE(game->isRunning());
+    desktop_.key("ctrl+q");
+    EXPECT_EQ(game->wait(10), 0) << game->errors();
+}
+
+TEST_F(Session, TheProbeMeasuresAndKeepsNothing) {
+    const auto picture = home_.path() / "probe.png";
+    const auto probe = start({}, {{"GULLWICK_PROBE", picture.string()}, {"GULLWICK_PROBE_BEACH", "+3"}});
+    ASSERT_EQ(probe->wait(90), 0) << probe->errors();
+    double rate = 0;
+    int width = 0, height = 0;
+    ASSERT_EQ(std::sscanf(probe->output().c_str(), "probe: %lf fps at %dx%d (backing scale 1)", &rate, &width,
+                          &height),
+              3)
+        << probe->output();
+    EXPECT_GT(rate, 1);
+    EXPECT_EQ(width, 1240);
+    EXPECT_EQ(height, 800);
+    EXPECT_THAT(probe->output(), HasSubstr("probe: wrote " + picture.string() + "\n"));
+    const std::string bytes = contents(picture);
+    const auto image = decodePng(std::vector<std::uint8_t>(bytes.begin(), bytes.end()));
+    ASSERT_TRUE(image);
+    EXPECT_EQ(image->width, 1240);
+    EXPECT_FALSE(std::filesystem::exists(progressFile()));
+}
+
+TEST_F(Session, BadFilesAndValuesNeverStopTheGame) {
+    std::filesystem::create_directories(home_.path() / "config" / "Gullwick");
+    std::ofstream(home_.path() / "config" / "Gullwick" / "settings.json") << "\x01noise{{{";
+    const auto game = start({"--nosuch"}, {{"GULLWICK_SAVE", home_.path().string()},  // a folder
+                                           {"GW_CAM", "up,there"},
+                                           {"GULLWICK_SCALE", "huge"}});
+    ASSERT_TRUE(desktop_.waitForWindow("Gullwick", windowSeconds)) << game->errors();
+    pause(2);
+    EXPECT_TRUE(game->isRunning());
+    EXPECT_THAT(game->errors(), HasSubstr("--nosuch"));
+    EXPECT_THAT(game->errors(), HasSubstr("GULLWICK_SCALE"));
+    EXPECT_THAT(game->errors(), HasSubstr("settings.json"));
+    desktop_.key("ctrl+q");
+    EXPECT_EQ(game->wait(10), 0);
+}
+
+}  // namespace
+}  // namespace gull::session
