@@ -10,7 +10,7 @@ install(TARGETS gullwick RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES Packaging/gullwick.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES Packaging/gullwick.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 install(FILES Packaging/gullwick.6 DESTINATION ${CMAKE_INSTALL_MANDIR}/man6)
-install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} RENAME copyright)
+install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/gullwick RENAME copyright)
 if(CMAKE_SYSTEM_NAME STREQUAL Linux)
     # udev looks in lib whatever the library folder of the machine is called.
     install(FILES Packaging/70-gullwick-touchpad.rules DESTINATION lib/udev/rules.d)
