@@ -8,6 +8,28 @@ namespace {
 using BeachLife = GameHarness;
 using Phase = GameController::Phase;
 
+/// The state of a game after each of many clumsy steps, all from fixed seeds.
+std::vector<double> historyOfAGame() {
+    ManualClock clock;
+    MainLoop loop(clock);
+    AppSettings settings(std::filesystem::temp_directory_path() / "gullwick-no-such-folder" / "none.json");
+    Feedback feedback(settings, loop, nullptr, nullptr);
+    GameController game(loop, feedback, "", false, 42);
+    SplitMix64 hand(9);
+    std::vector<double> state;
+    for (int step = 0; step < 400; ++step) {
+        game.fingerMoved(uniform(hand, 0, 1), uniform(hand, 0, 1));
+        loop.turn(clock, uniform(hand, 0.001, 0.4));
+        if (step % 3 == 0) game.click();
+        if (step % 20 == 0) game.ping();
+        for (const double value : {game.coil().x, game.coil().y, game.meter.get(), game.timeLeft.get(),
+                                   game.hunt().elapsed(), static_cast<double>(game.phase.get()),
+                                   static_cast<double>(game.tickStamp), static_cast<double>(game.haul)})
+            state.push_back(value);
+    }
+    return state;
+}
+
 TEST_F(BeachLife, startsOnTheHighestUnlockedBeachAndPlaysAtOnce) {
     CampaignProgress progress;
     progress.record(1, 2, 100);
@@ -42,6 +64,10 @@ TEST_F(BeachLife, theFirstBeachIsTheGeneratorsSecondUseAndLaterOnesGoOn) {
     EXPECT_NE(game.hunt().items(), seeded);
     game.beginBeach(4, false, 99);
     EXPECT_EQ(game.hunt().items(), seeded);
+}
+
+TEST_F(BeachLife, equalSeedsAndEqualHandsGiveEqualGames) {
+    EXPECT_EQ(historyOfAGame(), historyOfAGame());
 }
 
 TEST_F(BeachLife, unseededControllersDiffer) {
