@@ -5,6 +5,7 @@
 #include <cairo.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -61,15 +62,22 @@ cairo_surface_t* imageOf(const Image& image) {
     return surface;
 }
 
+/// A hash of the pixels, four words side by side: an icon is hashed every time that it is drawn.
 std::uint64_t fingerprint(const Image& image) {
-    std::uint64_t hash = 0x9E3779B97F4A7C15ULL ^ static_cast<std::uint64_t>(image.width);
-    for (std::size_t i = 0; i + 8 <= image.pixels.size(); i += 8) {
-        std::uint64_t word = 0;
-        std::memcpy(&word, &image.pixels[i], 8);
+    std::array<std::uint64_t, 4> lanes{1, 2, 3, static_cast<std::uint64_t>(image.width)};
+    auto mix = [](std::uint64_t hash, std::uint64_t word) {
         hash = (hash ^ word) * 0xD6E8FEB86659FD93ULL;
-        hash ^= hash >> 32;
+        return hash ^ (hash >> 32);
+    };
+    const std::size_t size = image.pixels.size();
+    std::size_t i = 0;
+    for (; i + 32 <= size; i += 32) {
+        std::array<std::uint64_t, 4> words;
+        std::memcpy(words.data(), &image.pixels[i], 32);
+        for (std::size_t lane = 0; lane < 4; ++lane) lanes[lane] = mix(lanes[lane], words[lane]);
     }
-    return hash;
+    for (; i < size; ++i) lanes[0] = mix(lanes[0], image.pixels[i]);
+    return mix(mix(lanes[0], lanes[1]), mix(lanes[2], lanes[3]));
 }
 
 }  // namespace

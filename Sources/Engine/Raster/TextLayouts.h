@@ -56,7 +56,7 @@ class TextLayout {
 /// The layouts used lately. A memory only: what it answers depends on nothing but the arguments.
 class TextLayouts {
   public:
-    static constexpr std::size_t capacity = 512;
+    static constexpr std::size_t capacity = 256;
 
     TextLayouts();
     ~TextLayouts();

@@ -113,9 +113,9 @@ Image watchDial() {
 
     const double hourHand = 2 * pi * (10 + 10 / 60.0) / 12;
     const double minuteHand = 2 * pi * 10 / 60;
-    addSpoke(canvas, hourHand, -12, 50);
+    addSpoke(canvas, hourHand, -12, 48);
     canvas.stroke(ink, 6, LineCap::round);
-    addSpoke(canvas, minuteHand, -16, 82);
+    addSpoke(canvas, minuteHand, -16, 74);
     canvas.stroke(ink, 4, LineCap::round);
     canvas.addEllipse({121, 121, 14, 14});
     canvas.fill(grey(0.1));
