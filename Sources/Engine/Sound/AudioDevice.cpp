@@ -163,7 +163,10 @@ void AudioDevice::poll(double now) {
     }
     if (!impl.isWanted || now < impl.nextLook) return;
     impl.nextLook = now + lookInterval;
-    if (now < impl.nextTry && impl.outputs() == impl.outputsAtFailure) return;
+    const bool isUnchanged = impl.outputs() == impl.outputsAtFailure;
+    // Without a single output another attempt is in vain, and some drivers complain aloud about each.
+    const bool isHopeless = impl.hasSubsystem && impl.outputs() == 0;
+    if (isUnchanged && (isHopeless || now < impl.nextTry)) return;
     impl.nextTry = now + retryInterval;
     impl.open();
 }
