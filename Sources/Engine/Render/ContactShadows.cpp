@@ -20,7 +20,6 @@ void ContactShadows::draw(unsigned depth, const View& view, const PixelArea& are
         result_ = Target(half, {{Format::rgba8}});
     }
     const glm::dmat4& p = view.projection;
-    glm::vec4 lens(1 / p[0][0], 1 / p[1][1], p[2][2], p[3][2]);
     double aspect = static_cast<double>(view.size.width) / view.size.height;
     glDisable(GL_DEPTH_TEST);
     glDisable(GL_BLEND);
@@ -31,7 +30,6 @@ void ContactShadows::draw(unsigned depth, const View& view, const PixelArea& are
     PixelArea around = area.grown(8);
     glScissor(around.x / 2, around.y / 2, around.width / 2 + 1, around.height / 2 + 1);
     find_.use();
-    find_.set("lens", lens);
     find_.set("reach", glm::vec4(options_.occlusionRadius, options_.occlusionRadius * p[1][1] / 2,
                                  options_.occlusionStrength, 1 / aspect));
     screen_.draw(find_);
@@ -40,7 +38,6 @@ void ContactShadows::draw(unsigned depth, const View& view, const PixelArea& are
     glScissor(area.x / 2, area.y / 2, area.width / 2 + 1, area.height / 2 + 1);
     bindTexture(unitSource, raw_.colour());
     blur_.use();
-    blur_.set("lens", lens);
     blur_.set("texel", glm::vec2(1.0 / half.width, 1.0 / half.height));
     screen_.draw(blur_);
     glDisable(GL_SCISSOR_TEST);

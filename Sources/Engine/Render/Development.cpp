@@ -52,6 +52,10 @@ unsigned Development::bloom(unsigned light, const View& view) {
     return glow_.colour();
 }
 
+void Development::copyBloom(const Target& to) const {
+    glow_.resolve(0, PixelArea::whole(glow_.size()), to, 0, 0, 0);
+}
+
 void Development::develop(unsigned light, unsigned bloom, const View& view) {
     const Program& program = !view.camera.hdr ? plain_ : bloom != 0 ? gradedWithBloom_ : graded_;
     glDisable(GL_DEPTH_TEST);

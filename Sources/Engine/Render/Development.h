@@ -16,6 +16,8 @@ class Development {
     /// The glow around what is brighter than the camera's threshold in `light` (a texture of the picture's
     /// size): a texture of a quarter of its size, or 0 when the camera wants none.
     unsigned bloom(unsigned light, const View& view);
+    /// Copies the last bloom into `to`, a target of its size.
+    void copyBloom(const Target& to) const;
     /// Develops `light` with `bloom` (may be 0) into the bound target, within its scissor rectangle.
     void develop(unsigned light, unsigned bloom, const View& view);
 

@@ -18,12 +18,14 @@ struct FrameBlock {
     glm::vec4 eye{0};                    ///< w: exposure factor
     glm::vec4 sunDirection{0, 1, 0, 0};  ///< toward the sun; w: how black its shadow is
     glm::vec4 sunColour{0};              ///< w: shadow edge radius, texture coordinates
-    glm::vec4 sunShape{0};  ///< x: normal offset, y: depth bias, z: penumbra growth, w: penumbra limit
+    glm::vec4 sunShape{0};               ///< x: normal offset, y: depth bias
+    glm::vec4 movingShape{0};            ///< moving map: x: edge radius, y: normal offset, z: depth bias
     glm::vec4 ambient{0};
     glm::vec4 irradiance[9];  ///< spherical harmonics of the sky's light on a white Lambert surface
     glm::vec4 fogColour{0};   ///< w: density exponent
     glm::vec4 fogRange{0};    ///< x: start, y: 1 / length (0: off), z: environment intensity
     glm::vec4 picture{0};     ///< width, height, 1 / width, 1 / height
+    glm::vec4 lens{0};        ///< 1 / P00, 1 / P11, P22, P32 of a perspective projection
     glm::vec4 tile{0};        ///< xy: where the tile being drawn stands in the picture
     glm::vec4 grade{0};       ///< x: 1 with tone mapping, y: contrast, z: saturation, w: bloom intensity
     glm::vec4 vignette{0};    ///< x: intensity, y: power, z: film gain, w: hue keeping

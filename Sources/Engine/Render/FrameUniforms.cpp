@@ -17,6 +17,9 @@ FrameBlock frameBlock(const Stage& stage, const View& view, const DrawList& list
     auto width = static_cast<float>(view.size.width), height = static_cast<float>(view.size.height);
     block.picture = {width, height, 1 / width, 1 / height};
 
+    const glm::dmat4& p = view.projection;
+    block.lens = {1 / p[0][0], 1 / p[1][1], p[2][2], p[3][2]};
+
     if (const Light* light = list.sun.light) {
         // A texel of the map in world units; the light's radius counts texels of a 4096 map.
         double texel = 2 * light->shadowOrthographicScale / std::max(light->shadowMapSize, 1);
@@ -26,8 +29,7 @@ FrameBlock frameBlock(const Stage& stage, const View& view, const DrawList& list
         block.sunColour = glm::vec4(list.sun.colour, std::max(light->shadowRadius, 0.5) / 4096);
         block.sunShape = {
             options.shadowNormalOffset * static_cast<float>(texel * (1 + light->shadowRadius / 3)),
-            options.shadowDepthBias / static_cast<float>(light->shadowFar - light->shadowNear),
-            options.shadowPenumbraGrowth, options.shadowPenumbraLimit};
+            options.shadowDepthBias / static_cast<float>(light->shadowFar - light->shadowNear), 0, 0};
     }
     block.ambient = glm::vec4(list.ambient, 0);
     float sky = stage.environment ? static_cast<float>(stage.environmentIntensity) : 0;

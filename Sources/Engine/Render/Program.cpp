@@ -16,11 +16,12 @@ namespace gull {
 namespace {
 
 unsigned compile(GLenum kind, std::string_view name, std::string_view head, std::string_view body) {
-    const GLchar* parts[] = {head.data(), shaders::common.data(), body.data()};
+    std::string_view shared = kind == GL_FRAGMENT_SHADER ? shaders::lighting : std::string_view("");
+    const GLchar* parts[] = {head.data(), shaders::common.data(), shared.data(), body.data()};
     const GLint lengths[] = {static_cast<GLint>(head.size()), static_cast<GLint>(shaders::common.size()),
-                             static_cast<GLint>(body.size())};
+                             static_cast<GLint>(shared.size()), static_cast<GLint>(body.size())};
     GLuint shader = glCreateShader(kind);
-    glShaderSource(shader, 3, parts, lengths);
+    glShaderSource(shader, 4, parts, lengths);
     glCompileShader(shader);
     GLint done = 0;
     glGetShaderiv(shader, GL_COMPILE_STATUS, &done);

@@ -10,11 +10,8 @@ struct RenderOptions {
     float brightestLight = 24;    ///< radiance above this is cut, so that one glint does not flicker or flood
 
     // The sun's shadow.
-    float shadowPenumbraGrowth = 0.02f;  ///< how much a shadow's edge widens per unit of distance to what
-                                         ///< throws it, world units; the tangent of the sun's radius
-    float shadowPenumbraLimit = 6;       ///< the widest edge, in multiples of the light's own radius
-    float shadowNormalOffset = 1.4f;     ///< texels a receiver is lifted off itself
-    float shadowDepthBias = 0.012f;      ///< world units
+    float shadowNormalOffset = 1.4f;  ///< texels a receiver is lifted off itself
+    float shadowDepthBias = 0.012f;   ///< world units
 
     // Contact shadows.
     float occlusionRadius = 0.55f;   ///< world units
@@ -24,7 +21,7 @@ struct RenderOptions {
     // The sea and other mirrors.
     float glintSpread = 1.0f;  ///< how much of a normal map's lost detail turns into roughness
 
-    int shadowTaps = 16;
+    float waterDensity = 0.5f;  ///< halvings of what shines through, per world unit of water
 };
 
 }  // namespace gull

@@ -3,6 +3,7 @@
 #include "Engine/Render/Overlay.h"
 #include "Engine/Render/SnapshotPainter.h"
 #include "Engine/Render/Studio.h"
+#include "Engine/Render/WindowPainter.h"
 
 #include <epoxy/gl.h>
 #include <fmt/format.h>
@@ -43,7 +44,7 @@ struct Renderer::Impl {
     Studio studio;
     SnapshotPainter snapshots{studio};
     RenderTier tier = RenderTier::full;
-    bool settled = false;
+    WindowPainter window{studio, snapshots};
     Overlay overlay{studio.screen};
     unsigned framebuffer = 0;  ///< drawn last
 };
@@ -69,20 +70,13 @@ RenderTier Renderer::tier() const {
     return impl_->tier;
 }
 bool Renderer::settled() const {
-    return impl_->settled;
+    return impl_->window.settled();
 }
 
-void Renderer::draw(const Stage& stage, const Size& size, unsigned framebuffer, bool) {
+void Renderer::draw(const Stage& stage, const Size& size, unsigned framebuffer, bool wait) {
     requireSize(size);
-    Target picture = impl_->snapshots.draw(stage, {size.width, size.height});
-    glBindFramebuffer(GL_READ_FRAMEBUFFER, picture.framebuffer());
-    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, framebuffer);
-    glBlitFramebuffer(0, 0, size.width, size.height, 0, 0, size.width, size.height, GL_COLOR_BUFFER_BIT,
-                      GL_NEAREST);
-    glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
-    glViewport(0, 0, size.width, size.height);
+    impl_->window.draw(stage, {size.width, size.height}, framebuffer, impl_->tier, wait);
     impl_->framebuffer = framebuffer;
-    impl_->settled = true;
 }
 
 void Renderer::drawOverlay(const unsigned char* pixels, int strideBytes, const Size& size, int dirtyX,

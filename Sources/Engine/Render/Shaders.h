@@ -7,6 +7,7 @@ namespace gull::shaders {
 
 extern const std::string_view common;      ///< the Frame block, film curve, encoding, dither
 extern const std::string_view fullScreen;  ///< vertex: one triangle that covers the target
+extern const std::string_view lighting;    ///< shadow edges, lamps, films of liquid: shared pieces
 extern const std::string_view surfaceVertex;
 extern const std::string_view surfaceFragment;
 extern const std::string_view depthVertex;  ///< position only; same result as surfaceVertex
@@ -20,5 +21,9 @@ extern const std::string_view brightFragment;
 extern const std::string_view blurFragment;
 extern const std::string_view gradeFragment;
 extern const std::string_view overlayFragment;
+extern const std::string_view relightFragment;   ///< the kept layer under moving shadows and lamps
+extern const std::string_view filmFragment;      ///< a half-resolution sea laid over what is below
+extern const std::string_view farthestFragment;  ///< depth at half resolution, the farthest of its pixels
+extern const std::string_view warpFragment;      ///< the picture as seen from a step aside
 
 }  // namespace gull::shaders

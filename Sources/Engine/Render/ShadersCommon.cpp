@@ -12,11 +12,13 @@ layout(std140) uniform Frame {
     vec4 sunDirection;
     vec4 sunColour;
     vec4 sunShape;
+    vec4 movingShape;
     vec4 ambient;
     vec4 irradiance[9];
     vec4 fogColour;
     vec4 fogRange;
     vec4 picture;
+    vec4 lens;
     vec4 tile;
     vec4 grade;
     vec4 vignette;
@@ -66,6 +68,9 @@ vec3 developed(vec3 light, vec2 pixel) {
 #endif
     return clamp(c + dither(pixel), 0.0, 1.0);
 }
+
+// Distance in front of the eye, along its axis, of a depth from 0 to 1.
+float axisDistance(float depth) { return lens.w / (depth * 2.0 - 1.0 + lens.z); }
 
 // Share of the fog's colour at a distance from the eye.
 float fogAt(float range) {

@@ -18,6 +18,9 @@ void main() {
     vec3 d = normalize(far.xyz / far.w - near.xyz / near.w);
     vec2 at = vec2(atan(d.x, -d.z) / 6.28318531 + 0.5, asin(clamp(d.y, -1.0, 1.0)) / 3.14159265 + 0.5);
     vec3 c = textureLod(diffuseMap, at, 0.0).rgb;
+#ifdef OUT_DISPLAY
+    c = developed(c, gl_FragCoord.xy);
+#endif
     outColour = vec4(c, 1.0);
 #ifdef OUT_KEPT
     outShade = vec4(c, 0.0);
@@ -73,13 +76,11 @@ void main() {
 const std::string_view occlusionFragment = R"glsl(
 in vec2 st;
 uniform sampler2D keptDepth;
-uniform vec4 lens;     // 1 / P00, 1 / P11, P22, P32
 uniform vec4 reach;    // x: radius, y: radius in picture heights at distance 1, z: strength, w: 1 / aspect
 out vec4 outColour;
 
 vec3 viewPoint(vec2 at) {
-    float depth = textureLod(keptDepth, at, 0.0).r * 2.0 - 1.0;
-    float range = lens.w / (depth + lens.z);
+    float range = axisDistance(textureLod(keptDepth, at, 0.0).r);
     return vec3((at * 2.0 - 1.0) * lens.xy, -1.0) * range;
 }
 
@@ -113,10 +114,9 @@ const std::string_view occlusionBlurFragment = R"glsl(
 in vec2 st;
 uniform sampler2D source;
 uniform sampler2D keptDepth;
-uniform vec4 lens;
 uniform vec2 texel;    // of the source
 out vec4 outColour;
-float range(vec2 at) { return lens.w / (textureLod(keptDepth, at, 0.0).r * 2.0 - 1.0 + lens.z); }
+float range(vec2 at) { return axisDistance(textureLod(keptDepth, at, 0.0).r); }
 void main() {
     float here = range(st);
     vec2 sum = vec2(0.0);

@@ -49,15 +49,21 @@ uniform vec4 multiply;      // onto the result
 uniform vec3 emission;
 uniform vec4 surface;       // x: metalness, y: roughness, z: bend of the normal map
 uniform vec4 mapStrength;   // x: diffuse, y: multiply
-uniform vec4 look;          // x: brightest light, y: glint spread, z: occlusion of the sun
+uniform vec4 look;          // x: brightest light, y: glint spread, z: occlusion of the sun, w: density of water
 
 uniform sampler2D diffuseMap;
 uniform sampler2D normalMap;
 uniform sampler2D multiplyMap;
 uniform samplerCube environment;
 uniform sampler2D occlusionMap;
+#ifdef WATER_DEPTH
+uniform sampler2D keptDepth;
+#endif
 
-#ifdef OUT_KEPT
+#ifdef OUT_FILM
+layout(location = 0) out vec4 outBody;  // light from within, w: how much of the ground it hides by itself
+layout(location = 1) out vec4 outTop;   // light mirrored, w: share of light that is mirrored
+#elif defined(OUT_KEPT)
 layout(location = 0) out vec4 outLit;
 layout(location = 1) out vec4 outShade;    // w: how far the sun's shadow covers it
 layout(location = 2) out vec4 outSurface;  // albedo that a lamp lights, w: 1
@@ -97,31 +103,6 @@ vec3 skyLight(vec3 n) {
 
 #ifdef SUN_SHADOW
 uniform sampler2DShadow sunShadow;
-const vec2 taps[16] = vec2[](
-    vec2(0.1768, 0.0000), vec2(-0.2258, 0.2069), vec2(0.0346, -0.3938), vec2(0.2848, 0.3711),
-    vec2(-0.5223, -0.0932), vec2(0.4943, -0.3154), vec2(-0.1656, 0.6154), vec2(-0.3159, -0.6075),
-    vec2(0.6848, 0.2493), vec2(-0.7124, 0.2945), vec2(0.3432, -0.7341), vec2(0.2555, 0.8085),
-    vec2(-0.7650, -0.4430), vec2(0.8973, -0.1975), vec2(-0.5482, 0.7787), vec2(-0.1259, -0.9762));
-
-// How far the sun is covered: 0 open, 1 in full shadow. Four wide looks first; only where they disagree
-// (the edge) are the sixteen taken. A loop of length 0 is skipped even where branches are not.
-float sunCover(vec3 p, vec3 n) {
-    vec3 c = (sunMatrix * vec4(p + n * sunShape.x, 1.0)).xyz;
-    c.z -= sunShape.y;
-    vec2 inside = step(vec2(0.0), c.xy) * step(c.xy, vec2(1.0));
-    float radius = sunColour.w;
-    float wide = radius * 1.5;
-    float first = texture(sunShadow, vec3(c.xy + vec2(wide, wide * 0.5), c.z)) +
-                  texture(sunShadow, vec3(c.xy + vec2(-wide * 0.5, wide), c.z)) +
-                  texture(sunShadow, vec3(c.xy + vec2(-wide, -wide * 0.5), c.z)) +
-                  texture(sunShadow, vec3(c.xy + vec2(wide * 0.5, -wide), c.z));
-    float open = first * 0.25;
-    int count = (first > 0.01 && first < 3.99) ? 16 : 0;
-    float sum = 0.0;
-    for (int i = 0; i < count; ++i) sum += texture(sunShadow, vec3(c.xy + taps[i] * radius, c.z));
-    if (count > 0) open = sum / 16.0;
-    return (1.0 - open) * inside.x * inside.y;
-}
 #endif
 
 #if LIGHTING == 2
@@ -144,21 +125,6 @@ vec2 mirrorShare(float roughness, float nv) {
     vec4 r = roughness * vec4(-1.0, -0.0275, -0.572, 0.022) + vec4(1.0, 0.0425, 1.04, -0.04);
     float a = min(r.x * r.x, exp2(-9.28 * nv)) * r.x + r.y;
     return vec2(-1.04, 1.04) * a + r.zw;
-}
-#endif
-
-#ifdef LAMPS
-// Full strength up to the start, then falling to nothing at the end with the lamp's exponent.
-vec3 lampLight(vec3 p, vec3 n) {
-    vec3 sum = vec3(0.0);
-    int count = int(lampPosition[0].w);
-    for (int i = 0; i < count; ++i) {
-        vec3 d = lampPosition[i].xyz - p;
-        float range = length(d);
-        float left = clamp(1.0 - (range - lampRange[i].x) * lampRange[i].y, 0.0, 1.0);
-        sum += lampColour[i].rgb * (pow(left, lampColour[i].w) * max(dot(n, d) / max(range, 1e-4), 0.0));
-    }
-    return sum;
 }
 #endif
 
@@ -201,7 +167,7 @@ void main() {
     vec3 l = sunDirection.xyz;
     float nl = max(dot(n, l), 0.0);
 #ifdef SUN_SHADOW
-    cover = sunCover(position, facing);
+    cover = covered(sunShadow, sunMatrix, position, facing, sunColour.w, sunShape.x, sunShape.y);
 #endif
 #if LIGHTING == 2
     float nv = max(dot(n, v), 1e-3);
@@ -237,11 +203,23 @@ void main() {
 
     float fog = fogAt(range);
 #ifdef SMOOTH
-    // A film of water over what lies below: mirror and glitter do not fade with the water's clearness.
+    vec3 within = min((scattered + sunBody + emission) * multiply.rgb, vec3(look.x));
+    vec3 top = min((mirrored + sunGlint) * multiply.rgb, vec3(look.x));
     float mirror = f0.x * share.x + share.y;
-    vec3 colour = (scattered + sunBody) * alpha + mirrored + sunGlint + emission;
-    alpha = 1.0 - (1.0 - alpha) * (1.0 - mirror);
-    colour = mix(min(colour * multiply.rgb, vec3(look.x)), fogColour.rgb * alpha, fog);
+#ifdef OUT_FILM
+    outBody = vec4(within, alpha);
+    outTop = vec4(top, mirror);
+    return;
+#else
+    float thickness = 1e3;
+#ifdef WATER_DEPTH
+    float ground = textureLod(keptDepth, (gl_FragCoord.xy + tile.xy) * picture.zw, 0.0).r;
+    thickness = range * max(axisDistance(ground) / axisDistance(gl_FragCoord.z) - 1.0, 0.0);
+#endif
+    vec4 film = filmOver(within, alpha, top, mirror, thickness, look.w);
+    alpha = film.a;
+    vec3 colour = mix(film.rgb, fogColour.rgb * alpha, fog);
+#endif
 #else
     vec3 shade = min((scattered + mirrored + emission) * multiply.rgb, vec3(look.x));
     vec3 sun = (sunBody + sunGlint) * multiply.rgb;
@@ -256,7 +234,8 @@ void main() {
 #endif
 #endif
 
-#ifdef OUT_KEPT
+#ifdef OUT_FILM
+#elif defined(OUT_KEPT)
     outLit = vec4(lit, 1.0);
     outShade = vec4(shade, cover);
     outSurface = vec4(sqrt(body * (1.0 - fog) * opening), 1.0);

@@ -38,13 +38,16 @@ Target SnapshotPainter::draw(const Stage& stage, const PixelSize& size) {
         shadow.bind(unitSunShadow);
     }
     ContactShadows contact(studio_.screen, studio_.options);
+    shading.waterDepth = shading.occlusion;
+    Target depth;
     if (shading.occlusion) {
-        Target depth(size, {{}, Format::depth24});
+        depth = Target(size, {{}, Format::depth24});
         depth.bind();
         glClear(GL_DEPTH_BUFFER_BIT);
         for (const DrawLayer* layer : layers) studio_.drawDepth(*layer, view, whole);
         contact.draw(depth.depth(), view, whole);
         contact.bind();
+        bindTexture(unitKeptDepth, depth.depth());
     }
 
     Target light(size, {{Format::rgba16f}});
@@ -63,7 +66,7 @@ Target SnapshotPainter::draw(const Stage& stage, const PixelSize& size) {
         glDepthFunc(GL_LEQUAL);
         for (const DrawLayer* layer : layers)
             for (const DrawItem& item : layer->opaque) studio_.surfaces.draw(item, shading, view, area);
-        studio_.drawSky(stage, false);
+        studio_.drawSky(stage, shading.output);
         studio_.drawBlended(layers, shading, view, area, stage.time);
         tile.resolve(0, {0, 0, area.width, area.height}, light, 0, 0, y);
     }

@@ -16,7 +16,9 @@ Studio::Studio()
       depth("depth", shaders::depthVertex, shaders::depthFragment),
       sunDepth("sun depth", shaders::depthVertex, shaders::depthFragment, {"FROM_SUN"}),
       sky("sky", shaders::fullScreen, shaders::skyFragment),
-      keptSky("kept sky", shaders::fullScreen, shaders::skyFragment, {"OUT_KEPT"}) {}
+      keptSky("kept sky", shaders::fullScreen, shaders::skyFragment, {"OUT_KEPT"}),
+      displaySky("developed sky", shaders::fullScreen, shaders::skyFragment, {"OUT_DISPLAY"}),
+      farthest("farthest depth", shaders::fullScreen, shaders::farthestFragment) {}
 
 void Studio::drawDepth(const DrawLayer& layer, const View& view, const PixelArea& area) {
     glEnable(GL_DEPTH_TEST);
@@ -36,9 +38,11 @@ void Studio::drawDepth(const DrawLayer& layer, const View& view, const PixelArea
     }
 }
 
-void Studio::drawSky(const Stage& stage, bool kept) {
+void Studio::drawSky(const Stage& stage, Shading::Output output) {
     if (!stage.background) return;
-    const Program& program = kept ? keptSky : sky;
+    const Program& program = output == Shading::Output::kept      ? keptSky
+                             : output == Shading::Output::display ? displaySky
+                                                                  : sky;
     textures.bind(unitDiffuse, stage.background, Wrap::repeat, Wrap::clamp);
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_LEQUAL);

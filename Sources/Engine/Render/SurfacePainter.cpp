@@ -16,9 +16,9 @@ glm::vec4 place(const Channel& channel) {
     return {glm::vec2(channel.scale), glm::vec2(channel.offset)};
 }
 
-void setState(const DrawItem& item) {
+void setState(const DrawItem& item, bool overwrite) {
     const Material& material = *item.material;
-    if (item.blended) {
+    if (item.blended && !overwrite) {
         glEnable(GL_BLEND);
         glBlendFunc(GL_ONE, material.blend == Material::Blend::add ? GL_ONE : GL_ONE_MINUS_SRC_ALPHA);
     } else {
@@ -34,6 +34,11 @@ void setState(const DrawItem& item) {
 }
 
 }  // namespace
+
+bool isFilm(const DrawItem& item) {
+    return item.material->smooth && item.blended &&
+           item.material->lighting == Material::Lighting::physicallyBased;
+}
 
 void drawChunks(const DrawItem& item, const View& view, const PixelArea& area) {
     glBindVertexArray(item.mesh->array.name());
@@ -63,7 +68,7 @@ void SurfacePainter::draw(const DrawItem& item, const Shading& shading, const Vi
     const Program& shader = program(item, shading);
     shader.use();
     setMaterial(shader, item);
-    setState(item);
+    setState(item, shading.output == Shading::Output::film);
     drawChunks(item, view, area);
 }
 
@@ -77,13 +82,16 @@ const Program& SurfacePainter::program(const DrawItem& item, const Shading& shad
         {static_cast<bool>(material.diffuseMap), "DIFFUSE_MAP"},
         {shaded && material.normalMap, "NORMAL_MAP"},
         {static_cast<bool>(material.multiplyMap), "MULTIPLY_MAP"},
-        {material.smooth && item.blended && lighting == 2, "SMOOTH"},
+        {isFilm(item), "SMOOTH"},
         {item.blended && material.blend == Material::Blend::add, "ADDED"},
         {shaded && shading.sunShadow && !material.smooth, "SUN_SHADOW"},
         {shaded && shading.occlusion && !item.blended, "OCCLUSION"},
         {shaded && shading.lamps, "LAMPS"},
         {shading.output == Shading::Output::kept, "OUT_KEPT"},
         {shading.output == Shading::Output::display, "OUT_DISPLAY"},
+        {shading.output == Shading::Output::film, "OUT_FILM"},
+        {shading.plainFilm && shading.output == Shading::Output::display, "PLAIN_FILM"},
+        {shading.waterDepth && isFilm(item), "WATER_DEPTH"},
     };
     std::uint32_t key = lighting;
     std::uint32_t bit = 4;
@@ -128,7 +136,8 @@ void SurfacePainter::setMaterial(const Program& program, const DrawItem& item) {
                 glm::vec4(material.metalness, material.roughness, material.normalMap.intensity, 0));
     program.set("mapStrength",
                 glm::vec4(material.diffuseMap.intensity, material.multiplyMap.intensity, 0, 0));
-    program.set("look", glm::vec4(options_.brightestLight, options_.glintSpread, options_.occlusionOfSun, 0));
+    program.set("look", glm::vec4(options_.brightestLight, options_.glintSpread, options_.occlusionOfSun,
+                                  options_.waterDensity));
 }
 
 }  // namespace gull

@@ -13,14 +13,17 @@ namespace gull {
 /// How the surfaces of one pass are shaded.
 struct Shading {
     enum class Output {
-        linear,  ///< scene light into one target
-        kept,    ///< lit, shade, surface and normal into four
-        display  ///< developed for the screen, and scene light into a second target
+        linear,   ///< scene light into one target
+        kept,     ///< lit, shade, surface and normal into four
+        display,  ///< developed for the screen, and scene light into a second target
+        film      ///< a smooth surface's two kinds of light into two targets, to be mixed later
     };
     Output output = Output::linear;
     bool sunShadow = true;
     bool occlusion = false;  ///< reads the contact shadows of the picture
     bool lamps = false;
+    bool plainFilm = false;   ///< no tone mapping, for cameras without it
+    bool waterDepth = false;  ///< water looks up how deep it is in the picture's depth
 };
 
 /// Draws surfaces. A program is compiled for each combination that is asked for, the first time it is.
@@ -41,6 +44,9 @@ class SurfacePainter {
     const RenderOptions& options_;
     std::unordered_map<std::uint32_t, Program> programs_;
 };
+
+/// A wide, smooth sheet of liquid: shaded as a film over what lies below.
+bool isFilm(const DrawItem& item);
 
 /// Issues the draw calls for the chunks of `item` that touch `area`; its vertex array is left bound.
 void drawChunks(const DrawItem& item, const View& view, const PixelArea& area);

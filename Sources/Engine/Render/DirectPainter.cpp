@@ -1,0 +1,50 @@
+#include "Engine/Render/DirectPainter.h"
+
+#include "Engine/Render/TextureUnits.h"
+
+#include <epoxy/gl.h>
+
+#include <algorithm>
+
+namespace gull {
+
+namespace {
+constexpr int shadowMapSize = 1024;
+}
+
+const Target& DirectPainter::draw(const Stage& stage, const View& fullView) {
+    View view = fullView;
+    view.size = {std::max(1, fullView.size.width / 2), std::max(1, fullView.size.height / 2)};
+    if (!picture_ || !(picture_.size() == view.size))
+        picture_ = Target(view.size, {{Format::rgba8}, Format::depth16});
+    DrawList list = DrawList::of(stage, view, studio_.meshes);
+    FrameBlock block =
+        frameBlock(stage, view, list, studio_.environments.bind(stage.environment), studio_.options);
+    setLamps(block, {});
+    studio_.uniforms.upload(block);
+
+    Shading shading;
+    shading.output = Shading::Output::display;
+    shading.plainFilm = !view.camera.hdr;
+    shading.sunShadow = list.sun.light && list.sun.light->castsShadow;
+    if (shading.sunShadow) {
+        // The rig barely moves against its surroundings during a flight: its shadow is in the same map.
+        shadow_.draw({&list.kept, &list.moving}, list.sun.matrix, shadowMapSize, studio_.sunDepth);
+        shadow_.bind(unitSunShadow);
+    }
+    PixelArea whole = PixelArea::whole(view.size);
+    picture_.bind();
+    glDepthMask(GL_TRUE);
+    glClearColor(0, 0, 0, 0);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_LEQUAL);
+    const DrawLayer* layers[] = {&list.kept, &list.moving};
+    for (const DrawLayer* layer : layers)
+        for (const DrawItem& item : layer->opaque) studio_.surfaces.draw(item, shading, view, whole);
+    studio_.drawSky(stage, shading.output);
+    studio_.drawBlended(layers, shading, view, whole, stage.time);
+    return picture_;
+}
+
+}  // namespace gull

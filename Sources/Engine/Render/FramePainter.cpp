@@ -1,0 +1,198 @@
+#include "Engine/Render/FramePainter.h"
+
+#include "Engine/Render/Shaders.h"
+#include "Engine/Render/TextureUnits.h"
+
+#include <epoxy/gl.h>
+
+#include <algorithm>
+
+namespace gull {
+
+struct FramePainter::Frame {
+    const Stage& stage;
+    const View& view;
+    DrawList list;
+    FrameBlock block;
+    PixelArea relit;  ///< where moving shadows and lamps reach
+    PixelArea drawn;  ///< where opaque moving things may show
+    bool shadow = false;
+    bool lamps = false;
+};
+
+namespace {
+
+Shading movingShading(const DrawList& list, Shading::Output output) {
+    Shading shading;
+    shading.output = output;
+    shading.sunShadow = list.sun.light && list.sun.light->castsShadow;
+    shading.lamps = !list.moving.lamps.empty() || !list.kept.lamps.empty();
+    return shading;
+}
+
+}  // namespace
+
+FramePainter::FramePainter(Studio& studio)
+    : studio_(studio),
+      film_("film", shaders::surfaceVertex, shaders::filmFragment),
+      filmWithBloom_("film with glow", shaders::surfaceVertex, shaders::filmFragment, {"BLOOM"}) {}
+
+FramePainter::Frame FramePainter::begin(const Stage& stage, const KeptLayer& kept) {
+    const View& view = kept.view();
+    Frame frame{stage,        view, DrawList::of(stage, view, studio_.meshes, DrawList::Which::movingOnly),
+                FrameBlock(), {},   {}};
+    const DrawList& list = frame.list;
+    frame.block =
+        frameBlock(stage, view, list, studio_.environments.bind(stage.environment), studio_.options);
+    std::vector<Lamp> lamps = list.moving.lamps;
+    setLamps(frame.block, lamps);
+    PixelArea whole = PixelArea::whole(view.size);
+    frame.lamps = !lamps.empty();
+    for (const Lamp& lamp : lamps) {
+        Box reach;
+        reach.include(lamp.position - lamp.end);
+        reach.include(lamp.position + lamp.end);
+        frame.relit = lamp.end > 0 ? frame.relit.united(view.area(reach)) : whole;
+    }
+    for (const DrawItem& item : list.moving.opaque) frame.drawn = frame.drawn.united(item.area);
+
+    studio_.uniforms.upload(frame.block);
+    PixelArea shadow =
+        shadow_.draw(list.moving, list.sun, view, studio_.sunDepth, studio_.options, frame.block);
+    frame.shadow = !shadow.empty();
+    frame.relit = frame.relit.united(shadow).intersection(whole);
+    studio_.uniforms.upload(frame.block);
+    if (frame.shadow) shadow_.bind(unitMovingShadow);
+    kept.shadow().bind(unitSunShadow);
+    bindTexture(unitKeptLit, kept.light().colour(0));
+    bindTexture(unitKeptShade, kept.light().colour(1));
+    bindTexture(unitKeptSurface, kept.light().colour(2));
+    bindTexture(unitKeptNormal, kept.light().colour(3));
+    bindTexture(unitKeptDepth, kept.depth());
+    bindTexture(unitBloom, kept.bloom());
+    return frame;
+}
+
+void FramePainter::relight(const Frame& frame, const KeptLayer& kept, bool display) {
+    bool bloom = display && kept.bloom() != 0, plain = !frame.view.camera.hdr;
+    int key = (frame.shadow ? 1 : 0) + (frame.lamps ? 2 : 0) + (bloom ? 4 : 0) + (display ? 8 : 0) +
+              (plain ? 16 : 0);
+    auto found = relightPrograms_.find(key);
+    if (found == relightPrograms_.end()) {
+        std::vector<std::string> defines;
+        if (frame.shadow) defines.emplace_back("MOVING_SHADOW");
+        if (frame.lamps) defines.emplace_back("LAMPS");
+        if (bloom) defines.emplace_back("BLOOM");
+        if (display) defines.emplace_back("OUT_DISPLAY");
+        if (plain) defines.emplace_back("PLAIN_FILM");
+        found = relightPrograms_
+                    .emplace(key, Program("relight", shaders::fullScreen, shaders::relightFragment, defines))
+                    .first;
+    }
+    glDisable(GL_BLEND);
+    found->second.use();
+    studio_.screen.draw(found->second);
+}
+
+const Target& FramePainter::drawFull(const Stage& stage, const KeptLayer& kept) {
+    Frame frame = begin(stage, kept);
+    const PixelSize& size = frame.view.size;
+    if (!light_ || !(light_.size() == size)) {
+        multisampled_ = Target(size, {{Format::rgba16f}, Format::depth24, 4});
+        light_ = Target(size, {{Format::rgba16f}});
+        picture_ = Target(size, {{Format::rgba8}});
+    }
+    PixelArea whole = PixelArea::whole(size);
+    multisampled_.bind();
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_ALWAYS);
+    glDepthMask(GL_TRUE);
+    relight(frame, kept, false);
+
+    glDepthFunc(GL_LEQUAL);
+    Shading shading = movingShading(frame.list, Shading::Output::linear);
+    shading.waterDepth = !frame.view.camera.orthographicScale;
+    for (const DrawItem& item : frame.list.moving.opaque)
+        studio_.surfaces.draw(item, shading, frame.view, whole);
+    const DrawLayer* layers[] = {&frame.list.moving};
+    studio_.drawBlended(layers, shading, frame.view, whole, stage.time);
+    multisampled_.resolve(0, whole, light_, 0, 0, 0);
+
+    unsigned bloom = studio_.development.bloom(light_.colour(), frame.view);
+    picture_.bind();
+    studio_.development.develop(light_.colour(), bloom, frame.view);
+    return picture_;
+}
+
+const Target& FramePainter::drawFast(const Stage& stage, const KeptLayer& kept) {
+    Frame frame = begin(stage, kept);
+    const PixelSize& size = frame.view.size;
+    PixelArea whole = PixelArea::whole(size);
+    if (!fast_ || !(fast_.size() == size)) {
+        fast_ = FrameTarget(size);
+        half_ = Target({(size.width + 1) / 2, (size.height + 1) / 2},
+                       {{Format::rgba16f, Format::rgba16f}, Format::depth24});
+        under_ = whole;
+    }
+    copyArea(kept.picture().colour(), fast_.picture(), whole, false);
+    copyArea(kept.depth(), fast_.depth(), whole, true);
+    copyArea(kept.light().colour(0), fast_.light(), under_, false);
+    under_ = frame.relit.united(frame.drawn).intersection(whole);
+
+    fast_.both().bind();
+    if (!frame.relit.empty()) {
+        glDisable(GL_DEPTH_TEST);
+        glEnable(GL_SCISSOR_TEST);
+        glScissor(frame.relit.x, frame.relit.y, frame.relit.width, frame.relit.height);
+        relight(frame, kept, true);
+        glDisable(GL_SCISSOR_TEST);
+    }
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_LEQUAL);
+    Shading shading = movingShading(frame.list, Shading::Output::display);
+    shading.plainFilm = !frame.view.camera.hdr;
+    for (const DrawItem& item : frame.list.moving.opaque)
+        studio_.surfaces.draw(item, shading, frame.view, whole);
+
+    // The sea first: what is blended over sand and sea lies above both.
+    fast_.bindPicture();
+    DrawLayer blended;
+    const DrawLayer* layers[] = {&blended};
+    blended.particles = frame.list.moving.particles;
+    for (const DrawItem& item : frame.list.moving.blended) {
+        if (isFilm(item) && frame.view.camera.hdr)
+            drawFilm(item, frame, kept);
+        else
+            blended.blended.push_back(item);
+    }
+    fast_.bindPicture();
+    studio_.drawBlended(layers, shading, frame.view, whole, stage.time);
+    return fast_.both();
+}
+
+void FramePainter::drawFilm(const DrawItem& item, const Frame& frame, const KeptLayer& kept) {
+    PixelArea whole = PixelArea::whole(frame.view.size);
+    // Shaded at half resolution where any of four pixels may see it.
+    copyArea(kept.farthest().depth(), half_.depth(), PixelArea::whole(half_.size()), true);
+    half_.bind();
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_LEQUAL);
+    Shading shading = movingShading(frame.list, Shading::Output::film);
+    shading.lamps = false;
+    studio_.surfaces.draw(item, shading, frame.view, whole);
+
+    fast_.bindPicture();
+    const Program& program = kept.bloom() != 0 ? filmWithBloom_ : film_;
+    program.use();
+    program.set("model", glm::mat4(item.model));
+    program.set("normalMatrix", item.normalMatrix);
+    program.set("look", glm::vec4(0, 0, 0, studio_.options.waterDensity));
+    bindTexture(unitSource, half_.colour(0));
+    bindTexture(unitKeptShade, half_.colour(1));
+    bindTexture(unitKeptLit, fast_.light());
+    glDisable(GL_BLEND);
+    glDepthMask(item.material->writesDepth ? GL_TRUE : GL_FALSE);
+    drawChunks(item, frame.view, whole);
+}
+
+}  // namespace gull

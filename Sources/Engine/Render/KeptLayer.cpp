@@ -1,0 +1,224 @@
+#include "Engine/Render/KeptLayer.h"
+
+#include "Engine/Render/Shaders.h"
+#include "Engine/Render/TextureUnits.h"
+
+#include <epoxy/gl.h>
+
+#include <algorithm>
+#include <bit>
+#include <chrono>
+
+namespace gull {
+
+namespace {
+
+constexpr PixelSize tileSize{256, 64};
+
+/// Changes when anything that throws a shadow comes, goes or moves.
+std::uint64_t casterHash(const DrawLayer& layer) {
+    std::uint64_t hash = 14695981039346656037U;
+    auto mix = [&](std::uint64_t value) { hash = (hash ^ value) * 1099511628211U; };
+    for (const DrawItem& item : layer.opaque) {
+        if (!item.castsShadow) continue;
+        mix(reinterpret_cast<std::uintptr_t>(item.mesh));
+        for (int column = 0; column < 4; ++column)
+            for (int row = 0; row < 3; ++row) mix(std::bit_cast<std::uint64_t>(item.model[column][row]));
+    }
+    return hash;
+}
+
+double now() {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+}  // namespace
+
+bool KeptLayer::showsContent(const Stage& stage) const {
+    return stage_ == &stage && stage.keptChangesSince(serial_).has_value();
+}
+
+bool KeptLayer::shows(const Stage& stage, const View& view) const {
+    return showsContent(stage) && view_.size == view.size && view_.viewProjection == view.viewProjection;
+}
+
+void KeptLayer::begin(const Stage& stage, const View& view) {
+    stage_ = &stage;
+    view_ = view;
+    serial_ = stage.keptSerial();
+    done_ = false;
+    step_ = Step::shadow;
+    nextTile_ = 0;
+    const PixelSize& size = view.size;
+    if (!light_ || !(light_.size() == size)) {
+        light_ = Target(size, {{Format::rgba16f, Format::rgba16f, Format::rgba8, Format::rgba8}});
+        depth_ = Target(size, {{}, Format::depth24});
+        farthest_ = Target({(size.width + 1) / 2, (size.height + 1) / 2}, {{}, Format::depth24});
+        picture_ = Target(size, {{Format::rgba8}});
+    }
+    if (!tile_)
+        tile_ = Target(
+            tileSize, {{Format::rgba16f, Format::rgba16f, Format::rgba8, Format::rgba8}, Format::depth24, 4});
+}
+
+Shading KeptLayer::shading(const DrawList& list) const {
+    Shading shading;
+    shading.output = Shading::Output::kept;
+    shading.lamps = !list.kept.lamps.empty();
+    shading.sunShadow = list.sun.light && list.sun.light->castsShadow;
+    shading.occlusion = view_.camera.hdr && !view_.camera.orthographicScale;
+    return shading;
+}
+
+void KeptLayer::prepare(const Stage& stage, DrawList& list) {
+    list = DrawList::of(stage, view_, studio_.meshes);
+    block_ = frameBlock(stage, view_, list, studio_.environments.bind(stage.environment), studio_.options);
+    setLamps(block_, list.kept.lamps);
+    studio_.uniforms.upload(block_);
+    shadow_.bind(unitSunShadow);
+    contact_.bind();
+}
+
+bool KeptLayer::build(const Stage& stage, double budget) {
+    if (complete()) return true;
+    double start = now();
+    DrawList list;
+    prepare(stage, list);
+    PixelArea whole = PixelArea::whole(view_.size);
+    int across = (view_.size.width + tileSize.width - 1) / tileSize.width;
+    int along = (view_.size.height + tileSize.height - 1) / tileSize.height;
+    do {
+        switch (step_) {
+            case Step::shadow:
+                if (list.sun.light && list.sun.light->castsShadow)
+                    shadow_.draw({&list.kept}, list.sun.matrix, list.sun.light->shadowMapSize,
+                                 studio_.sunDepth);
+                casters_ = casterHash(list.kept);
+                step_ = Step::depth;
+                break;
+            case Step::depth:
+                drawDepth(list, whole);
+                step_ = Step::contact;
+                break;
+            case Step::contact:
+                if (shading(list).occlusion) contact_.draw(depth(), view_, whole);
+                step_ = Step::tiles;
+                break;
+            case Step::tiles:
+                shadow_.bind(unitSunShadow);
+                contact_.bind();
+                drawTile(stage, list,
+                         PixelArea{nextTile_ % across * tileSize.width, nextTile_ / across * tileSize.height,
+                                   tileSize.width, tileSize.height}
+                             .intersection(whole));
+                if (++nextTile_ == across * along) step_ = Step::develop;
+                break;
+            case Step::develop:
+                studio_.uniforms.upload(block_);
+                if (unsigned glow = studio_.development.bloom(light_.colour(0), view_); glow != 0) {
+                    PixelSize size{std::max(1, view_.size.width / 4), std::max(1, view_.size.height / 4)};
+                    if (!glow_ || !(glow_.size() == size)) glow_ = Target(size, {{Format::rgba16f}});
+                    studio_.development.copyBloom(glow_);
+                    bloom_ = glow_.colour();
+                } else {
+                    bloom_ = 0;
+                }
+                develop(whole);
+                step_ = Step::done;
+                break;
+            case Step::done:
+                break;
+        }
+        if (step_ == Step::done) done_ = true;
+        glFinish();
+    } while (!done_ && now() - start < budget);
+    return done_;
+}
+
+void KeptLayer::drawDepth(const DrawList& list, const PixelArea& area) {
+    glEnable(GL_SCISSOR_TEST);
+    depth_.bind();
+    glScissor(area.x, area.y, area.width, area.height);
+    glDepthMask(GL_TRUE);
+    glClear(GL_DEPTH_BUFFER_BIT);
+    studio_.drawDepth(list.kept, view_, area);
+
+    farthest_.bind();
+    glScissor(area.x / 2 - 1, area.y / 2 - 1, area.width / 2 + 3, area.height / 2 + 3);
+    glDepthFunc(GL_ALWAYS);
+    bindTexture(unitKeptDepth, depth());
+    studio_.farthest.use();
+    studio_.screen.draw(studio_.farthest);
+    glDisable(GL_SCISSOR_TEST);
+}
+
+void KeptLayer::drawTile(const Stage& stage, const DrawList& list, const PixelArea& area) {
+    block_.tile = {area.x, area.y, 0, 0};
+    studio_.uniforms.upload(block_);
+    tile_.bind();
+    glViewport(-area.x, -area.y, view_.size.width, view_.size.height);
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(0, 0, area.width, area.height);
+    glDepthMask(GL_TRUE);
+    glClearColor(0, 0, 0, 0);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_LEQUAL);
+    Shading how = shading(list);
+    for (const DrawItem& item : list.kept.opaque) studio_.surfaces.draw(item, how, view_, area);
+    studio_.drawSky(stage, how.output);
+    glDisable(GL_SCISSOR_TEST);
+    for (std::size_t i = 0; i < 4; ++i)
+        tile_.resolve(i, {0, 0, area.width, area.height}, light_, i, area.x, area.y);
+    block_.tile = {0, 0, 0, 0};
+}
+
+void KeptLayer::develop(const PixelArea& area) {
+    studio_.uniforms.upload(block_);
+    picture_.bind();
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(area.x, area.y, area.width, area.height);
+    studio_.development.develop(light_.colour(0), bloom_, view_);
+    glDisable(GL_SCISSOR_TEST);
+}
+
+bool KeptLayer::refresh(const Stage& stage) {
+    if (stage.keptSerial() == serial_) return true;
+    auto boxes = stage.keptChangesSince(serial_);
+    if (!boxes || !complete()) return false;
+    PixelArea whole = PixelArea::whole(view_.size), area;
+    DrawList list;
+    prepare(stage, list);
+    std::uint64_t casters = casterHash(list.kept);
+    bool recast = casters != casters_ && list.sun.light && list.sun.light->castsShadow;
+    for (const Box& box : *boxes) {
+        Box reach = box;
+        // What came or went throws its shadow elsewhere than where it stands.
+        for (int corner = 0; recast && corner < 4; ++corner) {
+            glm::dvec3 top(corner & 1 ? box.max.x : box.min.x, box.max.y, corner & 2 ? box.max.z : box.min.z);
+            double down = box.size().y + 0.3;
+            reach.include(top - list.sun.toward * (down / std::max(list.sun.toward.y, 0.2)));
+        }
+        area = area.united(view_.area(reach).grown(2));
+    }
+    area = area.intersection(whole);
+    serial_ = stage.keptSerial();
+    if (area.empty()) return true;
+    casters_ = casters;
+    if (recast) shadow_.draw({&list.kept}, list.sun.matrix, list.sun.light->shadowMapSize, studio_.sunDepth);
+    drawArea(stage, list, area);
+    return true;
+}
+
+void KeptLayer::drawArea(const Stage& stage, const DrawList& list, const PixelArea& area) {
+    drawDepth(list, area);
+    if (shading(list).occlusion) contact_.draw(depth(), view_, area);
+    shadow_.bind(unitSunShadow);
+    contact_.bind();
+    for (int y = area.y; y < area.top(); y += tileSize.height)
+        for (int x = area.x; x < area.right(); x += tileSize.width)
+            drawTile(stage, list, PixelArea{x, y, tileSize.width, tileSize.height}.intersection(area));
+    develop(area);
+}
+
+}  // namespace gull

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "Engine/Render/Studio.h"
+
+#include <cstdint>
+#include <optional>
+
+namespace gull {
+
+/// The picture of what rests, drawn once through one view: lit by the sun, the same without it, what a lamp
+/// needs to light it later, its depth, and all of it developed for the screen. It is built in steps of a few
+/// milliseconds, and a changed part is drawn again alone.
+class KeptLayer {
+  public:
+    explicit KeptLayer(Studio& studio) : studio_(studio), contact_(studio.screen, studio.options) {}
+
+    /// Forgets everything and starts to build what `stage` keeps, seen through `view`.
+    void begin(const Stage& stage, const View& view);
+    /// Builds on for about `budget` seconds (at least one step); true when complete. `stage` as in begin().
+    bool build(const Stage& stage, double budget);
+    /// Draws again what was touched since it was begun or last refreshed; false when everything was.
+    bool refresh(const Stage& stage);
+
+    bool begun() const { return stage_ != nullptr; }
+    bool complete() const { return begun() && done_; }
+    /// True when it shows (or will show) this stage as seen through this view, and the stage's kept content
+    /// has not changed as a whole since.
+    bool shows(const Stage& stage, const View& view) const;
+    /// Whether it shows this stage's present content through the lens and size of `view`, wherever that
+    /// stands.
+    bool showsContent(const Stage& stage) const;
+    const View& view() const { return view_; }
+
+    const Target& light() const { return light_; }      ///< lit, shade, surface, normal
+    const Target& picture() const { return picture_; }  ///< developed
+    unsigned depth() const { return depth_.depth(); }
+    const Target& depthTarget() const { return depth_; }
+    const Target& farthest() const { return farthest_; }  ///< depth at half resolution, never too near
+    unsigned bloom() const { return bloom_; }
+    const FrameBlock& block() const { return block_; }
+    const ShadowMap& shadow() const { return shadow_; }
+
+  private:
+    enum class Step { shadow, depth, contact, tiles, develop, done };
+
+    void prepare(const Stage& stage, DrawList& list);
+    void drawDepth(const DrawList& list, const PixelArea& area);
+    void drawTile(const Stage& stage, const DrawList& list, const PixelArea& area);
+    void drawArea(const Stage& stage, const DrawList& list, const PixelArea& area);
+    void develop(const PixelArea& area);
+    Shading shading(const DrawList& list) const;
+
+    Studio& studio_;
+    const Stage* stage_ = nullptr;  ///< only compared, never read through
+    View view_;
+    std::uint64_t serial_ = 0;
+    bool done_ = false;
+    Step step_ = Step::shadow;
+    int nextTile_ = 0;
+
+    std::uint64_t casters_ = 0;  ///< what threw shadows when the map was drawn
+    FrameBlock block_;
+    ShadowMap shadow_;
+    ContactShadows contact_;
+    Target depth_;
+    Target farthest_;
+    Target light_;
+    Target tile_;
+    Target picture_;
+    Target glow_;  ///< keeps the bloom, which the development's own buffers do not
+    unsigned bloom_ = 0;
+};
+
+}  // namespace gull

@@ -1,0 +1,148 @@
+#include "Engine/Render/WindowPainter.h"
+
+#include "Engine/Render/Shaders.h"
+#include "Engine/Render/TextureUnits.h"
+
+#include <epoxy/gl.h>
+
+#include <algorithm>
+#include <limits>
+
+namespace gull {
+
+namespace {
+
+constexpr double sameView = 0.05;      // pixels: too little to see
+constexpr double nearView = 14;        // pixels: a shake
+constexpr double buildBudget = 0.009;  // seconds a frame
+constexpr double fadeTime = 0.2;       // seconds, from the travelling picture to the kept one
+
+/// World x, z on the ground to clip x, y, w.
+glm::dmat3 groundToClip(const View& view) {
+    const glm::dmat4& m = view.viewProjection;
+    auto column = [&](int c) { return glm::dvec3(m[c].x, m[c].y, m[c].w); };
+    return {column(0), column(2), column(3)};
+}
+
+}  // namespace
+
+glm::dmat3 groundWarp(const View& from, const View& to) {
+    const glm::dmat3 toPlace(glm::dvec3(0.5, 0, 0), glm::dvec3(0, 0.5, 0), glm::dvec3(0.5, 0.5, 1));
+    return toPlace * groundToClip(from) * glm::inverse(groundToClip(to)) * glm::inverse(toPlace);
+}
+
+double shift(const View& a, const View& b) {
+    constexpr double apart = 1e9;
+    if (!(a.size == b.size) || a.projection != b.projection) return apart;
+    if (a.viewProjection == b.viewProjection) return 0;
+    glm::dmat3 warp = groundWarp(a, b);
+    double most = 0;
+    // The corners and the middle of the lower three quarters, which show ground in any view that has some.
+    for (double x : {0.0, 0.5, 1.0})
+        for (double y : {0.0, 0.4, 0.75}) {
+            glm::dvec3 p = warp * glm::dvec3(x, y, 1);
+            if (!(p.z > 1e-6)) return apart;
+            most = std::max(
+                {most, std::abs(p.x / p.z - x) * a.size.width, std::abs(p.y / p.z - y) * a.size.height});
+        }
+    return most;
+}
+
+WindowPainter::WindowPainter(Studio& studio, SnapshotPainter& snapshots)
+    : studio_(studio),
+      snapshots_(snapshots),
+      frames_(studio),
+      direct_(studio),
+      warp_("warp", shaders::fullScreen, shaders::warpFragment) {}
+
+void WindowPainter::draw(const Stage& stage, const PixelSize& size, unsigned framebuffer, RenderTier tier,
+                         bool wait) {
+    View view = View::of(stage, size);
+    View goal = stage.restingView ? view.standingAt(*stage.restingView) : view;
+    if (shown_ && !(shown_->showsContent(stage) && shown_->refresh(stage))) shown_.reset();
+    if (next_ && !next_->showsContent(stage)) next_.reset();
+    if (wait || wantsBuilding(stage, view, goal))
+        build(stage, wait ? view : goal, wait ? std::numeric_limits<double>::infinity() : buildBudget);
+    last_ = view;
+
+    double apart = shown_ ? shift(shown_->view(), view) : 1e9;
+    bool resized = shown_ && !(shown_->view().size == size);
+    settled_ = false;
+    if (apart < nearView || resized) {
+        const Target& picture =
+            tier == RenderTier::full ? frames_.drawFull(stage, *shown_) : frames_.drawFast(stage, *shown_);
+        if (apart < sameView || resized)
+            present(picture, size, framebuffer);
+        else
+            presentWarped(picture, shown_->view(), view, framebuffer);
+        settled_ = !resized && apart < sameView;
+        if (travelled_ && !wait) fade(size, stage.time);
+        if (wait) travelled_.reset();
+    } else if (tier == RenderTier::full) {
+        present(snapshots_.draw(stage, size), size, framebuffer);
+    } else {
+        present(direct_.draw(stage, view), size, framebuffer);
+        travelled_ = stage.time;
+    }
+    glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
+    glViewport(0, 0, size.width, size.height);
+}
+
+bool WindowPainter::wantsBuilding(const Stage& stage, const View& view, const View& goal) const {
+    if (shown_ && shift(shown_->view(), goal) < sameView) return false;
+    // On the way to a place that is known, or standing still.
+    return stage.restingView || (last_ && shift(*last_, view) < sameView);
+}
+
+void WindowPainter::build(const Stage& stage, const View& goal, double budget) {
+    if (shown_ && shift(shown_->view(), goal) < sameView) return;
+    if (!next_ || shift(next_->view(), goal) >= sameView) {
+        if (!next_) next_ = std::make_unique<KeptLayer>(studio_);
+        next_->begin(stage, goal);
+    }
+    if (!next_->build(stage, budget)) return;
+    next_->refresh(stage);
+    shown_ = std::move(next_);
+}
+
+void WindowPainter::present(const Target& picture, const PixelSize& size, unsigned framebuffer) const {
+    glBindFramebuffer(GL_READ_FRAMEBUFFER, picture.framebuffer());
+    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, framebuffer);
+    glReadBuffer(GL_COLOR_ATTACHMENT0);
+    const PixelSize& from = picture.size();
+    glBlitFramebuffer(0, 0, from.width, from.height, 0, 0, size.width, size.height, GL_COLOR_BUFFER_BIT,
+                      from == size ? GL_NEAREST : GL_LINEAR);
+}
+
+void WindowPainter::presentWarped(const Target& picture, const View& from, const View& to,
+                                  unsigned framebuffer) const {
+    glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
+    glViewport(0, 0, to.size.width, to.size.height);
+    glDisable(GL_DEPTH_TEST);
+    glDisable(GL_BLEND);
+    bindTexture(unitSource, picture.colour());
+    warp_.use();
+    warp_.set("toSource", glm::mat3(groundWarp(from, to)));
+    warp_.set("share", 1.0F);
+    studio_.screen.draw(warp_);
+}
+
+void WindowPainter::fade(const PixelSize& size, double time) {
+    double left = 1 - (time - *travelled_) / fadeTime;
+    if (left <= 0 || left > 1 || !direct_.picture()) {
+        travelled_.reset();
+        return;
+    }
+    settled_ = false;
+    glViewport(0, 0, size.width, size.height);
+    glDisable(GL_DEPTH_TEST);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
+    bindTexture(unitSource, direct_.picture().colour());
+    warp_.use();
+    warp_.set("toSource", glm::mat3(1));
+    warp_.set("share", static_cast<float>(left));
+    studio_.screen.draw(warp_);
+}
+
+}  // namespace gull

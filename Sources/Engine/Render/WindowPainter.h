@@ -1,0 +1,50 @@
+#pragma once
+
+#include "Engine/Render/DirectPainter.h"
+#include "Engine/Render/FramePainter.h"
+#include "Engine/Render/KeptLayer.h"
+#include "Engine/Render/Renderer.h"
+#include "Engine/Render/SnapshotPainter.h"
+
+#include <memory>
+#include <optional>
+
+namespace gull {
+
+/// Decides what the window shows: the kept layer with what moves on it while the camera rests; the same
+/// picture shifted while it shakes, stretched while a new size is being built; the whole stage drawn quickly
+/// while the camera travels or nothing is kept yet.
+class WindowPainter {
+  public:
+    WindowPainter(Studio& studio, SnapshotPainter& snapshots);
+
+    void draw(const Stage& stage, const PixelSize& size, unsigned framebuffer, RenderTier tier, bool wait);
+    bool settled() const { return settled_; }
+
+  private:
+    bool wantsBuilding(const Stage& stage, const View& view, const View& goal) const;
+    void build(const Stage& stage, const View& goal, double budget);
+    void present(const Target& picture, const PixelSize& size, unsigned framebuffer) const;
+    void presentWarped(const Target& picture, const View& from, const View& to, unsigned framebuffer) const;
+    void fade(const PixelSize& size, double time);
+
+    Studio& studio_;
+    SnapshotPainter& snapshots_;
+    FramePainter frames_;
+    DirectPainter direct_;
+    Program warp_;
+    std::unique_ptr<KeptLayer> shown_;
+    std::unique_ptr<KeptLayer> next_;  ///< being built
+    std::optional<View> last_;         ///< of the frame before
+    std::optional<double> travelled_;  ///< stage time of the last frame drawn directly
+    bool settled_ = false;
+};
+
+/// How far apart two views of the same size and lens show the ground (y = 0), pixels, at most; large when
+/// they cannot be compared.
+double shift(const View& a, const View& b);
+/// Maps a place in the picture through `to` (0 to 1, origin lower left, homogeneous) to the place in the
+/// picture through `from` that shows the same point of the ground.
+glm::dmat3 groundWarp(const View& from, const View& to);
+
+}  // namespace gull
