@@ -83,7 +83,11 @@ TEST(Modes, IconsAreElevenTransparentPictures) {
         EXPECT_EQ(icon->width, 160);
         EXPECT_EQ(icon->height, 160);
         EXPECT_EQ(icon->at(0, 0)[3], 0) << kind;
-        EXPECT_GT(icon->at(80, 80)[3], 0) << kind;
+        int covered = 0;
+        for (int y = 0; y < icon->height; ++y) {
+            for (int x = 0; x < icon->width; ++x) covered += icon->at(x, y)[3] > 127 ? 1 : 0;
+        }
+        EXPECT_GT(covered, 600) << kind;  // the thin nail is the least of them
     }
 }
 

@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
+#include <cstring>
 #include <map>
 #include <stdexcept>
 
@@ -36,6 +38,16 @@ namespace {
     throw std::runtime_error(reason.empty() ? what : fmt::format("{} ({})", what, reason));
 }
 
+/// SDL also "shows" windows nowhere, or on a bare console, when it finds no desktop; those are nobody's
+/// display unless somebody asked for one by name.
+bool isDesktop(const char* driver) {
+    if (std::getenv("SDL_VIDEODRIVER")) return true;
+    for (const char* name : {"x11", "wayland", "cocoa", "windows"}) {
+        if (driver && std::strcmp(driver, name) == 0) return true;
+    }
+    return false;
+}
+
 void askForCoreContext() {
     SDL_GL_SetAttribute(SDL_GL_CONTEXT_PROFILE_MASK, SDL_GL_CONTEXT_PROFILE_CORE);
     SDL_GL_SetAttribute(SDL_GL_CONTEXT_MAJOR_VERSION, 3);
@@ -53,7 +65,9 @@ void askForCoreContext() {
 Window::Window(const Options& options) : impl_(std::make_unique<Impl>()) {
     SDL_SetHint(SDL_HINT_TRACKPAD_IS_TOUCH_ONLY, "1");
     SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
-    if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
+    const bool started = SDL_InitSubSystem(SDL_INIT_VIDEO) == 0;
+    if (started) SDL_ClearError();
+    if (!started || !isDesktop(SDL_GetCurrentVideoDriver())) {
         fail(
             "There is no display to open a window on. Start the program in a desktop session, or use what "
             "works "

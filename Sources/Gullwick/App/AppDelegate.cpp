@@ -19,6 +19,8 @@
 #include "Gullwick/HUD/Overlay.h"
 #include "Gullwick/Settings/AppSettings.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <optional>
@@ -32,6 +34,9 @@ struct AppDelegate::Parts final : WindowCommands {
           window(windowOptions()),
           game(loop, feedback, AppSettings::progressURL(std::getenv), !probePath, seed(commandLine)) {
         feedback.muted = probePath.has_value();
+        if (AppSettings::defaultFile(std::getenv).empty()) {
+            fmt::print(stderr, "gullwick: there is no home folder, so settings are not kept\n");
+        }
         const bool software = Renderer::graphicsInfo().isSoftware;
         renderer.setTier(software ? RenderTier::fast : RenderTier::full);
         // The frame timer sets the pace; waiting for the screen too is free on a GPU only.
@@ -131,8 +136,8 @@ struct AppDelegate::Parts final : WindowCommands {
             right = std::max(right, area.x + area.width);
             bottom = std::max(bottom, area.y + area.height);
         }
-        renderer.drawOverlay(overlay.pixels(), overlay.strideBytes(), pixelSize(), left, top, std::max(0, right - left),
-                             std::max(0, bottom - top));
+        renderer.drawOverlay(overlay.pixels(), overlay.strideBytes(), pixelSize(), left, top,
+                             std::max(0, right - left), std::max(0, bottom - top));
     }
 
     /// One costly thing a frame, while nothing moves that would show it.

@@ -86,7 +86,6 @@ AppSettings::AppSettings(fs::path file) : file_(std::move(file)) {
 
 void AppSettings::read() {
     if (file_.empty()) {
-        complain("there is no home folder, so settings are not kept");
         isWritable_ = false;
         return;
     }
