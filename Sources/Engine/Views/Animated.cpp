@@ -6,8 +6,9 @@ namespace gull {
 
 void Animated::moveTo(double goal, const Curve& curve, double now, double delay) {
     if (goal == goal_) return;
-    startVelocity_ = delay > 0 ? 0 : velocity(now);
+    const double speed = delay > 0 ? 0 : velocity(now);
     from_ = value(now);
+    startVelocity_ = speed;
     goal_ = goal;
     start_ = now + delay;
     curve_ = curve;

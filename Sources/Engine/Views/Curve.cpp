@@ -61,7 +61,7 @@ double Spring::settlingSeconds() const {
     const double w = 2 * std::numbers::pi / response;
     // The envelope e^(-d w t) falls to a thousandth at ln(1000) / (d w); the critical one has a factor 1 +
     // wt.
-    return (damping >= 1 ? 9.3 : 7.0 / damping) / w;
+    return (damping >= 1 ? 9.3 : 7.3 / damping) / w;
 }
 
 Curve withoutOvershoot(const Curve& curve) {

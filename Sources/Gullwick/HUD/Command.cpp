@@ -26,7 +26,7 @@ std::string keyName(Key key, char32_t character) {
             return "Space";
         case Key::character: {
             const bool isLetter = character >= U'a' && character <= U'z';
-            return {1, static_cast<char>(isLetter ? character - U'a' + U'A' : character)};
+            return std::string(1, static_cast<char>(isLetter ? character - U'a' + U'A' : character));
         }
         default:
             return {};

@@ -12,8 +12,8 @@ View JunkCounter::body() const {
                   views(row(8, Place::centre,
                             views(picture(&icons.image(ItemKind::cap))
                                       .framed(26, 26)
-                                      .faded(game.junkCount > 0 ? 1 : 0.4)
-                                      .named("junk.icon"),
+                                      .named("junk.icon")
+                                      .faded(game.junkCount > 0 ? 1 : 0.4),
                                   text(std::to_string(game.junkCount), Type::digits(22, FontWeight::bold),
                                        game.junkCount >= 1 ? Palette::cream : Palette::dim))),
                         text(label, Type::mono(9, FontWeight::semibold), Palette::dim, 2)))

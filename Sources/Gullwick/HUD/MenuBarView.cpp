@@ -19,7 +19,7 @@ constexpr double checkColumn = 20;
 constexpr double shortcutGap = 36;  // between the longest title and the shortcuts
 constexpr double panelPadding = 5;
 constexpr Colour barColour{0.02, 0.08, 0.1, 0.86};
-constexpr Colour panelColour{0.025, 0.095, 0.115, 0.97};
+constexpr Colour panelColour{0.025, 0.095, 0.115, 1};
 constexpr Colour inkOnHighlight{0.01, 0.06, 0.08, 1};
 
 View words(const std::string& words, const Colour& colour) {

@@ -1,0 +1,164 @@
+#include "Gullwick/App/Commands.h"
+
+#include "Gullwick/Game/GameHarness.h"
+#include "Gullwick/Game/TouchSurface.h"
+
+namespace gull {
+namespace {
+
+struct CommandsTest : GameHarness, WindowCommands, PointerLock {
+    std::string asked;
+    bool fullScreen = false;
+    TouchSurface surface{game, settings, *this, clock};
+
+    void showAbout() override { asked += "about "; }
+    void quit() override { asked += "quit "; }
+    void minimise() override { asked += "minimise "; }
+    void toggleFullScreen() override { fullScreen = !fullScreen; }
+    bool isFullScreen() const override { return fullScreen; }
+    void askReset() override { asked += "reset "; }
+    void lock() override {}
+    void unlock() override {}
+
+    std::vector<Menu> menus() { return buildMenus(game, surface, settings, feedback, *this); }
+    static const Command* search(const std::vector<Command>& commands, const std::string& title) {
+        for (const Command& command : commands) {
+            if (command.title == title) return &command;
+            if (const Command* inner = search(command.submenu, title)) return inner;
+        }
+        return nullptr;
+    }
+    Command command(const std::string& title) {
+        for (const Menu& menu : menus()) {
+            if (const Command* found = search(menu.commands, title)) return *found;
+        }
+        ADD_FAILURE() << title;
+        return {};
+    }
+    bool enabled(const std::string& title) { return command(title).enabled; }
+    bool press(Key key, char32_t character = 0, bool withCommand = false) {
+        Modifiers modifiers;
+        modifiers.command = modifiers.control = withCommand;
+        return perform(menus(), KeyEvent{key, character, modifiers, false});
+    }
+};
+
+TEST_F(CommandsTest, TheTableReadsAsThePlayerSeesIt) {
+    std::string table;
+    for (const Menu& menu : menus()) {
+        table += menu.title + "\n";
+        for (const Command& each : menu.commands) {
+            table += each.isSeparator() ? "  --\n" : "  " + each.title + " | " + each.shortcut.text() + "\n";
+            for (const Command& inner : each.submenu)
+                table += "    " + inner.title + " | " + inner.shortcut.text() + "\n";
+        }
+    }
+    EXPECT_EQ(table,
+              "Gullwick\n  About Gullwick | \n  --\n  Quit Gullwick | Ctrl+Q\n"
+              "Game\n  Dig | Return\n  Ping (costs 5 s of tide) | H\n  Restart This Beach | R\n"
+              "  Next Beach | N\n  All Beaches… | L\n  Beaches | \n"
+              "    1  Calm Cove | Ctrl+1\n    2  Shell Bay | Ctrl+2\n    3  Pier Shallows | Ctrl+3\n"
+              "    4  Smugglers' Inlet | Ctrl+4\n    5  Lighthouse Point | Ctrl+5\n"
+              "    6  Wreck Sands | Ctrl+6\n    7  Storm Beach | Ctrl+7\n    8  Pirates' Landing | Ctrl+8\n"
+              "  --\n  Reset Progress… | \n"
+              "Options\n  Haptic Feedback | \n  Sound | \n  Trackpad Sweeps the Beach | Esc\n"
+              "  --\n  Show Ticks | \n  Reduce Motion | \n"
+              "Window\n  Minimize | Ctrl+M\n  Enter Full Screen | F11\n");
+}
+
+TEST_F(CommandsTest, CommandsAreOfferedWhereTheyMeanSomething) {
+    game.beginBeach(1, true, 7);
+    EXPECT_FALSE(enabled("Ping (costs 5 s of tide)")) << "intro";
+    play(1);
+    EXPECT_TRUE(enabled("Ping (costs 5 s of tide)"));
+    EXPECT_FALSE(enabled("Next Beach"));
+    EXPECT_TRUE(enabled("1  Calm Cove"));
+    EXPECT_FALSE(enabled("2  Shell Bay"));
+    lose();
+    EXPECT_FALSE(enabled("Next Beach")) << "no star";
+    EXPECT_FALSE(enabled("Ping (costs 5 s of tide)"));
+    play(1);
+    win();
+    EXPECT_TRUE(enabled("Next Beach"));
+    EXPECT_TRUE(enabled("2  Shell Bay"));
+    EXPECT_FALSE(enabled("3  Pier Shallows"));
+    for (const char* always : {"Dig", "Restart This Beach", "All Beaches…", "Beaches", "Reset Progress…",
+                               "About Gullwick", "Sound", "Minimize"}) {
+        EXPECT_TRUE(enabled(always)) << always;
+    }
+}
+
+TEST_F(CommandsTest, KeysRunTheirCommands) {
+    play(1);
+    EXPECT_TRUE(press(Key::character, U'h'));
+    EXPECT_EQ(game.pings, 1);
+    EXPECT_FALSE(press(Key::character, U'n')) << "disabled";
+    EXPECT_FALSE(press(Key::character, U'2', true)) << "locked";
+    EXPECT_FALSE(press(Key::character, U'h', true)) << "another key with the modifier";
+    EXPECT_EQ(game.pings, 1);
+    EXPECT_TRUE(press(Key::returnKey));
+    EXPECT_GT(game.busyUntil(), clock.now());
+    EXPECT_TRUE(press(Key::character, U'l'));
+    EXPECT_EQ(game.phase, Phase::selecting);
+    EXPECT_TRUE(press(Key::character, U'r'));
+    EXPECT_EQ(game.phase, Phase::selecting) << "nothing to restart there";
+    EXPECT_TRUE(press(Key::escape));
+    EXPECT_EQ(game.phase, Phase::playing) << "Escape leaves the select";
+    EXPECT_TRUE(settings.trackpadSweep()) << "and leaves the trackpad alone";
+    EXPECT_TRUE(press(Key::character, U'r'));
+    EXPECT_EQ(game.phase, Phase::intro);
+    EXPECT_TRUE(press(Key::character, U'1', true));
+    EXPECT_TRUE(press(Key::f11));
+    EXPECT_EQ(command("Exit Full Screen").shortcut.text(), "F11");
+    press(Key::character, U'm', true);
+    press(Key::character, U'q', true);
+    command("Reset Progress…").action();
+    command("About Gullwick").action();
+    EXPECT_EQ(asked, "minimise quit reset about ");
+}
+
+TEST_F(CommandsTest, ReturnLeadsOnFromTheCard) {
+    play(1);
+    lose();
+    press(Key::returnKey);
+    EXPECT_EQ(game.phase, Phase::intro);
+    EXPECT_EQ(game.spec->number, 1) << "the same beach again";
+    play(1);
+    win();
+    press(Key::returnKey);
+    EXPECT_EQ(game.spec->number, 2);
+}
+
+TEST_F(CommandsTest, ALockedBeachStaysShutEvenIfForced) {
+    play(1);
+    command("2  Shell Bay").action();
+    EXPECT_EQ(game.spec->number, 1);
+}
+
+TEST_F(CommandsTest, OptionsAreCheckedAsTheyStandAndAnswerWithAProof) {
+    senses.all.clear();
+    EXPECT_TRUE(command("Sound").checked);
+    command("Sound").action();
+    EXPECT_FALSE(command("Sound").checked);
+    EXPECT_EQ(senses.count("found"), 0U);
+    command("Sound").action();
+    EXPECT_EQ(senses.count("found"), 1U) << "turned on, it is heard";
+    command("Haptic Feedback").action();
+    EXPECT_FALSE(command("Haptic Feedback").checked);
+    senses.all.clear();
+    command("Haptic Feedback").action();
+    turn(0.2);
+    EXPECT_EQ(senses.count("levelChange"), 2U) << "turned on, it is felt";
+    EXPECT_FALSE(command("Show Ticks").checked);
+    command("Show Ticks").action();
+    EXPECT_TRUE(settings.showTicks());
+    command("Reduce Motion").action();
+    EXPECT_TRUE(command("Reduce Motion").checked);
+    settings.setTrackpadSweep(false);
+    EXPECT_FALSE(command("Trackpad Sweeps the Beach").checked);
+    command("Trackpad Sweeps the Beach").action();
+    EXPECT_TRUE(settings.trackpadSweep());
+}
+
+}  // namespace
+}  // namespace gull

@@ -1,0 +1,199 @@
+#include "Gullwick/HUD/AlertCard.h"
+#include "Gullwick/HUD/MenuBar.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace gull {
+namespace {
+
+KeyEvent stroke(Key key, char32_t character = 0, bool isRepeat = false) {
+    return {key, character, {}, isRepeat};
+}
+
+struct MenuBarTest : testing::Test {
+    std::vector<std::string> done;
+    bool secondEnabled = false;
+    MenuBar bar{[this] { return menus(); }};
+    double now = 0;
+
+    Command command(const std::string& title, bool enabled = true) {
+        Command made;
+        made.title = title;
+        made.enabled = enabled;
+        made.action = [this, title] { done.push_back(title); };
+        return made;
+    }
+    std::vector<Menu> menus() {
+        Command sub;
+        sub.title = "More";
+        sub.submenu = {command("one", false), command("two"), command("three")};
+        return {{"Program", {command("About"), Command::separator(), command("Quit")}},
+                {"Game", {command("Off", false), command("Second", secondEnabled), sub, command("Last")}}};
+    }
+    Drawing drawing() {
+        bar.follow(now);
+        now += 1;
+        return Drawing(bar.body(now, 800, 600), 800, 600, 1);
+    }
+    void press(Key key) { EXPECT_TRUE(bar.handle(stroke(key))); }
+    void mouse(MouseEvent::Kind kind, const std::string& name, bool free = true) {
+        const Drawing seen = drawing();
+        const auto found = seen.find(name);
+        ASSERT_TRUE(found.has_value()) << name;
+        bar.handle({kind, found->rect.x + 5, found->rect.y + 5, 1}, seen, free);
+    }
+    void click(const std::string& name) {
+        mouse(MouseEvent::Kind::down, name);
+        if (bar.isOpen()) mouse(MouseEvent::Kind::up, name);
+    }
+};
+
+TEST_F(MenuBarTest, IsWalkedWithKeysAlone) {
+    EXPECT_FALSE(bar.handle(stroke(Key::down))) << "closed, it takes no keys";
+    press(Key::f10);
+    ASSERT_TRUE(bar.isOpen());
+    EXPECT_EQ(bar.chosenItem(), 0U);
+    press(Key::down);
+    EXPECT_EQ(bar.chosenItem(), 2U) << "over the separator";
+    press(Key::down);
+    EXPECT_EQ(bar.chosenItem(), 0U) << "and around";
+    press(Key::right);
+    EXPECT_EQ(bar.openMenu(), 1U);
+    EXPECT_EQ(bar.chosenItem(), 2U) << "the first that can be chosen";
+    press(Key::right);
+    EXPECT_EQ(bar.chosenSubItem(), 1U);
+    press(Key::down);
+    press(Key::left);
+    EXPECT_EQ(bar.chosenSubItem(), std::nullopt);
+    EXPECT_TRUE(bar.isOpen());
+    press(Key::returnKey);
+    press(Key::up);
+    EXPECT_EQ(bar.chosenSubItem(), 2U);
+    press(Key::returnKey);
+    EXPECT_EQ(done, std::vector<std::string>{"three"});
+    EXPECT_FALSE(bar.isOpen());
+    press(Key::alt);
+    press(Key::left);
+    EXPECT_EQ(bar.openMenu(), 1U);
+    press(Key::escape);
+    EXPECT_FALSE(bar.isOpen());
+    EXPECT_EQ(done.size(), 1U);
+}
+
+TEST_F(MenuBarTest, TakesEveryKeyWhileItIsOpen) {
+    press(Key::alt);
+    EXPECT_TRUE(bar.handle(stroke(Key::character, U'r')));
+    EXPECT_TRUE(bar.handle(stroke(Key::returnKey, 0, true))) << "a held key chooses nothing";
+    EXPECT_TRUE(done.empty());
+    press(Key::alt);
+    EXPECT_FALSE(bar.isOpen());
+}
+
+TEST_F(MenuBarTest, ComesToAFreePointerAtTheEdge) {
+    const Drawing nothing;
+    const auto move = [&](double y, bool free) {
+        bar.handle({MouseEvent::Kind::moved, 400, y, 0}, nothing, free);
+    };
+    move(3, false);
+    EXPECT_FALSE(drawing().find("menuBar").has_value()) << "a captured pointer calls nothing";
+    move(40, true);
+    EXPECT_FALSE(drawing().find("menuBar").has_value());
+    move(3, true);
+    EXPECT_TRUE(drawing().find("menuBar").has_value());
+    EXPECT_FALSE(bar.isOpen()) << "only shown: the beach goes on taking input";
+    move(40, true);
+    EXPECT_TRUE(drawing().find("menuBar").has_value());
+    move(100, true);
+    drawing();
+    EXPECT_FALSE(drawing().find("menuBar").has_value());
+}
+
+TEST_F(MenuBarTest, IsUsedWithTheMouseAlone) {
+    bar.handle({MouseEvent::Kind::moved, 400, 3, 0}, Drawing(), true);
+    click("menu.title.1");
+    ASSERT_EQ(bar.openMenu(), 1U);
+    mouse(MouseEvent::Kind::moved, "menu.title.0");
+    EXPECT_EQ(bar.openMenu(), 0U);
+    mouse(MouseEvent::Kind::moved, "menu.title.1");
+    click("menu.item.0");
+    EXPECT_TRUE(bar.isOpen()) << "disabled";
+    mouse(MouseEvent::Kind::moved, "menu.item.2");
+    mouse(MouseEvent::Kind::moved, "menu.sub.1");
+    EXPECT_EQ(bar.chosenSubItem(), 1U);
+    click("menu.sub.1");
+    EXPECT_EQ(done, std::vector<std::string>{"two"});
+    EXPECT_FALSE(bar.isOpen());
+
+    bar.handle(stroke(Key::f10));
+    const Drawing seen = drawing();
+    EXPECT_TRUE(bar.handle({MouseEvent::Kind::down, 700, 500, 1}, seen, true) || !bar.isOpen());
+    EXPECT_FALSE(bar.isOpen()) << "a click beside it closes it";
+}
+
+TEST_F(MenuBarTest, AsksForTheMenusAsTheyStandWhenItOpens) {
+    press(Key::f10);
+    press(Key::right);
+    EXPECT_EQ(bar.chosenItem(), 2U);
+    press(Key::escape);
+    secondEnabled = true;
+    press(Key::f10);
+    press(Key::right);
+    EXPECT_EQ(bar.chosenItem(), 1U);
+}
+
+TEST(AlertCard, ReturnPressesTheSafeButtonUntilTheFocusWasMoved) {
+    int confirmed = 0;
+    const auto ask = [&] { return resetAlert([&] { ++confirmed; }); };
+    for (const Key key : {Key::returnKey, Key::keypadEnter, Key::space, Key::escape}) {
+        AlertCard card = ask();
+        card.handle(stroke(key));
+        EXPECT_TRUE(card.isAnswered());
+    }
+    EXPECT_EQ(confirmed, 0);
+    AlertCard held = ask();
+    held.handle(stroke(Key::returnKey, 0, true));
+    EXPECT_FALSE(held.isAnswered()) << "a key still held from the game";
+    AlertCard moved = ask();
+    moved.handle(stroke(Key::left));
+    moved.handle(stroke(Key::escape));
+    EXPECT_EQ(confirmed, 0) << "Escape cancels wherever the focus is";
+    for (const Key key : {Key::left, Key::tab}) {
+        AlertCard card = ask();
+        card.handle(stroke(key));
+        card.handle(stroke(Key::returnKey));
+        EXPECT_TRUE(card.isAnswered());
+    }
+    EXPECT_EQ(confirmed, 2);
+}
+
+TEST(AlertCard, IsAnsweredByAWholeClickOnAButton) {
+    int confirmed = 0;
+    AlertCard card = resetAlert([&] { ++confirmed; });
+    const Drawing seen(card.body(), 860, 560, 1);
+    EXPECT_NE(seen.findText("Reset all progress?"), nullptr);
+    EXPECT_NE(seen.findText("Your stars and best hauls are erased and you start again from beach 1."),
+              nullptr);
+    const Rect reset = seen.find("alert.button.0")->rect;
+    const Rect cancel = seen.find("alert.button.1")->rect;
+    EXPECT_LT(reset.x, cancel.x);
+    const auto send = [&](MouseEvent::Kind kind, const Rect& at) {
+        card.handle({kind, at.x + 10, at.y + 10, 1}, seen);
+    };
+    send(MouseEvent::Kind::down, {0, 0, 0, 0});
+    send(MouseEvent::Kind::up, reset);
+    EXPECT_FALSE(card.isAnswered()) << "pressed elsewhere";
+    send(MouseEvent::Kind::down, reset);
+    send(MouseEvent::Kind::up, cancel);
+    EXPECT_FALSE(card.isAnswered()) << "let go elsewhere";
+    send(MouseEvent::Kind::down, reset);
+    send(MouseEvent::Kind::up, reset);
+    EXPECT_TRUE(card.isAnswered());
+    EXPECT_EQ(confirmed, 1);
+}
+
+}  // namespace
+}  // namespace gull
