@@ -85,7 +85,11 @@ TEST(ItemFaces, DialRoseAndLabelAreInTheirPlaces) {
         for (int x = 114; x < 142; ++x) red += rose.at(x, y)[0] > 120 && rose.at(x, y)[1] < 80 ? 1 : 0;
     }
     EXPECT_GT(red, 60);
-    for (int i = 0; i < 4; ++i) EXPECT_LT(rose.at(126 - 16 * i % 32, 90 + 4 * i)[2], 255);
+    // The points are folded: seen from the centre the left half is dark, the right one light.
+    EXPECT_NEAR(rose.at(124, 90)[0], 0.25 * 255, 1);
+    EXPECT_NEAR(rose.at(132, 90)[0], 0.72 * 255, 1);
+    EXPECT_NEAR(rose.at(166, 124)[0], 0.25 * 255, 1);
+    EXPECT_NEAR(rose.at(166, 132)[0], 0.72 * 255, 1);
 
     const Image can = ItemFaces::canLabel();
     EXPECT_NEAR(can.at(256, 5)[2], 0.84 * 255, 1);
