@@ -20,7 +20,8 @@ class AppSettings {
     /// Looks a variable up: its value, or null when it is not set. std::getenv is one.
     using Environment = std::function<const char*(const char*)>;
 
-    /// Reads `file`; a missing one means that everything stands at its default. An empty path: nothing is kept.
+    /// Reads `file`; a missing one means that everything stands at its default. An empty path: nothing is
+    /// kept.
     explicit AppSettings(std::filesystem::path file);
 
     bool haptics() const { return haptics_; }              ///< pulses in the pad; on by default
