@@ -103,6 +103,9 @@ void BeachScene::setBeach(int number) {
     Node& sand = beach.add(makeNode(parts_->sandMesh.coloured(look_), parts_->sand));
     sand.name = "sand";
     sand.castsShadow = false;
+    Node& surroundings = beach.add(makeNode(parts_->sandMesh.surroundings(look_), parts_->sand));
+    surroundings.name = "surroundings";
+    surroundings.castsShadow = false;
     beach.add(Dressing::build(number, look_, textures_));
 
     parts_->sea.setLook(look_, textures_);

@@ -267,16 +267,18 @@ void wreck(Node& into) {
     part(hull, primitives::box(11, 0.4, 0.4, 0.04), wood, {0, -0.35, 0}).name = "keel";
 
     // Frames stand across the keel, open at the top where decks and beams are gone.
-    constexpr int frames = 10;
+    constexpr int frames = 13;
     const auto ringRadius = [](double x) { return 1.9 * (1 - 0.62 * std::pow(std::abs(x) / 5.6, 2.3)); };
     const auto onSkin = [&](double x, double side, double angle) {
         const double radius = ringRadius(x);
         return glm::dvec3(x, -0.5 + radius * std::sin(angle), side * 0.8 * radius * std::cos(angle));
     };
-    const auto frameX = [](int i) { return -4.75 + 1.05 * i; };
+    const auto frameX = [](int i) { return -4.8 + 0.8 * i; };
     // How far up each half frame still reaches, radians; the seaward side has weathered better.
-    constexpr std::array<double, frames> near{0.95, 0.62, 1.05, 0.8, 1.12, 0.7, 0.42, 0.9, 1.0, 0.75};
-    constexpr std::array<double, frames> far{1.05, 1.1, 0.85, 1.15, 1.0, 1.2, 1.08, 0.7, 1.1, 0.95};
+    constexpr std::array<double, frames> near{0.8,  1.1, 1.22, 1.0, 0.5, 1.25, 1.3,
+                                              1.18, 0.9, 0.4,  1.1, 1.2, 0.95};
+    constexpr std::array<double, frames> far{1.1, 1.22, 1.3,  1.28, 1.2, 1.33, 1.05,
+                                             1.3, 1.25, 1.15, 1.28, 1.2, 1.1};
     MeshBuilder mesh;
     for (int i = 0; i < frames; ++i) {
         for (const double side : {1.0, -1.0}) {
@@ -287,7 +289,7 @@ void wreck(Node& into) {
             for (int k = 0; k <= points; ++k) {
                 const double t = static_cast<double>(k) / points;
                 path.push_back(onSkin(frameX(i), side, -0.55 + (reach + 0.55) * t));
-                radii.push_back(0.125 - 0.05 * t - (k == points ? 0.035 : 0));
+                radii.push_back(0.135 - 0.05 * t - (k == points ? 0.03 : 0));
             }
             mesh.append(shapes::bar(path, radii, 8));
         }
@@ -297,17 +299,18 @@ void wreck(Node& into) {
         double side, angle;
         int first, last;
     };
-    constexpr std::array<Strake, 11> strakes{{{1, -0.02, 0, 9},
-                                              {1, 0.13, 1, 5},
-                                              {1, 0.28, 2, 4},
-                                              {1, 0.13, 7, 9},
-                                              {-1, -0.02, 0, 9},
-                                              {-1, 0.13, 0, 8},
-                                              {-1, 0.28, 0, 6},
-                                              {-1, 0.43, 1, 5},
-                                              {-1, 0.58, 3, 5},
-                                              {-1, 0.28, 8, 9},
-                                              {1, 0.43, 2, 3}}};
+    constexpr std::array<Strake, 12> strakes{{{1, -0.02, 0, 12},
+                                              {1, 0.13, 1, 7},
+                                              {1, 0.28, 2, 6},
+                                              {1, 0.13, 9, 12},
+                                              {1, 0.43, 3, 5},
+                                              {1, 0.28, 10, 12},
+                                              {-1, -0.02, 0, 12},
+                                              {-1, 0.13, 0, 11},
+                                              {-1, 0.28, 0, 8},
+                                              {-1, 0.43, 1, 7},
+                                              {-1, 0.58, 3, 6},
+                                              {-1, 0.28, 10, 12}}};
     for (const Strake& strake : strakes) {
         for (int i = strake.first; i < strake.last; ++i) {
             const auto outside = [&](int frame) {

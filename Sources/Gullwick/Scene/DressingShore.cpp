@@ -208,7 +208,7 @@ void bucket(Node& into, const BeachLook& look) {
 }
 
 void rocks(Node& into, const std::vector<Rock>& at, const BeachLook& look, Textures& textures) {
-    auto stone = Materials::pbr(RGB{0.46, 0.43, 0.41}.mixed(look.sand, 0.12), 0, 0.85);
+    auto stone = Materials::pbr(RGB{0.55, 0.51, 0.47}.mixed(look.sand, 0.15), 0, 0.85);
     stone->normalMap.texture = textures.grainNormal(256, 5, 2, 3);
     stone->normalMap.wrapS = stone->normalMap.wrapT = Wrap::repeat;
     stone->normalMap.scale = {3, 2};

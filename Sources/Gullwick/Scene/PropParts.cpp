@@ -49,9 +49,17 @@ Geometry boulder(int segments, double seed, double roughness) {
         const double splits = std::abs(std::sin(3.3 * n.y + 2.2 * n.x - seed)) +
                               std::abs(std::sin(3.9 * n.z - 2.6 * n.y + 1.7 * seed));
         const double grain = std::sin(9 * n.x + seed) * std::sin(10 * n.y) * std::sin(8 * n.z - seed);
-        return n * (1 + roughness * (0.5 * lumps + 0.35 * (splits - 1.2) + 0.25 * grain));
+        glm::dvec3 p = n * (1 + roughness * (0.5 * lumps + 0.35 * (splits - 1.2) + 0.25 * grain));
+        // Faces where slabs broke off: what stands out beyond a plane is cut back to it.
+        for (int k = 0; k < 9; ++k) {
+            const double turn = 2.4 * k + seed, rise = std::sin(1.7 * k + 2 * seed) * 0.8;
+            const glm::dvec3 plane = glm::normalize(glm::dvec3(std::cos(turn), rise, std::sin(turn)));
+            const double beyond = glm::dot(p, plane) - (0.8 + 0.08 * std::sin(5.1 * k + seed));
+            if (beyond > 0) p -= plane * (beyond * std::min(0.9, 4 * roughness));
+        }
+        return p;
     });
-    return mesh::withNormals(ball, 22);
+    return mesh::withNormals(ball, 16);
 }
 
 }  // namespace gull::props

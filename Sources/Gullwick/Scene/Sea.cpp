@@ -1,5 +1,6 @@
 #include "Gullwick/Scene/Sea.h"
 
+#include "Engine/Stage/MeshBuilder.h"
 #include "Engine/Stage/Primitives.h"
 #include "Gullwick/Scene/Materials.h"
 #include "Gullwick/Scene/Terrain.h"
@@ -7,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <utility>
 
 namespace gull {
 
@@ -18,6 +20,10 @@ constexpr double swellPeriod = 7.5;  // seconds, of the swell and of a breaker's
 constexpr double foamRepeats = 80;
 constexpr double breakerRepeats = 60;
 constexpr glm::dvec2 waveRepeats(60, 38);
+constexpr double foamDepth = 1.5;
+constexpr double foamReach = 32;        // to either side the foam follows the shore
+constexpr double foamPiece = 1;         // from bend to bend
+constexpr double foamLevelStep = 0.01;  // of the water, from one shape of the foam to the next
 
 void layFlat(Node& node, int order) {
     node.eulerAngles = {-pi / 2, 0, 0};
@@ -56,7 +62,6 @@ Sea::Sea(Node& parent, Textures& textures)
     water_.position = {0, -0.2, -90};
     layFlat(water_, 2);
 
-    foam_.geometry = std::make_shared<const Geometry>(primitives::plane(width, 1.5));
     foam_.materials = {foamMaterial_};
     layFlat(foam_, 3);
 
@@ -77,6 +82,32 @@ void Sea::setLook(const BeachLook& look, Textures& textures) {
     waterMaterial_->diffuseMap.texture = textures.waterColour(look);
 }
 
+const GeometryRef& Sea::foamAlongShore(double level) {
+    const int step = static_cast<int>(std::lround(level / foamLevelStep));
+    GeometryRef& shape = foamShapes_[step];
+    if (shape) return shape;
+    const double middle = Terrain::shoreZ(0, step * foamLevelStep);
+    MeshBuilder mesh;
+    const auto edges = [&](double x) {
+        // Beyond the sand that one sees the strip runs straight.
+        const double bend =
+            Terrain::shoreZ(std::clamp(x, -foamReach, foamReach), step * foamLevelStep) - middle;
+        const auto corner = [&](double out, double v) {
+            return mesh.vertex({x, out - bend, 0}, {0, 0, 1}, {x / width + 0.5, v});
+        };
+        const std::uint32_t landward = corner(-foamDepth / 2, 0);
+        return std::pair{landward, corner(foamDepth / 2, 1)};
+    };
+    auto last = edges(-width / 2);
+    for (double x = -foamReach; x <= foamReach + foamPiece; x += foamPiece) {
+        const auto next = edges(x > foamReach ? width / 2 : x);
+        mesh.quad(last.first, next.first, next.second, last.second);
+        last = next;
+    }
+    shape = std::make_shared<const Geometry>(mesh.take());
+    return shape;
+}
+
 double Sea::level(double time, double tide, const std::optional<double>& floodStart) {
     const double w = 2 * pi * time;
     double level = 0.032 * std::sin(w / swellPeriod) + 0.01 * std::sin(w / 2.6) + 0.2 * tide - 0.21;
@@ -93,6 +124,7 @@ void Sea::update(double time, double tide, const std::optional<double>& floodSta
     water_.position.y = surface;
     waterMaterial_->normalMap.offset = {0.006 * time, 0.011 * time};
 
+    foam_.geometry = foamAlongShore(surface);
     foam_.position = {0, surface + 0.012, shore - 0.5};
     foamMaterial_->opacity = 0.45 + 0.5 * (0.5 + 0.5 * std::sin(2 * pi * time / swellPeriod + 0.6));
     foamMaterial_->diffuseMap.offset.x = 0.004 * time;

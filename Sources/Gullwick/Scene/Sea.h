@@ -5,6 +5,7 @@
 #include "Gullwick/Scene/Textures.h"
 
 #include <array>
+#include <map>
 #include <optional>
 
 namespace gull {
@@ -28,11 +29,15 @@ class Sea {
         std::shared_ptr<Material> material;
     };
 
+    /// The foam's strip as the shore bends it when the water stands at `level`, the middle at the origin.
+    const GeometryRef& foamAlongShore(double level);
+
     Node& water_;
     std::shared_ptr<Material> waterMaterial_;
     Node& foam_;
     std::shared_ptr<Material> foamMaterial_;
     std::array<Breaker, 3> breakers_{};
+    std::map<int, GeometryRef> foamShapes_;  ///< by the step of the water's level
 };
 
 }  // namespace gull

@@ -48,10 +48,14 @@ PlotPoint plotPoint(double x, double z) {
 }
 
 double shoreZ(double level) {
+    return shoreZ(0, level);
+}
+
+double shoreZ(double x, double level) {
     double low = -20, high = 6;
     for (int step = 0; step < 40; ++step) {
         const double middle = (low + high) / 2;
-        (level <= height(0, middle) ? high : low) = middle;
+        (level <= height(x, middle) ? high : low) = middle;
     }
     return (low + high) / 2;
 }
@@ -72,6 +76,48 @@ constexpr double top = -24;
 constexpr double detailTile = 3.2;
 constexpr RGB wetSand{0.32, 0.27, 0.22};
 constexpr std::uint64_t noiseSeed = 77;
+constexpr double reach = 160;      // how far the surroundings go to the sides
+constexpr double seaReach = -110;  // and out to sea
+constexpr double underlap = 0.03;  // they lie this much lower and run this far under the grid's edge
+constexpr double overlap = 0.5;
+
+/// A coarse grid of sand between two corners, for what lies beyond the fine one.
+void addCoarse(Geometry& geometry, const glm::dvec2& from, const glm::dvec2& to) {
+    constexpr double piece = 3;
+    const auto across = static_cast<std::uint32_t>(std::ceil((to.x - from.x) / piece));
+    const auto deep = static_cast<std::uint32_t>(std::ceil((to.y - from.y) / piece));
+    const auto base = static_cast<std::uint32_t>(geometry.vertices.size());
+    for (std::uint32_t row = 0; row <= deep; ++row) {
+        for (std::uint32_t column = 0; column <= across; ++column) {
+            const double x = from.x + (to.x - from.x) * column / across;
+            const double z = from.y + (to.y - from.y) * row / deep;
+            const glm::dvec2 slope = Terrain::slope(x, z);
+            Geometry::Vertex vertex;
+            vertex.position = {x, Terrain::height(x, z) - underlap, z};
+            vertex.normal = glm::vec3(glm::normalize(glm::dvec3(-slope.x, 1, -slope.y)));
+            vertex.uv0 = {x / detailTile, z / detailTile};
+            vertex.uv1 = {(x + 8) * 0.0625, (z + 5) / 10};
+            geometry.vertices.push_back(vertex);
+        }
+    }
+    for (std::uint32_t row = 0; row < deep; ++row) {
+        for (std::uint32_t column = 0; column < across; ++column) {
+            const std::uint32_t a = base + row * (across + 1) + column;
+            const std::uint32_t below = a + across + 1;
+            geometry.indices.insert(geometry.indices.end(), {a, below, a + 1, a + 1, below, below + 1});
+        }
+    }
+}
+
+glm::vec4 linear(const RGB& colour) {
+    return {std::pow(colour.r, 2.2), std::pow(colour.g, 2.2), std::pow(colour.b, 2.2), 1};
+}
+
+/// How wet the sand is at a place, 0 dry to 1.
+double wetness(double height, double z) {
+    const double t = std::clamp((z + 3.4) / -2.8, 0.0, 1.0);
+    return (height < -0.25 ? 0.1 : 0) + 0.9 * (t * t * (3 - 2 * t));
+}
 
 }  // namespace
 
@@ -91,9 +137,7 @@ SandMesh::SandMesh() {
             vertex.uv1 = {(x + 8) * 0.0625, (z + 5) / 10};
             bare_.vertices.push_back(vertex);
 
-            const double t = std::clamp((z + 3.4) / -2.8, 0.0, 1.0);
-            const double wet = (height < -0.25 ? 0.1 : 0) + 0.9 * (t * t * (3 - 2 * t));
-            shades_.push_back({wet, 1 + 0.06 * (noise.unit() - 0.5)});
+            shades_.push_back({wetness(height, z), 1 + 0.06 * (noise.unit() - 0.5)});
         }
     }
     bare_.indices.reserve((columns - 1) * (rows - 1) * 6);
@@ -105,6 +149,12 @@ SandMesh::SandMesh() {
         }
     }
     bare_.elements = {{0, static_cast<std::uint32_t>(bare_.indices.size())}};
+
+    const double right = left + spacing * (columns - 1), near = top + spacing * (rows - 1);
+    addCoarse(bareSurroundings_, {-reach, seaReach}, {reach, top + overlap});
+    addCoarse(bareSurroundings_, {-reach, top}, {left + overlap, near});
+    addCoarse(bareSurroundings_, {right - overlap, top}, {reach, near});
+    bareSurroundings_.elements = {{0, static_cast<std::uint32_t>(bareSurroundings_.indices.size())}};
 }
 
 Geometry SandMesh::coloured(const BeachLook& look) const {
@@ -112,9 +162,19 @@ Geometry SandMesh::coloured(const BeachLook& look) const {
     for (std::size_t i = 0; i < shades_.size(); ++i) {
         const auto [wet, noise] = shades_[i];
         const RGB colour = look.sand.mixed(wetSand, 0.5 * wet).scaled(noise);
-        // Vertex colours are linear.
-        geometry.vertices[i].colour = {std::pow(colour.r, 2.2), std::pow(colour.g, 2.2),
-                                       std::pow(colour.b, 2.2), 1};
+        geometry.vertices[i].colour = linear(colour);
+    }
+    return geometry;
+}
+
+Geometry SandMesh::surroundings(const BeachLook& look) const {
+    const double edgeDepth = -Terrain::height(0, top);
+    const RGB deep = look.water.scaled(0.5);
+    Geometry geometry = bareSurroundings_;
+    for (Geometry::Vertex& vertex : geometry.vertices) {
+        const double y = vertex.position.y, z = vertex.position.z;
+        const double sunk = 1 - std::exp(-std::max(0.0, -y - edgeDepth) / 7);
+        vertex.colour = linear(look.sand.mixed(wetSand, 0.5 * wetness(y, z)).mixed(deep, sunk));
     }
     return geometry;
 }

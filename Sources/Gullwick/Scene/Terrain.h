@@ -26,6 +26,8 @@ PlotPoint plotPoint(double x, double z);
 /// The z at which the water stands at the middle of the beach (x = 0) when its surface is at `level`; from
 /// -20 to 6.
 double shoreZ(double level);
+/// The same at any x.
+double shoreZ(double x, double level);
 /// The sand as a grid of 153 x 109 vertices half a unit apart, coloured for `look`. Texture coordinates: the
 /// detail (3.2 units a tile), then the plot from 0 to 1, (0, 0) at its seaward left corner.
 Geometry sandGeometry(const BeachLook& look);
@@ -38,6 +40,9 @@ class SandMesh {
     SandMesh();
     /// The mesh in the colours of `look`: darker where the sea wets it.
     Geometry coloured(const BeachLook& look) const;
+    /// What goes on where the grid ends, to the sides and out under the sea, in coarser pieces; the floor
+    /// takes on the water's colour as it sinks.
+    Geometry surroundings(const BeachLook& look) const;
 
   private:
     struct Shade {
@@ -45,6 +50,7 @@ class SandMesh {
         double noise;  ///< a factor about 1
     };
     Geometry bare_;
+    Geometry bareSurroundings_;
     std::vector<Shade> shades_;
 };
 
