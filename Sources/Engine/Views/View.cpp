@@ -78,6 +78,13 @@ View View::scaled(double factor) && {
 }
 
 View View::faded(double opacity) && {
+    // A shape alone needs no group: its colours fade. (With both a fill and a stroke, they overlap.)
+    ShapeStyle* style = std::get_if<ShapeStyle>(&content);
+    if (style != nullptr && style->stroke.a <= 0 && opacity > 0 && opacity < 1) {
+        style->fill.a *= opacity;
+        for (GradientStop& stop : style->stops) stop.colour.a *= opacity;
+        return std::move(*this);
+    }
     return std::move(*this).wrapped(Fade{opacity});
 }
 

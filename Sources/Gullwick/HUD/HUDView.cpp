@@ -34,12 +34,14 @@ Colour black(double opacity) {
 View HUDView::shade() const {
     return column(0, Place::centre,
                   views(shape(rectangle().filled({{0, black(0.5)}, {0.5, black(0.18)}, {1, black(0)}}))
-                            .framed(width, 190)
-                            .named("shade.top"),
+                            .named("shade.top")
+                            .faded(pose.bars)
+                            .framed(width, 190),
                         gap(),
                         shape(rectangle().filled({{0, black(0)}, {1, black(0.42)}}))
-                            .framed(width, 160)
-                            .named("shade.bottom")))
+                            .named("shade.bottom")
+                            .faded(pose.bars)
+                            .framed(width, 160)))
         .framed(width, height);
 }
 
@@ -54,9 +56,11 @@ View HUDView::title() const {
 }
 
 View HUDView::bottomBar() const {
-    View signal = SignalMeter{game, pose.tick}.body();
-    View tray = Tray{game, icons, pose.slots}.body();
-    View junk = JunkCounter{game, icons}.body();
+    // Each fades by itself: groups as small as can be.
+    const double opacity = pose.bars * pose.bottomBar;
+    View signal = SignalMeter{game, pose.tick}.body().faded(opacity);
+    View tray = Tray{game, icons, pose.slots}.body().faded(opacity);
+    View junk = JunkCounter{game, icons}.body().faded(opacity);
     // Where the panels do not fit, the gaps give way first, then the padding; the panels keep their sizes as
     // long as they can.
     const double panels = SignalMeter::width + Layout::measure(tray).width + JunkCounter::width;
@@ -69,16 +73,18 @@ View HUDView::bottomBar() const {
                         text(instructions, Type::mono(10, FontWeight::regular), Palette::dim, 0.5)
                             .named("instructions")
                             .shadowed(black(0.6), 4)
+                            .faded(opacity)
                             .shrunkToFit()))
         .padded(padding, 0)
         .named("bottomBar");
 }
 
 View HUDView::bars() const {
-    View top = row(0, Place::start, views(title(), gap(), TideClock{game}.body()))
-                   .padded(sidePadding, 0)
-                   .named("topBar");
-    return column(0, Place::centre, views(std::move(top), gap(), bottomBar().faded(pose.bottomBar)))
+    View top =
+        row(0, Place::start, views(title().faded(pose.bars), gap(), TideClock{game}.body().faded(pose.bars)))
+            .padded(sidePadding, 0)
+            .named("topBar");
+    return column(0, Place::centre, views(std::move(top), gap(), bottomBar()))
         .padded(0, topPadding, 0, bottomPadding)
         .framed(width, height);
 }
@@ -103,20 +109,14 @@ View HUDView::toasts() const {
 }
 
 View HUDView::body() const {
-    std::vector<View> all = views(shade().faded(pose.bars), bars().faded(pose.bars),
-                                  FindPopup{pose.popup, icons}.body(), toasts());
-    if (pose.card > 0) {
-        all.push_back(
-            layers(views(shape(rectangle().filled(black(0.35))).framed(width, height),
-                         ResultCard{ended, icons}.body().shrunkToFit().padded(cardMargin, cardMargin)))
-                .faded(pose.card));
-    }
-    if (pose.select > 0) {
-        all.push_back(
-            layers(views(shape(rectangle().filled(selectBackdrop)).framed(width, height),
-                         BeachSelect{game, pose.tile}.body().shrunkToFit().padded(cardMargin, cardMargin)))
-                .faded(pose.select));
-    }
+    std::vector<View> all = views(shade(), bars(), FindPopup{pose.popup, icons}.body(), toasts());
+    // A card fades apart from what dims the beach behind it, for the same reason.
+    const auto present = [&](const Colour& backdrop, View card, double opacity) {
+        all.push_back(shape(rectangle().filled(backdrop)).faded(opacity).framed(width, height));
+        all.push_back(std::move(card).faded(opacity).shrunkToFit().padded(cardMargin, cardMargin));
+    };
+    if (pose.card > 0) present(black(0.35), ResultCard{ended, icons}.body(), pose.card);
+    if (pose.select > 0) present(selectBackdrop, BeachSelect{game, pose.tile}.body(), pose.select);
     return layers(std::move(all)).framed(width, height);
 }
 

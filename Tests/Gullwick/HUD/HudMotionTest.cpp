@@ -29,9 +29,11 @@ TEST_F(HudMotionTest, LayersShowByPhase) {
         pose.popup = {ItemKind::ring, 24, 1};
         const Drawing drawing = draw(state, pose);
         EXPECT_EQ(shows(drawing, "shade.top"), row.bars);
-        EXPECT_EQ(shows(drawing, "topBar"), row.bars);
-        EXPECT_EQ(shows(drawing, "bottomBar"), row.bars && row.bottomBar);
-        EXPECT_EQ(shows(drawing, "signal"), row.bars && row.bottomBar);
+        EXPECT_EQ(shows(drawing, "title"), row.bars);
+        EXPECT_EQ(shows(drawing, "tide"), row.bars);
+        for (const char* gauge : {"signal", "tray", "junk", "instructions"}) {
+            EXPECT_EQ(shows(drawing, gauge), row.bars && row.bottomBar) << gauge;
+        }
         EXPECT_EQ(shows(drawing, "toast"), row.toast);
         EXPECT_EQ(shows(drawing, "card"), row.card);
         EXPECT_EQ(shows(drawing, "select"), row.select);

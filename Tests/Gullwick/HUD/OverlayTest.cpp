@@ -37,7 +37,7 @@ TEST_F(OverlayTest, FollowsAPlayedBeach) {
     turn(1);
     update();
     EXPECT_NE(overlay.drawing().findText("CLEAN SWEEP"), nullptr);
-    EXPECT_EQ(overlay.drawing().find("bottomBar")->opacity, 0);
+    EXPECT_EQ(overlay.drawing().find("tray")->opacity, 0);
 
     // The card fades with what it said, while the next beach already stands behind it.
     game.nextBeach();
