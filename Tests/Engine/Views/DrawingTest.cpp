@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <string>
 
 namespace gull {
 namespace {
@@ -62,6 +63,19 @@ TEST(Drawing, TextWrapsOrShrinksWhereItIsTooLong) {
     const Drawing drawing(text(words, font, red).shrunkToFit().named("shrunk"), whole / 4, 100, 1);
     EXPECT_NEAR(rectOf(drawing, "shrunk").width, whole / 4, 0.01);
     EXPECT_NEAR(std::get<Drawing::Text>(drawing.findText(words)->content).scale, 0.25, 0.001);
+}
+
+TEST(Drawing, WrappedTextIsDrawnAsItWasMeasured) {
+    Font font;
+    const std::string words = "Beach cleared! Keep going for the rest, or wait out the tide";
+    for (double room = 120; room < 500; room += 7) {
+        const Drawing drawing(text(words, font, red, 0.5, TextAlign::centre).noWiderThan(room), 600, 300, 1);
+        const Drawing::Mark* mark = drawing.findText(words);
+        ASSERT_NE(mark, nullptr);
+        const TextSize drawn = measureText(words, std::get<Drawing::Text>(mark->content).style);
+        EXPECT_NEAR(drawn.width, mark->rect.width, 0.01) << room;
+        EXPECT_NEAR(drawn.height, mark->rect.height, 0.01) << room;
+    }
 }
 
 TEST(Drawing, EdgesStandOnWholePixelsUnlessScaled) {
