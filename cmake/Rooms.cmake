@@ -27,13 +27,22 @@ function(gull_package name)
     target_link_libraries(gull_pkg_${name} INTERFACE PkgConfig::GULL_PKG_${name})
 endfunction()
 
-# gull_room(Path/Of/Room [ROOMS room...] [PUBLIC lib...] [PRIVATE lib...])
-# ROOMS are other rooms by their path; libraries of a room that show in its headers are PUBLIC.
+# gull_room(Path/Of/Room [ROOMS room...] [PUBLIC lib...] [PRIVATE lib...] [LINUX file...])
+# ROOMS are other rooms by their path; libraries of a room that show in its headers are PUBLIC. Files named
+# *Mac.cpp and *Mac.mm are for macOS only, those listed as LINUX for everything else.
 function(gull_room path)
-    cmake_parse_arguments(ROOM "" "" "ROOMS;PUBLIC;PRIVATE" ${ARGN})
+    cmake_parse_arguments(ROOM "" "" "ROOMS;PUBLIC;PRIVATE;LINUX" ${ARGN})
     string(REPLACE "/" "_" target ${path})
-    file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/Sources/${path}/*.cpp)
+    file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/Sources/${path}/*.cpp
+        ${PROJECT_SOURCE_DIR}/Sources/${path}/*.mm)
     list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+    if(APPLE)
+        foreach(file ${ROOM_LINUX})
+            list(REMOVE_ITEM sources ${PROJECT_SOURCE_DIR}/Sources/${path}/${file})
+        endforeach()
+    else()
+        list(FILTER sources EXCLUDE REGEX "Mac\\.(cpp|mm)$")
+    endif()
     set(rooms ${ROOM_ROOMS})
     list(TRANSFORM rooms REPLACE "/" "_")
     if(sources)

@@ -1,0 +1,48 @@
+// Not built or tried on macOS yet.
+
+#include "Engine/Touch/Trackpads.h"
+
+#import <AppKit/AppKit.h>
+
+namespace gull {
+
+/// The window system reports the fingers here, through the window; what remains is the actuator.
+struct Trackpads::Impl {
+    std::vector<Contact> none;
+};
+
+Trackpads::Trackpads() : impl_(std::make_unique<Impl>()) {}
+Trackpads::~Trackpads() = default;
+
+void Trackpads::poll(double) {}
+const std::vector<Contact>& Trackpads::contacts() const {
+    return impl_->none;
+}
+std::string Trackpads::missingPermission() const {
+    return {};
+}
+std::string Trackpads::lastingPermission() {
+    return {};
+}
+
+std::vector<Trackpads::Pad> Trackpads::pads() const {
+    Pad pad;
+    pad.name = "the trackpad, through the window";
+    pad.isRead = true;
+    pad.pulses = true;
+    return {pad};
+}
+
+void Trackpads::perform(HapticPattern pattern) {
+    NSHapticFeedbackPattern named = NSHapticFeedbackPatternGeneric;
+    if (pattern == HapticPattern::alignment) named = NSHapticFeedbackPatternAlignment;
+    if (pattern == HapticPattern::levelChange) named = NSHapticFeedbackPatternLevelChange;
+    [[NSHapticFeedbackManager defaultPerformer] performFeedbackPattern:named
+                                                       performanceTime:NSHapticFeedbackPerformanceTimeNow];
+}
+
+bool Trackpads::isAvailable() const {
+    return true;
+}
+
+}  // namespace gull
