@@ -16,10 +16,6 @@ namespace {
 
 constexpr double radius = 10;
 
-Colour mixed(const Colour& a, const Colour& b, double t) {
-    return {a.r + (b.r - a.r) * t, a.g + (b.g - a.g) * t, a.b + (b.b - a.b) * t, a.a + (b.a - a.a) * t};
-}
-
 /// From the beach's sky down to its sand.
 std::vector<GradientStop> gradient(int number, double opacity) {
     const BeachLook& look = BeachLook::forBeach(number);

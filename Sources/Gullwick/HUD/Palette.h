@@ -26,6 +26,11 @@ constexpr Colour times(const Colour& colour, double opacity) {
     return colour.withAlpha(colour.a * opacity);
 }
 
+/// From `a` (t = 0) to `b` (t = 1).
+constexpr Colour mixed(const Colour& a, const Colour& b, double t) {
+    return {a.r + (b.r - a.r) * t, a.g + (b.g - a.g) * t, a.b + (b.b - a.b) * t, a.a + (b.a - a.a) * t};
+}
+
 /// The type of the HUD: monospaced for labels and numbers, italic serif for words, proportional for menus.
 namespace Type {
 

@@ -10,10 +10,6 @@ namespace gull {
 
 namespace {
 
-Colour mixed(const Colour& a, const Colour& b, double t) {
-    return {a.r + (b.r - a.r) * t, a.g + (b.g - a.g) * t, a.b + (b.b - a.b) * t, a.a + (b.a - a.a) * t};
-}
-
 constexpr double iconInset = 5;
 constexpr double needOffset = 31;  // from a slot's centre into the gap after it
 constexpr double smallest = 1e-5;  // a found item grows from this
