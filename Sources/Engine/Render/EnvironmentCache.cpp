@@ -5,21 +5,32 @@
 
 #include <epoxy/gl.h>
 
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
 namespace gull {
 
 namespace {
 
+/// Stored as square roots in 8 bits, which a picture of the sky (nothing above 1) fits into.
 GlTexture makeCube(const FilteredSky& sky) {
     GlTexture cube = GlTexture::make();
     glActiveTexture(GL_TEXTURE0 + unitUpload);
     glBindTexture(GL_TEXTURE_CUBE_MAP, cube.name());
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
+    std::vector<std::uint8_t> roots;
     for (int level = 0; level < FilteredSky::levels; ++level) {
         int size = FilteredSky::baseSize >> level;
-        const auto& faces = sky.faces[static_cast<std::size_t>(level)];
+        roots.clear();
+        for (const glm::vec4& texel : sky.faces[static_cast<std::size_t>(level)])
+            for (int k = 0; k < 4; ++k)
+                roots.push_back(static_cast<std::uint8_t>(
+                    std::lround(255 * std::sqrt(std::clamp(texel[k], 0.0F, 1.0F)))));
         for (unsigned face = 0; face < 6; ++face)
-            glTexImage2D(GL_TEXTURE_CUBE_MAP_POSITIVE_X + face, level, GL_RGBA16F, size, size, 0, GL_RGBA,
-                         GL_FLOAT,
-                         faces.empty() ? nullptr : &faces[face * static_cast<std::size_t>(size * size)]);
+            glTexImage2D(GL_TEXTURE_CUBE_MAP_POSITIVE_X + face, level, GL_RGBA8, size, size, 0, GL_RGBA,
+                         GL_UNSIGNED_BYTE,
+                         roots.empty() ? nullptr : &roots[face * static_cast<std::size_t>(size * size) * 4]);
     }
     glTexParameteri(GL_TEXTURE_CUBE_MAP, GL_TEXTURE_MAX_LEVEL, FilteredSky::levels - 1);
     glTexParameteri(GL_TEXTURE_CUBE_MAP, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_LINEAR);

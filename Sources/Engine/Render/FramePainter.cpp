@@ -14,8 +14,8 @@ struct FramePainter::Frame {
     const View& view;
     DrawList list;
     FrameBlock block;
-    PixelArea relit;  ///< where moving shadows and lamps reach
-    PixelArea drawn;  ///< where opaque moving things may show
+    std::vector<PixelArea> relit;  ///< where moving shadows and lamps reach
+    PixelArea changed;             ///< holds them and all that is opaque and moves
     bool shadow = false;
     bool lamps = false;
 };
@@ -37,7 +37,7 @@ FramePainter::FramePainter(Studio& studio)
       film_("film", shaders::surfaceVertex, shaders::filmFragment),
       filmWithBloom_("film with glow", shaders::surfaceVertex, shaders::filmFragment, {"BLOOM"}) {}
 
-FramePainter::Frame FramePainter::begin(const Stage& stage, const KeptLayer& kept) {
+FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept) {
     const View& view = kept.view();
     Frame frame{stage,        view, DrawList::of(stage, view, studio_.meshes, DrawList::Which::movingOnly),
                 FrameBlock(), {},   {}};
@@ -46,21 +46,21 @@ FramePainter::Frame FramePainter::begin(const Stage& stage, const KeptLayer& kep
         frameBlock(stage, view, list, studio_.environments.bind(stage.environment), studio_.options);
     std::vector<Lamp> lamps = list.moving.lamps;
     setLamps(frame.block, lamps);
-    PixelArea whole = PixelArea::whole(view.size);
     frame.lamps = !lamps.empty();
+    ReliefGrid& relief = kept.relief();
+    relief.clear();
     for (const Lamp& lamp : lamps) {
-        Box reach;
-        reach.include(lamp.position - lamp.end);
-        reach.include(lamp.position + lamp.end);
-        frame.relit = lamp.end > 0 ? frame.relit.united(view.area(reach)) : whole;
+        if (lamp.end > 0)
+            relief.markReach(lamp.position, lamp.end);
+        else
+            relief.markAll();
     }
-    for (const DrawItem& item : list.moving.opaque) frame.drawn = frame.drawn.united(item.area);
-
-    studio_.uniforms.upload(frame.block);
-    PixelArea shadow =
-        shadow_.draw(list.moving, list.sun, view, studio_.sunDepth, studio_.options, frame.block);
-    frame.shadow = !shadow.empty();
-    frame.relit = frame.relit.united(shadow).intersection(whole);
+    frame.shadow =
+        shadow_.draw(list.moving, list.sun, studio_.sunDepth, studio_.options, frame.block, relief);
+    frame.relit = relief.marked();
+    for (const PixelArea& area : frame.relit) frame.changed = frame.changed.united(area);
+    for (const DrawItem& item : list.moving.opaque) frame.changed = frame.changed.united(item.area);
+    frame.changed = frame.changed.intersection(PixelArea::whole(view.size));
     studio_.uniforms.upload(frame.block);
     if (frame.shadow) shadow_.bind(unitMovingShadow);
     kept.shadow().bind(unitSunShadow);
@@ -85,16 +85,20 @@ void FramePainter::relight(const Frame& frame, const KeptLayer& kept, bool displ
         if (bloom) defines.emplace_back("BLOOM");
         if (display) defines.emplace_back("OUT_DISPLAY");
         if (plain) defines.emplace_back("PLAIN_FILM");
-        found = relightPrograms_
-                    .emplace(key, Program("relight", shaders::fullScreen, shaders::relightFragment, defines))
-                    .first;
+        found =
+            relightPrograms_
+                .emplace(key, Program("relight", shaders::relightVertex, shaders::relightFragment, defines))
+                .first;
     }
     glDisable(GL_BLEND);
     found->second.use();
-    studio_.screen.draw(found->second);
+    if (display)
+        areas_.draw(frame.relit);
+    else
+        studio_.screen.draw(found->second);
 }
 
-const Target& FramePainter::drawFull(const Stage& stage, const KeptLayer& kept) {
+const Target& FramePainter::drawFull(const Stage& stage, KeptLayer& kept) {
     Frame frame = begin(stage, kept);
     const PixelSize& size = frame.view.size;
     if (!light_ || !(light_.size() == size)) {
@@ -124,29 +128,25 @@ const Target& FramePainter::drawFull(const Stage& stage, const KeptLayer& kept) 
     return picture_;
 }
 
-const Target& FramePainter::drawFast(const Stage& stage, const KeptLayer& kept) {
+const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept) {
     Frame frame = begin(stage, kept);
     const PixelSize& size = frame.view.size;
     PixelArea whole = PixelArea::whole(size);
     if (!fast_ || !(fast_.size() == size)) {
         fast_ = FrameTarget(size);
         half_ = Target({(size.width + 1) / 2, (size.height + 1) / 2},
-                       {{Format::rgba16f, Format::rgba16f}, Format::depth24});
+                       {{Format::rgba16f, Format::rgba8}, Format::depth24});
         under_ = whole;
     }
     copyArea(kept.picture().colour(), fast_.picture(), whole, false);
     copyArea(kept.depth(), fast_.depth(), whole, true);
+    under_ = under_.united(kept.takeRedrawn());
     copyArea(kept.light().colour(0), fast_.light(), under_, false);
-    under_ = frame.relit.united(frame.drawn).intersection(whole);
+    under_ = frame.changed;
 
     fast_.both().bind();
-    if (!frame.relit.empty()) {
-        glDisable(GL_DEPTH_TEST);
-        glEnable(GL_SCISSOR_TEST);
-        glScissor(frame.relit.x, frame.relit.y, frame.relit.width, frame.relit.height);
-        relight(frame, kept, true);
-        glDisable(GL_SCISSOR_TEST);
-    }
+    glDisable(GL_DEPTH_TEST);
+    relight(frame, kept, true);
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_LEQUAL);
     Shading shading = movingShading(frame.list, Shading::Output::display);
@@ -186,7 +186,7 @@ void FramePainter::drawFilm(const DrawItem& item, const Frame& frame, const Kept
     program.use();
     program.set("model", glm::mat4(item.model));
     program.set("normalMatrix", item.normalMatrix);
-    program.set("look", glm::vec4(0, 0, 0, studio_.options.waterDensity));
+    program.set("surface", glm::vec4(0, 0, 0, studio_.options.waterDensity));
     bindTexture(unitSource, half_.colour(0));
     bindTexture(unitKeptShade, half_.colour(1));
     bindTexture(unitKeptLit, fast_.light());

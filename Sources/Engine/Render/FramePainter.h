@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Engine/Render/AreaPass.h"
 #include "Engine/Render/FrameTarget.h"
 #include "Engine/Render/KeptLayer.h"
 #include "Engine/Render/MovingShadow.h"
@@ -15,19 +16,20 @@ class FramePainter {
 
     /// The finished picture of `stage` over `kept` (complete, of the same stage), seen through the kept
     /// layer's own view. Lasts until the next draw. Everything multisampled in scene light.
-    const Target& drawFull(const Stage& stage, const KeptLayer& kept);
+    const Target& drawFull(const Stage& stage, KeptLayer& kept);
     /// The same made cheaply: the kept picture is copied as it was developed, and only what moves is
     /// developed on top.
-    const Target& drawFast(const Stage& stage, const KeptLayer& kept);
+    const Target& drawFast(const Stage& stage, KeptLayer& kept);
 
   private:
     struct Frame;
-    Frame begin(const Stage& stage, const KeptLayer& kept);
+    Frame begin(const Stage& stage, KeptLayer& kept);
     void relight(const Frame& frame, const KeptLayer& kept, bool display);
     void drawFilm(const DrawItem& item, const Frame& frame, const KeptLayer& kept);
 
     Studio& studio_;
     MovingShadow shadow_;
+    AreaPass areas_;
     std::map<int, Program> relightPrograms_;
     Program film_;
     Program filmWithBloom_;

@@ -98,6 +98,7 @@ bool KeptLayer::build(const Stage& stage, double budget) {
                 break;
             case Step::depth:
                 drawDepth(list, whole);
+                relief_.read(depth_, view_, list.sun.toward);
                 step_ = Step::contact;
                 break;
             case Step::contact:
@@ -124,6 +125,7 @@ bool KeptLayer::build(const Stage& stage, double budget) {
                     bloom_ = 0;
                 }
                 develop(whole);
+                redrawn_ = whole;
                 step_ = Step::done;
                 break;
             case Step::done:
@@ -207,6 +209,7 @@ bool KeptLayer::refresh(const Stage& stage) {
     casters_ = casters;
     if (recast) shadow_.draw({&list.kept}, list.sun.matrix, list.sun.light->shadowMapSize, studio_.sunDepth);
     drawArea(stage, list, area);
+    if (recast) relief_.read(depth_, view_, list.sun.toward);
     return true;
 }
 
@@ -219,6 +222,7 @@ void KeptLayer::drawArea(const Stage& stage, const DrawList& list, const PixelAr
         for (int x = area.x; x < area.right(); x += tileSize.width)
             drawTile(stage, list, PixelArea{x, y, tileSize.width, tileSize.height}.intersection(area));
     develop(area);
+    redrawn_ = redrawn_.united(area);
 }
 
 }  // namespace gull

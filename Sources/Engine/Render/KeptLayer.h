@@ -1,9 +1,11 @@
 #pragma once
 
+#include "Engine/Render/ReliefGrid.h"
 #include "Engine/Render/Studio.h"
 
 #include <cstdint>
 #include <optional>
+#include <utility>
 
 namespace gull {
 
@@ -37,7 +39,9 @@ class KeptLayer {
     const Target& depthTarget() const { return depth_; }
     const Target& farthest() const { return farthest_; }  ///< depth at half resolution, never too near
     unsigned bloom() const { return bloom_; }
-    const FrameBlock& block() const { return block_; }
+    ReliefGrid& relief() { return relief_; }
+    /// What was drawn anew since the last call; everything at the first.
+    PixelArea takeRedrawn() { return std::exchange(redrawn_, {}); }
     const ShadowMap& shadow() const { return shadow_; }
 
   private:
@@ -63,6 +67,8 @@ class KeptLayer {
     ShadowMap shadow_;
     ContactShadows contact_;
     Target depth_;
+    ReliefGrid relief_;
+    PixelArea redrawn_;
     Target farthest_;
     Target light_;
     Target tile_;

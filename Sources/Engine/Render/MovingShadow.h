@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Engine/Render/FrameBlock.h"
+#include "Engine/Render/ReliefGrid.h"
 #include "Engine/Render/RenderOptions.h"
 #include "Engine/Render/ShadowMap.h"
 
@@ -11,10 +12,10 @@ class MovingShadow {
   public:
     static constexpr int mapSize = 512;
 
-    /// Draws the casters of `moving` and enters the map into `block`. Returns the pixels that the shadow may
-    /// touch; none when nothing throws one.
-    PixelArea draw(const DrawLayer& moving, const Sun& sun, const View& view, const Program& depthFromSun,
-                   const RenderOptions& options, FrameBlock& block);
+    /// Draws the casters of `moving`, enters the map into `block` and marks in `relief` what may lie in its
+    /// shadow. False when nothing throws one.
+    bool draw(const DrawLayer& moving, const Sun& sun, const Program& depthFromSun,
+              const RenderOptions& options, FrameBlock& block, ReliefGrid& relief);
     void bind(int unit) const { map_.bind(unit); }
 
   private:

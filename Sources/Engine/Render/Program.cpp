@@ -39,7 +39,7 @@ Program::Program(std::string_view name, std::string_view vertex, std::string_vie
                  const std::vector<std::string>& defines) {
     std::string head = "#version 330 core\n";
     for (const std::string& define : defines) head += "#define " + define + "\n";
-    GLuint vertexShader = compile(GL_VERTEX_SHADER, name, head, vertex);
+    GLuint vertexShader = compile(GL_VERTEX_SHADER, name, head + "#define VERTEX\n", vertex);
     GLuint fragmentShader = compile(GL_FRAGMENT_SHADER, name, head, fragment);
     name_ = glCreateProgram();
     glAttachShader(name_, vertexShader);

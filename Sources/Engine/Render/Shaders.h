@@ -5,9 +5,10 @@
 /// The sources of all shaders. `common` is put before every one of them.
 namespace gull::shaders {
 
-extern const std::string_view common;      ///< the Frame block, film curve, encoding, dither
-extern const std::string_view fullScreen;  ///< vertex: one triangle that covers the target
-extern const std::string_view lighting;    ///< shadow edges, lamps, films of liquid: shared pieces
+extern const std::string_view common;         ///< the Frame block, film curve, encoding, dither
+extern const std::string_view fullScreen;     ///< vertex: one triangle that covers the target
+extern const std::string_view lighting;       ///< shadow edges, lamps, films of liquid: shared pieces
+extern const std::string_view relightVertex;  ///< rectangles of the picture, or all of it
 extern const std::string_view surfaceVertex;
 extern const std::string_view surfaceFragment;
 extern const std::string_view depthVertex;  ///< position only; same result as surfaceVertex

@@ -25,7 +25,36 @@ layout(std140) uniform Frame {
     vec4 lampPosition[8];
     vec4 lampColour[8];
     vec4 lampRange[8];
-};
+} frame;
+
+// What every pixel needs comes to it as flat varyings: on a rasteriser in software a uniform costs each pixel
+// several times as much.
+#ifdef VERTEX
+#define PASSED flat out
+#else
+#define PASSED flat in
+#endif
+PASSED vec4 kVignette;   // intensity, power, film gain, hue keeping
+PASSED vec4 kPicture;    // 1 / width, 1 / height, exposure, contrast
+PASSED vec4 kGrade;      // saturation, bloom intensity, fog start, 1 / fog length
+PASSED vec4 kFog;        // colour, exponent
+PASSED vec4 kEye;        // position, intensity of the environment
+PASSED vec4 kTile;       // xy: origin of the tile; zw: lens, see axisDistance
+PASSED vec4 kSun;        // direction toward it, blackness of its shadow
+PASSED vec4 kSunColour;  // colour, edge radius of its shadow
+
+#ifdef VERTEX
+void passFrame() {
+    kVignette = frame.vignette;
+    kPicture = vec4(frame.picture.zw, frame.eye.w, frame.grade.y);
+    kGrade = vec4(frame.grade.zw, frame.fogRange.xy);
+    kFog = frame.fogColour;
+    kEye = vec4(frame.eye.xyz, frame.fogRange.z);
+    kTile = vec4(frame.tile.xy, frame.lens.zw);
+    kSun = frame.sunDirection;
+    kSunColour = frame.sunColour;
+}
+#else
 
 float luminance(vec3 c) { return dot(c, vec3(0.2126, 0.7152, 0.0722)); }
 
@@ -37,13 +66,19 @@ vec3 encoded(vec3 c) {
     return max(0.585122381 * s1 + 0.783140355 * s2 - 0.368262736 * s3, vec3(0.0));
 }
 
+// sRGB to linear within 0.1 %; colour textures are filtered as they are stored and made linear after.
+vec3 decoded(vec3 c) { return c * (c * (c * 0.305306011 + 0.682171111) + 0.012522878); }
+
+// x to a power from 1 to 2, x from 0 to 1: exact at both ends of the range, within 0.03 between.
+float softPower(float x, float power) { return x * (1.0 + (power - 1.0) * (x - 1.0)); }
+
 // A filmic curve with a soft toe and a long shoulder: x (a x + b) / (x (c x + d) + e).
 vec3 film(vec3 x) { return clamp(x * (2.51 * x + 0.03) / (x * (2.43 * x + 0.59) + 0.14), 0.0, 1.0); }
 
 // Darkening toward the corners; `at` in 0..1 across the picture, the corners count as distance 1.
 float vignetteAt(vec2 at) {
     vec2 d = at * 2.0 - 1.0;
-    return 1.0 - vignette.x * pow(clamp(dot(d, d) * 0.5, 0.0, 1.0), vignette.y);
+    return 1.0 - kVignette.x * softPower(min(dot(d, d) * 0.5, 1.0), kVignette.y);
 }
 
 // Even noise, half a step of 8 bits either way, from the pixel's place: breaks up bands.
@@ -53,16 +88,15 @@ float dither(vec2 pixel) {
 
 // Scene light to what the screen is sent. `pixel` counts in the whole picture.
 vec3 developed(vec3 light, vec2 pixel) {
-    vec3 c = max(light, vec3(0.0)) * eye.w;
+    vec3 c = max(light, vec3(0.0)) * kPicture.z;
 #ifndef PLAIN_FILM
-    c *= vignetteAt(pixel * picture.zw) * vignette.z;
+    c *= vignetteAt(pixel * kPicture.xy) * kVignette.z;
     float l = max(luminance(c), 1e-4);
-    vec3 each = film(c);
-    vec3 kept = c * (film(vec3(l)).x / l);
-    c = mix(each, min(kept, vec3(1.0)), vignette.w);
+    float k = l * (2.51 * l + 0.03) / (l * (2.43 * l + 0.59) + 0.14);
+    c = mix(film(c), min(c * (k / l), vec3(1.0)), kVignette.w);
     c = encoded(c);
-    c = (c - 0.5) * (1.0 + grade.y) + 0.5;
-    c = mix(vec3(luminance(c)), c, grade.z);
+    c = (c - 0.5) * (1.0 + kPicture.w) + 0.5;
+    c = mix(vec3(luminance(c)), c, kGrade.x);
 #else
     c = encoded(min(c, vec3(1.0)));
 #endif
@@ -70,21 +104,48 @@ vec3 developed(vec3 light, vec2 pixel) {
 }
 
 // Distance in front of the eye, along its axis, of a depth from 0 to 1.
-float axisDistance(float depth) { return lens.w / (depth * 2.0 - 1.0 + lens.z); }
+float axisDistance(float depth) { return kTile.w / (depth * 2.0 - 1.0 + kTile.z); }
 
 // Share of the fog's colour at a distance from the eye.
-float fogAt(float range) {
-    float f = clamp((range - fogRange.x) * fogRange.y, 0.0, 1.0);
-    return f > 0.0 ? pow(f, fogColour.w) : 0.0;
-}
+float fogAt(float range) { return softPower(clamp((range - kGrade.z) * kGrade.w, 0.0, 1.0), kFog.w); }
+#endif
 )glsl";
 
 const std::string_view fullScreen = R"glsl(
 uniform float depth;
 out vec2 st;
 void main() {
+    passFrame();
     st = vec2(gl_VertexID == 1 ? 2.0 : 0.0, gl_VertexID == 2 ? 2.0 : 0.0);
     gl_Position = vec4(st * 2.0 - 1.0, depth, 1.0);
+}
+)glsl";
+
+const std::string_view relightVertex = R"glsl(
+#ifdef OUT_DISPLAY
+layout(location = 0) in vec2 pixel;
+#endif
+// Where the pixel's ray goes per unit of distance along the camera's axis, in the world and in the moving
+// shadow map: a point is then one multiplication away from its depth.
+out vec3 ray;
+out vec3 shadowRay;
+flat out vec3 shadowEye;
+flat out vec4 kMoving;
+out vec2 st;
+void main() {
+    passFrame();
+#ifdef OUT_DISPLAY
+    st = pixel * frame.picture.zw;
+#else
+    st = vec2(gl_VertexID == 1 ? 2.0 : 0.0, gl_VertexID == 2 ? 2.0 : 0.0);
+#endif
+    vec4 far = frame.inverseViewProjection * vec4(st * 2.0 - 1.0, 1.0, 1.0);
+    float along = frame.lens.w / (1.0 + frame.lens.z);
+    ray = (far.xyz / far.w - frame.eye.xyz) / along;
+    shadowRay = mat3(frame.movingSunMatrix) * ray;
+    shadowEye = (frame.movingSunMatrix * vec4(frame.eye.xyz, 1.0)).xyz;
+    kMoving = frame.movingShape;
+    gl_Position = vec4(st * 2.0 - 1.0, 0.0, 1.0);
 }
 )glsl";
 

@@ -9,11 +9,9 @@ const vec2 taps[16] = vec2[](
     vec2(0.6848, 0.2493), vec2(-0.7124, 0.2945), vec2(0.3432, -0.7341), vec2(0.2555, 0.8085),
     vec2(-0.7650, -0.4430), vec2(0.8973, -0.1975), vec2(-0.5482, 0.7787), vec2(-0.1259, -0.9762));
 
-// How far the sun is covered: 0 open, 1 in full shadow. Four wide looks first; only where they disagree
-// (the edge) are the sixteen taken. A loop of length 0 is skipped even where branches are not.
-float covered(sampler2DShadow map, mat4 toMap, vec3 p, vec3 n, float radius, float lift, float bias) {
-    vec3 c = (toMap * vec4(p + n * lift, 1.0)).xyz;
-    c.z -= bias;
+// How far the sun is covered at a place in a shadow map: 0 open, 1 in full shadow. Four wide looks first; only
+// where they disagree (the edge) are more taken. A loop of length 0 is skipped even where branches are not.
+float covered(sampler2DShadow map, vec3 c, float radius) {
     vec2 inside = step(vec2(0.0), c.xy) * step(c.xy, vec2(1.0));
     float wide = radius * 1.2;
     float first = texture(map, vec3(c.xy + vec2(wide, wide * 0.5), c.z)) +
@@ -21,33 +19,39 @@ float covered(sampler2DShadow map, mat4 toMap, vec3 p, vec3 n, float radius, flo
                   texture(map, vec3(c.xy + vec2(-wide, -wide * 0.5), c.z)) +
                   texture(map, vec3(c.xy + vec2(wide * 0.5, -wide), c.z));
     float open = first * 0.25;
-    int count = (first > 0.01 && first < 3.99) ? 16 : 0;
+#ifdef OUT_DISPLAY
+    const int looks = 8;
+#else
+    const int looks = 16;
+#endif
+    int count = (first > 0.01 && first < 3.99) ? looks : 0;
     float sum = 0.0;
-    for (int i = 0; i < count; ++i) sum += texture(map, vec3(c.xy + taps[i] * radius, c.z));
-    if (count > 0) open = sum / 16.0;
+    for (int i = 0; i < count; ++i) sum += texture(map, vec3(c.xy + taps[i * 16 / looks] * radius, c.z));
+    if (count > 0) open = sum / float(looks);
     return (1.0 - open) * inside.x * inside.y;
 }
 
 // Full strength up to the start, then falling to nothing at the end with the lamp's exponent.
 vec3 lampLight(vec3 p, vec3 n) {
     vec3 sum = vec3(0.0);
-    int count = int(lampPosition[0].w);
+    int count = int(frame.lampPosition[0].w);
     for (int i = 0; i < count; ++i) {
-        vec3 d = lampPosition[i].xyz - p;
+        vec3 d = frame.lampPosition[i].xyz - p;
         float range = length(d);
-        float left = clamp(1.0 - (range - lampRange[i].x) * lampRange[i].y, 0.0, 1.0);
-        sum += lampColour[i].rgb * (pow(left, lampColour[i].w) * max(dot(n, d) / max(range, 1e-4), 0.0));
+        float left = clamp(1.0 - (range - frame.lampRange[i].x) * frame.lampRange[i].y, 0.0, 1.0);
+        sum += frame.lampColour[i].rgb * (pow(left, frame.lampColour[i].w) * max(dot(n, d) / max(range, 1e-4), 0.0));
     }
     return sum;
 }
 
-// A film of liquid over the ground, premultiplied. It hides `alpha` of the ground at once and more with its
+// A film of liquid over the ground, premultiplied. `whole` is the light of bottomless water, `within` the part
+// of it that comes from below the surface. The film hides `alpha` of the ground at once and more with its
 // thickness (Beer's law); what it mirrors does not fade with its clearness; its last finger's breadth at the
 // water's edge runs out softly.
-vec4 filmOver(vec3 within, float alpha, vec3 top, float mirror, float thickness, float density) {
+vec4 filmOver(vec3 whole, vec3 within, float alpha, float mirror, float thickness, float density) {
     float clear = (1.0 - alpha) * exp2(-thickness * density);
     float edge = clamp(thickness * 8.0, 0.0, 1.0);
-    return vec4(within * (1.0 - clear) * (1.0 - mirror) + top, 1.0 - clear * (1.0 - mirror)) * edge;
+    return vec4(whole - within * clear, 1.0 - clear * (1.0 - mirror)) * edge;
 }
 )glsl";
 
@@ -59,14 +63,19 @@ uniform sampler2D keptShade;
 uniform sampler2D keptDepth;
 #ifdef LAMPS
 uniform sampler2D keptSurface;
-#endif
 uniform sampler2D keptNormal;
+#endif
 #ifdef MOVING_SHADOW
 uniform sampler2DShadow movingShadow;
 #endif
 #ifdef BLOOM
 uniform sampler2D bloom;
 #endif
+in vec3 ray;
+in vec3 shadowRay;
+flat in vec3 shadowEye;
+flat in vec4 kMoving;
+in vec2 st;
 layout(location = 0) out vec4 outColour;
 #ifdef OUT_DISPLAY
 layout(location = 1) out vec4 outLinear;
@@ -75,28 +84,25 @@ void main() {
     ivec2 pixel = ivec2(gl_FragCoord.xy);
     float depth = texelFetch(keptDepth, pixel, 0).r;
     vec4 lit = texelFetch(keptLit, pixel, 0);
-    vec2 at = gl_FragCoord.xy * picture.zw;
     vec3 light = lit.rgb;
-#if defined(MOVING_SHADOW) || defined(LAMPS)
-    vec4 w = inverseViewProjection * vec4(vec3(at, depth) * 2.0 - 1.0, 1.0);
-    vec3 p = w.xyz / w.w;
-    vec3 n = texelFetch(keptNormal, pixel, 0).xyz * 2.0 - 1.0;
-#endif
+    float along = axisDistance(depth);
 #ifdef MOVING_SHADOW
     vec4 shade = texelFetch(keptShade, pixel, 0);
-    float moving = covered(movingShadow, movingSunMatrix, p, n, movingShape.x, movingShape.y, movingShape.z);
-    float before = 1.0 - sunDirection.w * shade.a;
-    float now = 1.0 - sunDirection.w * max(shade.a, moving);
+    vec3 c = shadowEye + shadowRay * along;
+    float moving = covered(movingShadow, vec3(c.xy, c.z - kMoving.z), kMoving.x);
+    float before = 1.0 - kSun.w * shade.a;
+    float now = 1.0 - kSun.w * max(shade.a, moving);
     light = shade.rgb + (lit.rgb - shade.rgb) * (now / before);
 #endif
 #ifdef LAMPS
     vec3 body = texelFetch(keptSurface, pixel, 0).rgb;
-    light += body * body * lampLight(p, n);
+    vec3 n = texelFetch(keptNormal, pixel, 0).xyz * 2.0 - 1.0;
+    light += body * body * lampLight(kEye.xyz + ray * along, n);
 #endif
 #ifdef OUT_DISPLAY
     outLinear = vec4(light, lit.a);
 #ifdef BLOOM
-    light += textureLod(bloom, at, 0.0).rgb * grade.w;
+    light += textureLod(bloom, st, 0.0).rgb * kGrade.y;
 #endif
     outColour = vec4(developed(light, gl_FragCoord.xy), lit.a);
 #else
@@ -110,9 +116,9 @@ void main() {
 // surfaceVertex on the sea's own geometry, so that its edges and depth are exact.
 const std::string_view filmFragment = R"glsl(
 in vec3 position;
-uniform vec4 look;
-uniform sampler2D source;      // light from within, at half resolution
-uniform sampler2D keptShade;   // light mirrored
+flat in vec4 kSurface;
+uniform sampler2D source;      // light of bottomless water, at half resolution
+uniform sampler2D keptShade;   // root of the part from within
 uniform sampler2D keptLit;     // what lies below, in scene light
 uniform sampler2D keptDepth;
 #ifdef BLOOM
@@ -121,17 +127,17 @@ uniform sampler2D bloom;
 layout(location = 0) out vec4 outColour;
 void main() {
     ivec2 pixel = ivec2(gl_FragCoord.xy);
-    vec2 at = gl_FragCoord.xy * picture.zw;
-    float range = distance(eye.xyz, position);
+    vec2 at = gl_FragCoord.xy * kPicture.xy;
+    float range = distance(kEye.xyz, position);
     float ground = texelFetch(keptDepth, pixel, 0).r;
     float thickness = range * max(axisDistance(ground) / axisDistance(gl_FragCoord.z) - 1.0, 0.0);
-    vec4 within = textureLod(source, at, 0.0);
-    vec4 top = textureLod(keptShade, at, 0.0);
-    vec4 film = filmOver(within.rgb, within.a, top.rgb, top.a, thickness, look.w);
-    film.rgb = mix(film.rgb, fogColour.rgb * film.a, fogAt(range));
+    vec4 whole = textureLod(source, at, 0.0);
+    vec4 within = textureLod(keptShade, at, 0.0);
+    vec4 film = filmOver(whole.rgb, within.rgb * within.rgb, within.a, whole.a, thickness, kSurface.w);
+    film.rgb = mix(film.rgb, kFog.rgb * film.a, fogAt(range));
     vec3 light = texelFetch(keptLit, pixel, 0).rgb * (1.0 - film.a) + film.rgb;
 #ifdef BLOOM
-    light += textureLod(bloom, at, 0.0).rgb * grade.w;
+    light += textureLod(bloom, at, 0.0).rgb * kGrade.y;
 #endif
     outColour = vec4(developed(light, gl_FragCoord.xy), 1.0);
 }

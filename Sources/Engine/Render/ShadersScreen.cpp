@@ -12,12 +12,12 @@ layout(location = 2) out vec4 outSurface;
 layout(location = 3) out vec4 outNormal;
 #endif
 void main() {
-    vec2 ndc = (gl_FragCoord.xy + tile.xy) * picture.zw * 2.0 - 1.0;
-    vec4 far = inverseViewProjection * vec4(ndc, 1.0, 1.0);
-    vec4 near = inverseViewProjection * vec4(ndc, -1.0, 1.0);
+    vec2 ndc = (gl_FragCoord.xy + kTile.xy) * kPicture.xy * 2.0 - 1.0;
+    vec4 far = frame.inverseViewProjection * vec4(ndc, 1.0, 1.0);
+    vec4 near = frame.inverseViewProjection * vec4(ndc, -1.0, 1.0);
     vec3 d = normalize(far.xyz / far.w - near.xyz / near.w);
     vec2 at = vec2(atan(d.x, -d.z) / 6.28318531 + 0.5, asin(clamp(d.y, -1.0, 1.0)) / 3.14159265 + 0.5);
-    vec3 c = textureLod(diffuseMap, at, 0.0).rgb;
+    vec3 c = decoded(textureLod(diffuseMap, at, 0.0).rgb);
 #ifdef OUT_DISPLAY
     c = developed(c, gl_FragCoord.xy);
 #endif
@@ -38,10 +38,11 @@ out vec2 at;
 out vec4 colour;
 out float range;
 void main() {
-    gl_Position = viewProjection * vec4(inPosition, 1.0);
+    passFrame();
+    gl_Position = frame.viewProjection * vec4(inPosition, 1.0);
     at = inUv0;
     colour = inColour;
-    range = distance(eye.xyz, inPosition);
+    range = distance(frame.eye.xyz, inPosition);
 }
 )glsl";
 
@@ -52,7 +53,8 @@ in float range;
 uniform sampler2D diffuseMap;
 out vec4 outColour;
 void main() {
-    vec4 c = texture(diffuseMap, at) * colour;
+    vec4 c = texture(diffuseMap, at);
+    c = vec4(decoded(c.rgb), c.a) * colour;
     float fog = fogAt(range);
 #ifdef ADDED
     vec3 light = c.rgb * (c.a * (1.0 - fog));
@@ -61,7 +63,7 @@ void main() {
 #endif
     outColour = vec4(light, 0.0);
 #else
-    vec3 light = mix(c.rgb, fogColour.rgb, fog);
+    vec3 light = mix(c.rgb, kFog.rgb, fog);
 #ifdef OUT_DISPLAY
     light = developed(light, gl_FragCoord.xy);
 #endif
@@ -81,12 +83,12 @@ out vec4 outColour;
 
 vec3 viewPoint(vec2 at) {
     float range = axisDistance(textureLod(keptDepth, at, 0.0).r);
-    return vec3((at * 2.0 - 1.0) * lens.xy, -1.0) * range;
+    return vec3((at * 2.0 - 1.0) * frame.lens.xy, -1.0) * range;
 }
 
 void main() {
     vec3 p = viewPoint(st);
-    vec2 step_ = picture.zw;
+    vec2 step_ = kPicture.xy;
     vec3 right = viewPoint(st + vec2(step_.x, 0.0)) - p, left = p - viewPoint(st - vec2(step_.x, 0.0));
     vec3 up = viewPoint(st + vec2(0.0, step_.y)) - p, down = p - viewPoint(st - vec2(0.0, step_.y));
     vec3 n = normalize(cross(abs(right.z) < abs(left.z) ? right : left, abs(up.z) < abs(down.z) ? up : down));
@@ -141,13 +143,13 @@ void main() {
     vec3 sum = vec3(0.0);
     for (int i = 0; i < 4; ++i) {
         vec2 at = st + (vec2(float(i & 1), float(i >> 1)) * 2.0 - 1.0) * texel;
-        vec3 c = max(textureLod(source, at, 0.0).rgb * eye.w, vec3(0.0));
+        vec3 c = max(textureLod(source, at, 0.0).rgb * kPicture.z, vec3(0.0));
         float l = max(max(c.r, c.g), max(c.b, 1e-4));
         // A knee instead of an edge, and no single pixel counts for more than a few.
         float over = clamp(l - threshold + 0.2, 0.0, 0.4);
         sum += c * (max(over * over / 0.8, l - threshold) / l) * min(1.0, 4.0 / l);
     }
-    outColour = vec4(sum * 0.25 / eye.w, 1.0);
+    outColour = vec4(sum * 0.25 / kPicture.z, 1.0);
 }
 )glsl";
 
@@ -179,9 +181,9 @@ void main() {
     vec4 c = textureLod(source, st, 0.0);
     vec3 light = c.a > 0.0 ? c.rgb / c.a : c.rgb;
 #ifdef BLOOM
-    light += textureLod(bloom, st, 0.0).rgb * grade.w;
+    light += textureLod(bloom, st, 0.0).rgb * kGrade.y;
 #endif
-    outColour = vec4(developed(light, gl_FragCoord.xy + tile.xy) * c.a, c.a);
+    outColour = vec4(developed(light, gl_FragCoord.xy + kTile.xy) * c.a, c.a);
 }
 )glsl";
 

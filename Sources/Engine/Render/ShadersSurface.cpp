@@ -11,10 +11,15 @@ layout(location = 4) in vec4 inColour;
 
 uniform mat4 model;
 uniform mat3 normalMatrix;
-uniform vec4 diffusePlace;   // xy: scale, zw: offset
+uniform vec4 diffusePlace;  // xy: scale, zw: offset
 uniform vec4 normalPlace;
 uniform vec4 multiplyPlace;
-uniform vec3 uvSets;         // 0 or 1: which coordinates the three maps use
+uniform vec3 uvSets;        // 0 or 1: which coordinates the three maps use
+uniform vec4 diffuse;       // linear, straight alpha, all opacities included
+uniform vec4 multiply;      // onto the result; w: brightest light
+uniform vec4 emission;      // w: occlusion of the sun
+uniform vec4 surface;       // metalness, roughness, bend of the normal map, density of water
+uniform vec4 mapStrength;   // diffuse, multiply, glint spread
 
 invariant gl_Position;
 out vec3 position;
@@ -22,17 +27,46 @@ out vec3 normal;
 out vec2 diffuseAt;
 out vec2 normalAt;
 out vec2 multiplyAt;
-out vec4 vertexColour;
+out vec4 baseColour;
+out vec3 shadowAt;
+out vec3 skyHere;           // the sky's light on a white surface of this normal, ambient light included
+flat out vec3 kSkyX;        // how that changes as the normal bends
+flat out vec3 kSkyY;
+flat out vec3 kSkyZ;
+flat out vec4 kMultiply;
+flat out vec4 kEmission;
+flat out vec4 kSurface;
+flat out vec4 kStrength;
+
+// Nine spherical harmonics, the cosine lobe and 1/pi already in the coefficients.
+vec3 skyLight(vec3 n) {
+    return max(frame.irradiance[0].rgb + frame.irradiance[1].rgb * n.y + frame.irradiance[2].rgb * n.z +
+                   frame.irradiance[3].rgb * n.x + frame.irradiance[4].rgb * (n.x * n.y) +
+                   frame.irradiance[5].rgb * (n.y * n.z) + frame.irradiance[6].rgb * (3.0 * n.z * n.z - 1.0) +
+                   frame.irradiance[7].rgb * (n.x * n.z) + frame.irradiance[8].rgb * (n.x * n.x - n.y * n.y),
+               vec3(0.0));
+}
 
 void main() {
+    passFrame();
     vec4 world = model * vec4(inPosition, 1.0);
-    gl_Position = viewProjection * world;
+    gl_Position = frame.viewProjection * world;
     position = world.xyz;
-    normal = normalMatrix * inNormal;
+    normal = normalize(normalMatrix * inNormal);
     diffuseAt = (uvSets.x > 0.5 ? inUv1 : inUv0) * diffusePlace.xy + diffusePlace.zw;
     normalAt = (uvSets.y > 0.5 ? inUv1 : inUv0) * normalPlace.xy + normalPlace.zw;
     multiplyAt = (uvSets.z > 0.5 ? inUv1 : inUv0) * multiplyPlace.xy + multiplyPlace.zw;
-    vertexColour = inColour;
+    baseColour = diffuse * inColour;
+    shadowAt = (frame.sunMatrix * vec4(world.xyz + normal * frame.sunShape.x, 1.0)).xyz;
+    shadowAt.z -= frame.sunShape.y;
+    skyHere = skyLight(normal) + frame.ambient.rgb;
+    kSkyX = frame.irradiance[3].rgb;
+    kSkyY = frame.irradiance[1].rgb;
+    kSkyZ = frame.irradiance[2].rgb;
+    kMultiply = multiply;
+    kEmission = emission;
+    kSurface = surface;
+    kStrength = mapStrength;
 }
 )glsl";
 
@@ -42,14 +76,16 @@ in vec3 normal;
 in vec2 diffuseAt;
 in vec2 normalAt;
 in vec2 multiplyAt;
-in vec4 vertexColour;
-
-uniform vec4 diffuse;       // linear, straight alpha, all opacities included
-uniform vec4 multiply;      // onto the result
-uniform vec3 emission;
-uniform vec4 surface;       // x: metalness, y: roughness, z: bend of the normal map
-uniform vec4 mapStrength;   // x: diffuse, y: multiply
-uniform vec4 look;          // x: brightest light, y: glint spread, z: occlusion of the sun, w: density of water
+in vec4 baseColour;
+in vec3 shadowAt;
+in vec3 skyHere;
+flat in vec3 kSkyX;
+flat in vec3 kSkyY;
+flat in vec3 kSkyZ;
+flat in vec4 kMultiply;
+flat in vec4 kEmission;
+flat in vec4 kSurface;
+flat in vec4 kStrength;
 
 uniform sampler2D diffuseMap;
 uniform sampler2D normalMap;
@@ -61,8 +97,8 @@ uniform sampler2D keptDepth;
 #endif
 
 #ifdef OUT_FILM
-layout(location = 0) out vec4 outBody;  // light from within, w: how much of the ground it hides by itself
-layout(location = 1) out vec4 outTop;   // light mirrored, w: share of light that is mirrored
+layout(location = 0) out vec4 outWhole;   // of bottomless water, w: share of light that is mirrored
+layout(location = 1) out vec4 outWithin;  // of that, root of what comes from within, w: alpha
 #elif defined(OUT_KEPT)
 layout(location = 0) out vec4 outLit;
 layout(location = 1) out vec4 outShade;    // w: how far the sun's shadow covers it
@@ -88,18 +124,10 @@ vec4 bentNormal(vec3 n) {
     vec3 t = a * duv1.x + b * duv2.x;
     vec3 s = a * duv1.y + b * duv2.y;
     float scale = inversesqrt(max(max(dot(t, t), dot(s, s)), 1e-20));
-    vec3 bent = n * sampled.z + (t * sampled.x + s * sampled.y) * (scale * surface.z);
+    vec3 bent = n * sampled.z + (t * sampled.x + s * sampled.y) * (scale * kSurface.z);
     return vec4(normalize(bent), kept);
 }
 #endif
-
-// Nine spherical harmonics, the cosine lobe and 1/pi already in the coefficients.
-vec3 skyLight(vec3 n) {
-    return max(irradiance[0].rgb + irradiance[1].rgb * n.y + irradiance[2].rgb * n.z +
-               irradiance[3].rgb * n.x + irradiance[4].rgb * (n.x * n.y) + irradiance[5].rgb * (n.y * n.z) +
-               irradiance[6].rgb * (3.0 * n.z * n.z - 1.0) + irradiance[7].rgb * (n.x * n.z) +
-               irradiance[8].rgb * (n.x * n.x - n.y * n.y), vec3(0.0));
-}
 
 #ifdef SUN_SHADOW
 uniform sampler2DShadow sunShadow;
@@ -129,14 +157,15 @@ vec2 mirrorShare(float roughness, float nv) {
 #endif
 
 void main() {
-    vec4 base = diffuse * vertexColour;
+    vec4 base = baseColour;
 #ifdef DIFFUSE_MAP
-    base *= mix(vec4(1.0), texture(diffuseMap, diffuseAt), vec4(vec3(mapStrength.x), 1.0));
+    vec4 painted = texture(diffuseMap, diffuseAt);
+    base *= vec4(mix(vec3(1.0), decoded(painted.rgb), kStrength.x), painted.a);
 #endif
 #ifdef MULTIPLY_MAP
-    base.rgb *= mix(vec3(1.0), texture(multiplyMap, multiplyAt).rgb, mapStrength.y);
+    base.rgb *= mix(vec3(1.0), decoded(texture(multiplyMap, multiplyAt).rgb), kStrength.y);
 #endif
-    vec3 toEye = eye.xyz - position;
+    vec3 toEye = kEye.xyz - position;
     float range = length(toEye);
     vec3 v = toEye / range;
     vec3 n = normalize(normal);
@@ -155,32 +184,38 @@ void main() {
     scattered = body;
 #else
     vec3 facing = n;
+    vec3 sky = skyHere;
     float kept = 1.0;
 #ifdef NORMAL_MAP
     vec4 bent = bentNormal(n);
     n = bent.xyz;
+    sky = max(sky + kSkyX * (n.x - facing.x) + kSkyY * (n.y - facing.y) + kSkyZ * (n.z - facing.z), 0.0);
     kept = bent.w;
 #endif
 #ifdef OCCLUSION
-    opening = texture(occlusionMap, (gl_FragCoord.xy + tile.xy) * picture.zw).r;
+    opening = texture(occlusionMap, (gl_FragCoord.xy + kTile.xy) * kPicture.xy).r;
 #endif
-    vec3 l = sunDirection.xyz;
+    vec3 l = kSun.xyz;
     float nl = max(dot(n, l), 0.0);
 #ifdef SUN_SHADOW
-    cover = covered(sunShadow, sunMatrix, position, facing, sunColour.w, sunShape.x, sunShape.y);
+#ifdef OUT_DISPLAY
+    cover = 1.0 - texture(sunShadow, shadowAt);
+#else
+    cover = covered(sunShadow, shadowAt, kSunColour.w);
+#endif
 #endif
 #if LIGHTING == 2
     float nv = max(dot(n, v), 1e-3);
-    vec3 f0 = mix(vec3(0.04), base.rgb, surface.x);
-    body = base.rgb * (1.0 - surface.x);
-    float roughness = max(surface.y, 0.045);
+    vec3 f0 = mix(vec3(0.04), base.rgb, kSurface.x);
+    body = base.rgb * (1.0 - kSurface.x);
+    float roughness = max(kSurface.y, 0.045);
     float facets = roughness * roughness;
 #ifdef NORMAL_MAP
     // Detail that the averaged normal has lost comes back as roughness: variance = (1 - |n|) / |n|.
-    facets = sqrt(min(facets * facets + look.y * surface.z * surface.z * min((1.0 - kept) / kept, 0.3), 1.0));
+    facets = sqrt(min(facets * facets + kStrength.z * kSurface.z * kSurface.z * min((1.0 - kept) / kept, 0.3), 1.0));
     roughness = sqrt(facets);
 #endif
-    sunGlint = glint(n, v, l, nl, nv, facets, f0) * sunColour.rgb;
+    sunGlint = glint(n, v, l, nl, nv, facets, f0) * kSunColour.rgb;
     vec3 r = reflect(-v, n);
 #ifdef SMOOTH
     r.y = abs(r.y);  // the far side of a wave mirrors the next wave, and that the sky
@@ -188,14 +223,15 @@ void main() {
     vec2 share = mirrorShare(roughness, nv);
     // What one bounce between the facets loses comes back in the next ones: 1 + f0 (1 / (x + y) - 1).
     vec3 bounces = 1.0 + f0 * (1.0 / (share.x + share.y) - 1.0);
-    mirrored = textureLod(environment, r, roughness * 5.0).rgb * (f0 * share.x + share.y) * bounces * fogRange.z;
+    vec3 root = textureLod(environment, r, roughness * 5.0).rgb;
+    mirrored = root * root * (f0 * share.x + share.y) * bounces * kEye.w;
     mirrored *= opening;
 #endif
-    sunBody = body * nl * sunColour.rgb;
-    float direct = mix(1.0, opening, look.z);
+    sunBody = body * nl * kSunColour.rgb;
+    float direct = mix(1.0, opening, kEmission.w);
     sunBody *= direct;
     sunGlint *= direct;
-    scattered = body * (skyLight(n) + ambient.rgb) * opening;
+    scattered = body * sky * opening;
 #ifdef LAMPS
     scattered += body * lampLight(position, n);
 #endif
@@ -203,33 +239,34 @@ void main() {
 
     float fog = fogAt(range);
 #ifdef SMOOTH
-    vec3 within = min((scattered + sunBody + emission) * multiply.rgb, vec3(look.x));
-    vec3 top = min((mirrored + sunGlint) * multiply.rgb, vec3(look.x));
+    vec3 within = min((scattered + sunBody + kEmission.rgb) * kMultiply.rgb, vec3(kMultiply.w));
+    vec3 top = min((mirrored + sunGlint) * kMultiply.rgb, vec3(kMultiply.w));
     float mirror = f0.x * share.x + share.y;
 #ifdef OUT_FILM
-    outBody = vec4(within, alpha);
-    outTop = vec4(top, mirror);
+    within *= 1.0 - mirror;
+    outWhole = vec4(within + top, mirror);
+    outWithin = vec4(sqrt(within), alpha);
     return;
 #else
     float thickness = 1e3;
 #ifdef WATER_DEPTH
-    float ground = textureLod(keptDepth, (gl_FragCoord.xy + tile.xy) * picture.zw, 0.0).r;
+    float ground = textureLod(keptDepth, (gl_FragCoord.xy + kTile.xy) * kPicture.xy, 0.0).r;
     thickness = range * max(axisDistance(ground) / axisDistance(gl_FragCoord.z) - 1.0, 0.0);
 #endif
-    vec4 film = filmOver(within, alpha, top, mirror, thickness, look.w);
+    vec4 film = filmOver(within * (1.0 - mirror) + top, within * (1.0 - mirror), alpha, mirror, thickness, kSurface.w);
     alpha = film.a;
-    vec3 colour = mix(film.rgb, fogColour.rgb * alpha, fog);
+    vec3 colour = mix(film.rgb, kFog.rgb * alpha, fog);
 #endif
 #else
-    vec3 shade = min((scattered + mirrored + emission) * multiply.rgb, vec3(look.x));
-    vec3 sun = (sunBody + sunGlint) * multiply.rgb;
-    vec3 lit = min(shade + sun * (1.0 - sunDirection.w * cover), vec3(look.x));
+    vec3 shade = min((scattered + mirrored + kEmission.rgb) * kMultiply.rgb, vec3(kMultiply.w));
+    vec3 sun = (sunBody + sunGlint) * kMultiply.rgb;
+    vec3 lit = min(shade + sun * (1.0 - kSun.w * cover), vec3(kMultiply.w));
 #ifdef ADDED
     vec3 colour = lit * ((1.0 - fog) * alpha);
     alpha = 0.0;
 #else
-    shade = mix(shade, fogColour.rgb, fog);
-    lit = mix(lit, fogColour.rgb, fog);
+    shade = mix(shade, kFog.rgb, fog);
+    lit = mix(lit, kFog.rgb, fog);
     vec3 colour = lit * alpha;
 #endif
 #endif
@@ -245,7 +282,7 @@ void main() {
 #ifdef ADDED
     outColour = vec4(encoded(colour) * 0.3, 0.0);
 #else
-    outColour = vec4(developed(straight, gl_FragCoord.xy + tile.xy) * alpha, alpha);
+    outColour = vec4(developed(straight, gl_FragCoord.xy + kTile.xy) * alpha, alpha);
 #endif
     outLinear = vec4(colour, alpha);
 #else
@@ -266,7 +303,7 @@ uniform mat4 model;
 invariant gl_Position;
 void main() {
     vec4 world = model * vec4(inPosition, 1.0);
-    gl_Position = viewProjection * world;
+    gl_Position = frame.viewProjection * world;
 }
 #endif
 )glsl";

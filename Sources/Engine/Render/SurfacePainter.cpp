@@ -67,7 +67,8 @@ void SurfacePainter::draw(const DrawItem& item, const Shading& shading, const Vi
     if (item.area.intersection(area).empty()) return;
     const Program& shader = program(item, shading);
     shader.use();
-    setMaterial(shader, item);
+    bool quick = shading.output == Shading::Output::display || shading.output == Shading::Output::film;
+    setMaterial(shader, item, quick ? TextureCache::Filter::quick : TextureCache::Filter::fine);
     setState(item, shading.output == Shading::Output::film);
     drawChunks(item, view, area);
 }
@@ -84,7 +85,7 @@ const Program& SurfacePainter::program(const DrawItem& item, const Shading& shad
         {static_cast<bool>(material.multiplyMap), "MULTIPLY_MAP"},
         {isFilm(item), "SMOOTH"},
         {item.blended && material.blend == Material::Blend::add, "ADDED"},
-        {shaded && shading.sunShadow && !material.smooth, "SUN_SHADOW"},
+        {shaded && shading.sunShadow && !item.blended, "SUN_SHADOW"},
         {shaded && shading.occlusion && !item.blended, "OCCLUSION"},
         {shaded && shading.lamps, "LAMPS"},
         {shading.output == Shading::Output::kept, "OUT_KEPT"},
@@ -108,20 +109,20 @@ const Program& SurfacePainter::program(const DrawItem& item, const Shading& shad
         .first->second;
 }
 
-void SurfacePainter::setMaterial(const Program& program, const DrawItem& item) {
+void SurfacePainter::setMaterial(const Program& program, const DrawItem& item, TextureCache::Filter filter) {
     const Material& material = *item.material;
     program.set("model", glm::mat4(item.model));
     program.set("normalMatrix", item.normalMatrix);
     if (material.diffuseMap) {
-        textures_.bind(unitDiffuse, material.diffuseMap);
+        textures_.bind(unitDiffuse, material.diffuseMap, filter);
         program.set("diffusePlace", place(material.diffuseMap));
     }
     if (material.normalMap) {
-        textures_.bind(unitNormal, material.normalMap);
+        textures_.bind(unitNormal, material.normalMap, filter);
         program.set("normalPlace", place(material.normalMap));
     }
     if (material.multiplyMap) {
-        textures_.bind(unitMultiply, material.multiplyMap);
+        textures_.bind(unitMultiply, material.multiplyMap, filter);
         program.set("multiplyPlace", place(material.multiplyMap));
     }
     auto set = [](const Channel& channel) { return static_cast<float>(channel.uvSet); };
@@ -130,14 +131,12 @@ void SurfacePainter::setMaterial(const Program& program, const DrawItem& item) {
 
     auto alpha = static_cast<float>(material.diffuse.a * material.opacity) * item.opacity;
     program.set("diffuse", glm::vec4(linear(material.diffuse), item.blended ? alpha : 1.0F));
-    program.set("multiply", glm::vec4(linear(material.multiply), 1));
-    program.set("emission", linear(material.emission));
-    program.set("surface",
-                glm::vec4(material.metalness, material.roughness, material.normalMap.intensity, 0));
-    program.set("mapStrength",
-                glm::vec4(material.diffuseMap.intensity, material.multiplyMap.intensity, 0, 0));
-    program.set("look", glm::vec4(options_.brightestLight, options_.glintSpread, options_.occlusionOfSun,
-                                  options_.waterDensity));
+    program.set("multiply", glm::vec4(linear(material.multiply), options_.brightestLight));
+    program.set("emission", glm::vec4(linear(material.emission), options_.occlusionOfSun));
+    program.set("surface", glm::vec4(material.metalness, material.roughness, material.normalMap.intensity,
+                                     options_.waterDensity));
+    program.set("mapStrength", glm::vec4(material.diffuseMap.intensity, material.multiplyMap.intensity,
+                                         options_.glintSpread, 0));
 }
 
 }  // namespace gull

@@ -38,7 +38,7 @@ class SurfacePainter {
 
   private:
     const Program& program(const DrawItem& item, const Shading& shading);
-    void setMaterial(const Program& program, const DrawItem& item);
+    void setMaterial(const Program& program, const DrawItem& item, TextureCache::Filter filter);
 
     TextureCache& textures_;
     const RenderOptions& options_;

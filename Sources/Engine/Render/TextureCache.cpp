@@ -54,20 +54,23 @@ TextureCache::TextureCache() {
     float anisotropy = 1;
     if (epoxy_has_gl_extension("GL_EXT_texture_filter_anisotropic")) {
         glGetFloatv(GL_MAX_TEXTURE_MAX_ANISOTROPY_EXT, &anisotropy);
-        anisotropy = std::min(anisotropy, 4.0F);
+        anisotropy = std::min(anisotropy, 2.0F);
     }
-    for (unsigned i = 0; i < 4; ++i) {
+    for (unsigned i = 0; i < 8; ++i) {
         samplers_[i] = GlSampler::make();
         GLuint sampler = samplers_[i].name();
-        glSamplerParameteri(sampler, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_LINEAR);
+        bool quick = (i & 4U) != 0;
+        glSamplerParameteri(sampler, GL_TEXTURE_MIN_FILTER,
+                            quick ? GL_LINEAR_MIPMAP_NEAREST : GL_LINEAR_MIPMAP_LINEAR);
         glSamplerParameteri(sampler, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
         glSamplerParameteri(sampler, GL_TEXTURE_WRAP_S, i & 1U ? GL_REPEAT : GL_CLAMP_TO_EDGE);
         glSamplerParameteri(sampler, GL_TEXTURE_WRAP_T, i & 2U ? GL_REPEAT : GL_CLAMP_TO_EDGE);
-        if (anisotropy > 1) glSamplerParameterf(sampler, GL_TEXTURE_MAX_ANISOTROPY_EXT, anisotropy);
+        if (anisotropy > 1 && !quick) glSamplerParameterf(sampler, GL_TEXTURE_MAX_ANISOTROPY_EXT, anisotropy);
     }
 }
 
-void TextureCache::bind(int unit, const std::shared_ptr<Texture>& texture, Wrap wrapS, Wrap wrapT) {
+void TextureCache::bind(int unit, const std::shared_ptr<Texture>& texture, Wrap wrapS, Wrap wrapT,
+                        Filter filter) {
     Entry& entry = entries_[texture->id()];
     if (entry.version != texture->version()) {
         entry.owner = texture;
@@ -75,7 +78,8 @@ void TextureCache::bind(int unit, const std::shared_ptr<Texture>& texture, Wrap 
     }
     glActiveTexture(GL_TEXTURE0 + static_cast<GLenum>(unit));
     glBindTexture(GL_TEXTURE_2D, entry.texture.name());
-    unsigned sampler = (wrapS == Wrap::repeat ? 1U : 0U) + (wrapT == Wrap::repeat ? 2U : 0U);
+    unsigned sampler = (wrapS == Wrap::repeat ? 1U : 0U) + (wrapT == Wrap::repeat ? 2U : 0U) +
+                       (filter == Filter::quick ? 4U : 0U);
     glBindSampler(static_cast<GLuint>(unit), samplers_[sampler].name());
 }
 
@@ -86,9 +90,8 @@ void TextureCache::upload(Entry& entry, const Texture& texture) {
     if (!entry.texture) {
         entry.texture = GlTexture::make();
         glBindTexture(GL_TEXTURE_2D, entry.texture.name());
-        GLint format = texture.encoding() == Texture::Encoding::srgb ? GL_SRGB8_ALPHA8 : GL_RGBA8;
         std::vector<std::uint8_t> pixels = straightPixels(image, {0, 0, image.width, image.height});
-        glTexImage2D(GL_TEXTURE_2D, 0, format, image.width, image.height, 0, GL_RGBA, GL_UNSIGNED_BYTE,
+        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, image.width, image.height, 0, GL_RGBA, GL_UNSIGNED_BYTE,
                      pixels.data());
     } else {
         PixelRect rect = texture.changedSince(entry.version);

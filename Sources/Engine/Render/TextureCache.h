@@ -17,9 +17,15 @@ class TextureCache {
   public:
     TextureCache();
 
-    /// Binds `texture` and a sampler for `wrapS`, `wrapT` to `unit`.
-    void bind(int unit, const std::shared_ptr<Texture>& texture, Wrap wrapS, Wrap wrapT);
-    void bind(int unit, const Channel& channel) { bind(unit, channel.texture, channel.wrapS, channel.wrapT); }
+    enum class Filter { fine, quick };
+
+    /// Binds `texture` and a sampler for `wrapS`, `wrapT` to `unit`. `quick`: only the nearest mipmap, for
+    /// what is drawn every frame without a GPU.
+    void bind(int unit, const std::shared_ptr<Texture>& texture, Wrap wrapS, Wrap wrapT,
+              Filter filter = Filter::fine);
+    void bind(int unit, const Channel& channel, Filter filter) {
+        bind(unit, channel.texture, channel.wrapS, channel.wrapT, filter);
+    }
     void collectGarbage();
 
   private:
@@ -31,7 +37,7 @@ class TextureCache {
     void upload(Entry& entry, const Texture& texture);
 
     std::unordered_map<std::uint64_t, Entry> entries_;  ///< by Texture::id()
-    GlSampler samplers_[4];                             ///< bit 0: repeat in s, bit 1: in t
+    GlSampler samplers_[8];                             ///< bit 0: repeat in s, bit 1: in t, bit 2: quick
 };
 
 /// The pixels of `rect` of a premultiplied image with straight colours, lowest row first, as OpenGL wants

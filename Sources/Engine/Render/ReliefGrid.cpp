@@ -1,0 +1,100 @@
+#include "Engine/Render/ReliefGrid.h"
+
+#include <epoxy/gl.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace gull {
+
+namespace {
+
+/// What is dug or heaped up later stays within this of what was read, world units.
+constexpr double slack = 0.12;
+
+bool overlap(double aMin, double aMax, double bMin, double bMax) {
+    return aMin <= bMax && bMin <= aMax;
+}
+
+}  // namespace
+
+glm::dmat3 axesAlong(const glm::dvec3& toward) {
+    glm::dvec3 up = std::abs(toward.y) < 0.99 ? glm::dvec3(0, 1, 0) : glm::dvec3(1, 0, 0);
+    glm::dvec3 x = glm::normalize(glm::cross(up, toward));
+    return glm::transpose(glm::dmat3(x, glm::cross(toward, x), toward));
+}
+
+void ReliefGrid::read(const Target& depth, const View& view, const glm::dvec3& toward) {
+    size_ = view.size;
+    sunAxes_ = axesAlong(toward);
+    across_ = (size_.width + cellSize - 1) / cellSize;
+    int along = (size_.height + cellSize - 1) / cellSize;
+    cells_.assign(static_cast<std::size_t>(across_) * static_cast<std::size_t>(along), Cell());
+    std::vector<float> depths(static_cast<std::size_t>(size_.width) * static_cast<std::size_t>(size_.height));
+    glBindFramebuffer(GL_FRAMEBUFFER, depth.framebuffer());
+    glPixelStorei(GL_PACK_ALIGNMENT, 4);
+    glReadPixels(0, 0, size_.width, size_.height, GL_DEPTH_COMPONENT, GL_FLOAT, depths.data());
+
+    glm::dmat4 toWorld = glm::inverse(view.viewProjection);
+    for (std::size_t i = 0; i < cells_.size(); ++i) {
+        int x0 = static_cast<int>(i) % across_ * cellSize, y0 = static_cast<int>(i) / across_ * cellSize;
+        int x1 = std::min(x0 + cellSize, size_.width), y1 = std::min(y0 + cellSize, size_.height);
+        float nearest = 1, farthest = 0;
+        for (int y = y0; y < y1; ++y) {
+            const float* row = &depths[static_cast<std::size_t>(y) * static_cast<std::size_t>(size_.width)];
+            for (int x = x0; x < x1; ++x) {
+                if (row[x] >= 1) continue;
+                nearest = std::min(nearest, row[x]);
+                farthest = std::max(farthest, row[x]);
+            }
+        }
+        Cell& cell = cells_[i];
+        cell.empty = farthest == 0;
+        if (cell.empty) continue;
+        for (int corner = 0; corner < 8; ++corner) {
+            glm::dvec4 p =
+                toWorld * glm::dvec4(2.0 * (corner & 1 ? x1 : x0) / size_.width - 1,
+                                     2.0 * (corner & 2 ? y1 : y0) / size_.height - 1,
+                                     2.0 * static_cast<double>(corner & 4 ? farthest : nearest) - 1, 1);
+            glm::dvec3 point = glm::dvec3(p) / p.w;
+            for (double side : {-slack, slack}) {
+                cell.world.include(point + side);
+                cell.inSunAxes.include(sunAxes_ * point + side);
+            }
+        }
+    }
+    clear();
+}
+
+void ReliefGrid::markShadow(const Box& caster) {
+    for (std::size_t i = 0; i < cells_.size(); ++i) {
+        const Box& cell = cells_[i].inSunAxes;
+        if (!cells_[i].empty && overlap(cell.min.x, cell.max.x, caster.min.x, caster.max.x) &&
+            overlap(cell.min.y, cell.max.y, caster.min.y, caster.max.y) && cell.min.z <= caster.max.z)
+            marked_[i] = 1;
+    }
+}
+
+void ReliefGrid::markReach(const glm::dvec3& middle, double radius) {
+    for (std::size_t i = 0; i < cells_.size(); ++i) {
+        glm::dvec3 nearest = glm::clamp(middle, cells_[i].world.min, cells_[i].world.max);
+        if (!cells_[i].empty && glm::distance(nearest, middle) < radius) marked_[i] = 1;
+    }
+}
+
+std::vector<PixelArea> ReliefGrid::marked() const {
+    std::vector<PixelArea> areas;
+    for (std::size_t i = 0; i < cells_.size(); ++i) {
+        if (!marked_[i]) continue;
+        PixelArea cell{static_cast<int>(i) % across_ * cellSize, static_cast<int>(i) / across_ * cellSize,
+                       cellSize, cellSize};
+        if (!areas.empty() && areas.back().y == cell.y && areas.back().right() == cell.x)
+            areas.back().width += cellSize;
+        else
+            areas.push_back(cell);
+    }
+    for (PixelArea& area : areas) area = area.intersection(PixelArea::whole(size_));
+    return areas;
+}
+
+}  // namespace gull

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "Engine/Render/DrawList.h"
+#include "Engine/Render/Target.h"
+
+#include <vector>
+
+namespace gull {
+
+/// Where in the world the ground behind each square of the picture lies, coarsely. Tells without asking the
+/// graphics card which squares a moving shadow or lamp can reach, so that only those are lit again.
+class ReliefGrid {
+  public:
+    static constexpr int cellSize = 32;  ///< pixels
+
+    /// Reads back `depth` of the whole picture and sets up for shadows cast from `toward`.
+    void read(const Target& depth, const View& view, const glm::dvec3& toward);
+
+    /// World to the axes that shadows are compared in: z points toward the sun.
+    const glm::dmat3& sunAxes() const { return sunAxes_; }
+    /// Unmarks all cells.
+    void clear() { marked_.assign(cells_.size(), 0); }
+    /// Marks what may lie in the shadow of `caster`, a box in sunAxes().
+    void markShadow(const Box& caster);
+    /// Marks what lies within `radius` of `middle`.
+    void markReach(const glm::dvec3& middle, double radius);
+    void markAll() { marked_.assign(cells_.size(), 1); }
+    /// The marked squares, neighbours in a row joined.
+    std::vector<PixelArea> marked() const;
+
+  private:
+    struct Cell {
+        Box world;
+        Box inSunAxes;
+        bool empty = true;  ///< nothing but background
+    };
+    PixelSize size_;
+    int across_ = 0;
+    std::vector<Cell> cells_;
+    std::vector<char> marked_;
+    glm::dmat3 sunAxes_{1};
+};
+
+/// An orthonormal frame whose z axis is `toward`; multiplies world vectors.
+glm::dmat3 axesAlong(const glm::dvec3& toward);
+
+}  // namespace gull
