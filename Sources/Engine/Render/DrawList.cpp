@@ -55,7 +55,11 @@ class Gatherer {
         PixelArea area = view_.area(mesh.bounds, here.world);
         if (area.empty() && !node.castsShadow) return;
         glm::dvec3 middle((mesh.bounds.min + mesh.bounds.max) * 0.5);
-        double distance = glm::distance(view_.eye, glm::dvec3(here.world * glm::dvec4(middle, 1)));
+        middle = glm::dvec3(here.world * glm::dvec4(middle, 1));
+        double stretch =
+            std::max({glm::length(glm::dvec3(here.world[0])), glm::length(glm::dvec3(here.world[1])),
+                      glm::length(glm::dvec3(here.world[2]))});
+        double radius = glm::length(mesh.bounds.size()) / 2 * stretch;
         glm::mat3 normalMatrix(glm::inverseTranspose(glm::dmat3(here.world)));
         for (std::size_t i = 0; i < mesh.elements.size(); ++i) {
             const Material* material = node.materials[std::min(i, node.materials.size() - 1)].get();
@@ -68,7 +72,9 @@ class Gatherer {
             item.normalMatrix = normalMatrix;
             item.opacity = static_cast<float>(here.opacity);
             item.order = here.order;
-            item.distance = distance;
+            item.distance = glm::distance(view_.eye, middle);
+            item.middle = middle;
+            item.radius = radius;
             item.castsShadow = node.castsShadow;
             item.blended = material->blend != Material::Blend::opaque || here.opacity < 1;
             item.area = area;

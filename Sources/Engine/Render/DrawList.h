@@ -22,6 +22,8 @@ struct DrawItem {
     float opacity = 1;
     int order = 0;
     double distance = 0;  ///< from the eye to the middle of its bounds
+    glm::dvec3 middle{0};
+    double radius = 0;  ///< around the middle, world units
     bool castsShadow = true;
     bool blended = false;
     PixelArea area;  ///< of the picture that it may touch

@@ -9,7 +9,7 @@ namespace gull {
 /// shaders::common). World space, linear light.
 struct FrameBlock {
     static constexpr unsigned binding = 0;
-    static constexpr int mostLamps = 8;
+    static constexpr int mostLamps = 4;
 
     glm::mat4 viewProjection{1};
     glm::mat4 inverseViewProjection{1};
@@ -29,9 +29,9 @@ struct FrameBlock {
     glm::vec4 tile{0};        ///< xy: where the tile being drawn stands in the picture
     glm::vec4 grade{0};       ///< x: 1 with tone mapping, y: contrast, z: saturation, w: bloom intensity
     glm::vec4 vignette{0};    ///< x: intensity, y: power, z: film gain, w: hue keeping
-    glm::vec4 lampPosition[mostLamps];  ///< w: lamps in use (of the first)
-    glm::vec4 lampColour[mostLamps];    ///< w: exponent
-    glm::vec4 lampRange[mostLamps];     ///< x: start, y: 1 / (end - start), 0 without limit
+    glm::vec4 lampPlace[mostLamps];  ///< w: 1 / (end - start), 0 without limit
+    glm::vec4 lampLight[mostLamps];  ///< w: end / (end - start), 1 without limit
+    glm::vec4 lampExponents{2};
 };
 
 }  // namespace gull

@@ -17,7 +17,7 @@ struct FramePainter::Frame {
     std::vector<PixelArea> relit;  ///< where moving shadows and lamps reach
     PixelArea changed;             ///< holds them and all that is opaque and moves
     bool shadow = false;
-    bool lamps = false;
+    int lamps = 0;
 };
 
 namespace {
@@ -26,16 +26,14 @@ Shading movingShading(const DrawList& list, Shading::Output output) {
     Shading shading;
     shading.output = output;
     shading.sunShadow = list.sun.light && list.sun.light->castsShadow;
-    shading.lamps = !list.moving.lamps.empty() || !list.kept.lamps.empty();
+    shading.lamps = list.moving.lamps;
     return shading;
 }
 
 }  // namespace
 
 FramePainter::FramePainter(Studio& studio)
-    : studio_(studio),
-      film_("film", shaders::surfaceVertex, shaders::filmFragment),
-      filmWithBloom_("film with glow", shaders::surfaceVertex, shaders::filmFragment, {"BLOOM"}) {}
+    : studio_(studio), film_("film", shaders::surfaceVertex, shaders::filmFragment) {}
 
 FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept) {
     const View& view = kept.view();
@@ -46,7 +44,7 @@ FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept) {
         frameBlock(stage, view, list, studio_.environments.bind(stage.environment), studio_.options);
     std::vector<Lamp> lamps = list.moving.lamps;
     setLamps(frame.block, lamps);
-    frame.lamps = !lamps.empty();
+    frame.lamps = std::min(static_cast<int>(lamps.size()), FrameBlock::mostLamps);
     ReliefGrid& relief = kept.relief();
     relief.clear();
     for (const Lamp& lamp : lamps) {
@@ -75,13 +73,13 @@ FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept) {
 
 void FramePainter::relight(const Frame& frame, const KeptLayer& kept, bool display) {
     bool bloom = display && kept.bloom() != 0, plain = !frame.view.camera.hdr;
-    int key = (frame.shadow ? 1 : 0) + (frame.lamps ? 2 : 0) + (bloom ? 4 : 0) + (display ? 8 : 0) +
-              (plain ? 16 : 0);
+    int key =
+        (frame.shadow ? 1 : 0) + frame.lamps * 32 + (bloom ? 4 : 0) + (display ? 8 : 0) + (plain ? 16 : 0);
     auto found = relightPrograms_.find(key);
     if (found == relightPrograms_.end()) {
         std::vector<std::string> defines;
         if (frame.shadow) defines.emplace_back("MOVING_SHADOW");
-        if (frame.lamps) defines.emplace_back("LAMPS");
+        if (frame.lamps > 0) defines.push_back("LAMPS " + std::to_string(frame.lamps));
         if (bloom) defines.emplace_back("BLOOM");
         if (display) defines.emplace_back("OUT_DISPLAY");
         if (plain) defines.emplace_back("PLAIN_FILM");
@@ -178,15 +176,15 @@ void FramePainter::drawFilm(const DrawItem& item, const Frame& frame, const Kept
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_LEQUAL);
     Shading shading = movingShading(frame.list, Shading::Output::film);
-    shading.lamps = false;
+    shading.lamps = {};
+    shading.bloom = kept.bloom() != 0;
     studio_.surfaces.draw(item, shading, frame.view, whole);
 
     fast_.bindPicture();
-    const Program& program = kept.bloom() != 0 ? filmWithBloom_ : film_;
-    program.use();
-    program.set("model", glm::mat4(item.model));
-    program.set("normalMatrix", item.normalMatrix);
-    program.set("surface", glm::vec4(0, 0, 0, studio_.options.waterDensity));
+    film_.use();
+    film_.set("model", glm::mat4(item.model));
+    film_.set("normalMatrix", item.normalMatrix);
+    film_.set("surface", glm::vec4(0, 0, 0, studio_.options.waterDensity));
     bindTexture(unitSource, half_.colour(0));
     bindTexture(unitKeptShade, half_.colour(1));
     bindTexture(unitKeptLit, fast_.light());

@@ -32,7 +32,6 @@ class FramePainter {
     AreaPass areas_;
     std::map<int, Program> relightPrograms_;
     Program film_;
-    Program filmWithBloom_;
     Target picture_;       ///< full: developed
     Target multisampled_;  ///< full
     Target light_;         ///< full: resolved

@@ -51,11 +51,11 @@ void setLamps(FrameBlock& block, std::vector<Lamp> lamps) {
     auto count = std::min(lamps.size(), static_cast<std::size_t>(FrameBlock::mostLamps));
     for (std::size_t i = 0; i < count; ++i) {
         const Lamp& lamp = lamps[i];
-        block.lampPosition[i] = glm::vec4(glm::vec3(lamp.position), 0);
-        block.lampColour[i] = glm::vec4(lamp.colour, lamp.exponent);
-        block.lampRange[i] = {lamp.start, lamp.end > lamp.start ? 1 / (lamp.end - lamp.start) : 0, 0, 0};
+        double inverse = lamp.end > lamp.start ? 1 / (lamp.end - lamp.start) : 0;
+        block.lampPlace[i] = {glm::vec3(lamp.position), inverse};
+        block.lampLight[i] = {lamp.colour, inverse > 0 ? lamp.end * inverse : 1};
+        block.lampExponents[static_cast<int>(i)] = static_cast<float>(lamp.exponent);
     }
-    block.lampPosition[0].w = static_cast<float>(count);
 }
 
 FrameUniforms::FrameUniforms() : buffer_(GlBuffer::make()) {

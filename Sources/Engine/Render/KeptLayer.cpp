@@ -64,7 +64,7 @@ void KeptLayer::begin(const Stage& stage, const View& view) {
 Shading KeptLayer::shading(const DrawList& list) const {
     Shading shading;
     shading.output = Shading::Output::kept;
-    shading.lamps = !list.kept.lamps.empty();
+    shading.lamps = list.kept.lamps;
     shading.sunShadow = list.sun.light && list.sun.light->castsShadow;
     shading.occlusion = view_.camera.hdr && !view_.camera.orthographicScale;
     return shading;

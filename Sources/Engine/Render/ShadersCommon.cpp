@@ -22,9 +22,9 @@ layout(std140) uniform Frame {
     vec4 tile;
     vec4 grade;
     vec4 vignette;
-    vec4 lampPosition[8];
-    vec4 lampColour[8];
-    vec4 lampRange[8];
+    vec4 lampPlace[4];
+    vec4 lampLight[4];
+    vec4 lampExponents;
 } frame;
 
 // What every pixel needs comes to it as flat varyings: on a rasteriser in software a uniform costs each pixel
@@ -42,6 +42,11 @@ PASSED vec4 kEye;        // position, intensity of the environment
 PASSED vec4 kTile;       // xy: origin of the tile; zw: lens, see axisDistance
 PASSED vec4 kSun;        // direction toward it, blackness of its shadow
 PASSED vec4 kSunColour;  // colour, edge radius of its shadow
+#ifdef LAMPS
+PASSED vec4 kLampPlace[4];
+PASSED vec4 kLampLight[4];
+PASSED vec4 kLampExponents;
+#endif
 
 #ifdef VERTEX
 void passFrame() {
@@ -53,6 +58,13 @@ void passFrame() {
     kTile = vec4(frame.tile.xy, frame.lens.zw);
     kSun = frame.sunDirection;
     kSunColour = frame.sunColour;
+#ifdef LAMPS
+    for (int i = 0; i < 4; ++i) {
+        kLampPlace[i] = frame.lampPlace[i];
+        kLampLight[i] = frame.lampLight[i];
+    }
+    kLampExponents = frame.lampExponents;
+#endif
 }
 #else
 

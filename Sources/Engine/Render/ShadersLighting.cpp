@@ -31,18 +31,19 @@ float covered(sampler2DShadow map, vec3 c, float radius) {
     return (1.0 - open) * inside.x * inside.y;
 }
 
+#ifdef LAMPS
 // Full strength up to the start, then falling to nothing at the end with the lamp's exponent.
 vec3 lampLight(vec3 p, vec3 n) {
     vec3 sum = vec3(0.0);
-    int count = int(frame.lampPosition[0].w);
-    for (int i = 0; i < count; ++i) {
-        vec3 d = frame.lampPosition[i].xyz - p;
-        float range = length(d);
-        float left = clamp(1.0 - (range - frame.lampRange[i].x) * frame.lampRange[i].y, 0.0, 1.0);
-        sum += frame.lampColour[i].rgb * (pow(left, frame.lampColour[i].w) * max(dot(n, d) / max(range, 1e-4), 0.0));
+    for (int i = 0; i < LAMPS; ++i) {
+        vec3 d = kLampPlace[i].xyz - p;
+        float nearness = inversesqrt(max(dot(d, d), 1e-6));
+        float left = clamp(kLampLight[i].w - kLampPlace[i].w / nearness, 0.0, 1.0);
+        sum += kLampLight[i].rgb * (softPower(left, kLampExponents[i]) * max(dot(n, d) * nearness, 0.0));
     }
     return sum;
 }
+#endif
 
 // A film of liquid over the ground, premultiplied. `whole` is the light of bottomless water, `within` the part
 // of it that comes from below the surface. The film hides `alpha` of the ground at once and more with its
@@ -115,30 +116,21 @@ void main() {
 // The sea's two halves of light, shaded at half resolution, over the ground at full resolution. Drawn with
 // surfaceVertex on the sea's own geometry, so that its edges and depth are exact.
 const std::string_view filmFragment = R"glsl(
-in vec3 position;
 flat in vec4 kSurface;
 uniform sampler2D source;      // light of bottomless water, at half resolution
 uniform sampler2D keptShade;   // root of the part from within
 uniform sampler2D keptLit;     // what lies below, in scene light
 uniform sampler2D keptDepth;
-#ifdef BLOOM
-uniform sampler2D bloom;
-#endif
 layout(location = 0) out vec4 outColour;
 void main() {
     ivec2 pixel = ivec2(gl_FragCoord.xy);
     vec2 at = gl_FragCoord.xy * kPicture.xy;
-    float range = distance(kEye.xyz, position);
     float ground = texelFetch(keptDepth, pixel, 0).r;
-    float thickness = range * max(axisDistance(ground) / axisDistance(gl_FragCoord.z) - 1.0, 0.0);
+    float thickness = max(axisDistance(ground) - axisDistance(gl_FragCoord.z), 0.0);
     vec4 whole = textureLod(source, at, 0.0);
     vec4 within = textureLod(keptShade, at, 0.0);
     vec4 film = filmOver(whole.rgb, within.rgb * within.rgb, within.a, whole.a, thickness, kSurface.w);
-    film.rgb = mix(film.rgb, kFog.rgb * film.a, fogAt(range));
     vec3 light = texelFetch(keptLit, pixel, 0).rgb * (1.0 - film.a) + film.rgb;
-#ifdef BLOOM
-    light += textureLod(bloom, at, 0.0).rgb * kGrade.y;
-#endif
     outColour = vec4(developed(light, gl_FragCoord.xy), 1.0);
 }
 )glsl";

@@ -97,6 +97,9 @@ uniform sampler2D keptDepth;
 #endif
 
 #ifdef OUT_FILM
+#ifdef BLOOM
+uniform sampler2D bloom;
+#endif
 layout(location = 0) out vec4 outWhole;   // of bottomless water, w: share of light that is mirrored
 layout(location = 1) out vec4 outWithin;  // of that, root of what comes from within, w: alpha
 #elif defined(OUT_KEPT)
@@ -244,14 +247,20 @@ void main() {
     float mirror = f0.x * share.x + share.y;
 #ifdef OUT_FILM
     within *= 1.0 - mirror;
-    outWhole = vec4(within + top, mirror);
+    // Fog commutes with the mixing that follows when both parts carry their share of it.
+    vec3 whole = mix(within + top, kFog.rgb, fog);
+    within = mix(within, kFog.rgb * (1.0 - mirror), fog);
+#ifdef BLOOM
+    whole += textureLod(bloom, gl_FragCoord.xy * kPicture.xy * 2.0, 0.0).rgb * kGrade.y;
+#endif
+    outWhole = vec4(whole, mirror);
     outWithin = vec4(sqrt(within), alpha);
     return;
 #else
     float thickness = 1e3;
 #ifdef WATER_DEPTH
     float ground = textureLod(keptDepth, (gl_FragCoord.xy + kTile.xy) * kPicture.xy, 0.0).r;
-    thickness = range * max(axisDistance(ground) / axisDistance(gl_FragCoord.z) - 1.0, 0.0);
+    thickness = max(axisDistance(ground) - axisDistance(gl_FragCoord.z), 0.0);
 #endif
     vec4 film = filmOver(within * (1.0 - mirror) + top, within * (1.0 - mirror), alpha, mirror, thickness, kSurface.w);
     alpha = film.a;

@@ -28,7 +28,7 @@ Target SnapshotPainter::draw(const Stage& stage, const PixelSize& size) {
     PixelArea whole = PixelArea::whole(size);
 
     Shading shading;
-    shading.lamps = !lamps.empty();
+    shading.lamps = lamps;
     shading.sunShadow = list.sun.light && list.sun.light->castsShadow;
     shading.occlusion = view.camera.hdr && !view.camera.orthographicScale;
     ShadowMap shadow;

@@ -1,10 +1,12 @@
 #include "Engine/Render/SurfacePainter.h"
 
+#include "Engine/Render/FrameBlock.h"
 #include "Engine/Render/Shaders.h"
 #include "Engine/Render/TextureUnits.h"
 
 #include <epoxy/gl.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -14,6 +16,14 @@ namespace {
 
 glm::vec4 place(const Channel& channel) {
     return {glm::vec2(channel.scale), glm::vec2(channel.offset)};
+}
+
+/// The whole list when any lamp reaches the item, for the sake of few programs.
+int reachingLamps(const DrawItem& item, const Shading& shading) {
+    for (const Lamp& lamp : shading.lamps)
+        if (lamp.end <= 0 || glm::distance(lamp.position, item.middle) < lamp.end + item.radius)
+            return std::min(static_cast<int>(shading.lamps.size()), FrameBlock::mostLamps);
+    return 0;
 }
 
 void setState(const DrawItem& item, bool overwrite) {
@@ -87,15 +97,16 @@ const Program& SurfacePainter::program(const DrawItem& item, const Shading& shad
         {item.blended && material.blend == Material::Blend::add, "ADDED"},
         {shaded && shading.sunShadow && !item.blended, "SUN_SHADOW"},
         {shaded && shading.occlusion && !item.blended, "OCCLUSION"},
-        {shaded && shading.lamps, "LAMPS"},
+        {shading.bloom && shading.output == Shading::Output::film, "BLOOM"},
         {shading.output == Shading::Output::kept, "OUT_KEPT"},
         {shading.output == Shading::Output::display, "OUT_DISPLAY"},
         {shading.output == Shading::Output::film, "OUT_FILM"},
         {shading.plainFilm && shading.output == Shading::Output::display, "PLAIN_FILM"},
         {shading.waterDepth && isFilm(item), "WATER_DEPTH"},
     };
-    std::uint32_t key = lighting;
-    std::uint32_t bit = 4;
+    int lamps = shaded ? reachingLamps(item, shading) : 0;
+    std::uint32_t key = lighting + static_cast<std::uint32_t>(lamps) * 4;
+    std::uint32_t bit = 32;
     for (const auto& [on, name] : switches) {
         if (on) key |= bit;
         bit <<= 1;
@@ -104,6 +115,7 @@ const Program& SurfacePainter::program(const DrawItem& item, const Shading& shad
     std::vector<std::string> defines{"LIGHTING " + std::to_string(lighting)};
     for (const auto& [on, name] : switches)
         if (on) defines.emplace_back(name);
+    if (lamps > 0) defines.push_back("LAMPS " + std::to_string(lamps));
     return programs_
         .emplace(key, Program("surface", shaders::surfaceVertex, shaders::surfaceFragment, defines))
         .first->second;

@@ -6,6 +6,7 @@
 #include "Engine/Render/TextureCache.h"
 
 #include <cstdint>
+#include <span>
 #include <unordered_map>
 
 namespace gull {
@@ -20,10 +21,11 @@ struct Shading {
     };
     Output output = Output::linear;
     bool sunShadow = true;
-    bool occlusion = false;  ///< reads the contact shadows of the picture
-    bool lamps = false;
-    bool plainFilm = false;   ///< no tone mapping, for cameras without it
-    bool waterDepth = false;  ///< water looks up how deep it is in the picture's depth
+    bool occlusion = false;       ///< reads the contact shadows of the picture
+    std::span<const Lamp> lamps;  ///< those of the Frame block; borrowed
+    bool bloom = false;           ///< a film takes the glow of the picture in
+    bool plainFilm = false;       ///< no tone mapping, for cameras without it
+    bool waterDepth = false;      ///< water looks up how deep it is in the picture's depth
 };
 
 /// Draws surfaces. A program is compiled for each combination that is asked for, the first time it is.
