@@ -35,6 +35,14 @@ TEST(Modes, HelpAndVersionComeBeforeEverything) {
     EXPECT_THAT(gullwick({"--version"}).output, StartsWith("Gullwick "));
 }
 
+TEST(Modes, DevicesAreToldWithoutAnyOfThem) {
+    const Result devices = gullwick({"--devices"});
+    EXPECT_EQ(devices.status, 0);
+    for (const char* word : {"Display", "OpenGL", "Sound", "Touchpads", "Game controllers", "Fonts"}) {
+        EXPECT_THAT(devices.output, HasSubstr(word));
+    }
+}
+
 TEST(Modes, WithoutADisplayTheGameSaysWhatIsMissing) {
     const Result game = gullwick({});
     EXPECT_EQ(game.status, 1);

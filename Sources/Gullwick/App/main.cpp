@@ -21,7 +21,7 @@ int run(const gull::CommandLine& commandLine) {
             fmt::print("{}\n", gull::CommandLine::version());
             return 0;
         case Mode::devices:
-            return 0;
+            return gull::printDevices();
         case Mode::snapshot:
             return gull::Snapshot::run(commandLine);
         case Mode::selfTest:
