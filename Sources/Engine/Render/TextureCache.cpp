@@ -1,5 +1,7 @@
 #include "Engine/Render/TextureCache.h"
 
+#include "Engine/Render/Renderer.h"
+
 #include "Engine/Render/TextureUnits.h"
 
 #include <epoxy/gl.h>
@@ -51,8 +53,10 @@ std::vector<std::uint8_t> straightPixels(const Image& image, const PixelRect& re
 }
 
 TextureCache::TextureCache() {
+    // Never on a CPU: Mesa's rasteriser walks the whole footprint in texels, and near the horizon a single
+    // draw then takes most of a minute.
     float anisotropy = 1;
-    if (epoxy_has_gl_extension("GL_EXT_texture_filter_anisotropic")) {
+    if (epoxy_has_gl_extension("GL_EXT_texture_filter_anisotropic") && !Renderer::graphicsInfo().isSoftware) {
         glGetFloatv(GL_MAX_TEXTURE_MAX_ANISOTROPY_EXT, &anisotropy);
         anisotropy = std::min(anisotropy, 2.0F);
     }
