@@ -38,7 +38,8 @@ TEST(Modes, HelpAndVersionComeBeforeEverything) {
 TEST(Modes, DevicesAreToldWithoutAnyOfThem) {
     const Result devices = gullwick({"--devices"});
     EXPECT_EQ(devices.status, 0);
-    for (const char* word : {"Display", "OpenGL", "Sound", "Touchpads", "Game controllers", "Fonts"}) {
+    for (const char* word :
+         {"display ", "OpenGL ", "sound ", "trackpads ", "controllers ", "haptics ", "fonts "}) {
         EXPECT_THAT(devices.output, HasSubstr(word));
     }
 }
