@@ -17,7 +17,7 @@ runPackages=(
 )
 testPackages=(
     clang-format libgtest-dev libgmock-dev
-    xvfb xdotool
+    xvfb xdotool imagemagick
 )
 
 say() { printf 'gullwick: %s\n' "$*" >&2; }

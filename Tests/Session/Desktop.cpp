@@ -1,6 +1,5 @@
 #include "Session/Desktop.h"
 
-#include <cstdio>
 #include <fstream>
 #include <stdexcept>
 
@@ -60,17 +59,6 @@ void Desktop::click(int button) {
 }
 void Desktop::key(const std::string& keys) {
     xdotool({"key", keys});
-}
-
-unsigned Desktop::pixel(int x, int y) {
-    const std::string crop = "1x1+" + std::to_string(x) + "+" + std::to_string(y);
-    const std::string text =
-        run("import", {"-window", "root", "-crop", crop, "-depth", "8", "txt:-"}, {{"DISPLAY", display_}})
-            .output;
-    const std::size_t hash = text.rfind('#');
-    unsigned colour = 0;
-    if (hash != std::string::npos) std::sscanf(text.c_str() + hash + 1, "%6x", &colour);
-    return colour;
 }
 
 void Desktop::screenshot(const std::filesystem::path& file) {

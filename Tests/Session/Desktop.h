@@ -23,8 +23,6 @@ class Desktop {
     void click(int button = 1);
     /// In xdotool's names: "Return", "ctrl+3", "h".
     void key(const std::string& keys);
-    /// The colour at a place of the screen, 0xRRGGBB.
-    unsigned pixel(int x, int y);
     /// A picture of the whole screen as a PNG file.
     void screenshot(const std::filesystem::path& file);
 

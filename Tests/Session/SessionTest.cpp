@@ -56,6 +56,11 @@ class Session : public testing::Test {
         for (const auto& [key, value] : more) environment[key] = value;
         return std::make_unique<Process>(GULLWICK_BINARY, arguments, environment, home_.path());
     }
+    /// Where pictures of a session are left for people to look at.
+    static std::filesystem::path pictures() {
+        std::filesystem::create_directories(SESSION_PICTURES);
+        return SESSION_PICTURES;
+    }
     std::filesystem::path progressFile() const {
         return home_.path() / "data" / "Gullwick" / "progress.json";
     }
@@ -73,6 +78,7 @@ TEST_F(Session, BeachOneIsPlayedWithTheMouseToThreeStars) {
     const auto game = start({"--seed", "7"});
     ASSERT_TRUE(desktop_.waitForWindow("Gullwick", windowSeconds)) << game->errors();
     pause(3);  // the first picture and the end of the intro
+    desktop_.screenshot(pictures() / "opening.png");
     for (const BuriedItem& treasure : map.treasures()) {
         const glm::ivec2 at = map.mouse(treasure.at);
         desktop_.moveMouse(at.x, at.y);
@@ -84,6 +90,8 @@ TEST_F(Session, BeachOneIsPlayedWithTheMouseToThreeStars) {
     const CampaignProgress progress = CampaignProgress::load(progressFile());
     EXPECT_EQ(progress.stars.at(1), 3);
     EXPECT_EQ(progress.bestHaul.at(1), 220);
+    pause(0.5);
+    desktop_.screenshot(pictures() / "result.png");
 
     // On to the next beach with a click; its restart, the select and back by keys; closing ends the program
     // well.
@@ -96,6 +104,51 @@ TEST_F(Session, BeachOneIsPlayedWithTheMouseToThreeStars) {
     }
     EXPECT_TRUE(game->isRunning());
     desktop_.key("ctrl+q");
+    EXPECT_EQ(game->wait(10), 0) << game->errors();
+}
+
+TEST_F(Session, MenusAlertAndSelectAreWalkedWithKeysAlone) {
+    const std::string passed = R"({"stars":{"1":3},"bestHaul":{"1":220}})";
+    std::filesystem::create_directories(progressFile().parent_path());
+    std::ofstream(progressFile()) << passed;
+    const auto game = start({});
+    ASSERT_TRUE(desktop_.waitForWindow("Gullwick", windowSeconds)) << game->errors();
+    pause(3);
+    const auto type = [&](std::initializer_list<const char*> keys) {
+        for (const char* key : keys) {
+            desktop_.key(key);
+            pause(0.3);
+        }
+    };
+
+    // Options: the second line is the sound switch.
+    type({"F10", "Right", "Right", "Down", "Return"});
+    const auto settings = home_.path() / "config" / "Gullwick" / "settings.json";
+    ASSERT_TRUE(waitForFile(settings, 5)) << "no setting was saved";
+    EXPECT_THAT(contents(settings), HasSubstr("\"sound\": false"));
+
+    // Game: the last line asks before it erases; the safe answer has the focus.
+    type({"F10", "Right", "Up", "Return"});
+    desktop_.screenshot(pictures() / "alert.png");
+    type({"Return"});
+    EXPECT_EQ(contents(progressFile()), passed);
+
+    // The beach select opens what the keys choose: the first beach, then a locked one is refused.
+    type({"l", "Left", "Return"});
+    pause(2);
+    type({"l", "Down"});
+    desktop_.screenshot(pictures() / "select.png");
+    type({"Return", "Escape"});
+
+    type({"F10", "Right", "Up", "Return", "Tab", "Return"});
+    pause(0.5);
+    EXPECT_EQ(CampaignProgress::load(progressFile()), CampaignProgress());
+    EXPECT_NE(contents(progressFile()), passed);
+
+    type({"Alt_L"});
+    type({"Escape", "F11"});
+    EXPECT_TRUE(game->isRunning());
+    type({"ctrl+q"});
     EXPECT_EQ(game->wait(10), 0) << game->errors();
 }
 
