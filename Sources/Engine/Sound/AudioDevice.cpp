@@ -55,7 +55,28 @@ void AudioDevice::Impl::fill(void* self, Uint8* bytes, int length) {
     static_cast<Impl*>(self)->stream->render({samples, static_cast<std::size_t>(length) / sizeof(float)});
 }
 
+namespace {
+
+void sayNothing(const char*, int, const char*, int, const char*, ...) {}
+
+/// ALSA's library writes half a page to standard error when a machine has no sound card; what is wrong is
+/// said by ourselves, once.
+void quietenAlsa() {
+#ifdef __linux__
+    static void* const library = SDL_LoadObject("libasound.so.2");
+    if (!library) return;
+    using SetHandler = int (*)(void (*)(const char*, int, const char*, int, const char*, ...));
+    if (const auto set =
+            reinterpret_cast<SetHandler>(SDL_LoadFunction(library, "snd_lib_error_set_handler"))) {
+        set(sayNothing);
+    }
+#endif
+}
+
+}  // namespace
+
 bool AudioDevice::Impl::open() {
+    quietenAlsa();
     hasSubsystem = hasSubsystem || SDL_InitSubSystem(SDL_INIT_AUDIO) == 0;
     if (!hasSubsystem) return fail();
     SDL_AudioSpec wanted{};
