@@ -16,6 +16,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <map>
 #include <string>
 #include <vector>
@@ -32,13 +33,13 @@ struct Frame {
 class ScriptedPlay {
   public:
     explicit ScriptedPlay(AppDelegate& app) : app_(app), game_(app.game()), loop_(app.loop()) {
-        app.onFrame([this](const FrameTiming& timing) {
-            if (last_ > 0) frames_.push_back({moment_, timing.time - last_, timing.work});
-            last_ = timing.time;
-        });
+        app.onFrame([this](const FrameTiming& timing) { record(timing); });
     }
 
-    Task<int> play(std::vector<int> beaches) {
+    /// `started`: the uptime when the program started.
+    Task<int> play(std::vector<int> beaches, double started) {
+        while (complete_ == 0) co_await sleep(loop_, GameController::frameInterval);
+        fmt::print("start to the first complete picture: {:.0f} ms\n", (complete_ - started) * 1000);
         for (const int beach : beaches) co_await playBeach(beach);
         co_return 0;
     }
@@ -70,6 +71,8 @@ class ScriptedPlay {
     Task<bool> playBeach(int beach) {
         frames_.clear();
         moment_ = "opening";
+        opened_ = loop_.now();
+        firstFrame_ = complete_ = 0;
         game_.beginBeach(beach, true, static_cast<std::uint64_t>(beach) * 101);
         co_await wait(0.5);
         moment_ = "fly-in";
@@ -109,6 +112,22 @@ class ScriptedPlay {
         co_return true;
     }
 
+    void record(const FrameTiming& timing) {
+        if (last_ > 0) frames_.push_back({moment_, timing.time - last_, timing.work});
+        last_ = timing.time;
+        if (firstFrame_ == 0) firstFrame_ = timing.time;
+        if (complete_ == 0 && timing.isComplete) complete_ = timing.time;
+    }
+
+    /// Of this process, MB; 0 where the system does not tell.
+    static double residentMemory() {
+        std::ifstream status("/proc/self/status");
+        for (std::string line; std::getline(status, line);) {
+            if (line.starts_with("VmRSS:")) return std::atof(line.c_str() + 6) / 1024;
+        }
+        return 0;
+    }
+
     static double quantile(std::vector<double> values, double share) {
         if (values.empty()) return 0;
         std::sort(values.begin(), values.end());
@@ -117,7 +136,11 @@ class ScriptedPlay {
     }
 
     void report(int beach) const {
-        fmt::print("\nbeach {}: {} frames\n", beach, frames_.size());
+        fmt::print(
+            "\nbeach {}: {} frames; first frame after {:.0f} ms, complete after {:.0f} ms; {:.0f} MB "
+            "resident\n",
+            beach, frames_.size(), (firstFrame_ - opened_) * 1000, (complete_ - opened_) * 1000,
+            residentMemory());
         fmt::print("  {:<10}{:>7}{:>9}{:>11}{:>11}{:>14}{:>14}\n", "moment", "frames", "fps", "work p50",
                    "work p95", "interval p95", "interval max");
         std::vector<std::string> order;
@@ -152,6 +175,9 @@ class ScriptedPlay {
     MainLoop& loop_;
     std::string moment_ = "start";
     double last_ = 0;
+    double opened_ = 0;
+    double firstFrame_ = 0;
+    double complete_ = 0;
     std::vector<Frame> frames_;
 };
 
@@ -163,9 +189,10 @@ int main(int argc, char** argv) {
     for (int i = 1; i < argc; ++i) beaches.push_back(std::atoi(argv[i]));
     if (beaches.empty()) beaches = {1, 2, 3, 4, 5, 6, 7, 8};
     setenv("GULLWICK_SAVE", "/dev/null", 1);  // nobody's progress
+    const double started = gull::UptimeClock().now();
     gull::AppDelegate app(gull::CommandLine({}));
     gull::ScriptedPlay script(app);
-    auto play = script.play(beaches);
+    auto play = script.play(beaches, started);
     play.start([&](int status) { app.loop().quit(status); });
     return app.run();
 }

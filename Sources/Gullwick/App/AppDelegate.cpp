@@ -124,7 +124,7 @@ struct AppDelegate::Parts final : WindowCommands {
         window.present();
         if (probe) probe->framePresented();
         const double end = loop.now();
-        if (observer) observer({end, end - start + stepTime});
+        if (observer) observer({end, end - start + stepTime, renderer.settled()});
     }
 
     void drawOverlay() {

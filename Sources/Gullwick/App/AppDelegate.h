@@ -12,8 +12,9 @@ class MainLoop;
 
 /// What one presented frame took, seconds.
 struct FrameTiming {
-    double time = 0;  ///< uptime at which the swap returned
-    double work = 0;  ///< from the frame's step to the swap's return
+    double time = 0;          ///< uptime at which the swap returned
+    double work = 0;          ///< from the frame's step to the swap's return
+    bool isComplete = false;  ///< the resting part of the picture is at its final quality
 };
 
 /// The game in its window: makes everything once, in the order in which one part needs another, and runs
