@@ -12,6 +12,7 @@
 #include "Gullwick/App/IconRenderer.h"
 #include "Gullwick/App/Numbers.h"
 #include "Gullwick/App/PlayerInput.h"
+#include "Gullwick/App/TierChooser.h"
 #include "Gullwick/Feedback/CombinedHaptics.h"
 #include "Gullwick/Feedback/Feedback.h"
 #include "Gullwick/Game/GameController.h"
@@ -37,10 +38,9 @@ struct AppDelegate::Parts final : WindowCommands {
         if (AppSettings::defaultFile(std::getenv).empty()) {
             fmt::print(stderr, "gullwick: there is no home folder, so settings are not kept\n");
         }
-        const bool software = Renderer::graphicsInfo().isSoftware;
-        renderer.setTier(software ? RenderTier::fast : RenderTier::full);
+        renderer.setTier(tiers.tier());
         // The frame timer sets the pace; waiting for the screen too is free on a GPU only.
-        window.setVsync(!software);
+        window.setVsync(!Renderer::graphicsInfo().isSoftware);
         connect();
         resized();
         if (probePath) startProbe();
@@ -124,6 +124,8 @@ struct AppDelegate::Parts final : WindowCommands {
         window.present();
         if (probe) probe->framePresented();
         const double end = loop.now();
+        chooseTier(end - lastPresent);
+        lastPresent = end;
         if (observer) observer({end, end - start + stepTime, renderer.settled()});
     }
 
@@ -138,6 +140,16 @@ struct AppDelegate::Parts final : WindowCommands {
         }
         renderer.drawOverlay(overlay.pixels(), overlay.strideBytes(), pixelSize(), left, top,
                              std::max(0, right - left), std::max(0, bottom - top));
+    }
+
+    void chooseTier(double interval) {
+        const GameController::Phase phase = game.phase;
+        if (phase == GameController::Phase::playing) tiers.record(interval);
+        if (phase == GameController::Phase::intro && lastPhase != phase) {
+            tiers.beginBeach();
+            renderer.setTier(tiers.tier());
+        }
+        lastPhase = phase;
     }
 
     /// One costly thing a frame, while nothing moves that would show it.
@@ -175,6 +187,7 @@ struct AppDelegate::Parts final : WindowCommands {
     AppSettings settings{AppSettings::defaultFile(std::getenv)};
     Window window;
     Renderer renderer;
+    TierChooser tiers{Renderer::graphicsInfo().isSoftware};
     AudioDevice audio;
     Trackpads trackpads;
     GameControllers controllers{[this] { return clock.now(); }};
@@ -190,6 +203,8 @@ struct AppDelegate::Parts final : WindowCommands {
     std::function<void(const FrameTiming&)> observer;
     double drawnTime = -1;
     double stepTime = 0;
+    double lastPresent = 0;
+    GameController::Phase lastPhase = GameController::Phase::intro;
 };
 
 AppDelegate::AppDelegate(const CommandLine& commandLine) : parts_(std::make_unique<Parts>(commandLine)) {}
