@@ -15,7 +15,6 @@ class TierChooser {
     /// An interval between two frames that means that sixty a second are not held, seconds: above that of a
     /// screen of 50 hertz.
     static constexpr double slowInterval = 0.0225;
-    0.015;  ///< work of a frame that leaves no room at 60 a second, seconds
     static constexpr std::size_t enoughFrames = 120;  ///< before they are judged
 
     explicit TierChooser(bool isSoftware) : tier_(isSoftware ? RenderTier::fast : RenderTier::full) {}
