@@ -2,16 +2,13 @@
 
 #include "Engine/Raster/Png.h"
 #include "GullCore/Progress.h"
-#include "Gullwick/Feedback/Feedback.h"
-#include "Gullwick/Game/GameController.h"
-#include "Gullwick/Scene/Terrain.h"
-#include "Gullwick/Settings/AppSettings.h"
 #include "Session/Desktop.h"
+#include "Session/PlayersMap.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <cstdio>
 #include <fstream>
 
 namespace gull::session {
@@ -21,30 +18,6 @@ using testing::HasSubstr;
 
 constexpr int screenWidth = 1280, screenHeight = 860;
 constexpr double windowSeconds = 60;  ///< a cold start on a busy machine
-
-/// Where the treasures lie when the program opens beach 1 with `--seed 7`, from a controller of our own that
-/// is driven alike; and where the mouse must stand to bring the coil there.
-class Map {
-  public:
-    Map() {
-        game_.world().frame(1240.0 / 800.0);
-        game_.world().update(0, 0, {0.5, 0.28}, {0, 0}, 0, 0, {1, 1, 1, 1});
-    }
-    std::vector<BuriedItem> treasures() const { return game_.hunt().buriedTreasures(); }
-    glm::ivec2 mouse(const PlotPoint& point) const {
-        const Stage& stage = game_.world().stage();
-        const glm::dvec3 at = project(*stage.pointOfView->camera, stage.pointOfView->worldTransform(),
-                                      Terrain::world(point), {1240, 800});
-        return {static_cast<int>(std::lround(at.x)), static_cast<int>(std::lround(at.y))};
-    }
-
-  private:
-    ManualClock clock_;
-    MainLoop loop_{clock_};
-    AppSettings settings_{{}};
-    Feedback feedback_{settings_, loop_, nullptr, nullptr};
-    GameController game_{loop_, feedback_, "/dev/null", false, 7};
-};
 
 class Session : public testing::Test {
   protected:
@@ -74,7 +47,7 @@ class Session : public testing::Test {
 };
 
 TEST_F(Session, BeachOneIsPlayedWithTheMouseToThreeStars) {
-    const Map map;
+    const PlayersMap map;
     const auto game = start({"--seed", "7"});
     ASSERT_TRUE(desktop_.waitForWindow("Gullwick", windowSeconds)) << game->errors();
     pause(3);  // the first picture and the end of the intro

@@ -1,0 +1,150 @@
+// What comes out of the speakers while the real program is played, from a capture of its audio device.
+
+#include "GullCore/Detector.h"
+#include "Session/Desktop.h"
+#include "Session/PlayersMap.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <numbers>
+
+namespace gull::session {
+namespace {
+
+constexpr double captureRate = 48000;  ///< stereo floats, as the program asks its device for
+constexpr double frame = 1.0 / 60;
+constexpr double buffer = 512 / captureRate;
+
+/// The left channel of a raw capture.
+std::vector<float> samples(const std::filesystem::path& file) {
+    const std::string bytes = contents(file);
+    std::vector<float> result(bytes.size() / (2 * sizeof(float)));
+    for (std::size_t i = 0; i < result.size(); ++i) {
+        std::copy_n(bytes.data() + i * 2 * sizeof(float), sizeof(float), reinterpret_cast<char*>(&result[i]));
+    }
+    return result;
+}
+
+/// How much of `frequency` there is in the 8 ms around each 2 ms step (Goertzel's algorithm).
+std::vector<double> levels(const std::vector<float>& sound, double frequency) {
+    constexpr std::size_t window = 384, step = 96;
+    const double turn = 2 * std::cos(2 * std::numbers::pi * frequency / captureRate);
+    std::vector<double> result;
+    for (std::size_t first = 0; first + window <= sound.size(); first += step) {
+        double s1 = 0, s2 = 0;
+        for (std::size_t i = 0; i < window; ++i) {
+            const double s0 = static_cast<double>(sound[first + i]) + turn * s1 - s2;
+            s2 = s1;
+            s1 = s0;
+        }
+        result.push_back(std::sqrt(std::max(0.0, s1 * s1 + s2 * s2 - turn * s1 * s2)) * 2 / window);
+    }
+    return result;
+}
+
+/// The moments, seconds, at which `frequency` rises above half of its loudest.
+std::vector<double> onsets(const std::vector<float>& sound, double frequency) {
+    const std::vector<double> level = levels(sound, frequency);
+    const double bound = 0.5 * *std::max_element(level.begin(), level.end());
+    std::vector<double> result;
+    for (std::size_t i = 1; i < level.size(); ++i) {
+        const double time = static_cast<double>(i) * 0.002;
+        const bool rises = level[i] >= bound && level[i - 1] < bound;
+        if (rises && (result.empty() || time - result.back() > 0.03)) result.push_back(time);
+    }
+    return result;
+}
+
+std::vector<double> gaps(const std::vector<double>& times) {
+    std::vector<double> result;
+    for (std::size_t i = 1; i < times.size(); ++i) result.push_back(times[i] - times[i - 1]);
+    return result;
+}
+
+double median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    return values.empty() ? 0 : values[values.size() / 2];
+}
+
+class HeardSession : public testing::Test {
+  protected:
+    static constexpr double seconds = 5;
+
+    /// The sound of the last seconds of a game in which the coil rests at `point`. The window is half its
+    /// size: small enough for sixty frames a second anywhere.
+    std::vector<float> listen(const PlayersMap& map, const PlotPoint& point) {
+        const auto capture = home_.path() / "capture.raw";
+        Environment environment = desktop_.environment(home_.path());
+        environment["SDL_AUDIODRIVER"] = "disk";
+        environment["SDL_DISKAUDIOFILE"] = capture.string();
+        environment["GULLWICK_SCALE"] = "0.5";
+        Process game(GULLWICK_BINARY, {"--seed", "7"}, environment, home_.path());
+        EXPECT_TRUE(desktop_.waitForWindow("Gullwick", 60)) << game.errors();
+        pause(3);
+        const glm::ivec2 at = map.mouse(point) / 2;
+        desktop_.moveMouse(at.x, at.y);
+        pause(2);  // the coil has come to rest, and the picture too
+        const auto bytesBefore = std::filesystem::file_size(capture);
+        pause(seconds);
+        const auto bytesAfter = std::filesystem::file_size(capture);
+        game.terminate();
+        game.wait(10);
+        std::vector<float> all = samples(capture);
+        const auto index = [](std::uintmax_t bytes) { return static_cast<std::ptrdiff_t>(bytes / 8); };
+        // SDL's disk device only nearly keeps time: what it wrote in these seconds is stretched to them.
+        pace_ = static_cast<double>(bytesAfter - bytesBefore) / 8 / captureRate / seconds;
+        return {all.begin() + index(bytesBefore), all.begin() + index(bytesAfter)};
+    }
+
+    Desktop desktop_{1280, 860};
+    ScratchFolder home_;
+    double pace_ = 1;
+};
+
+TEST_F(HeardSession, TreasureTicksComeByTheRule) {
+    const PlayersMap map;
+    const BuriedItem item = map.treasures().front();
+    const double aside = item.at.x < 0.5 ? 0.05 : -0.05;
+    const PlotPoint spot{item.at.x + aside, item.at.y};
+    const Reading reading = map.hunt().reading(spot);
+    ASSERT_TRUE(reading.isTreasure());
+
+    const int level = std::min(static_cast<int>(reading.strength * 10), 9);
+    const std::vector<double> between = gaps(onsets(listen(map, spot), 640 + 105.0 * level));
+    ASSERT_GE(between.size(), 10U);
+    const double rule = PulseClock::interval(reading.strength, true);
+    EXPECT_NEAR(median(between) / pace_, rule, frame + buffer);
+    const auto close = std::count_if(between.begin(), between.end(), [&](double gap) {
+        return std::abs(gap / pace_ - rule) < frame + buffer + 0.004;  // and the two steps of the analysis
+    });
+    EXPECT_GE(static_cast<double>(close), 0.9 * static_cast<double>(between.size()));
+}
+
+TEST_F(HeardSession, JunkTicksInPairs) {
+    const auto progress = home_.path() / "data" / "Gullwick" / "progress.json";
+    std::filesystem::create_directories(progress.parent_path());
+    std::ofstream(progress) << R"({"stars":{"1":3},"bestHaul":{"1":220}})";
+    const PlayersMap map(progress);
+    const PlotPoint spot = map.junk().front().at;
+    const Reading reading = map.hunt().reading(spot);
+    ASSERT_TRUE(reading.item && !reading.isTreasure());
+
+    // The third harmonic of the buzz: the surf has little there.
+    const std::vector<double> between = gaps(onsets(listen(map, spot), 3 * 165.0));
+    std::vector<double> within, pairs;
+    for (const double gap : between) (gap < 0.085 ? within : pairs).push_back(gap / pace_);
+    ASSERT_GE(within.size(), 8U);
+    EXPECT_NEAR(median(within), PulseClock::pairGap, 0.02);
+    // A frame that the machine was late with may hold one up.
+    const auto close = std::count_if(within.begin(), within.end(),
+                                     [](double gap) { return std::abs(gap - PulseClock::pairGap) <= 0.02; });
+    EXPECT_GE(static_cast<double>(close), 0.8 * static_cast<double>(within.size()));
+    EXPECT_NEAR(median(pairs) + PulseClock::pairGap, PulseClock::interval(reading.strength, false),
+                frame + buffer);
+}
+
+}  // namespace
+}  // namespace gull::session
