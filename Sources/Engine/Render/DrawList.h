@@ -4,6 +4,7 @@
 #include "Engine/Render/View.h"
 #include "Engine/Stage/Stage.h"
 
+#include <algorithm>
 #include <glm/mat3x3.hpp>
 #include <glm/mat4x4.hpp>
 #include <glm/vec4.hpp>
@@ -51,6 +52,9 @@ struct Sun {
     glm::dvec3 toward{0, 1, 0};
     glm::vec3 colour{0};   ///< linear, strength included
     glm::dmat4 matrix{1};  ///< world to the shadow map, 0 to 1 on all axes
+
+    /// Its light on level ground.
+    glm::vec3 onGround() const { return colour * std::max(static_cast<float>(toward.y), 0.0F); }
 };
 
 /// What one of the two layers shows.

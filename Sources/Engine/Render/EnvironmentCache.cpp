@@ -40,18 +40,21 @@ GlTexture makeCube(const FilteredSky& sky) {
 
 }  // namespace
 
-const std::array<glm::vec3, 9>& EnvironmentCache::bind(const std::shared_ptr<Texture>& sky) {
+const std::array<glm::vec3, 9>& EnvironmentCache::bind(const std::shared_ptr<Texture>& sky,
+                                                       const glm::vec3& sunOnGround) {
     Entry& entry = entries_[sky ? sky->id() : 0];
     std::uint64_t version = sky ? sky->version() : 1;
-    if (entry.version != version) {
+    if (entry.version != version || entry.sunOnGround != sunOnGround) {
         FilteredSky filtered;
-        if (sky) filtered = filterSky(sky->image());
+        if (sky)
+            filtered = filterSky(sky->image(), 1.0F + sunOnGround * options_.groundLift, options_.mirrorFill);
         for (std::size_t level = 0; !sky && level < FilteredSky::levels; ++level) {
             auto size = static_cast<std::size_t>(FilteredSky::baseSize >> level);
             filtered.faces[level].assign(6 * size * size, glm::vec4(0, 0, 0, 1));
         }
         entry.cube = makeCube(filtered);
         entry.irradiance = filtered.irradiance;
+        entry.sunOnGround = sunOnGround;
         entry.owner = sky;
         entry.version = version;
     }

@@ -4,8 +4,31 @@
 
 #include <algorithm>
 #include <cmath>
+#include <glm/exponential.hpp>
+#include <glm/geometric.hpp>
 
 namespace gull {
+
+namespace {
+
+constexpr glm::vec3 luminance(0.2126F, 0.7152F, 0.0722F);
+
+/// What a white Lambert surface facing up sends out.
+glm::vec3 lightOnLevelGround(const FrameBlock& block) {
+    const glm::vec4* sky = block.irradiance;
+    return glm::max(glm::vec3(sky[0] + sky[1] - sky[6] - sky[8] + block.ambient), 0.0F) +
+           glm::vec3(block.sunColour) * std::max(block.sunDirection.y, 0.0F);
+}
+
+/// Gains that take a share of `light`'s cast and of its distance from 1 out.
+glm::vec3 balance(const glm::vec3& light, const RenderOptions& options) {
+    if (!(light.r > 0 && light.g > 0 && light.b > 0)) return glm::vec3(1);
+    float bright = std::max(glm::dot(light, luminance), 0.05F);
+    glm::vec3 gain = glm::pow(bright / light, glm::vec3(options.whiteBalance));
+    return gain * (bright / glm::dot(light * gain, luminance) * std::pow(bright, -options.exposureBalance));
+}
+
+}  // namespace
 
 FrameBlock frameBlock(const Stage& stage, const View& view, const DrawList& list,
                       const std::array<glm::vec3, 9>& irradiance, const RenderOptions& options) {
@@ -35,12 +58,13 @@ FrameBlock frameBlock(const Stage& stage, const View& view, const DrawList& list
     float sky = stage.environment ? static_cast<float>(stage.environmentIntensity) : 0;
     for (int i = 0; i < 9; ++i)
         block.irradiance[i] = glm::vec4(irradiance[static_cast<std::size_t>(i)] * sky, 0);
+    glm::vec3 onGround = lightOnLevelGround(block);
+    block.film = glm::vec4(balance(onGround, options) * options.filmGain, options.filmHueKeeping);
     block.fogColour = glm::vec4(linear(stage.fog.colour), stage.fog.densityExponent);
     double fogLength = stage.fog.end - stage.fog.start;
     block.fogRange = {stage.fog.start, stage.fog.end > 0 && fogLength > 0 ? 1 / fogLength : 0, sky, 0};
     block.grade = {camera.hdr ? 1 : 0, camera.contrast, camera.saturation, camera.bloomIntensity};
-    block.vignette = {camera.vignettingIntensity, camera.vignettingPower, options.filmGain,
-                      options.filmHueKeeping};
+    block.vignette = {camera.vignettingIntensity, camera.vignettingPower, 0, 0};
     return block;
 }
 

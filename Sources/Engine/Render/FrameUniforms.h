@@ -5,6 +5,7 @@
 #include "Engine/Render/RenderOptions.h"
 
 #include <array>
+#include <vector>
 
 namespace gull {
 

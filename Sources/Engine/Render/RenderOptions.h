@@ -5,9 +5,16 @@ namespace gull {
 /// The numbers that belong to the look of light rather than to any one scene.
 struct RenderOptions {
     // Film: scene light to screen.
-    float filmGain = 0.8f;        ///< scene light times this enters the film curve
-    float filmHueKeeping = 0.4f;  ///< 0: each channel by itself (bleaches, drifts), 1: hue kept exactly
-    float brightestLight = 24;    ///< radiance above this is cut, so that one glint does not flicker or flood
+    float filmGain = 0.95f;        ///< scene light times this enters the film curve
+    float filmHueKeeping = 0.55f;  ///< 0: each channel by itself (bleaches, drifts), 1: hue kept exactly
+    float whiteBalance = 0.55f;    ///< share of the cast of the light on level ground that the film takes out
+    float exposureBalance = 0.3f;  ///< share, in stops, of that light's distance from 1 that it makes up for
+    float brightestLight = 24;  ///< radiance above this is cut, so that one glint does not flicker or flood
+
+    // The environment.
+    float groundLift =
+        4.5f;  ///< a sky's picture shows no sun on its ground: how much 1.0 of sun brightens it
+    float mirrorFill = 0.3f;  ///< share of the whole sky's light in what mirrors with any roughness show
 
     // The sun's shadow.
     float shadowNormalOffset = 1.4f;  ///< texels a receiver is lifted off itself

@@ -21,6 +21,7 @@ layout(std140) uniform Frame {
     vec4 lens;
     vec4 tile;
     vec4 grade;
+    vec4 film;
     vec4 vignette;
     vec4 lampPlace[4];
     vec4 lampLight[4];
@@ -34,7 +35,8 @@ layout(std140) uniform Frame {
 #else
 #define PASSED flat in
 #endif
-PASSED vec4 kVignette;   // intensity, power, film gain, hue keeping
+PASSED vec4 kFilm;       // gain of each channel, hue keeping
+PASSED vec4 kVignette;   // intensity, power
 PASSED vec4 kPicture;    // 1 / width, 1 / height, exposure, contrast
 PASSED vec4 kGrade;      // saturation, bloom intensity, fog start, 1 / fog length
 PASSED vec4 kFog;        // colour, exponent
@@ -50,6 +52,7 @@ PASSED vec4 kLampExponents;
 
 #ifdef VERTEX
 void passFrame() {
+    kFilm = frame.film;
     kVignette = frame.vignette;
     kPicture = vec4(frame.picture.zw, frame.eye.w, frame.grade.y);
     kGrade = vec4(frame.grade.zw, frame.fogRange.xy);
@@ -102,10 +105,10 @@ float dither(vec2 pixel) {
 vec3 developed(vec3 light, vec2 pixel) {
     vec3 c = max(light, vec3(0.0)) * kPicture.z;
 #ifndef PLAIN_FILM
-    c *= vignetteAt(pixel * kPicture.xy) * kVignette.z;
+    c *= vignetteAt(pixel * kPicture.xy) * kFilm.rgb;
     float l = max(luminance(c), 1e-4);
     float k = l * (2.51 * l + 0.03) / (l * (2.43 * l + 0.59) + 0.14);
-    c = mix(film(c), min(c * (k / l), vec3(1.0)), kVignette.w);
+    c = mix(film(c), min(c * (k / l), vec3(1.0)), kFilm.w);
     c = encoded(c);
     c = (c - 0.5) * (1.0 + kPicture.w) + 0.5;
     c = mix(vec3(luminance(c)), c, kGrade.x);

@@ -67,6 +67,29 @@ struct Panorama {
         }
     }
 
+    /// Brightens what lies below the horizon: not at the horizon itself, in full from 30 degrees below it.
+    void lightGround(const glm::vec3& times) {
+        for (Level& level : levels)
+            for (int y = level.height / 2; y < level.height; ++y) {
+                float below = (static_cast<float>(y) + 0.5F) / static_cast<float>(level.height) - 0.5F;
+                glm::vec3 gain = 1.0F + (times - 1.0F) * std::min(below * 6, 1.0F);
+                for (int x = 0; x < level.width; ++x)
+                    level.pixels[static_cast<std::size_t>(y * level.width + x)] *= gain;
+            }
+    }
+
+    /// Of the whole sphere.
+    glm::vec3 mean() const {
+        const Level& level = levels.back();
+        glm::vec3 sum(0);
+        float weights = 0;
+        for (int y = 0; y < level.height; ++y) {
+            float weight = std::sin(pi * (static_cast<float>(y) + 0.5F) / static_cast<float>(level.height));
+            for (int x = 0; x < level.width; ++x, weights += weight) sum += level.at(x, y) * weight;
+        }
+        return sum / weights;
+    }
+
     glm::vec3 bilinear(const Level& level, float u, float v) const {
         float x = u * static_cast<float>(level.width) - 0.5F;
         float y = std::clamp(v * static_cast<float>(level.height) - 0.5F, 0.0F,
@@ -182,14 +205,16 @@ std::array<glm::vec3, 9> project(const Panorama::Level& sky) {
 
 }  // namespace
 
-FilteredSky filterSky(const Image& sky) {
+FilteredSky filterSky(const Image& sky, const glm::vec3& groundGain, float mirrorFill) {
     FilteredSky result;
     if (sky.empty()) return result;
     Panorama panorama(sky);
+    panorama.lightGround(groundGain);
     const Panorama::Level* small = &panorama.levels.front();
     for (const Panorama::Level& level : panorama.levels)
         if (level.width >= 64) small = &level;
     result.irradiance = project(*small);
+    const glm::vec3 mean = panorama.mean();
 
     constexpr int looksOf[FilteredSky::levels] = {1, 16, 32, 64, 64, 64};
     for (int level = 0; level < FilteredSky::levels; ++level) {
@@ -206,7 +231,8 @@ FilteredSky filterSky(const Image& sky) {
                     float t = (static_cast<float>(y) + 0.5F) / static_cast<float>(size) * 2 - 1;
                     glm::vec3 direction = faceDirection(face, s, t);
                     faces.emplace_back(
-                        level == 0 ? panorama.look(direction, 0) : lookThrough(panorama, looks, direction),
+                        level == 0 ? panorama.look(direction, 0)
+                                   : glm::mix(lookThrough(panorama, looks, direction), mean, mirrorFill),
                         1.0F);
                 }
     }

@@ -23,7 +23,8 @@ struct FilteredSky {
 
 /// `sky` is an opaque equirectangular panorama, sRGB: the column in the middle is azimuth 0 (-z), azimuth
 /// grows to the right toward +x; the top row is straight up. A few hundredths of a second for a picture 512
-/// wide. Deterministic.
-FilteredSky filterSky(const Image& sky);
+/// wide. Deterministic. What lies below the horizon counts up to `groundGain` times as bright; faces of level
+/// 1 and above show the whole sphere's mean with a share of `mirrorFill`.
+FilteredSky filterSky(const Image& sky, const glm::vec3& groundGain, float mirrorFill);
 
 }  // namespace gull

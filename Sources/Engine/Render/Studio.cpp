@@ -10,7 +10,8 @@
 namespace gull {
 
 Studio::Studio()
-    : surfaces(textures, options),
+    : environments(options),
+      surfaces(textures, options),
       particles(textures),
       development(screen),
       depth("depth", shaders::depthVertex, shaders::depthFragment),

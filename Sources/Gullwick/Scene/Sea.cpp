@@ -9,6 +9,7 @@
 #include <cmath>
 #include <numbers>
 #include <utility>
+#include <vector>
 
 namespace gull {
 
@@ -21,8 +22,9 @@ constexpr double foamRepeats = 80;
 constexpr double breakerRepeats = 60;
 constexpr glm::dvec2 waveRepeats(60, 38);
 constexpr double foamDepth = 1.5;
-constexpr double foamReach = 32;        // to either side the foam follows the shore
-constexpr double foamPiece = 1;         // from bend to bend
+constexpr double breakerDepth = 2.6;
+constexpr double reach = 32;            // to either side the shapes bend, straight beyond
+constexpr double piece = 1;             // from bend to bend
 constexpr double foamLevelStep = 0.01;  // of the water, from one shape of the foam to the next
 
 void layFlat(Node& node, int order) {
@@ -41,6 +43,56 @@ std::shared_ptr<Material> foamStrip(Textures& textures, double repeats) {
     material->blend = Material::Blend::alpha;
     material->writesDepth = false;
     return material;
+}
+
+/// A smooth, irregular curve along the shore, -1 to 1; `phase` shifts it.
+double wander(double x, double phase) {
+    return 0.5 * std::sin(0.21 * x + phase) + 0.3 * std::sin(0.53 * x - 1.7 * phase) +
+           0.2 * std::sin(1.13 * x + 2.3 * phase);
+}
+
+/// A cut through a strip of foam at one place along the shore.
+struct StripRow {
+    double out;    ///< across the strip: toward the sea from its middle
+    double v;      ///< of the picture
+    double alpha;  ///< times the picture's
+};
+
+/// A strip in the x-y plane, `width` long, its rows given for every place along it, landward first.
+template <typename RowsAt>
+GeometryRef strip(RowsAt rowsAt) {
+    MeshBuilder mesh;
+    std::vector<float> alphas;
+    std::vector<std::uint32_t> last;
+    for (double x = -reach - piece; x <= reach + piece; x += piece) {
+        const double bound = std::clamp(x, -reach, reach);
+        const double at = x < -reach ? -width / 2 : x > reach ? width / 2 : x;
+        std::vector<std::uint32_t> column;
+        for (const StripRow& row : rowsAt(bound)) {
+            column.push_back(mesh.vertex({at, row.out, 0}, {0, 0, 1}, {at / width + 0.5, row.v}));
+            alphas.push_back(static_cast<float>(row.alpha));
+        }
+        for (std::size_t i = 0; i + 1 < last.size(); ++i) {
+            mesh.quad(last[i], column[i], column[i + 1], last[i + 1]);
+        }
+        last = std::move(column);
+    }
+    Geometry geometry = mesh.take();
+    for (std::size_t i = 0; i < alphas.size(); ++i) geometry.vertices[i].colour.a = alphas[i];
+    return std::make_shared<const Geometry>(std::move(geometry));
+}
+
+/// A breaker's crest wanders, breaks in some places and not in others, and has soft edges.
+GeometryRef breakerShape(double phase) {
+    return strip([phase](double x) {
+        const double bend = 0.55 * wander(x, phase);
+        const double broken = std::clamp(0.55 + 0.75 * wander(1.4 * x, 4 + 2.1 * phase), 0.06, 1.0);
+        const double front = 0.08 * wander(3.7 * x, 1 + phase);
+        const auto row = [&](double v, double alpha) {
+            return StripRow{(v - 0.5) * breakerDepth + bend + front * (1 - v), v, alpha * broken};
+        };
+        return std::array{row(0, 0), row(0.1, 1), row(0.3, 0.8), row(1, 0)};
+    });
 }
 
 }  // namespace
@@ -65,13 +117,12 @@ Sea::Sea(Node& parent, Textures& textures)
     foam_.materials = {foamMaterial_};
     layFlat(foam_, 3);
 
-    const auto strip = std::make_shared<const Geometry>(primitives::plane(width, 2.6));
     for (std::size_t i = 0; i < breakers_.size(); ++i) {
         Breaker& breaker = breakers_[i];
         breaker.material = foamStrip(textures, breakerRepeats);
         breaker.material->diffuseMap.offset.x = 0.37 * static_cast<double>(i);
         breaker.material->opacity = 0;
-        breaker.node = &parent.add(makeNode(strip, {breaker.material}));
+        breaker.node = &parent.add(makeNode(breakerShape(2.2 * static_cast<double>(i)), {breaker.material}));
         breaker.node->name = "breaker";
         layFlat(*breaker.node, 3);
     }
@@ -87,24 +138,15 @@ const GeometryRef& Sea::foamAlongShore(double level) {
     GeometryRef& shape = foamShapes_[step];
     if (shape) return shape;
     const double middle = Terrain::shoreZ(0, step * foamLevelStep);
-    MeshBuilder mesh;
-    const auto edges = [&](double x) {
-        // Beyond the sand that one sees the strip runs straight.
-        const double bend =
-            Terrain::shoreZ(std::clamp(x, -foamReach, foamReach), step * foamLevelStep) - middle;
-        const auto corner = [&](double out, double v) {
-            return mesh.vertex({x, out - bend, 0}, {0, 0, 1}, {x / width + 0.5, v});
+    shape = strip([&](double x) {
+        const double shore = -(Terrain::shoreZ(x, step * foamLevelStep) - middle);
+        const double tongue = 0.16 * wander(2.3 * x, 1.3) + 0.05 * wander(9 * x, 0.4);
+        const double thick = std::clamp(0.8 + 0.45 * wander(1.9 * x, 5.1), 0.3, 1.0);
+        const auto row = [&](double v, double alpha) {
+            return StripRow{(v - 0.5) * foamDepth + shore + tongue * (1 - v), v, alpha * thick};
         };
-        const std::uint32_t landward = corner(-foamDepth / 2, 0);
-        return std::pair{landward, corner(foamDepth / 2, 1)};
-    };
-    auto last = edges(-width / 2);
-    for (double x = -foamReach; x <= foamReach + foamPiece; x += foamPiece) {
-        const auto next = edges(x > foamReach ? width / 2 : x);
-        mesh.quad(last.first, next.first, next.second, last.second);
-        last = next;
-    }
-    shape = std::make_shared<const Geometry>(mesh.take());
+        return std::array{row(0, 0.25), row(0.05, 1), row(0.4, 0.8), row(1, 0.25)};
+    });
     return shape;
 }
 
