@@ -2,6 +2,7 @@
 
 #include "GullCore/Detector.h"
 #include "GullCore/Levels.h"
+#include "GullCore/Progress.h"  // IWYU pragma: export: where the result of a hunt goes
 
 #include <optional>
 #include <variant>
