@@ -19,7 +19,8 @@ const Target& DirectPainter::draw(const Stage& stage, const View& fullView) {
         picture_ = Target(view.size, {{Format::rgba8}, Format::depth16});
     DrawList list = DrawList::of(stage, view, studio_.meshes);
     FrameBlock block =
-        frameBlock(stage, view, list, studio_.environments.bind(stage.environment, list.sun.onGround()), studio_.options);
+        frameBlock(stage, view, list, studio_.environments.bind(stage.environment, list.sun.onGround()),
+                   studio_.options);
     setLamps(block, {});
     studio_.uniforms.upload(block);
 

@@ -41,7 +41,8 @@ FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept) {
                 FrameBlock(), {},   {}};
     const DrawList& list = frame.list;
     frame.block =
-        frameBlock(stage, view, list, studio_.environments.bind(stage.environment, list.sun.onGround()), studio_.options);
+        frameBlock(stage, view, list, studio_.environments.bind(stage.environment, list.sun.onGround()),
+                   studio_.options);
     std::vector<Lamp> lamps = list.moving.lamps;
     setLamps(frame.block, lamps);
     frame.lamps = std::min(static_cast<int>(lamps.size()), FrameBlock::mostLamps);

@@ -72,7 +72,8 @@ Shading KeptLayer::shading(const DrawList& list) const {
 
 void KeptLayer::prepare(const Stage& stage, DrawList& list) {
     list = DrawList::of(stage, view_, studio_.meshes);
-    block_ = frameBlock(stage, view_, list, studio_.environments.bind(stage.environment, list.sun.onGround()), studio_.options);
+    block_ = frameBlock(stage, view_, list, studio_.environments.bind(stage.environment, list.sun.onGround()),
+                        studio_.options);
     setLamps(block_, list.kept.lamps);
     studio_.uniforms.upload(block_);
     shadow_.bind(unitSunShadow);

@@ -14,7 +14,7 @@ struct RenderOptions {
     // The environment.
     float groundLift =
         4.5f;  ///< a sky's picture shows no sun on its ground: how much 1.0 of sun brightens it
-    float mirrorFill = 0.3f;  ///< share of the whole sky's light in what mirrors with any roughness show
+    float mirrorFill = 0.4f;  ///< share of the whole sky's light in what mirrors with any roughness show
 
     // The sun's shadow.
     float shadowNormalOffset = 1.4f;  ///< texels a receiver is lifted off itself
@@ -22,8 +22,8 @@ struct RenderOptions {
 
     // Contact shadows.
     float occlusionRadius = 0.55f;   ///< world units
-    float occlusionStrength = 1.5f;  ///< exponent on the open share of the sky
-    float occlusionOfSun = 0.35f;    ///< share of it that also dims the sun
+    float occlusionStrength = 2.4f;  ///< exponent on the open share of the sky
+    float occlusionOfSun = 0.5f;    ///< share of it that also dims the sun
 
     // The sea and other mirrors.
     float glintSpread = 1.0f;  ///< how much of a normal map's lost detail turns into roughness

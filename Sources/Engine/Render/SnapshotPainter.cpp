@@ -19,7 +19,8 @@ Target SnapshotPainter::draw(const Stage& stage, const PixelSize& size) {
     View view = View::of(stage, size);
     DrawList list = DrawList::of(stage, view, studio_.meshes);
     FrameBlock block =
-        frameBlock(stage, view, list, studio_.environments.bind(stage.environment, list.sun.onGround()), studio_.options);
+        frameBlock(stage, view, list, studio_.environments.bind(stage.environment, list.sun.onGround()),
+                   studio_.options);
     std::vector<Lamp> lamps = list.kept.lamps;
     lamps.insert(lamps.end(), list.moving.lamps.begin(), list.moving.lamps.end());
     setLamps(block, lamps);

@@ -85,6 +85,7 @@ void pier(Node& into, Textures& textures) {
     auto wood = Materials::pbr(RGB{0.36, 0.28, 0.2}, 0, 0.85);
     wood->diffuseMap.texture = textures.planks();
     wood->diffuseMap.wrapS = wood->diffuseMap.wrapT = Wrap::repeat;
+    wood->diffuseMap.intensity = 0.45;
     auto decking = std::make_shared<Material>(*wood);
     decking->diffuse = {0.62, 0.52, 0.41, 1};
 

@@ -203,7 +203,7 @@ void foil(Node& parent) {
         const double fold = std::abs(std::sin(9 * n.x + 4 * n.y)) + std::abs(std::sin(8 * n.y - 7 * n.z)) +
                             std::abs(std::sin(11 * n.z + 5 * n.x));
         const double grain = std::sin(31 * n.x + 17 * n.z) * std::sin(27 * n.y + 11 * n.x);
-        return p * (0.72 + 0.17 * fold + 0.07 * grain);
+        return p * (0.8 + 0.11 * fold + 0.025 * grain);
     });
     Node& node = part(parent, mesh::withNormals(ball, 0), {Materials::pbr(RGB{0.85, 0.86, 0.9}, 1, 0.32)}, {},
                       {0.4, 0.7, 0.2});

@@ -88,7 +88,7 @@ void palm(Node& into, const glm::dvec3& at, double lean) {
     // The trunk leans from the foot and straightens toward the light.
     const auto trunk = [&](double t) {
         const double bow = lean * (1.5 * t - 0.5 * t * t);
-        return glm::dvec3(trunkHeight * bow * 1.55, -0.25 + (trunkHeight + 0.25) * t, -0.35 * t * t);
+        return glm::dvec3(trunkHeight * bow * 2.4, -0.25 + (trunkHeight + 0.25) * t, -0.35 * t * t);
     };
     // Each piece is widest at its top, where a frond once sat: the rings of a palm.
     MeshBuilder pieces;
