@@ -52,14 +52,19 @@ TEST_F(Session, BeachOneIsPlayedWithTheMouseToThreeStars) {
     ASSERT_TRUE(desktop_.waitForWindow("Gullwick", windowSeconds)) << game->errors();
     pause(3);  // the first picture and the end of the intro
     desktop_.screenshot(pictures() / "opening.png");
-    for (const BuriedItem& treasure : map.treasures()) {
-        const glm::ivec2 at = map.mouse(treasure.at);
-        desktop_.moveMouse(at.x, at.y);
-        pause(1.2);
-        desktop_.click();
-        pause(1.5);
+    // A busy machine may be late with a picture and miss a click: another round then digs for what is left.
+    bool ended = false;
+    for (int round = 0; round < 4 && !ended; ++round) {
+        for (const BuriedItem& treasure : map.treasures()) {
+            const glm::ivec2 at = map.mouse(treasure.at);
+            desktop_.moveMouse(at.x, at.y);
+            pause(1.2);
+            desktop_.click();
+            pause(1.5);
+        }
+        ended = waitForFile(progressFile(), 6);
     }
-    ASSERT_TRUE(waitForFile(progressFile(), 15)) << "no result was saved";
+    ASSERT_TRUE(ended) << "no result was saved";
     const CampaignProgress progress = CampaignProgress::load(progressFile());
     EXPECT_EQ(progress.stars.at(1), 3);
     EXPECT_EQ(progress.bestHaul.at(1), 220);

@@ -113,7 +113,8 @@ struct AppDelegate::Parts final : WindowCommands {
 
     Renderer::Size pixelSize() const { return {window.pixelWidth(), window.pixelHeight()}; }
 
-    void drawScene() { renderer.draw(game.world().stage(), pixelSize(), 0); }
+    /// The very first picture is worth waiting for: nothing is seen before it, so all work goes into it.
+    void drawScene() { renderer.draw(game.world().stage(), pixelSize(), 0, drawnTime < 0); }
 
     void drawFrame() {
         const double start = loop.now();
@@ -166,8 +167,8 @@ struct AppDelegate::Parts final : WindowCommands {
         loop.runDue();
         stepTime = loop.now() - start;
         if (game.world().time == drawnTime || window.isMinimised()) return;
-        drawnTime = game.world().time;
         drawFrame();
+        drawnTime = game.world().time;
         if (game.phase == GameController::Phase::intro) prepareAhead();
     }
 
