@@ -132,7 +132,11 @@ TEST_F(Session, MenusAlertAndSelectAreWalkedWithKeysAlone) {
 
 TEST_F(Session, TheProbeMeasuresAndKeepsNothing) {
     const auto picture = home_.path() / "probe.png";
-    const auto probe = start({}, {{"GULLWICK_PROBE", picture.string()}, {"GULLWICK_PROBE_BEACH", "+3"}});
+    const auto capture = home_.path() / "capture.raw";
+    const auto probe = start({}, {{"GULLWICK_PROBE", picture.string()},
+                                  {"GULLWICK_PROBE_BEACH", "+3"},
+                                  {"SDL_AUDIODRIVER", "disk"},
+                                  {"SDL_DISKAUDIOFILE", capture.string()}});
     ASSERT_EQ(probe->wait(90), 0) << probe->errors();
     double rate = 0;
     int width = 0, height = 0;
@@ -149,6 +153,7 @@ TEST_F(Session, TheProbeMeasuresAndKeepsNothing) {
     ASSERT_TRUE(image);
     EXPECT_EQ(image->width, 1240);
     EXPECT_FALSE(std::filesystem::exists(progressFile()));
+    EXPECT_EQ(contents(capture).find_first_not_of('\0'), std::string::npos) << "not even the surf is heard";
 }
 
 TEST_F(Session, BadFilesAndValuesNeverStopTheGame) {

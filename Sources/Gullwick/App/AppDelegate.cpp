@@ -33,8 +33,8 @@ struct AppDelegate::Parts final : WindowCommands {
     explicit Parts(const CommandLine& commandLine)
         : probePath(environmentVariable("GULLWICK_PROBE")),
           window(windowOptions()),
-          game(loop, feedback, AppSettings::progressURL(std::getenv), !probePath, seed(commandLine)) {
-        feedback.muted = probePath.has_value();
+          game(loop, feedbackForGame(), AppSettings::progressURL(std::getenv), !probePath,
+               seed(commandLine)) {
         if (AppSettings::defaultFile(std::getenv).empty()) {
             fmt::print(stderr, "gullwick: there is no home folder, so settings are not kept\n");
         }
@@ -43,7 +43,13 @@ struct AppDelegate::Parts final : WindowCommands {
         window.setVsync(!Renderer::graphicsInfo().isSoftware);
         connect();
         resized();
-        if (probePath) startProbe();
+        if (probePath) runProbe();
+    }
+
+    /// A new game starts the surf at once: a measurement is muted before there is one.
+    Feedback& feedbackForGame() {
+        feedback.muted = probePath.has_value();
+        return feedback;
     }
 
     static Window::Options windowOptions() {
@@ -90,7 +96,7 @@ struct AppDelegate::Parts final : WindowCommands {
         surface.setViewSize({window.width(), window.height()});
     }
 
-    void startProbe() {
+    void runProbe() {
         window.raise();
         if (const auto text = environmentVariable("GULLWICK_PROBE_BEACH")) {
             if (const auto number = parseInteger(*text)) {
