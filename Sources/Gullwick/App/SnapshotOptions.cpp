@@ -78,6 +78,7 @@ std::optional<PlotPoint> readPoint(const CommandLine& commandLine) {
 std::variant<SnapshotOptions, std::string> SnapshotOptions::parse(const CommandLine& commandLine) {
     SnapshotOptions options;
     options.iconsFolder = commandLine.value("--icons");
+    if (options.iconsFolder) return options;  // no scene, so nothing about one can be wrong
     if (const auto size = commandLine.value("--size")) {
         if (const auto problem = readSize(*size, options)) return *problem;
     }

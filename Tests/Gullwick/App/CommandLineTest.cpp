@@ -122,5 +122,11 @@ TEST(SnapshotOptions, ImpossibleValuesAreRefusedWithAReason) {
     EXPECT_THAT(refused({"--shot", "a", "--beach", "-3"}), HasSubstr("-3"));
 }
 
+TEST(SnapshotOptions, IconsCareForNothingElse) {
+    EXPECT_EQ(parsed({"--icons", "out", "--size", "800", "--beach", "-3", "--find", "-1"}).iconsFolder,
+              "out");
+    EXPECT_FALSE(parsed({"--size", "64x40", "--icons"}).iconsFolder) << "without a folder it is a scene";
+}
+
 }  // namespace
 }  // namespace gull
