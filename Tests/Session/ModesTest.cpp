@@ -59,6 +59,13 @@ TEST(Modes, SelfTestPassesInRealTime) {
     EXPECT_THAT(result.output, EndsWith("ALL GOOD\n"));
 }
 
+TEST(Modes, SelfTestRefusesABeachThatNoSceneCanShow) {
+    const Result result = gullwick({"--selftest", "1,-3"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output, "");
+    EXPECT_THAT(result.errors, HasSubstr("--selftest: a beach has a number from 1 to 8, not -3"));
+}
+
 TEST(Modes, ASeededPictureComesOutTheSameTwice) {
     const ScratchFolder folder;
     const auto first = folder.path() / "new" / "folder" / "a.png", second = folder.path() / "b.png";

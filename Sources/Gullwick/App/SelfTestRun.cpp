@@ -1,5 +1,6 @@
 #include "Gullwick/App/SelfTestRun.h"
 
+#include "Gullwick/App/BeachNumber.h"
 #include "Gullwick/Feedback/Feedback.h"
 #include "Gullwick/Game/SelfTest.h"
 #include "Gullwick/Settings/AppSettings.h"
@@ -11,6 +12,12 @@
 namespace gull {
 
 int runSelfTest(const CommandLine& commandLine) {
+    for (const int number : SelfTest::beaches(commandLine.arguments())) {
+        if (const auto problem = beachProblem(number)) {
+            fmt::print(stderr, "gullwick: --selftest: {}\n", *problem);
+            return 1;
+        }
+    }
     UptimeClock clock;
     MainLoop loop(clock);
     AppSettings settings({});
