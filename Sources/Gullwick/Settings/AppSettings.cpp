@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <string_view>
 #include <utility>
 
 namespace gull {
@@ -32,11 +33,18 @@ std::optional<json> parseObject(const std::string& text) {
     return document;
 }
 
-/// A switch is a boolean; a number counts as one, 0 for off.
-std::optional<bool> truth(const json& value) {
+/// What stands under a switch's key, as a boolean: a number is off when it is 0, a text is on when it begins
+/// like "yes", "true" or a number that is not 0. All else is off: only an absent key means the default.
+bool truth(const json& value) {
     if (value.is_boolean()) return value.get<bool>();
     if (value.is_number()) return value.get<double>() != 0;
-    return std::nullopt;
+    if (!value.is_string()) return false;
+    const auto& word = value.get_ref<const std::string&>();
+    const std::size_t start = word.find_first_not_of(" \t");
+    if (start == word.npos) return false;
+    const std::size_t sign = word[start] == '+' || word[start] == '-' ? 1 : 0;
+    const std::size_t first = word.find_first_not_of('0', start + sign);
+    return first != word.npos && std::string_view("YyTt123456789").find(word[first]) != word.npos;
 }
 
 /// The user's home folder; empty when there is none.
@@ -106,11 +114,9 @@ void AppSettings::read() {
     const auto readSwitch = [&](const char* key, Published<bool>& value) {
         const auto found = document->find(key);
         if (found == document->end()) return;
-        if (const auto on = truth(*found)) {
-            value = *on;
-        } else {
+        value = truth(*found);
+        if (!found->is_boolean() && !found->is_number())
             complain(fmt::format("\"{}\" is neither true nor false; taken as {}", key, value.get()));
-        }
     };
     readSwitch(Key::haptics, haptics_);
     readSwitch(Key::sound, sound_);

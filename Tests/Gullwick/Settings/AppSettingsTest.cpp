@@ -69,7 +69,7 @@ TEST_F(AppSettingsTest, whatIsGoodInTheFileCountsAndWhatIsUnknownStays) {
     testing::internal::CaptureStderr();
     AppSettings settings(file_);
     const std::string said = testing::internal::GetCapturedStderr();
-    EXPECT_EQ(switches(settings), "10101");
+    EXPECT_EQ(switches(settings), "00101");
     EXPECT_THAT(said, HasSubstr("\"haptics\" is neither true nor false"));
     EXPECT_THAT(said, HasSubstr("\"showTicks\" is neither"));
     EXPECT_THAT(said, testing::Not(HasSubstr("reduceMotion")));
@@ -79,6 +79,20 @@ TEST_F(AppSettingsTest, whatIsGoodInTheFileCountsAndWhatIsUnknownStays) {
     EXPECT_THAT(text, HasSubstr("\"surf\": 3"));
     EXPECT_THAT(text, HasSubstr("\"haptics\": \"loud\"")) << "only the assigned key changes";
     EXPECT_THAT(text, HasSubstr("\"trackpadSweep\": false"));
+}
+
+TEST_F(AppSettingsTest, anythingUnderAKeyReadsAsABooleanAndOnlyAnAbsentKeyIsTheDefault) {
+    testing::internal::CaptureStderr();
+    for (const char* on : {"true", "1", "-0.5", "\"YES\"", "\"true\"", "\" +007\"", "\"yonder\""}) {
+        write(std::string(R"({"sound": )") + on + "}");
+        EXPECT_EQ(switches(AppSettings(file_)), "11100") << on;
+    }
+    for (const char* off : {"false", "0", "0.0", "\"NO\"", "\"false\"", "\"000\"", "\"\"", "\"-\"", "null",
+                            "[1]", "{\"on\": true}"}) {
+        write(std::string(R"({"sound": )") + off + "}");
+        EXPECT_EQ(switches(AppSettings(file_)), "10100") << off;
+    }
+    testing::internal::GetCapturedStderr();
 }
 
 TEST_F(AppSettingsTest, noiseIsSetAsideBeforeItIsReplaced) {
