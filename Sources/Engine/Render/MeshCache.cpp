@@ -95,6 +95,7 @@ void upload(const Geometry& geometry, const std::vector<std::uint32_t>& indices,
     attribute(2, 2, offsetof(Geometry::Vertex, uv0));
     attribute(3, 2, offsetof(Geometry::Vertex, uv1));
     attribute(4, 4, offsetof(Geometry::Vertex, colour));
+    attribute(5, 1, offsetof(Geometry::Vertex, roughness));
     glBindVertexArray(0);
 }
 

@@ -8,6 +8,10 @@ layout(location = 1) in vec3 inNormal;
 layout(location = 2) in vec2 inUv0;
 layout(location = 3) in vec2 inUv1;
 layout(location = 4) in vec4 inColour;
+#ifdef ROUGHNESS
+layout(location = 5) in float inRoughness;
+out float rough;
+#endif
 
 uniform mat4 model;
 uniform mat3 normalMatrix;
@@ -57,6 +61,9 @@ void main() {
     normalAt = (uvSets.y > 0.5 ? inUv1 : inUv0) * normalPlace.xy + normalPlace.zw;
     multiplyAt = (uvSets.z > 0.5 ? inUv1 : inUv0) * multiplyPlace.xy + multiplyPlace.zw;
     baseColour = diffuse * inColour;
+#ifdef ROUGHNESS
+    rough = inRoughness;
+#endif
     shadowAt = (frame.sunMatrix * vec4(world.xyz + normal * frame.sunShape.x, 1.0)).xyz;
     shadowAt.z -= frame.sunShape.y;
     skyHere = skyLight(normal) + frame.ambient.rgb;
@@ -77,6 +84,9 @@ in vec2 diffuseAt;
 in vec2 normalAt;
 in vec2 multiplyAt;
 in vec4 baseColour;
+#ifdef ROUGHNESS
+in float rough;
+#endif
 in vec3 shadowAt;
 in vec3 skyHere;
 flat in vec3 kSkyX;
@@ -211,7 +221,11 @@ void main() {
     float nv = max(dot(n, v), 1e-3);
     vec3 f0 = mix(vec3(0.04), base.rgb, kSurface.x);
     body = base.rgb * (1.0 - kSurface.x);
+#ifdef ROUGHNESS
+    float roughness = max(kSurface.y * rough, 0.045);
+#else
     float roughness = max(kSurface.y, 0.045);
+#endif
     float facets = roughness * roughness;
 #ifdef NORMAL_MAP
     // Detail that the averaged normal has lost comes back as roughness: variance = (1 - |n|) / |n|.

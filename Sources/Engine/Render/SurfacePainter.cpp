@@ -103,6 +103,7 @@ const Program& SurfacePainter::program(const DrawItem& item, const Shading& shad
         {shading.output == Shading::Output::film, "OUT_FILM"},
         {shading.plainFilm && shading.output == Shading::Output::display, "PLAIN_FILM"},
         {shading.waterDepth && isFilm(item), "WATER_DEPTH"},
+        {lighting == 2 && !item.blended, "ROUGHNESS"},
     };
     int lamps = shaded ? reachingLamps(item, shading) : 0;
     std::uint32_t key = lighting + static_cast<std::uint32_t>(lamps) * 4;

@@ -28,6 +28,7 @@ struct Geometry {
         glm::vec2 uv0{0};  ///< (0, 0) is the lower left corner of a picture, (1, 1) the upper right
         glm::vec2 uv1{0};
         glm::vec4 colour{1};  ///< linear; multiplies the albedo
+        float roughness = 1;  ///< multiplies the material's
     };
     /// A run of indices drawn with one material of the node (by position in its list; the last one serves
     /// when the list is shorter).

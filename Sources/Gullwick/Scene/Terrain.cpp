@@ -81,6 +81,18 @@ constexpr double seaReach = -110;  // and out to sea
 constexpr double underlap = 0.03;  // they lie this much lower and run this far under the grid's edge
 constexpr double overlap = 0.5;
 
+/// How wet the sand is at a place, 0 dry to 1.
+double wetness(double height, double z) {
+    const double t = std::clamp((z + 3.4) / -2.8, 0.0, 1.0);
+    return (height < -0.25 ? 0.1 : 0) + 0.9 * (t * t * (3 - 2 * t));
+}
+
+/// What the roughness of sand is multiplied by: a film of water lies on it where it is wettest.
+float dryness(double wet) {
+    const double t = std::clamp((wet - 0.35) / 0.5, 0.0, 1.0);
+    return static_cast<float>(1 - 0.75 * t * t * (3 - 2 * t));
+}
+
 /// A coarse grid of sand between two corners, for what lies beyond the fine one.
 void addCoarse(Geometry& geometry, const glm::dvec2& from, const glm::dvec2& to) {
     constexpr double piece = 3;
@@ -97,6 +109,7 @@ void addCoarse(Geometry& geometry, const glm::dvec2& from, const glm::dvec2& to)
             vertex.normal = glm::vec3(glm::normalize(glm::dvec3(-slope.x, 1, -slope.y)));
             vertex.uv0 = {x / detailTile, z / detailTile};
             vertex.uv1 = {(x + 8) * 0.0625, (z + 5) / 10};
+            vertex.roughness = dryness(wetness(vertex.position.y, z));
             geometry.vertices.push_back(vertex);
         }
     }
@@ -111,12 +124,6 @@ void addCoarse(Geometry& geometry, const glm::dvec2& from, const glm::dvec2& to)
 
 glm::vec4 linear(const RGB& colour) {
     return {std::pow(colour.r, 2.2), std::pow(colour.g, 2.2), std::pow(colour.b, 2.2), 1};
-}
-
-/// How wet the sand is at a place, 0 dry to 1.
-double wetness(double height, double z) {
-    const double t = std::clamp((z + 3.4) / -2.8, 0.0, 1.0);
-    return (height < -0.25 ? 0.1 : 0) + 0.9 * (t * t * (3 - 2 * t));
 }
 
 }  // namespace
@@ -135,9 +142,9 @@ SandMesh::SandMesh() {
             vertex.normal = glm::vec3(glm::normalize(glm::dvec3(-slope.x, 1, -slope.y)));
             vertex.uv0 = {x / detailTile, z / detailTile};
             vertex.uv1 = {(x + 8) * 0.0625, (z + 5) / 10};
-            bare_.vertices.push_back(vertex);
-
             shades_.push_back({wetness(height, z), 1 + 0.06 * (noise.unit() - 0.5)});
+            vertex.roughness = dryness(shades_.back().wet);
+            bare_.vertices.push_back(vertex);
         }
     }
     bare_.indices.reserve((columns - 1) * (rows - 1) * 6);
