@@ -23,7 +23,7 @@ struct RenderOptions {
     // Contact shadows.
     float occlusionRadius = 0.55f;   ///< world units
     float occlusionStrength = 2.4f;  ///< exponent on the open share of the sky
-    float occlusionOfSun = 0.5f;    ///< share of it that also dims the sun
+    float occlusionOfSun = 0.5f;     ///< share of it that also dims the sun
 
     // The sea and other mirrors.
     float glintSpread = 1.0f;  ///< how much of a normal map's lost detail turns into roughness
