@@ -1,5 +1,6 @@
 #include "Engine/Render/FramePainter.h"
 
+#include "Engine/Render/CopyArea.h"
 #include "Engine/Render/Shaders.h"
 #include "Engine/Render/TextureUnits.h"
 
@@ -15,7 +16,6 @@ struct FramePainter::Frame {
     DrawList list;
     FrameBlock block;
     std::vector<PixelArea> relit;  ///< where moving shadows and lamps reach
-    PixelArea changed;             ///< holds them and all that is opaque and moves
     bool shadow = false;
     int lamps = 0;
 };
@@ -37,8 +37,11 @@ FramePainter::FramePainter(Studio& studio)
 
 FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept) {
     const View& view = kept.view();
-    Frame frame{stage,        view, DrawList::of(stage, view, studio_.meshes, DrawList::Which::movingOnly),
-                FrameBlock(), {},   {}};
+    Frame frame{stage,
+                view,
+                DrawList::of(stage, view, studio_.meshes, DrawList::Which::movingOnly),
+                FrameBlock(),
+                {}};
     const DrawList& list = frame.list;
     frame.block =
         frameBlock(stage, view, list, studio_.environments.bind(stage.environment, list.sun.onGround()),
@@ -57,9 +60,6 @@ FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept) {
     frame.shadow =
         shadow_.draw(list.moving, list.sun, studio_.sunDepth, studio_.options, frame.block, relief);
     frame.relit = relief.marked();
-    for (const PixelArea& area : frame.relit) frame.changed = frame.changed.united(area);
-    for (const DrawItem& item : list.moving.opaque) frame.changed = frame.changed.united(item.area);
-    frame.changed = frame.changed.intersection(PixelArea::whole(view.size));
     studio_.uniforms.upload(frame.block);
     if (frame.shadow) shadow_.bind(unitMovingShadow);
     kept.shadow().bind(unitSunShadow);
@@ -132,18 +132,13 @@ const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept) {
     const PixelSize& size = frame.view.size;
     PixelArea whole = PixelArea::whole(size);
     if (!fast_ || !(fast_.size() == size)) {
-        fast_ = FrameTarget(size);
-        half_ = Target({(size.width + 1) / 2, (size.height + 1) / 2},
-                       {{Format::rgba16f, Format::rgba8}, Format::depth24});
-        under_ = whole;
+        fast_ = Target(size, {{Format::rgba8}, Format::depth24});
+        half_ = Target({(size.width + 1) / 2, (size.height + 1) / 2}, {{Format::rgba8}, Format::depth24});
     }
-    copyArea(kept.picture().colour(), fast_.picture(), whole, false);
+    copyArea(kept.picture().colour(), fast_.colour(), whole, false);
     copyArea(kept.depth(), fast_.depth(), whole, true);
-    under_ = under_.united(kept.takeRedrawn());
-    copyArea(kept.light().colour(0), fast_.light(), under_, false);
-    under_ = frame.changed;
 
-    fast_.both().bind();
+    fast_.bind();
     glDisable(GL_DEPTH_TEST);
     relight(frame, kept, true);
     glEnable(GL_DEPTH_TEST);
@@ -154,7 +149,6 @@ const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept) {
         studio_.surfaces.draw(item, shading, frame.view, whole);
 
     // The sea first: what is blended over sand and sea lies above both.
-    fast_.bindPicture();
     DrawLayer blended;
     const DrawLayer* layers[] = {&blended};
     blended.particles = frame.list.moving.particles;
@@ -164,9 +158,9 @@ const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept) {
         else
             blended.blended.push_back(item);
     }
-    fast_.bindPicture();
+    fast_.bind();
     studio_.drawBlended(layers, shading, frame.view, whole, stage.time);
-    return fast_.both();
+    return fast_;
 }
 
 void FramePainter::drawFilm(const DrawItem& item, const Frame& frame, const KeptLayer& kept) {
@@ -174,6 +168,9 @@ void FramePainter::drawFilm(const DrawItem& item, const Frame& frame, const Kept
     // Shaded at half resolution where any of four pixels may see it.
     copyArea(kept.farthest().depth(), half_.depth(), PixelArea::whole(half_.size()), true);
     half_.bind();
+    glClearColor(0, 0, 0, 1);
+    glClear(GL_COLOR_BUFFER_BIT);
+    bindTexture(unitKeptDepth, kept.farthest().depth());
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_LEQUAL);
     Shading shading = movingShading(frame.list, Shading::Output::film);
@@ -181,15 +178,12 @@ void FramePainter::drawFilm(const DrawItem& item, const Frame& frame, const Kept
     shading.bloom = kept.bloom() != 0;
     studio_.surfaces.draw(item, shading, frame.view, whole);
 
-    fast_.bindPicture();
+    fast_.bind();
     film_.use();
     film_.set("model", glm::mat4(item.model));
-    film_.set("normalMatrix", item.normalMatrix);
-    film_.set("surface", glm::vec4(0, 0, 0, studio_.options.waterDensity));
-    bindTexture(unitSource, half_.colour(0));
-    bindTexture(unitKeptShade, half_.colour(1));
-    bindTexture(unitKeptLit, fast_.light());
-    glDisable(GL_BLEND);
+    bindTexture(unitSource, half_.colour());
+    glEnable(GL_BLEND);
+    glBlendFuncSeparate(GL_ONE, GL_SRC_ALPHA, GL_ZERO, GL_ONE);
     glDepthMask(item.material->writesDepth ? GL_TRUE : GL_FALSE);
     drawChunks(item, frame.view, whole);
 }

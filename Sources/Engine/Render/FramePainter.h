@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Engine/Render/AreaPass.h"
-#include "Engine/Render/FrameTarget.h"
 #include "Engine/Render/KeptLayer.h"
 #include "Engine/Render/MovingShadow.h"
 
@@ -35,9 +34,8 @@ class FramePainter {
     Target picture_;       ///< full: developed
     Target multisampled_;  ///< full
     Target light_;         ///< full: resolved
-    FrameTarget fast_;     ///< fast: developed, scene light below the sea, depth
+    Target fast_;          ///< fast: developed, with depth
     Target half_;          ///< fast: the sea at half resolution
-    PixelArea under_;      ///< fast: where the scene light differs from the kept layer's
 };
 
 }  // namespace gull

@@ -1,5 +1,6 @@
 #include "Engine/Render/KeptLayer.h"
 
+#include "Engine/Render/CopyArea.h"
 #include "Engine/Render/Shaders.h"
 #include "Engine/Render/TextureUnits.h"
 
@@ -116,17 +117,8 @@ bool KeptLayer::build(const Stage& stage, double budget) {
                 if (++nextTile_ == across * along) step_ = Step::develop;
                 break;
             case Step::develop:
-                studio_.uniforms.upload(block_);
-                if (unsigned glow = studio_.development.bloom(light_.colour(0), view_); glow != 0) {
-                    PixelSize size{std::max(1, view_.size.width / 4), std::max(1, view_.size.height / 4)};
-                    if (!glow_ || !(glow_.size() == size)) glow_ = Target(size, {{Format::rgba16f}});
-                    studio_.development.copyBloom(glow_);
-                    bloom_ = glow_.colour();
-                } else {
-                    bloom_ = 0;
-                }
+                findGlow(list);
                 develop(whole);
-                redrawn_ = whole;
                 step_ = Step::done;
                 break;
             case Step::done:
@@ -176,6 +168,39 @@ void KeptLayer::drawTile(const Stage& stage, const DrawList& list, const PixelAr
     block_.tile = {0, 0, 0, 0};
 }
 
+void KeptLayer::findGlow(const DrawList& list) {
+    bloom_ = 0;
+    if (!view_.camera.hdr || view_.camera.bloomIntensity <= 0) return;
+    const PixelSize half = farthest_.size();
+    Target light(half, {{Format::rgba16f}, Format::depth24});
+    glBindFramebuffer(GL_READ_FRAMEBUFFER, light_.framebuffer());
+    glReadBuffer(GL_COLOR_ATTACHMENT0);
+    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, light.framebuffer());
+    glBlitFramebuffer(0, 0, view_.size.width, view_.size.height, 0, 0, half.width, half.height,
+                      GL_COLOR_BUFFER_BIT, GL_LINEAR);
+    copyArea(farthest_.depth(), light.depth(), PixelArea::whole(half), true);
+
+    FrameBlock block = block_;
+    block.picture = {half.width, half.height, 1.0F / static_cast<float>(half.width),
+                     1.0F / static_cast<float>(half.height)};
+    studio_.uniforms.upload(block);
+    bindTexture(unitKeptDepth, depth());
+    light.bind();
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_LEQUAL);
+    Shading shading;
+    shading.waterDepth = true;
+    for (const DrawItem& item : list.moving.blended)
+        if (isFilm(item)) studio_.surfaces.draw(item, shading, view_, PixelArea::whole(view_.size));
+    studio_.uniforms.upload(block_);
+
+    studio_.development.bloom(light.colour(), view_);
+    const PixelSize quarter{std::max(1, view_.size.width / 4), std::max(1, view_.size.height / 4)};
+    if (!glow_ || !(glow_.size() == quarter)) glow_ = Target(quarter, {{Format::rgba16f}});
+    studio_.development.copyBloom(glow_);
+    bloom_ = glow_.colour();
+}
+
 void KeptLayer::develop(const PixelArea& area) {
     studio_.uniforms.upload(block_);
     picture_.bind();
@@ -223,7 +248,6 @@ void KeptLayer::drawArea(const Stage& stage, const DrawList& list, const PixelAr
         for (int x = area.x; x < area.right(); x += tileSize.width)
             drawTile(stage, list, PixelArea{x, y, tileSize.width, tileSize.height}.intersection(area));
     develop(area);
-    redrawn_ = redrawn_.united(area);
 }
 
 }  // namespace gull

@@ -40,8 +40,6 @@ class KeptLayer {
     const Target& farthest() const { return farthest_; }  ///< depth at half resolution, never too near
     unsigned bloom() const { return bloom_; }
     ReliefGrid& relief() { return relief_; }
-    /// What was drawn anew since the last call; everything at the first.
-    PixelArea takeRedrawn() { return std::exchange(redrawn_, {}); }
     const ShadowMap& shadow() const { return shadow_; }
 
   private:
@@ -51,6 +49,8 @@ class KeptLayer {
     void drawDepth(const DrawList& list, const PixelArea& area);
     void drawTile(const Stage& stage, const DrawList& list, const PixelArea& area);
     void drawArea(const Stage& stage, const DrawList& list, const PixelArea& area);
+    /// What shines over its surroundings, the sun in the sea included: that moves, but hardly from its place.
+    void findGlow(const DrawList& list);
     void develop(const PixelArea& area);
     Shading shading(const DrawList& list) const;
 
@@ -68,7 +68,6 @@ class KeptLayer {
     ContactShadows contact_;
     Target depth_;
     ReliefGrid relief_;
-    PixelArea redrawn_;
     Target farthest_;
     Target light_;
     Target tile_;

@@ -78,9 +78,6 @@ flat in vec3 shadowEye;
 flat in vec4 kMoving;
 in vec2 st;
 layout(location = 0) out vec4 outColour;
-#ifdef OUT_DISPLAY
-layout(location = 1) out vec4 outLinear;
-#endif
 void main() {
     ivec2 pixel = ivec2(gl_FragCoord.xy);
     float depth = texelFetch(keptDepth, pixel, 0).r;
@@ -101,7 +98,6 @@ void main() {
     light += body * body * lampLight(kEye.xyz + ray * along, n);
 #endif
 #ifdef OUT_DISPLAY
-    outLinear = vec4(light, lit.a);
 #ifdef BLOOM
     light += textureLod(bloom, st, 0.0).rgb * kGrade.y;
 #endif
@@ -113,26 +109,12 @@ void main() {
 }
 )glsl";
 
-// The sea's two halves of light, shaded at half resolution, over the ground at full resolution. Drawn with
-// surfaceVertex on the sea's own geometry, so that its edges and depth are exact.
+// A film made at half resolution, blended over the developed picture at full resolution. Drawn with
+// surfaceVertex on the film's own geometry, so that its edges and depth are exact.
 const std::string_view filmFragment = R"glsl(
-flat in vec4 kSurface;
-uniform sampler2D source;      // light of bottomless water, at half resolution
-uniform sampler2D keptShade;   // root of the part from within
-uniform sampler2D keptLit;     // what lies below, in scene light
-uniform sampler2D keptDepth;
+uniform sampler2D source;
 layout(location = 0) out vec4 outColour;
-void main() {
-    ivec2 pixel = ivec2(gl_FragCoord.xy);
-    vec2 at = gl_FragCoord.xy * kPicture.xy;
-    float ground = texelFetch(keptDepth, pixel, 0).r;
-    float thickness = max(axisDistance(ground) - axisDistance(gl_FragCoord.z), 0.0);
-    vec4 whole = textureLod(source, at, 0.0);
-    vec4 within = textureLod(keptShade, at, 0.0);
-    vec4 film = filmOver(whole.rgb, within.rgb * within.rgb, within.a, whole.a, thickness, kSurface.w);
-    vec3 light = texelFetch(keptLit, pixel, 0).rgb * (1.0 - film.a) + film.rgb;
-    outColour = vec4(developed(light, gl_FragCoord.xy), 1.0);
-}
+void main() { outColour = textureLod(source, gl_FragCoord.xy * kPicture.xy, 0.0); }
 )glsl";
 
 const std::string_view farthestFragment = R"glsl(

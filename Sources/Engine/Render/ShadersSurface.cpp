@@ -102,16 +102,16 @@ uniform sampler2D normalMap;
 uniform sampler2D multiplyMap;
 uniform samplerCube environment;
 uniform sampler2D occlusionMap;
-#ifdef WATER_DEPTH
+#if defined(WATER_DEPTH) || defined(OUT_FILM)
 uniform sampler2D keptDepth;
 #endif
 
 #ifdef OUT_FILM
+uniform sampler2D keptLit;
 #ifdef BLOOM
 uniform sampler2D bloom;
 #endif
-layout(location = 0) out vec4 outWhole;   // of bottomless water, w: share of light that is mirrored
-layout(location = 1) out vec4 outWithin;  // of that, root of what comes from within, w: alpha
+layout(location = 0) out vec4 outFilm;  // what is added to the developed picture, w: what it is scaled by first
 #elif defined(OUT_KEPT)
 layout(location = 0) out vec4 outLit;
 layout(location = 1) out vec4 outShade;    // w: how far the sun's shadow covers it
@@ -119,9 +119,6 @@ layout(location = 2) out vec4 outSurface;  // albedo that a lamp lights, w: 1
 layout(location = 3) out vec4 outNormal;
 #else
 layout(location = 0) out vec4 outColour;
-#ifdef OUT_DISPLAY
-layout(location = 1) out vec4 outLinear;
-#endif
 #endif
 
 #ifdef NORMAL_MAP
@@ -129,7 +126,12 @@ layout(location = 1) out vec4 outLinear;
 // T = dp1 x-scaled by du, B by dv, both orthogonal to the normal's cross products.
 // w: length of the averaged normal, below 1 where the map's detail is smaller than a pixel.
 vec4 bentNormal(vec3 n) {
+#ifdef OUT_FILM
+    // As fine as at full resolution: the glints of the sun are in the detail.
+    vec3 sampled = texture(normalMap, normalAt, -1.0).xyz * 2.0 - 1.0;
+#else
     vec3 sampled = texture(normalMap, normalAt).xyz * 2.0 - 1.0;
+#endif
     float kept = clamp(length(sampled), 0.05, 1.0);
     vec3 dp1 = dFdx(position), dp2 = dFdy(position);
     vec2 duv1 = dFdx(normalAt), duv2 = dFdy(normalAt);
@@ -259,26 +261,34 @@ void main() {
     vec3 within = min((scattered + sunBody + kEmission.rgb) * kMultiply.rgb, vec3(kMultiply.w));
     vec3 top = min((mirrored + sunGlint) * kMultiply.rgb, vec3(kMultiply.w));
     float mirror = f0.x * share.x + share.y;
-#ifdef OUT_FILM
     within *= 1.0 - mirror;
-    // Fog commutes with the mixing that follows when both parts carry their share of it.
-    vec3 whole = mix(within + top, kFog.rgb, fog);
-    within = mix(within, kFog.rgb * (1.0 - mirror), fog);
-#ifdef BLOOM
-    whole += textureLod(bloom, gl_FragCoord.xy * kPicture.xy * 2.0, 0.0).rgb * kGrade.y;
-#endif
-    outWhole = vec4(whole, mirror);
-    outWithin = vec4(sqrt(within), alpha);
-    return;
-#else
     float thickness = 1e3;
-#ifdef WATER_DEPTH
+#ifdef OUT_FILM
+    float ground = texelFetch(keptDepth, ivec2(gl_FragCoord.xy), 0).r;
+    thickness = max(axisDistance(ground) - axisDistance(gl_FragCoord.z), 0.0);
+#elif defined(WATER_DEPTH)
     float ground = textureLod(keptDepth, (gl_FragCoord.xy + kTile.xy) * kPicture.xy, 0.0).r;
     thickness = max(axisDistance(ground) - axisDistance(gl_FragCoord.z), 0.0);
 #endif
-    vec4 film = filmOver(within * (1.0 - mirror) + top, within * (1.0 - mirror), alpha, mirror, thickness, kSurface.w);
+    vec4 film = filmOver(within + top, within, alpha, mirror, thickness, kSurface.w);
     alpha = film.a;
     vec3 colour = mix(film.rgb, kFog.rgb * alpha, fog);
+#ifdef OUT_FILM
+    // Developed with and without the film, from the mean of the ground here. How that scales the ground's finer
+    // detail follows from the curve's slope, taken as value over light as on any power's curve.
+    vec2 at = gl_FragCoord.xy * kPicture.xy * 2.0;
+    vec3 dry = textureLod(keptLit, at, 0.0).rgb;
+    vec3 wet = dry * (1.0 - alpha) + colour;
+#ifdef BLOOM
+    vec3 glow = textureLod(bloom, at, 0.0).rgb * kGrade.y;
+    dry += glow;
+    wet += glow;
+#endif
+    vec3 below = developed(dry, gl_FragCoord.xy * 2.0), above = developed(wet, gl_FragCoord.xy * 2.0);
+    vec3 gain = above / max(below, vec3(1e-3));
+    float scale = (1.0 - alpha) * luminance(gain) * luminance(dry) / max(luminance(wet), 1e-4);
+    scale = clamp(scale, 0.0, min(min(gain.r, gain.g), min(gain.b, 1.0)));
+    outFilm = vec4(above - below * scale, scale);
 #endif
 #else
     vec3 shade = min((scattered + mirrored + kEmission.rgb) * kMultiply.rgb, vec3(kMultiply.w));
@@ -307,7 +317,6 @@ void main() {
 #else
     outColour = vec4(developed(straight, gl_FragCoord.xy + kTile.xy) * alpha, alpha);
 #endif
-    outLinear = vec4(colour, alpha);
 #else
     outColour = vec4(colour, alpha);
 #endif

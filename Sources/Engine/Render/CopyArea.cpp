@@ -1,20 +1,10 @@
-#include "Engine/Render/FrameTarget.h"
+#include "Engine/Render/CopyArea.h"
+
+#include "Engine/Render/GlObjects.h"
 
 #include <epoxy/gl.h>
 
 namespace gull {
-
-FrameTarget::FrameTarget(const PixelSize& size)
-    : both_(size, {{Format::rgba8, Format::rgba16f}, Format::depth24}), pictureOnly_(GlFramebuffer::make()) {
-    glBindFramebuffer(GL_FRAMEBUFFER, pictureOnly_.name());
-    glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, picture(), 0);
-    glFramebufferTexture2D(GL_FRAMEBUFFER, GL_DEPTH_ATTACHMENT, GL_TEXTURE_2D, depth(), 0);
-}
-
-void FrameTarget::bindPicture() const {
-    glBindFramebuffer(GL_FRAMEBUFFER, pictureOnly_.name());
-    glViewport(0, 0, size().width, size().height);
-}
 
 void copyArea(unsigned from, unsigned to, const PixelArea& area, bool depth) {
     if (area.empty()) return;
