@@ -10,7 +10,8 @@ namespace gull {
 Overlay::Overlay(const ScreenPass& screen)
     : screen_(screen), program_("overlay", shaders::fullScreen, shaders::overlayFragment) {}
 
-void Overlay::draw(const unsigned char* pixels, int strideBytes, const PixelSize& size, PixelRect dirty) {
+void Overlay::draw(const unsigned char* pixels, int strideBytes, const PixelSize& size,
+                   std::vector<PixelRect> changed, const std::vector<PixelRect>& coverage) {
     if (!texture_ || !(size_ == size)) {
         texture_ = GlTexture::make();
         size_ = size;
@@ -19,9 +20,10 @@ void Overlay::draw(const unsigned char* pixels, int strideBytes, const PixelSize
                      nullptr);
         glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
         glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
-        dirty = {0, 0, size.width, size.height};
+        changed = {{0, 0, size.width, size.height}};
     }
-    if (dirty.width > 0 && dirty.height > 0) {
+    for (const PixelRect& dirty : changed) {
+        if (dirty.width <= 0 || dirty.height <= 0) continue;
         bindTexture(unitUpload, texture_.name());
         glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
         glPixelStorei(GL_UNPACK_ROW_LENGTH, strideBytes / 4);
@@ -35,7 +37,12 @@ void Overlay::draw(const unsigned char* pixels, int strideBytes, const PixelSize
     glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
     bindTexture(unitSource, texture_.name());
     program_.use();
-    screen_.draw(program_);
+    glEnable(GL_SCISSOR_TEST);
+    for (const PixelRect& part : coverage) {
+        glScissor(part.x, size.height - part.y - part.height, part.width, part.height);
+        screen_.draw(program_);
+    }
+    glDisable(GL_SCISSOR_TEST);
 }
 
 }  // namespace gull

@@ -4,6 +4,8 @@
 #include "Engine/Render/Target.h"
 #include "Engine/Stage/Texture.h"
 
+#include <vector>
+
 namespace gull {
 
 /// A picture drawn on the CPU and laid over the frame.
@@ -11,9 +13,11 @@ class Overlay {
   public:
     explicit Overlay(const ScreenPass& screen);
 
-    /// Blends `pixels` (premultiplied B G R A, top row first) over the bound framebuffer of `size`; only
-    /// `dirty` (origin top left) is uploaded, everything when the size is new.
-    void draw(const unsigned char* pixels, int strideBytes, const PixelSize& size, PixelRect dirty);
+    /// Blends the part of `pixels` (premultiplied B G R A, top row first) within `coverage` (origin top left,
+    /// no two of them overlap) over the bound framebuffer of `size`; only `changed` is uploaded, everything
+    /// when the size is new.
+    void draw(const unsigned char* pixels, int strideBytes, const PixelSize& size,
+              std::vector<PixelRect> changed, const std::vector<PixelRect>& coverage);
 
   private:
     const ScreenPass& screen_;

@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <stdexcept>
 #include <string_view>
+#include <vector>
 
 namespace gull {
 
@@ -79,11 +80,15 @@ void Renderer::draw(const Stage& stage, const Size& size, unsigned framebuffer, 
     impl_->framebuffer = framebuffer;
 }
 
-void Renderer::drawOverlay(const unsigned char* pixels, int strideBytes, const Size& size, int dirtyX,
-                           int dirtyY, int dirtyWidth, int dirtyHeight) {
+void Renderer::drawOverlay(const unsigned char* pixels, int strideBytes, const Size& size,
+                           std::span<const Area> changed, std::span<const Area> coverage) {
     glBindFramebuffer(GL_FRAMEBUFFER, impl_->framebuffer);
-    impl_->overlay.draw(pixels, strideBytes, {size.width, size.height},
-                        {dirtyX, dirtyY, dirtyWidth, dirtyHeight});
+    auto rects = [](std::span<const Area> areas) {
+        std::vector<PixelRect> result;
+        for (const Area& area : areas) result.push_back({area.x, area.y, area.width, area.height});
+        return result;
+    };
+    impl_->overlay.draw(pixels, strideBytes, {size.width, size.height}, rects(changed), rects(coverage));
 }
 
 Image Renderer::readBack(const Size& size) {

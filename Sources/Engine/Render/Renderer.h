@@ -4,6 +4,7 @@
 #include "Engine/Stage/Stage.h"
 
 #include <memory>
+#include <span>
 #include <string>
 
 namespace gull {
@@ -33,6 +34,13 @@ class Renderer {
         int height = 0;
         bool operator==(const Size&) const = default;
     };
+    /// Of a picture, pixels from the top left.
+    struct Area {
+        int x = 0;
+        int y = 0;
+        int width = 0;
+        int height = 0;
+    };
 
     /// Compiles what every frame needs. Throws std::runtime_error with a readable message when the context
     /// lacks something (OpenGL 3.3) or a program does not compile.
@@ -55,9 +63,9 @@ class Renderer {
     bool settled() const;
 
     /// Blends a premultiplied B G R A picture of the window's size over the framebuffer drawn last.
-    /// `dirtyX`.. say which part changed since the last call (uploaded); an empty part uploads nothing.
-    void drawOverlay(const unsigned char* pixels, int strideBytes, const Size& size, int dirtyX, int dirtyY,
-                     int dirtyWidth, int dirtyHeight);
+    /// `changed`: where it differs from the last call's; `coverage`: outside of it the picture is clear.
+    void drawOverlay(const unsigned char* pixels, int strideBytes, const Size& size,
+                     std::span<const Area> changed, std::span<const Area> coverage);
 
     /// Draws `stage` off screen at the full tier, 4x multisampled, complete, and returns the picture. A stage
     /// without background gives a transparent one. The kept layer of the window is left alone.

@@ -138,15 +138,14 @@ struct AppDelegate::Parts final : WindowCommands {
 
     void drawOverlay() {
         const auto& changed = overlay.update(loop.now(), window.width(), window.height(), window.scale());
-        int left = window.pixelWidth(), top = window.pixelHeight(), right = 0, bottom = 0;
-        for (const Overlay::Area& area : changed) {
-            left = std::min(left, area.x);
-            top = std::min(top, area.y);
-            right = std::max(right, area.x + area.width);
-            bottom = std::max(bottom, area.y + area.height);
-        }
-        renderer.drawOverlay(overlay.pixels(), overlay.strideBytes(), pixelSize(), left, top,
-                             std::max(0, right - left), std::max(0, bottom - top));
+        const auto areas = [](const std::vector<Overlay::Area>& from) {
+            std::vector<Renderer::Area> result;
+            for (const Overlay::Area& area : from)
+                result.push_back({area.x, area.y, area.width, area.height});
+            return result;
+        };
+        renderer.drawOverlay(overlay.pixels(), overlay.strideBytes(), pixelSize(), areas(changed),
+                             areas(overlay.coverage()));
     }
 
     void chooseTier(double interval) {

@@ -122,7 +122,8 @@ TEST_F(WindowPicture, TheOverlayLiesOnTopAndKeepsWhatWasNotDirty) {
         pixels[x * 4 + 2] = pixels[x * 4 + 3] = 255;
         pixels[(8 + x) * 4 + 3] = 128;
     }
-    renderer->drawOverlay(pixels.data(), 32, {8, 8}, 0, 0, 8, 8);
+    const Renderer::Area all[] = {{0, 0, 8, 8}}, secondRow[] = {{0, 1, 8, 1}};
+    renderer->drawOverlay(pixels.data(), 32, {8, 8}, all, all);
     Image image = renderer->readBack({8, 8});
     EXPECT_EQ(image.at(3, 0)[0], 255);
     EXPECT_EQ(image.at(3, 0)[1], 0);
@@ -130,7 +131,7 @@ TEST_F(WindowPicture, TheOverlayLiesOnTopAndKeepsWhatWasNotDirty) {
     EXPECT_GE(image.at(3, 4)[1], 254);
     std::fill(pixels.begin(), pixels.end(), static_cast<unsigned char>(0));
     renderer->draw(flat.stage, {8, 8}, window.framebuffer(), true);
-    renderer->drawOverlay(pixels.data(), 32, {8, 8}, 0, 1, 8, 1);
+    renderer->drawOverlay(pixels.data(), 32, {8, 8}, secondRow, all);
     image = renderer->readBack({8, 8});
     EXPECT_EQ(image.at(3, 0)[1], 0) << "not dirty: as it was uploaded";
     EXPECT_GE(image.at(3, 1)[1], 254) << "cleared";
