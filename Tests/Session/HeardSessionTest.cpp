@@ -85,7 +85,7 @@ class HeardSession : public testing::Test {
     static constexpr double seconds = 5;
 
     /// The sound of the last seconds of a game in which the coil rests at `point`. The window is half its
-    /// size: small enough for sixty frames a second anywhere.
+    /// size, so that a software rasteriser comes nearer to sixty frames a second.
     std::vector<float> listen(const PlayersMap& map, const PlotPoint& point) {
         const auto capture = home_.path() / "capture.raw";
         Environment environment = desktop_.environment(home_.path());

@@ -124,7 +124,6 @@ struct AppDelegate::Parts final : WindowCommands {
 
     void drawFrame() {
         const double start = loop.now();
-        game.world().reduceMotion = settings.reduceMotion();
         surface.setCovered(overlay.wantsInput());
         drawScene();
         drawOverlay();
