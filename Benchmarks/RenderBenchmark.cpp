@@ -52,7 +52,7 @@ void frameAtRest(benchmark::State& state) {
         play.draw(false);
     }
 }
-BENCHMARK(frameAtRest)->ArgName("full")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(frameAtRest)->ArgName("full")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
 
 /// The trail reaches the picture every third frame.
 void frameSweeping(benchmark::State& state) {
@@ -62,7 +62,7 @@ void frameSweeping(benchmark::State& state) {
         play.draw(false);
     }
 }
-BENCHMARK(frameSweeping)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(frameSweeping)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
 
 void keptLayer(benchmark::State& state) {
     Play play(RenderTier::fast);
@@ -71,13 +71,13 @@ void keptLayer(benchmark::State& state) {
         play.draw(true);
     }
 }
-BENCHMARK(keptLayer)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(keptLayer)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
 
 void snapshot(benchmark::State& state) {
     Play play(RenderTier::fast);
     for (auto _ : state) benchmark::DoNotOptimize(play.renderer.snapshot(play.scene.stage(), {1400, 900}));
 }
-BENCHMARK(snapshot)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(snapshot)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
 
 }  // namespace
 }  // namespace gull
