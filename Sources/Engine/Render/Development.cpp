@@ -12,10 +12,7 @@ namespace gull {
 Development::Development(const ScreenPass& screen)
     : screen_(screen),
       bright_("bright pass", shaders::fullScreen, shaders::brightFragment),
-      blur_("glow", shaders::fullScreen, shaders::blurFragment),
-      plain_("plain film", shaders::fullScreen, shaders::gradeFragment, {"PLAIN_FILM"}),
-      graded_("film", shaders::fullScreen, shaders::gradeFragment),
-      gradedWithBloom_("film with glow", shaders::fullScreen, shaders::gradeFragment, {"BLOOM"}) {}
+      blur_("glow", shaders::fullScreen, shaders::blurFragment) {}
 
 unsigned Development::bloom(unsigned light, const View& view) {
     const Camera& camera = view.camera;
@@ -56,12 +53,21 @@ void Development::copyBloom(const Target& to) const {
     glow_.resolve(0, PixelArea::whole(glow_.size()), to, 0, 0, 0);
 }
 
-void Development::develop(unsigned light, unsigned bloom, const View& view) {
-    const Program& program = !view.camera.hdr ? plain_ : bloom != 0 ? gradedWithBloom_ : graded_;
+void Development::develop(unsigned light, unsigned bloom, unsigned paint, const View& view) {
+    std::vector<std::string> defines;
+    if (!view.camera.hdr) defines.emplace_back("PLAIN_FILM");
+    if (bloom != 0) defines.emplace_back("BLOOM");
+    if (paint != 0) defines.emplace_back("PAINT");
+    auto found = films_.find(defines);
+    if (found == films_.end())
+        found = films_.emplace(defines, Program("film", shaders::fullScreen, shaders::gradeFragment, defines))
+                    .first;
+    const Program& program = found->second;
     glDisable(GL_DEPTH_TEST);
     glDisable(GL_BLEND);
     bindTexture(unitSource, light);
     if (bloom != 0) bindTexture(unitBloom, bloom);
+    if (paint != 0) bindTexture(unitKeptPaint, paint);
     program.use();
     screen_.draw(program);
 }

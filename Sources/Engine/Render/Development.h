@@ -5,6 +5,10 @@
 #include "Engine/Render/Target.h"
 #include "Engine/Render/View.h"
 
+#include <map>
+#include <string>
+#include <vector>
+
 namespace gull {
 
 /// From scene light to a finished picture: bloom, film curve, vignette, grading, encoding and dither, as the
@@ -18,16 +22,15 @@ class Development {
     unsigned bloom(unsigned light, const View& view);
     /// Copies the last bloom into `to`, a target of its size.
     void copyBloom(const Target& to) const;
-    /// Develops `light` with `bloom` (may be 0) into the bound target, within its scissor rectangle.
-    void develop(unsigned light, unsigned bloom, const View& view);
+    /// Develops `light` with `bloom` and dimmed by `paint` (either may be 0) into the bound target, within
+    /// its scissor rectangle.
+    void develop(unsigned light, unsigned bloom, unsigned paint, const View& view);
 
   private:
     const ScreenPass& screen_;
     Program bright_;
     Program blur_;
-    Program plain_;
-    Program graded_;
-    Program gradedWithBloom_;
+    std::map<std::vector<std::string>, Program> films_;  ///< by their defines
     Target glow_;
     Target blurred_;
 };

@@ -69,13 +69,14 @@ FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept) {
     bindTexture(unitKeptNormal, kept.light().colour(3));
     bindTexture(unitKeptDepth, kept.depth());
     bindTexture(unitBloom, kept.bloom());
+    bindTexture(unitKeptPaint, kept.paint());
     return frame;
 }
 
 void FramePainter::relight(const Frame& frame, const KeptLayer& kept, bool display) {
-    bool bloom = display && kept.bloom() != 0, plain = !frame.view.camera.hdr;
-    int key =
-        (frame.shadow ? 1 : 0) + frame.lamps * 32 + (bloom ? 4 : 0) + (display ? 8 : 0) + (plain ? 16 : 0);
+    bool bloom = display && kept.bloom() != 0, plain = !frame.view.camera.hdr, paint = kept.paint() != 0;
+    int key = (frame.shadow ? 1 : 0) + frame.lamps * 64 + (bloom ? 4 : 0) + (display ? 8 : 0) +
+              (plain ? 16 : 0) + (paint ? 32 : 0);
     auto found = relightPrograms_.find(key);
     if (found == relightPrograms_.end()) {
         std::vector<std::string> defines;
@@ -84,6 +85,7 @@ void FramePainter::relight(const Frame& frame, const KeptLayer& kept, bool displ
         if (bloom) defines.emplace_back("BLOOM");
         if (display) defines.emplace_back("OUT_DISPLAY");
         if (plain) defines.emplace_back("PLAIN_FILM");
+        if (paint) defines.emplace_back("PAINT");
         found =
             relightPrograms_
                 .emplace(key, Program("relight", shaders::relightVertex, shaders::relightFragment, defines))
@@ -123,7 +125,7 @@ const Target& FramePainter::drawFull(const Stage& stage, KeptLayer& kept) {
 
     unsigned bloom = studio_.development.bloom(light_.colour(), frame.view);
     picture_.bind();
-    studio_.development.develop(light_.colour(), bloom, frame.view);
+    studio_.development.develop(light_.colour(), bloom, 0, frame.view);
     return picture_;
 }
 

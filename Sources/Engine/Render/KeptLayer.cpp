@@ -79,6 +79,7 @@ void KeptLayer::prepare(const Stage& stage, DrawList& list) {
     studio_.uniforms.upload(block_);
     shadow_.bind(unitSunShadow);
     contact_.bind();
+    paint_.begin(list.kept.opaque, view_.size);
 }
 
 bool KeptLayer::build(const Stage& stage, double budget) {
@@ -203,23 +204,36 @@ void KeptLayer::findGlow(const DrawList& list) {
 
 void KeptLayer::develop(const PixelArea& area) {
     studio_.uniforms.upload(block_);
+    paint_.draw(view_, area, light_.colour(2), depth());
     picture_.bind();
     glEnable(GL_SCISSOR_TEST);
     glScissor(area.x, area.y, area.width, area.height);
-    studio_.development.develop(light_.colour(0), bloom_, view_);
+    studio_.development.develop(light_.colour(0), bloom_, paint(), view_);
+
     glDisable(GL_SCISSOR_TEST);
 }
 
 bool KeptLayer::refresh(const Stage& stage) {
     if (stage.keptSerial() == serial_) return true;
-    auto boxes = stage.keptChangesSince(serial_);
-    if (!boxes || !complete()) return false;
+    auto changes = stage.keptChangesSince(serial_);
+    if (!changes || !complete()) return false;
+    serial_ = stage.keptSerial();
+    std::erase_if(*changes, [this](const Stage::KeptChange& change) {
+        if (change.onlyPaint)
+            develop(view_.area(change.box).grown(2).intersection(PixelArea::whole(view_.size)));
+        return change.onlyPaint;
+    });
+    if (!changes->empty()) redraw(stage, *changes);
+    return true;
+}
+
+void KeptLayer::redraw(const Stage& stage, const std::vector<Stage::KeptChange>& changes) {
     PixelArea whole = PixelArea::whole(view_.size), area;
     DrawList list;
     prepare(stage, list);
     std::uint64_t casters = casterHash(list.kept);
     bool recast = casters != casters_ && list.sun.light && list.sun.light->castsShadow;
-    for (const Box& box : *boxes) {
+    for (const auto& [serial, box, onlyPaint] : changes) {
         Box reach = box;
         // What came or went throws its shadow elsewhere than where it stands.
         for (int corner = 0; recast && corner < 4; ++corner) {
@@ -230,13 +244,11 @@ bool KeptLayer::refresh(const Stage& stage) {
         area = area.united(view_.area(reach).grown(2));
     }
     area = area.intersection(whole);
-    serial_ = stage.keptSerial();
-    if (area.empty()) return true;
+    if (area.empty()) return;
     casters_ = casters;
     if (recast) shadow_.draw({&list.kept}, list.sun.matrix, list.sun.light->shadowMapSize, studio_.sunDepth);
     drawArea(stage, list, area);
     if (recast) relief_.read(depth_, view_, list.sun.toward);
-    return true;
 }
 
 void KeptLayer::drawArea(const Stage& stage, const DrawList& list, const PixelArea& area) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Engine/Render/PaintLayer.h"
 #include "Engine/Render/ReliefGrid.h"
 #include "Engine/Render/Studio.h"
 
@@ -14,7 +15,8 @@ namespace gull {
 /// milliseconds, and a changed part is drawn again alone.
 class KeptLayer {
   public:
-    explicit KeptLayer(Studio& studio) : studio_(studio), contact_(studio.screen, studio.options) {}
+    explicit KeptLayer(Studio& studio)
+        : studio_(studio), contact_(studio.screen, studio.options), paint_(studio.textures) {}
 
     /// Forgets everything and starts to build what `stage` keeps, seen through `view`.
     void begin(const Stage& stage, const View& view);
@@ -33,12 +35,13 @@ class KeptLayer {
     bool showsContent(const Stage& stage) const;
     const View& view() const { return view_; }
 
-    const Target& light() const { return light_; }      ///< lit, shade, surface, normal
+    const Target& light() const { return light_; }      ///< lit, shade, surface, normal; all without paint
     const Target& picture() const { return picture_; }  ///< developed
     unsigned depth() const { return depth_.depth(); }
     const Target& depthTarget() const { return depth_; }
     const Target& farthest() const { return farthest_; }  ///< depth at half resolution, never too near
     unsigned bloom() const { return bloom_; }
+    unsigned paint() const { return paint_.texture(); }
     ReliefGrid& relief() { return relief_; }
     const ShadowMap& shadow() const { return shadow_; }
 
@@ -48,9 +51,11 @@ class KeptLayer {
     void prepare(const Stage& stage, DrawList& list);
     void drawDepth(const DrawList& list, const PixelArea& area);
     void drawTile(const Stage& stage, const DrawList& list, const PixelArea& area);
+    void redraw(const Stage& stage, const std::vector<Stage::KeptChange>& changes);
     void drawArea(const Stage& stage, const DrawList& list, const PixelArea& area);
     /// What shines over its surroundings, the sun in the sea included: that moves, but hardly from its place.
     void findGlow(const DrawList& list);
+    /// Lays the paint on and makes the picture.
     void develop(const PixelArea& area);
     Shading shading(const DrawList& list) const;
 
@@ -70,6 +75,7 @@ class KeptLayer {
     ReliefGrid relief_;
     Target farthest_;
     Target light_;
+    PaintLayer paint_;
     Target tile_;
     Target picture_;
     Target glow_;  ///< keeps the bloom, which the development's own buffers do not

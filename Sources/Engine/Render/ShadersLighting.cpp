@@ -72,6 +72,9 @@ uniform sampler2DShadow movingShadow;
 #ifdef BLOOM
 uniform sampler2D bloom;
 #endif
+#ifdef PAINT
+uniform sampler2D keptPaint;
+#endif
 in vec3 ray;
 in vec3 shadowRay;
 flat in vec3 shadowEye;
@@ -96,6 +99,10 @@ void main() {
     vec3 body = texelFetch(keptSurface, pixel, 0).rgb;
     vec3 n = texelFetch(keptNormal, pixel, 0).xyz * 2.0 - 1.0;
     light += body * body * lampLight(kEye.xyz + ray * along, n);
+#endif
+#ifdef PAINT
+    vec3 paint = texelFetch(keptPaint, pixel, 0).rgb;
+    light *= paint * paint;
 #endif
 #ifdef OUT_DISPLAY
 #ifdef BLOOM

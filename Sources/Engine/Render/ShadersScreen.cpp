@@ -24,7 +24,7 @@ void main() {
     outColour = vec4(c, 1.0);
 #ifdef OUT_KEPT
     outShade = vec4(c, 0.0);
-    outSurface = vec4(0.0, 0.0, 0.0, 1.0);
+    outSurface = vec4(0.0);
     outNormal = vec4(0.5, 1.0, 0.5, 1.0);
 #endif
 }
@@ -176,10 +176,17 @@ uniform sampler2D source;
 #ifdef BLOOM
 uniform sampler2D bloom;
 #endif
+#ifdef PAINT
+uniform sampler2D keptPaint;
+#endif
 out vec4 outColour;
 void main() {
     vec4 c = textureLod(source, st, 0.0);
     vec3 light = c.a > 0.0 ? c.rgb / c.a : c.rgb;
+#ifdef PAINT
+    vec3 paint = textureLod(keptPaint, st, 0.0).rgb;
+    light *= paint * paint;
+#endif
 #ifdef BLOOM
     light += textureLod(bloom, st, 0.0).rgb * kGrade.y;
 #endif

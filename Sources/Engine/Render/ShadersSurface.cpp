@@ -115,7 +115,7 @@ layout(location = 0) out vec4 outFilm;  // what is added to the developed pictur
 #elif defined(OUT_KEPT)
 layout(location = 0) out vec4 outLit;
 layout(location = 1) out vec4 outShade;    // w: how far the sun's shadow covers it
-layout(location = 2) out vec4 outSurface;  // albedo that a lamp lights, w: 1
+layout(location = 2) out vec4 outSurface;  // albedo that a lamp lights, w: share of the light that paint dims
 layout(location = 3) out vec4 outNormal;
 #else
 layout(location = 0) out vec4 outColour;
@@ -308,7 +308,13 @@ void main() {
 #elif defined(OUT_KEPT)
     outLit = vec4(lit, 1.0);
     outShade = vec4(shade, cover);
-    outSurface = vec4(sqrt(body * (1.0 - fog) * opening), 1.0);
+#ifdef PAINTED
+    vec3 dimmed = (scattered + sunBody * (1.0 - kSun.w * cover)) * kMultiply.rgb * (1.0 - fog);
+    float paint = clamp(luminance(dimmed) / max(luminance(lit), 1e-4), 0.0, 1.0);
+#else
+    float paint = 0.0;
+#endif
+    outSurface = vec4(sqrt(body * (1.0 - fog) * opening), paint);
     outNormal = vec4(n * 0.5 + 0.5, 1.0);
 #elif defined(OUT_DISPLAY)
     vec3 straight = alpha > 0.0 ? colour / alpha : colour;
@@ -338,6 +344,39 @@ void main() {
     gl_Position = frame.viewProjection * world;
 }
 #endif
+)glsl";
+
+const std::string_view paintVertex = R"glsl(
+layout(location = 0) in vec3 inPosition;
+layout(location = 2) in vec2 inUv0;
+layout(location = 3) in vec2 inUv1;
+uniform mat4 model;
+uniform vec4 place;  // xy: scale, zw: offset
+uniform vec2 shape;  // which coordinates, intensity
+invariant gl_Position;
+out vec2 at;
+flat out float strength;
+void main() {
+    vec4 world = model * vec4(inPosition, 1.0);
+    gl_Position = frame.viewProjection * world;
+    at = (shape.x > 0.5 ? inUv1 : inUv0) * place.xy + place.zw;
+    strength = shape.y;
+}
+)glsl";
+
+const std::string_view paintFragment = R"glsl(
+in vec2 at;
+flat in float strength;
+uniform sampler2D multiplyMap;
+uniform sampler2D keptSurface;
+uniform sampler2D keptDepth;
+layout(location = 0) out vec4 outColour;
+void main() {
+    ivec2 pixel = ivec2(gl_FragCoord.xy);
+    if (gl_FragCoord.z > texelFetch(keptDepth, pixel, 0).r + 2e-6) discard;
+    vec3 paint = decoded(texture(multiplyMap, at).rgb);
+    outColour = vec4(sqrt(mix(vec3(1.0), paint, strength * texelFetch(keptSurface, pixel, 0).w)), 1.0);
+}
 )glsl";
 
 const std::string_view depthFragment = R"glsl(

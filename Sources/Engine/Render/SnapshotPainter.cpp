@@ -77,7 +77,7 @@ Target SnapshotPainter::draw(const Stage& stage, const PixelSize& size) {
     unsigned bloom = studio_.development.bloom(light.colour(), view);
     Target picture(size, {{Format::rgba8}});
     picture.bind();
-    studio_.development.develop(light.colour(), bloom, view);
+    studio_.development.develop(light.colour(), bloom, 0, view);
     return picture;
 }
 

@@ -92,7 +92,8 @@ const Program& SurfacePainter::program(const DrawItem& item, const Shading& shad
     const std::pair<bool, const char*> switches[] = {
         {static_cast<bool>(material.diffuseMap), "DIFFUSE_MAP"},
         {shaded && material.normalMap, "NORMAL_MAP"},
-        {static_cast<bool>(material.multiplyMap), "MULTIPLY_MAP"},
+        {material.multiplyMap && shading.output != Shading::Output::kept, "MULTIPLY_MAP"},
+        {material.multiplyMap && shading.output == Shading::Output::kept, "PAINTED"},
         {isFilm(item), "SMOOTH"},
         {item.blended && material.blend == Material::Blend::add, "ADDED"},
         {shaded && shading.sunShadow && !item.blended, "SUN_SHADOW"},

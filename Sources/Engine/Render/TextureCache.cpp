@@ -60,16 +60,19 @@ TextureCache::TextureCache() {
         glGetFloatv(GL_MAX_TEXTURE_MAX_ANISOTROPY_EXT, &anisotropy);
         anisotropy = std::min(anisotropy, 2.0F);
     }
-    for (unsigned i = 0; i < 8; ++i) {
+    for (unsigned i = 0; i < 12; ++i) {
         samplers_[i] = GlSampler::make();
         GLuint sampler = samplers_[i].name();
-        bool quick = (i & 4U) != 0;
+        auto filter = static_cast<Filter>(i / 4);
         glSamplerParameteri(sampler, GL_TEXTURE_MIN_FILTER,
-                            quick ? GL_LINEAR_MIPMAP_NEAREST : GL_LINEAR_MIPMAP_LINEAR);
+                            filter == Filter::base    ? GL_LINEAR
+                            : filter == Filter::quick ? GL_LINEAR_MIPMAP_NEAREST
+                                                      : GL_LINEAR_MIPMAP_LINEAR);
         glSamplerParameteri(sampler, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
         glSamplerParameteri(sampler, GL_TEXTURE_WRAP_S, i & 1U ? GL_REPEAT : GL_CLAMP_TO_EDGE);
         glSamplerParameteri(sampler, GL_TEXTURE_WRAP_T, i & 2U ? GL_REPEAT : GL_CLAMP_TO_EDGE);
-        if (anisotropy > 1 && !quick) glSamplerParameterf(sampler, GL_TEXTURE_MAX_ANISOTROPY_EXT, anisotropy);
+        if (anisotropy > 1 && filter == Filter::fine)
+            glSamplerParameterf(sampler, GL_TEXTURE_MAX_ANISOTROPY_EXT, anisotropy);
     }
 }
 
@@ -82,8 +85,12 @@ void TextureCache::bind(int unit, const std::shared_ptr<Texture>& texture, Wrap 
     }
     glActiveTexture(GL_TEXTURE0 + static_cast<GLenum>(unit));
     glBindTexture(GL_TEXTURE_2D, entry.texture.name());
+    if (filter != Filter::base && !entry.hasMipmaps) {
+        glGenerateMipmap(GL_TEXTURE_2D);
+        entry.hasMipmaps = true;
+    }
     unsigned sampler = (wrapS == Wrap::repeat ? 1U : 0U) + (wrapT == Wrap::repeat ? 2U : 0U) +
-                       (filter == Filter::quick ? 4U : 0U);
+                       static_cast<unsigned>(filter) * 4;
     glBindSampler(static_cast<GLuint>(unit), samplers_[sampler].name());
 }
 
@@ -106,7 +113,7 @@ void TextureCache::upload(Entry& entry, const Texture& texture) {
                             rect.height, GL_RGBA, GL_UNSIGNED_BYTE, pixels.data());
         }
     }
-    glGenerateMipmap(GL_TEXTURE_2D);
+    entry.hasMipmaps = false;
     entry.version = texture.version();
 }
 

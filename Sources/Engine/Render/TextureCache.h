@@ -17,7 +17,8 @@ class TextureCache {
   public:
     TextureCache();
 
-    enum class Filter { fine, quick };
+    /// base: the full-size image alone, smoothed.
+    enum class Filter { fine, quick, base };
 
     /// Binds `texture` and a sampler for `wrapS`, `wrapT` to `unit`. `quick`: only the nearest mipmap, for
     /// what is drawn every frame without a GPU.
@@ -33,11 +34,12 @@ class TextureCache {
         std::weak_ptr<Texture> owner;
         GlTexture texture;
         std::uint64_t version = 0;
+        bool hasMipmaps = false;  ///< of this version
     };
     void upload(Entry& entry, const Texture& texture);
 
     std::unordered_map<std::uint64_t, Entry> entries_;  ///< by Texture::id()
-    GlSampler samplers_[8];                             ///< bit 0: repeat in s, bit 1: in t, bit 2: quick
+    GlSampler samplers_[12];                            ///< 4 * filter + (repeat in s: 1) + (in t: 2)
 };
 
 /// The pixels of `rect` of a premultiplied image with straight colours, lowest row first, as OpenGL wants

@@ -21,6 +21,7 @@ enum TextureUnit : int {
     unitKeptDepth,
     unitSource,
     unitBloom,
+    unitKeptPaint,
     unitUpload,  ///< for making and filling textures; no program reads it
 };
 
@@ -40,6 +41,7 @@ inline const std::vector<std::pair<const char*, int>>& textureUnitNames() {
         {"keptDepth", unitKeptDepth},
         {"source", unitSource},
         {"bloom", unitBloom},
+        {"keptPaint", unitKeptPaint},
     };
     return names;
 }

@@ -19,21 +19,29 @@ void Stage::touchKept() {
 }
 
 void Stage::touchKept(const Box& box) {
+    remember(box, false);
+}
+
+void Stage::touchPaint(const Box& box) {
+    remember(box, true);
+}
+
+void Stage::remember(const Box& box, bool onlyPaint) {
     if (box.empty()) return;
-    touches_.push_back({++serial_, box});
+    touches_.push_back({++serial_, box, onlyPaint});
     if (touches_.size() > rememberedTouches) {
         wholeSerial_ = touches_.front().serial;
         touches_.pop_front();
     }
 }
 
-std::optional<std::vector<Box>> Stage::keptChangesSince(std::uint64_t serial) const {
+std::optional<std::vector<Stage::KeptChange>> Stage::keptChangesSince(std::uint64_t serial) const {
     if (serial < wholeSerial_) return std::nullopt;
-    std::vector<Box> boxes;
-    for (const Touch& touch : touches_) {
-        if (touch.serial > serial) boxes.push_back(touch.box);
+    std::vector<KeptChange> changes;
+    for (const KeptChange& touch : touches_) {
+        if (touch.serial > serial) changes.push_back(touch);
     }
-    return boxes;
+    return changes;
 }
 
 }  // namespace gull

@@ -37,19 +37,24 @@ class Stage {
     /// The kept layer changed everywhere / within `box` (world space).
     void touchKept();
     void touchKept(const Box& box);
+    /// Only what multiply maps show changed, within `box`.
+    void touchPaint(const Box& box);
     /// Rises with every touch.
     std::uint64_t keptSerial() const { return serial_; }
-    /// The boxes touched after `serial`; nothing when everything changed.
-    std::optional<std::vector<Box>> keptChangesSince(std::uint64_t serial) const;
-
-  private:
-    struct Touch {
+    struct KeptChange {
         std::uint64_t serial;
         Box box;
+        bool onlyPaint;
     };
+    /// What was touched after `serial`; nothing when everything changed.
+    std::optional<std::vector<KeptChange>> keptChangesSince(std::uint64_t serial) const;
+
+  private:
+    void remember(const Box& box, bool onlyPaint);
+
     std::uint64_t serial_ = 1;
     std::uint64_t wholeSerial_ = 1;  ///< the last touch of everything
-    std::deque<Touch> touches_;
+    std::deque<KeptChange> touches_;
 };
 
 }  // namespace gull

@@ -22,16 +22,26 @@ namespace {
 
 constexpr double trailUploadGap = 0.05;  // seconds
 constexpr double shakeDecay = 9;         // a second
-// Between the highest and the lowest sand of the plot, for the box of a changed mark.
-constexpr double plotTop = 0.5;
-constexpr double plotBottom = -0.3;
+constexpr double undulation = 0.03;      // of the sand between two looks at its height
 
 /// The part of the world that a rectangle of the trail lies on.
 Box worldBox(const PixelRect& rect) {
     const double perX = Terrain::plotWidth / TrailCanvas::width,
                  perZ = Terrain::plotDepth / TrailCanvas::height;
     const double left = rect.x * perX - Terrain::plotWidth / 2, far = rect.y * perZ - Terrain::plotDepth / 2;
-    return {{left, plotBottom, far}, {left + rect.width * perX, plotTop, far + rect.height * perZ}};
+    const double right = left + rect.width * perX, near = far + rect.height * perZ;
+    constexpr int steps = 8;
+    Box box;
+    for (int i = 0; i <= steps; ++i) {
+        for (int k = 0; k <= steps; ++k) {
+            const double x = std::lerp(left, right, static_cast<double>(i) / steps);
+            const double z = std::lerp(far, near, static_cast<double>(k) / steps);
+            box.include({x, Terrain::height(x, z), z});
+        }
+    }
+    box.min.y -= undulation;
+    box.max.y += undulation;
+    return box;
 }
 
 std::shared_ptr<Material> sandMaterial(Textures& textures, const TrailCanvas& trail) {
@@ -133,7 +143,7 @@ void BeachScene::update(double newTime, double dt, const PlotPoint& coil, const 
     parts_->ping.update(time);
     parts_->digs.update(time);
     if (trail.dirty() && time - parts_->lastTrailUpload > trailUploadGap) {
-        stage_.touchKept(worldBox(trail.upload()));
+        stage_.touchPaint(worldBox(trail.upload()));
         parts_->lastTrailUpload = time;
     }
 }

@@ -264,9 +264,9 @@ TEST(Digs, leaveAHoleInTheKeptLayerAndClearTheSprayAway) {
     const auto changes = scene.stage().keptChangesSince(before);
     ASSERT_TRUE(changes);
     ASSERT_FALSE(changes->empty());
-    EXPECT_LT(changes->front().min.x, ground.x - 0.4);
-    EXPECT_GT(changes->front().max.x, ground.x + 0.8);
-    EXPECT_LT(changes->front().size().x, 3);
+    EXPECT_LT(changes->front().box.min.x, ground.x - 0.4);
+    EXPECT_GT(changes->front().box.max.x, ground.x + 0.8);
+    EXPECT_LT(changes->front().box.size().x, 3);
     EXPECT_EQ(layerOf(world.node("rim")), Layer::kept);
     EXPECT_EQ(layerOf(world.node("heap")), Layer::kept);
     EXPECT_EQ(layerOf(world.node("spray")), Layer::moving);
@@ -367,8 +367,8 @@ TEST(Digs, junkIsTossedAsideAndComesToRestInTheKeptLayer) {
     const auto changes = scene.stage().keptChangesSince(before);
     ASSERT_TRUE(changes);
     ASSERT_EQ(changes->size(), 1u);
-    EXPECT_LT(changes->front().min.x, restX);
-    EXPECT_GT(changes->front().max.x, restX);
+    EXPECT_LT(changes->front().box.min.x, restX);
+    EXPECT_GT(changes->front().box.max.x, restX);
     scene.setBeach(1);
     EXPECT_TRUE(scene.reveals().empty());
     EXPECT_EQ(scene.stage().root.find("can"), nullptr);
@@ -386,9 +386,9 @@ TEST(BeachScene, showsTheTrailAtMostTwentyTimesASecondAndOnlyWhereItChanged) {
     auto changes = scene.stage().keptChangesSince(before);
     ASSERT_TRUE(changes);
     ASSERT_EQ(changes->size(), 1u);
-    EXPECT_TRUE(changes->front().min.x < -0.5 && changes->front().max.x > 0.5);
-    EXPECT_LT(changes->front().size().x, 2);
-    EXPECT_TRUE(changes->front().min.z < -0.5 && changes->front().max.z > 0.5);
+    EXPECT_TRUE(changes->front().box.min.x < -0.5 && changes->front().box.max.x > 0.5);
+    EXPECT_LT(changes->front().box.size().x, 2);
+    EXPECT_TRUE(changes->front().box.min.z < -0.5 && changes->front().box.max.z > 0.5);
     EXPECT_GT(scene.trail.texture()->version(), version);
 
     scene.trail.sweep({0.1, 0.95});
@@ -398,8 +398,8 @@ TEST(BeachScene, showsTheTrailAtMostTwentyTimesASecondAndOnlyWhereItChanged) {
     EXPECT_FALSE(scene.trail.dirty());
     changes = scene.stage().keptChangesSince(before);
     ASSERT_EQ(changes->size(), 2u);
-    EXPECT_LT(changes->back().max.x, -5) << "left";
-    EXPECT_LT(changes->back().max.z, -3) << "toward the sea";
+    EXPECT_LT(changes->back().box.max.x, -5) << "left";
+    EXPECT_LT(changes->back().box.max.z, -3) << "toward the sea";
     const PixelRect far = scene.trail.texture()->changedSince(scene.trail.texture()->version() - 1);
     EXPECT_LT(far.y, 20) << "which is the picture's top";
 }
