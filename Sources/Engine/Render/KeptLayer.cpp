@@ -14,7 +14,8 @@ namespace gull {
 
 namespace {
 
-constexpr PixelSize tileSize{256, 64};
+/// What is drawn in one step.
+constexpr PixelSize tileSize{640, 128};
 
 /// Changes when anything that throws a shadow comes, goes or moves.
 std::uint64_t casterHash(const DrawLayer& layer) {
@@ -27,6 +28,14 @@ std::uint64_t casterHash(const DrawLayer& layer) {
             for (int row = 0; row < 3; ++row) mix(std::bit_cast<std::uint64_t>(item.model[column][row]));
     }
     return hash;
+}
+
+std::vector<PixelArea> tilesOf(const PixelArea& area) {
+    std::vector<PixelArea> tiles;
+    for (int y = area.y; y < area.top(); y += tileSize.height)
+        for (int x = area.x; x < area.right(); x += tileSize.width)
+            tiles.push_back(PixelArea{x, y, tileSize.width, tileSize.height}.intersection(area));
+    return tiles;
 }
 
 double now() {
@@ -52,14 +61,15 @@ void KeptLayer::begin(const Stage& stage, const View& view) {
     nextTile_ = 0;
     const PixelSize& size = view.size;
     if (!light_ || !(light_.size() == size)) {
-        light_ = Target(size, {{Format::rgba16f, Format::rgba16f, Format::rgba8, Format::rgba8}});
         depth_ = Target(size, {{}, Format::depth24});
+        light_ = Target(size, {{Format::rgba16f, Format::rgba16f, Format::rgba8, Format::rgba8},
+                               Format::none,
+                               1,
+                               depth_.depth()});
         farthest_ = Target({(size.width + 1) / 2, (size.height + 1) / 2}, {{}, Format::depth24});
         picture_ = Target(size, {{Format::rgba8}});
     }
-    if (!tile_)
-        tile_ = Target(
-            tileSize, {{Format::rgba16f, Format::rgba16f, Format::rgba8, Format::rgba8}, Format::depth24, 4});
+    if (!tile_) tile_ = Target(tileSize, {{Format::rgba16f}, Format::depth24, 4});
 }
 
 Shading KeptLayer::shading(const DrawList& list) const {
@@ -88,8 +98,7 @@ bool KeptLayer::build(const Stage& stage, double budget) {
     DrawList list;
     prepare(stage, list);
     PixelArea whole = PixelArea::whole(view_.size);
-    int across = (view_.size.width + tileSize.width - 1) / tileSize.width;
-    int along = (view_.size.height + tileSize.height - 1) / tileSize.height;
+    const std::vector<PixelArea> tiles = tilesOf(whole);
     do {
         switch (step_) {
             case Step::shadow:
@@ -101,7 +110,7 @@ bool KeptLayer::build(const Stage& stage, double budget) {
                 break;
             case Step::depth:
                 drawDepth(list, whole);
-                relief_.read(depth_, view_, list.sun.toward);
+                readDepth(list);
                 step_ = Step::contact;
                 break;
             case Step::contact:
@@ -111,11 +120,17 @@ bool KeptLayer::build(const Stage& stage, double budget) {
             case Step::tiles:
                 shadow_.bind(unitSunShadow);
                 contact_.bind();
-                drawTile(stage, list,
-                         PixelArea{nextTile_ % across * tileSize.width, nextTile_ / across * tileSize.height,
-                                   tileSize.width, tileSize.height}
-                             .intersection(whole));
-                if (++nextTile_ == across * along) step_ = Step::develop;
+                drawTile(stage, list, tiles[nextTile_]);
+                if (++nextTile_ == tiles.size()) {
+                    step_ = Step::edges;
+                    nextTile_ = 0;
+                }
+                break;
+            case Step::edges:
+                shadow_.bind(unitSunShadow);
+                contact_.bind();
+                drawEdges(stage, list, tiles[nextTile_]);
+                if (++nextTile_ == tiles.size()) step_ = Step::develop;
                 break;
             case Step::develop:
                 findGlow(list);
@@ -148,25 +163,56 @@ void KeptLayer::drawDepth(const DrawList& list, const PixelArea& area) {
     glDisable(GL_SCISSOR_TEST);
 }
 
+void KeptLayer::readDepth(const DrawList& list) {
+    const PixelSize& size = view_.size;
+    std::vector<float> depths(static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height));
+    glBindFramebuffer(GL_FRAMEBUFFER, depth_.framebuffer());
+    glPixelStorei(GL_PACK_ALIGNMENT, 4);
+    glReadPixels(0, 0, size.width, size.height, GL_DEPTH_COMPONENT, GL_FLOAT, depths.data());
+    relief_.read(depths, view_, list.sun.toward);
+    edges_.find(depths, view_);
+}
+
 void KeptLayer::drawTile(const Stage& stage, const DrawList& list, const PixelArea& area) {
+    light_.bind();
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(area.x, area.y, area.width, area.height);
+    glClearColor(0, 0, 0, 0);
+    if (!stage.background) glClear(GL_COLOR_BUFFER_BIT);
+    drawSurfaces(stage, list, area, false);
+    glDisable(GL_SCISSOR_TEST);
+}
+
+void KeptLayer::drawEdges(const Stage& stage, const DrawList& list, const PixelArea& area) {
+    const std::vector<PixelArea> cells = edges_.within(area);
+    if (cells.empty()) return;
     block_.tile = {area.x, area.y, 0, 0};
     studio_.uniforms.upload(block_);
     tile_.bind();
-    glViewport(-area.x, -area.y, view_.size.width, view_.size.height);
-    glEnable(GL_SCISSOR_TEST);
-    glScissor(0, 0, area.width, area.height);
     glDepthMask(GL_TRUE);
     glClearColor(0, 0, 0, 0);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glEnable(GL_SCISSOR_TEST);
+    glViewport(-area.x, -area.y, view_.size.width, view_.size.height);
+    for (const PixelArea& cell : cells) {
+        glScissor(cell.x - area.x, cell.y - area.y, cell.width, cell.height);
+        drawSurfaces(stage, list, cell, true);
+    }
+    glDisable(GL_SCISSOR_TEST);
+    for (const PixelArea& cell : cells)
+        tile_.resolve(0, {cell.x - area.x, cell.y - area.y, cell.width, cell.height}, light_, 0, cell.x,
+                      cell.y);
+    block_.tile = {0, 0, 0, 0};
+    studio_.uniforms.upload(block_);
+}
+
+void KeptLayer::drawSurfaces(const Stage& stage, const DrawList& list, const PixelArea& area, bool onlyLit) {
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_LEQUAL);
     Shading how = shading(list);
+    how.onlyLit = onlyLit;
     for (const DrawItem& item : list.kept.opaque) studio_.surfaces.draw(item, how, view_, area);
-    studio_.drawSky(stage, how.output);
-    glDisable(GL_SCISSOR_TEST);
-    for (std::size_t i = 0; i < 4; ++i)
-        tile_.resolve(i, {0, 0, area.width, area.height}, light_, i, area.x, area.y);
-    block_.tile = {0, 0, 0, 0};
+    studio_.drawSky(stage, onlyLit ? Shading::Output::linear : how.output);
 }
 
 void KeptLayer::findGlow(const DrawList& list) {
@@ -247,18 +293,19 @@ void KeptLayer::redraw(const Stage& stage, const std::vector<Stage::KeptChange>&
     if (area.empty()) return;
     casters_ = casters;
     if (recast) shadow_.draw({&list.kept}, list.sun.matrix, list.sun.light->shadowMapSize, studio_.sunDepth);
-    drawArea(stage, list, area);
-    if (recast) relief_.read(depth_, view_, list.sun.toward);
+    drawArea(stage, list, area, recast);
 }
 
-void KeptLayer::drawArea(const Stage& stage, const DrawList& list, const PixelArea& area) {
+void KeptLayer::drawArea(const Stage& stage, const DrawList& list, const PixelArea& area, bool recast) {
     drawDepth(list, area);
+    if (recast) readDepth(list);
     if (shading(list).occlusion) contact_.draw(depth(), view_, area);
     shadow_.bind(unitSunShadow);
     contact_.bind();
-    for (int y = area.y; y < area.top(); y += tileSize.height)
-        for (int x = area.x; x < area.right(); x += tileSize.width)
-            drawTile(stage, list, PixelArea{x, y, tileSize.width, tileSize.height}.intersection(area));
+    for (const PixelArea& tile : tilesOf(area)) {
+        drawTile(stage, list, tile);
+        drawEdges(stage, list, tile);
+    }
     develop(area);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Engine/Render/EdgeCells.h"
 #include "Engine/Render/PaintLayer.h"
 #include "Engine/Render/ReliefGrid.h"
 #include "Engine/Render/Studio.h"
@@ -46,13 +47,19 @@ class KeptLayer {
     const ShadowMap& shadow() const { return shadow_; }
 
   private:
-    enum class Step { shadow, depth, contact, tiles, develop, done };
+    enum class Step { shadow, depth, contact, tiles, edges, develop, done };
 
     void prepare(const Stage& stage, DrawList& list);
     void drawDepth(const DrawList& list, const PixelArea& area);
+    void readDepth(const DrawList& list);
+    /// One sample a pixel, which is enough where no edge is.
     void drawTile(const Stage& stage, const DrawList& list, const PixelArea& area);
     void redraw(const Stage& stage, const std::vector<Stage::KeptChange>& changes);
-    void drawArea(const Stage& stage, const DrawList& list, const PixelArea& area);
+    /// Draws the light again with four samples a pixel in the cells of `area` that show an edge.
+    void drawEdges(const Stage& stage, const DrawList& list, const PixelArea& area);
+    void drawSurfaces(const Stage& stage, const DrawList& list, const PixelArea& area, bool onlyLit);
+    /// `recast`: what stands there changed, too.
+    void drawArea(const Stage& stage, const DrawList& list, const PixelArea& area, bool recast);
     /// What shines over its surroundings, the sun in the sea included: that moves, but hardly from its place.
     void findGlow(const DrawList& list);
     /// Lays the paint on and makes the picture.
@@ -65,7 +72,7 @@ class KeptLayer {
     std::uint64_t serial_ = 0;
     bool done_ = false;
     Step step_ = Step::shadow;
-    int nextTile_ = 0;
+    std::size_t nextTile_ = 0;
 
     std::uint64_t casters_ = 0;  ///< what threw shadows when the map was drawn
     FrameBlock block_;
@@ -73,10 +80,11 @@ class KeptLayer {
     ContactShadows contact_;
     Target depth_;
     ReliefGrid relief_;
+    EdgeCells edges_;
     Target farthest_;
     Target light_;
     PaintLayer paint_;
-    Target tile_;
+    Target tile_;  ///< multisampled
     Target picture_;
     Target glow_;  ///< keeps the bloom, which the development's own buffers do not
     unsigned bloom_ = 0;

@@ -11,7 +11,7 @@ namespace gull {
 
 namespace {
 
-constexpr std::uint32_t trianglesPerChunk = 512;
+constexpr std::uint32_t trianglesPerChunk = 128;
 
 void appendChunk(Mesh& mesh, const Geometry& geometry, std::vector<std::uint32_t>& indices,
                  std::uint32_t first) {

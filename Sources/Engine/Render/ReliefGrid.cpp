@@ -1,7 +1,5 @@
 #include "Engine/Render/ReliefGrid.h"
 
-#include <epoxy/gl.h>
-
 #include <algorithm>
 #include <cmath>
 
@@ -24,17 +22,12 @@ glm::dmat3 axesAlong(const glm::dvec3& toward) {
     return glm::transpose(glm::dmat3(x, glm::cross(toward, x), toward));
 }
 
-void ReliefGrid::read(const Target& depth, const View& view, const glm::dvec3& toward) {
+void ReliefGrid::read(const std::vector<float>& depths, const View& view, const glm::dvec3& toward) {
     size_ = view.size;
     sunAxes_ = axesAlong(toward);
     across_ = (size_.width + cellSize - 1) / cellSize;
     int along = (size_.height + cellSize - 1) / cellSize;
     cells_.assign(static_cast<std::size_t>(across_) * static_cast<std::size_t>(along), Cell());
-    std::vector<float> depths(static_cast<std::size_t>(size_.width) * static_cast<std::size_t>(size_.height));
-    glBindFramebuffer(GL_FRAMEBUFFER, depth.framebuffer());
-    glPixelStorei(GL_PACK_ALIGNMENT, 4);
-    glReadPixels(0, 0, size_.width, size_.height, GL_DEPTH_COMPONENT, GL_FLOAT, depths.data());
-
     glm::dmat4 toWorld = glm::inverse(view.viewProjection);
     for (std::size_t i = 0; i < cells_.size(); ++i) {
         int x0 = static_cast<int>(i) % across_ * cellSize, y0 = static_cast<int>(i) / across_ * cellSize;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Engine/Render/DrawList.h"
-#include "Engine/Render/Target.h"
+#include "Engine/Render/View.h"
 
 #include <vector>
 
@@ -13,8 +13,9 @@ class ReliefGrid {
   public:
     static constexpr int cellSize = 32;  ///< pixels
 
-    /// Reads back `depth` of the whole picture and sets up for shadows cast from `toward`.
-    void read(const Target& depth, const View& view, const glm::dvec3& toward);
+    /// Reads the depth (0 to 1, lowest row first) of the whole picture seen through `view` and sets up for
+    /// shadows cast from `toward`.
+    void read(const std::vector<float>& depths, const View& view, const glm::dvec3& toward);
 
     /// World to the axes that shadows are compared in: z points toward the sun.
     const glm::dmat3& sunAxes() const { return sunAxes_; }

@@ -20,6 +20,7 @@ struct Shading {
         film      ///< a smooth surface's two kinds of light into two targets, to be mixed later
     };
     Output output = Output::linear;
+    bool onlyLit = false;  ///< of what is kept, the first target alone
     bool sunShadow = true;
     bool occlusion = false;       ///< reads the contact shadows of the picture
     std::span<const Lamp> lamps;  ///< those of the Frame block; borrowed

@@ -75,6 +75,9 @@ Target::Target(const PixelSize& size, const Description& description)
         colours_.push_back(attach(points.back(), format, true));
     }
     if (description.depth != Format::none) depth_ = attach(GL_DEPTH_ATTACHMENT, description.depth, false);
+    if (description.sharedDepth != 0)
+        glFramebufferTexture2D(GL_FRAMEBUFFER, GL_DEPTH_ATTACHMENT, GL_TEXTURE_2D, description.sharedDepth,
+                               0);
     if (points.empty()) {
         glDrawBuffer(GL_NONE);
         glReadBuffer(GL_NONE);

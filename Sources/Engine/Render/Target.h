@@ -17,6 +17,7 @@ class Target {
         std::vector<Format> colours;
         Format depth = Format::none;
         int samples = 1;
+        unsigned sharedDepth = 0;  ///< a depth texture of that size, to be used instead of one of its own
     };
 
     Target() = default;
