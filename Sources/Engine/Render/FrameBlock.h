@@ -29,7 +29,9 @@ struct FrameBlock {
     glm::vec4 tile{0};        ///< xy: where the tile being drawn stands in the picture
     glm::vec4 grade{0};       ///< x: 1 with tone mapping, y: contrast, z: saturation, w: bloom intensity
     glm::vec4 film{1};        ///< gain of each channel; w: hue keeping
-    glm::vec4 vignette{0};    ///< x: intensity, y: power
+    /// x: intensity, y: power; z: how far off, in depths of the sun's shadow map, a thing casts a wide edge;
+    /// w: share of its cast that the sky keeps in mirrors that are no water
+    glm::vec4 vignette{0};
     glm::vec4 lampPlace[mostLamps];  ///< w: 1 / (end - start), 0 without limit
     glm::vec4 lampLight[mostLamps];  ///< w: end / (end - start), 1 without limit
     glm::vec4 lampExponents{2};

@@ -43,6 +43,8 @@ FrameBlock frameBlock(const Stage& stage, const View& view, const DrawList& list
     const glm::dmat4& p = view.projection;
     block.lens = {1 / p[0][0], 1 / p[1][1], p[2][2], p[3][2]};
 
+    const glm::vec3 tint(stage.shadeTint);
+    float gap = 0;
     if (const Light* light = list.sun.light) {
         // A texel of the map in world units; the light's radius counts texels of a 4096 map.
         double texel = 2 * light->shadowOrthographicScale / std::max(light->shadowMapSize, 1);
@@ -53,18 +55,19 @@ FrameBlock frameBlock(const Stage& stage, const View& view, const DrawList& list
         block.sunShape = {
             options.shadowNormalOffset * static_cast<float>(texel * (1 + light->shadowRadius / 3)),
             options.shadowDepthBias / static_cast<float>(light->shadowFar - light->shadowNear), 0, 0};
+        gap = options.shadowWidening / static_cast<float>(light->shadowFar - light->shadowNear);
     }
-    block.ambient = glm::vec4(list.ambient, 0);
+    block.ambient = glm::vec4(list.ambient * tint, 0);
     float sky = stage.environment ? static_cast<float>(stage.environmentIntensity) : 0;
     for (int i = 0; i < 9; ++i)
-        block.irradiance[i] = glm::vec4(irradiance[static_cast<std::size_t>(i)] * sky, 0);
+        block.irradiance[i] = glm::vec4(irradiance[static_cast<std::size_t>(i)] * tint * sky, 0);
     glm::vec3 onGround = lightOnLevelGround(block);
     block.film = glm::vec4(balance(onGround, options) * options.filmGain, options.filmHueKeeping);
     block.fogColour = glm::vec4(linear(stage.fog.colour), stage.fog.densityExponent);
     double fogLength = stage.fog.end - stage.fog.start;
     block.fogRange = {stage.fog.start, stage.fog.end > 0 && fogLength > 0 ? 1 / fogLength : 0, sky, 0};
     block.grade = {camera.hdr ? 1 : 0, camera.contrast, camera.saturation, camera.bloomIntensity};
-    block.vignette = {camera.vignettingIntensity, camera.vignettingPower, 0, 0};
+    block.vignette = {camera.vignettingIntensity, camera.vignettingPower, gap, options.mirrorCast};
     return block;
 }
 

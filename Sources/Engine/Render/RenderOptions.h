@@ -6,7 +6,7 @@ namespace gull {
 struct RenderOptions {
     // Film: scene light to screen.
     float filmGain = 0.95f;        ///< scene light times this enters the film curve
-    float filmHueKeeping = 0.55f;  ///< 0: each channel by itself (bleaches, drifts), 1: hue kept exactly
+    float filmHueKeeping = 0.45f;  ///< 0: each channel by itself (bleaches, drifts), 1: hue kept exactly
     float whiteBalance = 0.55f;    ///< share of the cast of the light on level ground that the film takes out
     float exposureBalance = 0.3f;  ///< share, in stops, of that light's distance from 1 that it makes up for
     float brightestLight = 24;  ///< radiance above this is cut, so that one glint does not flicker or flood
@@ -15,10 +15,12 @@ struct RenderOptions {
     float groundLift =
         4.5f;  ///< a sky's picture shows no sun on its ground: how much 1.0 of sun brightens it
     float mirrorFill = 0.4f;  ///< share of the whole sky's light in what mirrors with any roughness show
+    float mirrorCast = 0.5f;  ///< share of its cast that the sky keeps in mirrors that are no water
 
     // The sun's shadow.
     float shadowNormalOffset = 1.4f;  ///< texels a receiver is lifted off itself
     float shadowDepthBias = 0.012f;   ///< world units
+    float shadowWidening = 1.6f;      ///< world units from a thing to its shadow at which the edge is wide
 
     // Contact shadows.
     float occlusionRadius = 0.55f;   ///< world units

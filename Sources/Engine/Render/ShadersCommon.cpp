@@ -36,7 +36,7 @@ layout(std140) uniform Frame {
 #define PASSED flat in
 #endif
 PASSED vec4 kFilm;       // gain of each channel, hue keeping
-PASSED vec4 kVignette;   // intensity, power
+PASSED vec4 kVignette;   // intensity, power; gap of wide shadow edges, cast of mirrored skies
 PASSED vec4 kPicture;    // 1 / width, 1 / height, exposure, contrast
 PASSED vec4 kGrade;      // saturation, bloom intensity, fog start, 1 / fog length
 PASSED vec4 kFog;        // colour, exponent
@@ -108,7 +108,8 @@ vec3 developed(vec3 light, vec2 pixel) {
     c *= vignetteAt(pixel * kPicture.xy) * kFilm.rgb;
     float l = max(luminance(c), 1e-4);
     float k = l * (2.51 * l + 0.03) / (l * (2.43 * l + 0.59) + 0.14);
-    c = mix(film(c), min(c * (k / l), vec3(1.0)), kFilm.w);
+    vec3 kept = c * min(k / l, 1.0 / max(max(c.r, c.g), max(c.b, 1e-4)));
+    c = mix(film(c), kept, kFilm.w);
     c = encoded(c);
     c = (c - 0.5) * (1.0 + kPicture.w) + 0.5;
     c = mix(vec3(luminance(c)), c, kGrade.x);

@@ -9,37 +9,51 @@ const vec2 taps[16] = vec2[](
     vec2(0.6848, 0.2493), vec2(-0.7124, 0.2945), vec2(0.3432, -0.7341), vec2(0.2555, 0.8085),
     vec2(-0.7650, -0.4430), vec2(0.8973, -0.1975), vec2(-0.5482, 0.7787), vec2(-0.1259, -0.9762));
 
-// How far the sun is covered at a place in a shadow map: 0 open, 1 in full shadow. Four wide looks first; only
-// where they disagree (the edge) are more taken. A loop of length 0 is skipped even where branches are not.
-float covered(sampler2DShadow map, vec3 c, float radius) {
+// How far the sun is covered at a place in a shadow map: 0 open, 1 in full shadow. Five wide looks first; only
+// where they disagree (the edge) are more taken: whether what casts the shadow is farther than `gap` toward the
+// sun, which widens the edge, and then across the edge. `least` is the narrowest edge that the picture can show.
+// A loop of length 0 is skipped even where branches are not.
+float covered(sampler2DShadow map, vec3 c, float radius, float gap, float least) {
     vec2 inside = step(vec2(0.0), c.xy) * step(c.xy, vec2(1.0));
-    float wide = radius * 1.2;
-    float first = texture(map, vec3(c.xy + vec2(wide, wide * 0.5), c.z)) +
-                  texture(map, vec3(c.xy + vec2(-wide * 0.5, wide), c.z)) +
-                  texture(map, vec3(c.xy + vec2(-wide, -wide * 0.5), c.z)) +
-                  texture(map, vec3(c.xy + vec2(wide * 0.5, -wide), c.z));
-    float open = first * 0.25;
+    float widest = max(radius * 1.2, min(radius * 2.8, 9.0 / 4096.0));
+    vec2 a = vec2(widest, widest * 0.5), b = vec2(-a.y, a.x);
+    float first = texture(map, c) + texture(map, vec3(c.xy + a, c.z)) + texture(map, vec3(c.xy + b, c.z)) +
+                  texture(map, vec3(c.xy - a, c.z)) + texture(map, vec3(c.xy - b, c.z));
+    float open = first * 0.2;
 #ifdef OUT_DISPLAY
     const int looks = 8;
 #else
     const int looks = 16;
 #endif
-    int count = (first > 0.01 && first < 3.99) ? looks : 0;
+    bool edge = first > 0.01 && first < 4.99;
+    float near = 0.0;
+    int count = edge && gap > 0.0 ? 4 : 0;
+    for (int i = 0; i < count; ++i)
+        near += texture(map, vec3(c.xy + (i < 2 ? a : b) * (1.0 - 2.0 * float(i & 1)), c.z - gap));
+    float distant = count > 0 ? clamp((4.0 - near) / max(5.0 - first, 0.01), 0.0, 1.0) : 0.0;
+    float reach = clamp(mix(radius, widest, distant), least, max(widest, radius));
     float sum = 0.0;
-    for (int i = 0; i < count; ++i) sum += texture(map, vec3(c.xy + taps[i * 16 / looks] * radius, c.z));
+    count = edge ? looks : 0;
+    for (int i = 0; i < count; ++i) sum += texture(map, vec3(c.xy + taps[i * 16 / looks] * reach, c.z));
     if (count > 0) open = sum / float(looks);
     return (1.0 - open) * inside.x * inside.y;
 }
 
 #ifdef LAMPS
 // Full strength up to the start, then falling to nothing at the end with the lamp's exponent.
+// xyz: toward the lamp, w: share of its strength.
+vec4 lampAt(int i, vec3 p) {
+    vec3 d = kLampPlace[i].xyz - p;
+    float nearness = inversesqrt(max(dot(d, d), 1e-6));
+    float left = clamp(kLampLight[i].w - kLampPlace[i].w / nearness, 0.0, 1.0);
+    return vec4(d * nearness, softPower(left, kLampExponents[i]));
+}
+
 vec3 lampLight(vec3 p, vec3 n) {
     vec3 sum = vec3(0.0);
     for (int i = 0; i < LAMPS; ++i) {
-        vec3 d = kLampPlace[i].xyz - p;
-        float nearness = inversesqrt(max(dot(d, d), 1e-6));
-        float left = clamp(kLampLight[i].w - kLampPlace[i].w / nearness, 0.0, 1.0);
-        sum += kLampLight[i].rgb * (softPower(left, kLampExponents[i]) * max(dot(n, d) * nearness, 0.0));
+        vec4 lamp = lampAt(i, p);
+        sum += kLampLight[i].rgb * (lamp.w * max(dot(n, lamp.xyz), 0.0));
     }
     return sum;
 }
@@ -90,7 +104,7 @@ void main() {
 #ifdef MOVING_SHADOW
     vec4 shade = texelFetch(keptShade, pixel, 0);
     vec3 c = shadowEye + shadowRay * along;
-    float moving = covered(movingShadow, vec3(c.xy, c.z - kMoving.z), kMoving.x);
+    float moving = covered(movingShadow, vec3(c.xy, c.z - kMoving.z), kMoving.x, 0.0, 0.0);
     float before = 1.0 - kSun.w * shade.a;
     float now = 1.0 - kSun.w * max(shade.a, moving);
     light = shade.rgb + (lit.rgb - shade.rgb) * (now / before);

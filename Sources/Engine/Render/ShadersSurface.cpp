@@ -216,7 +216,10 @@ void main() {
 #ifdef OUT_DISPLAY
     cover = 1.0 - texture(sunShadow, shadowAt);
 #else
-    cover = covered(sunShadow, shadowAt, kSunColour.w);
+    // As wide as the pixel reaches: what is thinner would come and go along its length.
+    vec2 across = dFdx(shadowAt.xy), along = dFdy(shadowAt.xy);
+    float pixel = 0.5 * sqrt(max(dot(across, across), dot(along, along)));
+    cover = covered(sunShadow, shadowAt, kSunColour.w, kVignette.z, pixel);
 #endif
 #endif
 #if LIGHTING == 2
@@ -243,7 +246,11 @@ void main() {
     // What one bounce between the facets loses comes back in the next ones: 1 + f0 (1 / (x + y) - 1).
     vec3 bounces = 1.0 + f0 * (1.0 / (share.x + share.y) - 1.0);
     vec3 root = textureLod(environment, r, roughness * 5.0).rgb;
-    mirrored = root * root * (f0 * share.x + share.y) * bounces * kEye.w;
+    vec3 seen = root * root;
+#ifndef SMOOTH
+    seen = mix(vec3(luminance(seen)), seen, kVignette.w);
+#endif
+    mirrored = seen * (f0 * share.x + share.y) * bounces * kEye.w;
     mirrored *= opening;
 #endif
     sunBody = body * nl * kSunColour.rgb;
@@ -253,6 +260,12 @@ void main() {
     scattered = body * sky * opening;
 #ifdef LAMPS
     scattered += body * lampLight(position, n);
+#if LIGHTING == 2 && !defined(SMOOTH)
+    for (int i = 0; i < LAMPS; ++i) {
+        vec4 lamp = lampAt(i, position);
+        mirrored += glint(n, v, lamp.xyz, max(dot(n, lamp.xyz), 0.0), nv, facets, f0) * kLampLight[i].rgb * lamp.w;
+    }
+#endif
 #endif
 #endif
 

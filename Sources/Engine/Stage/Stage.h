@@ -28,6 +28,8 @@ class Stage {
     std::shared_ptr<Texture> background;  ///< equirectangular sky; none: transparent black
     std::shared_ptr<Texture> environment;
     double environmentIntensity = 1;
+    glm::dvec3 shadeTint{1, 1,
+                         1};  ///< linear, onto what environment and ambient light give to rough surfaces
     Fog fog;
     double time = 0;  ///< scene time, seconds: what the particles follow
     /// The camera's world transform where it is about to come to rest, while it is on its way there: a

@@ -14,6 +14,13 @@ constexpr double sunDistance = 60;
 constexpr int backgroundWidth = 2048;
 constexpr int environmentWidth = 512;
 
+/// The light in shade: a clear sky's blue on warm sand alone would come out green; a dusk's is violet.
+constexpr glm::dvec3 clearShade(1.1, 0.9, 1.08);
+constexpr glm::dvec3 duskShade(1.1, 0.82, 1.35);
+constexpr glm::dvec3 overcastShade(1.02, 0.98, 1.02);
+constexpr double duskElevation = 12;  // degrees, of the sun
+constexpr double overcast = 0.9;      // share of clouds
+
 }  // namespace
 
 SceneLights::SceneLights(Stage& stage)
@@ -48,6 +55,9 @@ void SceneLights::apply(const BeachLook& look, int beach, Textures& textures) {
     stage_.background = textures.sky(look, backgroundWidth, key);
     stage_.environment = textures.sky(look, environmentWidth, key);
     stage_.environmentIntensity = 0.85;
+    stage_.shadeTint = look.clouds > overcast              ? overcastShade
+                       : look.sunElevation < duskElevation ? duskShade
+                                                           : clearShade;
     stage_.fog = {look.horizon.mixed(look.skyMid, 0.25).colour(), 26, 120, 1.4};
 
     sun_.position = sunDirection(look) * sunDistance;
@@ -56,7 +66,7 @@ void SceneLights::apply(const BeachLook& look, int beach, Textures& textures) {
     sunLight_->intensity = look.sunIntensity * 0.62;
     sunLight_->shadowRadius = look.shadowSoftness;
     ambient_->colour = look.skyTop.mixed(look.skyMid, 0.5).colour();
-    ambient_->intensity = look.sunElevation < 12 ? 170 : 110;
+    ambient_->intensity = look.sunElevation < duskElevation ? 170 : 110;
 }
 
 }  // namespace gull
