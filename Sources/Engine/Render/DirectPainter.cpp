@@ -30,7 +30,8 @@ const Target& DirectPainter::draw(const Stage& stage, const View& fullView) {
     shading.sunShadow = list.sun.light && list.sun.light->castsShadow;
     if (shading.sunShadow) {
         // The rig barely moves against its surroundings during a flight: its shadow is in the same map.
-        shadow_.draw({&list.kept, &list.moving}, list.sun.matrix, shadowMapSize, studio_.sunDepth);
+        shadow_.draw({&list.kept, &list.drifting, &list.moving}, list.sun.matrix, shadowMapSize,
+                     studio_.sunDepth);
         shadow_.bind(unitSunShadow);
     }
     PixelArea whole = PixelArea::whole(view.size);
@@ -40,7 +41,7 @@ const Target& DirectPainter::draw(const Stage& stage, const View& fullView) {
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_LEQUAL);
-    const DrawLayer* layers[] = {&list.kept, &list.moving};
+    const DrawLayer* layers[] = {&list.kept, &list.drifting, &list.moving};
     for (const DrawLayer* layer : layers)
         for (const DrawItem& item : layer->opaque) studio_.surfaces.draw(item, shading, view, whole);
     studio_.drawSky(stage, shading.output);

@@ -20,7 +20,7 @@ struct Inherited {
     glm::dmat4 world{1};
     double opacity = 1;
     int order = 0;
-    bool moving = false;
+    Layer layer = Layer::kept;
 };
 
 class Gatherer {
@@ -34,9 +34,11 @@ class Gatherer {
         here.world = from.world * node.localTransform();
         here.opacity = from.opacity * node.opacity;
         here.order = node.renderingOrder != 0 ? node.renderingOrder : from.order;
-        here.moving = node.layer == Layer::inherited ? from.moving : node.layer == Layer::moving;
-        DrawLayer& layer = here.moving ? list_.moving : list_.kept;
-        if (here.moving || which_ == DrawList::Which::both) {
+        here.layer = node.layer == Layer::inherited ? from.layer : node.layer;
+        DrawLayer& layer = here.layer == Layer::moving     ? list_.moving
+                           : here.layer == Layer::drifting ? list_.drifting
+                                                           : list_.kept;
+        if (here.layer != Layer::kept || which_ == DrawList::Which::all) {
             if (node.geometry) addGeometry(node, here, layer);
             for (const auto& system : node.particles)
                 if (!isOver(*system, stage_.time))
@@ -130,6 +132,7 @@ DrawList DrawList::of(const Stage& stage, const View& view, MeshCache& meshes, W
     DrawList list;
     Gatherer(stage, view, meshes, which, list).visit(stage.root, {});
     sort(list.kept);
+    sort(list.drifting);
     sort(list.moving);
     return list;
 }

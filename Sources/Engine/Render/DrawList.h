@@ -57,7 +57,7 @@ struct Sun {
     glm::vec3 onGround() const { return colour * std::max(static_cast<float>(toward.y), 0.0F); }
 };
 
-/// What one of the two layers shows.
+/// What one of the three layers shows.
 struct DrawLayer {
     std::vector<DrawItem> opaque;   ///< small things first, so that large ones behind them cost less
     std::vector<DrawItem> blended;  ///< in drawing order
@@ -68,15 +68,16 @@ struct DrawLayer {
 /// A stage flattened for one view: nothing hidden, world transforms computed, the layers apart. Borrows from
 /// the stage and the mesh cache; good until either changes.
 struct DrawList {
-    enum class Which { both, movingOnly };
+    enum class Which { all, notKept };
 
     DrawLayer kept;
+    DrawLayer drifting;
     DrawLayer moving;
     Sun sun;
     glm::vec3 ambient{0};
 
     /// The first directional light is the sun.
-    static DrawList of(const Stage& stage, const View& view, MeshCache& meshes, Which which = Which::both);
+    static DrawList of(const Stage& stage, const View& view, MeshCache& meshes, Which which = Which::all);
 };
 
 /// sRGB to linear; goes on above 1.

@@ -32,16 +32,12 @@ Shading movingShading(const DrawList& list, Shading::Output output) {
 
 }  // namespace
 
-FramePainter::FramePainter(Studio& studio)
-    : studio_(studio), film_("film", shaders::surfaceVertex, shaders::filmFragment) {}
+FramePainter::FramePainter(Studio& studio) : studio_(studio), backdrop_(studio) {}
 
 FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept) {
     const View& view = kept.view();
-    Frame frame{stage,
-                view,
-                DrawList::of(stage, view, studio_.meshes, DrawList::Which::movingOnly),
-                FrameBlock(),
-                {}};
+    Frame frame{
+        stage, view, DrawList::of(stage, view, studio_.meshes, DrawList::Which::notKept), FrameBlock(), {}};
     const DrawList& list = frame.list;
     frame.block =
         frameBlock(stage, view, list, studio_.environments.bind(stage.environment, list.sun.onGround()),
@@ -117,9 +113,9 @@ const Target& FramePainter::drawFull(const Stage& stage, KeptLayer& kept) {
     glDepthFunc(GL_LEQUAL);
     Shading shading = movingShading(frame.list, Shading::Output::linear);
     shading.waterDepth = !frame.view.camera.orthographicScale;
-    for (const DrawItem& item : frame.list.moving.opaque)
-        studio_.surfaces.draw(item, shading, frame.view, whole);
-    const DrawLayer* layers[] = {&frame.list.moving};
+    const DrawLayer* layers[] = {&frame.list.drifting, &frame.list.moving};
+    for (const DrawLayer* layer : layers)
+        for (const DrawItem& item : layer->opaque) studio_.surfaces.draw(item, shading, frame.view, whole);
     studio_.drawBlended(layers, shading, frame.view, whole, stage.time);
     multisampled_.resolve(0, whole, light_, 0, 0, 0);
 
@@ -133,61 +129,41 @@ const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept) {
     Frame frame = begin(stage, kept);
     const PixelSize& size = frame.view.size;
     PixelArea whole = PixelArea::whole(size);
-    if (!fast_ || !(fast_.size() == size)) {
-        fast_ = Target(size, {{Format::rgba8}, Format::depth24});
-        half_ = Target({(size.width + 1) / 2, (size.height + 1) / 2}, {{Format::rgba8}, Format::depth24});
-    }
-    copyArea(kept.picture().colour(), fast_.colour(), whole, false);
-    copyArea(kept.depth(), fast_.depth(), whole, true);
+    Shading shading = movingShading(frame.list, Shading::Output::display);
+    shading.plainFilm = !frame.view.camera.hdr;
+    Shading calm = shading;
+    calm.lamps = {};
+    backdrop_.update(frame.list.drifting, calm, kept, stage.time);
+
+    if (!fast_ || !(fast_.size() == size)) fast_ = Target(size, {{Format::rgba8}, Format::depth24});
+    copyArea(backdrop_.picture().colour(), fast_.colour(), whole, false);
+    copyArea(backdrop_.picture().depth(), fast_.depth(), whole, true);
+    // Where things that move may stand in what drifts, that is drawn over them.
+    PixelArea wet = wetPart(frame);
+    copyArea(kept.picture().colour(), fast_.colour(), wet, false);
+    copyArea(kept.depth(), fast_.depth(), wet, true);
 
     fast_.bind();
     glDisable(GL_DEPTH_TEST);
     relight(frame, kept, true);
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_LEQUAL);
-    Shading shading = movingShading(frame.list, Shading::Output::display);
-    shading.plainFilm = !frame.view.camera.hdr;
+    shading.small = true;
     for (const DrawItem& item : frame.list.moving.opaque)
         studio_.surfaces.draw(item, shading, frame.view, whole);
-
-    // The sea first: what is blended over sand and sea lies above both.
-    DrawLayer blended;
-    const DrawLayer* layers[] = {&blended};
-    blended.particles = frame.list.moving.particles;
-    for (const DrawItem& item : frame.list.moving.blended) {
-        if (isFilm(item) && frame.view.camera.hdr)
-            drawFilm(item, frame, kept);
-        else
-            blended.blended.push_back(item);
-    }
-    fast_.bind();
+    shading.small = false;
+    backdrop_.draw(frame.list.drifting, calm, kept, wet, stage.time);
+    const DrawLayer* layers[] = {&frame.list.moving};
     studio_.drawBlended(layers, shading, frame.view, whole, stage.time);
     return fast_;
 }
 
-void FramePainter::drawFilm(const DrawItem& item, const Frame& frame, const KeptLayer& kept) {
-    PixelArea whole = PixelArea::whole(frame.view.size);
-    // Shaded at half resolution where any of four pixels may see it.
-    copyArea(kept.farthest().depth(), half_.depth(), PixelArea::whole(half_.size()), true);
-    half_.bind();
-    glClearColor(0, 0, 0, 1);
-    glClear(GL_COLOR_BUFFER_BIT);
-    bindTexture(unitKeptDepth, kept.farthest().depth());
-    glEnable(GL_DEPTH_TEST);
-    glDepthFunc(GL_LEQUAL);
-    Shading shading = movingShading(frame.list, Shading::Output::film);
-    shading.lamps = {};
-    shading.bloom = kept.bloom() != 0;
-    studio_.surfaces.draw(item, shading, frame.view, whole);
-
-    fast_.bind();
-    film_.use();
-    film_.set("model", glm::mat4(item.model));
-    bindTexture(unitSource, half_.colour());
-    glEnable(GL_BLEND);
-    glBlendFuncSeparate(GL_ONE, GL_SRC_ALPHA, GL_ZERO, GL_ONE);
-    glDepthMask(item.material->writesDepth ? GL_TRUE : GL_FALSE);
-    drawChunks(item, frame.view, whole);
+PixelArea FramePainter::wetPart(const Frame& frame) const {
+    PixelArea wet;
+    for (const PixelArea& area : frame.relit) wet = wet.united(area.intersection(backdrop_.reach()));
+    for (const DrawItem& item : frame.list.moving.opaque)
+        wet = wet.united(item.area.intersection(backdrop_.reach()));
+    return wet;
 }
 
 }  // namespace gull

@@ -237,7 +237,7 @@ void KeptLayer::findGlow(const DrawList& list) {
     glDepthFunc(GL_LEQUAL);
     Shading shading;
     shading.waterDepth = true;
-    for (const DrawItem& item : list.moving.blended)
+    for (const DrawItem& item : list.drifting.blended)
         if (isFilm(item)) studio_.surfaces.draw(item, shading, view_, PixelArea::whole(view_.size));
     studio_.uniforms.upload(block_);
 
@@ -249,6 +249,7 @@ void KeptLayer::findGlow(const DrawList& list) {
 }
 
 void KeptLayer::develop(const PixelArea& area) {
+    changes_.push_back(area);
     studio_.uniforms.upload(block_);
     paint_.draw(view_, area, light_.colour(2), depth());
     picture_.bind();

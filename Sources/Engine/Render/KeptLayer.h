@@ -44,6 +44,9 @@ class KeptLayer {
     unsigned bloom() const { return bloom_; }
     unsigned paint() const { return paint_.texture(); }
     ReliefGrid& relief() { return relief_; }
+    const ReliefGrid& relief() const { return relief_; }
+    /// Where picture() or depth() changed since this was last asked.
+    std::vector<PixelArea> takeChanges() { return std::exchange(changes_, {}); }
     const ShadowMap& shadow() const { return shadow_; }
 
   private:
@@ -86,6 +89,7 @@ class KeptLayer {
     PaintLayer paint_;
     Target tile_;  ///< multisampled
     Target picture_;
+    std::vector<PixelArea> changes_;
     Target glow_;  ///< keeps the bloom, which the development's own buffers do not
     unsigned bloom_ = 0;
 };

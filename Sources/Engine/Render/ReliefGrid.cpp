@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <glm/gtc/matrix_access.hpp>
+#include <limits>
 
 namespace gull {
 
@@ -9,6 +11,8 @@ namespace {
 
 /// What is dug or heaped up later stays within this of what was read, world units.
 constexpr double slack = 0.12;
+constexpr double slackBelow = 0.03;
+constexpr int lookEvery = 4;  // pixels, for heights
 
 bool overlap(double aMin, double aMax, double bMin, double bMax) {
     return aMin <= bMax && bMin <= aMax;
@@ -29,6 +33,7 @@ void ReliefGrid::read(const std::vector<float>& depths, const View& view, const 
     int along = (size_.height + cellSize - 1) / cellSize;
     cells_.assign(static_cast<std::size_t>(across_) * static_cast<std::size_t>(along), Cell());
     glm::dmat4 toWorld = glm::inverse(view.viewProjection);
+    glm::dvec4 height = glm::row(toWorld, 1), depthOf = glm::row(toWorld, 3);
     for (std::size_t i = 0; i < cells_.size(); ++i) {
         int x0 = static_cast<int>(i) % across_ * cellSize, y0 = static_cast<int>(i) / across_ * cellSize;
         int x1 = std::min(x0 + cellSize, size_.width), y1 = std::min(y0 + cellSize, size_.height);
@@ -41,7 +46,19 @@ void ReliefGrid::read(const std::vector<float>& depths, const View& view, const 
                 farthest = std::max(farthest, row[x]);
             }
         }
+        double lowest = std::numeric_limits<double>::max();
+        for (int y = y0; y < y1; y += lookEvery) {
+            for (int x = x0; x < x1; x += lookEvery) {
+                float z = depths[static_cast<std::size_t>(y) * static_cast<std::size_t>(size_.width) +
+                                 static_cast<std::size_t>(x)];
+                glm::dvec4 p(2.0 * x / size_.width - 1, 2.0 * y / size_.height - 1,
+                             2.0 * static_cast<double>(z) - 1, 1);
+                lowest = z < 1 ? std::min(lowest, glm::dot(height, p) / glm::dot(depthOf, p))
+                               : std::numeric_limits<double>::lowest();
+            }
+        }
         Cell& cell = cells_[i];
+        cell.lowest = lowest;
         cell.empty = farthest == 0;
         if (cell.empty) continue;
         for (int corner = 0; corner < 8; ++corner) {
@@ -75,18 +92,29 @@ void ReliefGrid::markReach(const glm::dvec3& middle, double radius) {
     }
 }
 
+PixelArea ReliefGrid::cellArea(std::size_t i) const {
+    return PixelArea{static_cast<int>(i) % across_ * cellSize, static_cast<int>(i) / across_ * cellSize,
+                     cellSize, cellSize}
+        .intersection(PixelArea::whole(size_));
+}
+
+PixelArea ReliefGrid::below(double height) const {
+    PixelArea area;
+    for (std::size_t i = 0; i < cells_.size(); ++i)
+        if (cells_[i].lowest - slackBelow < height) area = area.united(cellArea(i));
+    return area;
+}
+
 std::vector<PixelArea> ReliefGrid::marked() const {
     std::vector<PixelArea> areas;
     for (std::size_t i = 0; i < cells_.size(); ++i) {
         if (!marked_[i]) continue;
-        PixelArea cell{static_cast<int>(i) % across_ * cellSize, static_cast<int>(i) / across_ * cellSize,
-                       cellSize, cellSize};
+        PixelArea cell = cellArea(i);
         if (!areas.empty() && areas.back().y == cell.y && areas.back().right() == cell.x)
-            areas.back().width += cellSize;
+            areas.back().width += cell.width;
         else
             areas.push_back(cell);
     }
-    for (PixelArea& area : areas) area = area.intersection(PixelArea::whole(size_));
     return areas;
 }
 

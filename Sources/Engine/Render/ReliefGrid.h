@@ -26,6 +26,8 @@ class ReliefGrid {
     /// Marks what lies within `radius` of `middle`.
     void markReach(const glm::dvec3& middle, double radius);
     void markAll() { marked_.assign(cells_.size(), 1); }
+    /// What holds all squares where something is lower than `height` or nothing is at all.
+    PixelArea below(double height) const;
     /// The marked squares, neighbours in a row joined.
     std::vector<PixelArea> marked() const;
 
@@ -33,8 +35,11 @@ class ReliefGrid {
     struct Cell {
         Box world;
         Box inSunAxes;
+        double lowest = 0;  ///< height of the lowest of its pixels
         bool empty = true;  ///< nothing but background
     };
+    PixelArea cellArea(std::size_t i) const;
+
     PixelSize size_;
     int across_ = 0;
     std::vector<Cell> cells_;

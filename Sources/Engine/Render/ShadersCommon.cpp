@@ -29,7 +29,21 @@ layout(std140) uniform Frame {
 } frame;
 
 // What every pixel needs comes to it as flat varyings: on a rasteriser in software a uniform costs each pixel
-// several times as much.
+// several times as much. Varyings cost each triangle instead, so that things of many small ones read uniforms.
+#ifdef SMALL
+#define kFilm frame.film
+#define kVignette frame.vignette
+#define kPicture vec4(frame.picture.zw, frame.eye.w, frame.grade.y)
+#define kGrade vec4(frame.grade.zw, frame.fogRange.xy)
+#define kFog frame.fogColour
+#define kEye vec4(frame.eye.xyz, frame.fogRange.z)
+#define kTile vec4(frame.tile.xy, frame.lens.zw)
+#define kSun frame.sunDirection
+#define kSunColour frame.sunColour
+#define kLampPlace frame.lampPlace
+#define kLampLight frame.lampLight
+#define kLampExponents frame.lampExponents
+#else
 #ifdef VERTEX
 #define PASSED flat out
 #else
@@ -49,9 +63,11 @@ PASSED vec4 kLampPlace[4];
 PASSED vec4 kLampLight[4];
 PASSED vec4 kLampExponents;
 #endif
+#endif
 
 #ifdef VERTEX
 void passFrame() {
+#ifndef SMALL
     kFilm = frame.film;
     kVignette = frame.vignette;
     kPicture = vec4(frame.picture.zw, frame.eye.w, frame.grade.y);
@@ -67,6 +83,7 @@ void passFrame() {
         kLampLight[i] = frame.lampLight[i];
     }
     kLampExponents = frame.lampExponents;
+#endif
 #endif
 }
 #else

@@ -34,6 +34,7 @@ out vec2 multiplyAt;
 out vec4 baseColour;
 out vec3 shadowAt;
 out vec3 skyHere;           // the sky's light on a white surface of this normal, ambient light included
+#ifndef SMALL
 flat out vec3 kSkyX;        // how that changes as the normal bends
 flat out vec3 kSkyY;
 flat out vec3 kSkyZ;
@@ -41,6 +42,7 @@ flat out vec4 kMultiply;
 flat out vec4 kEmission;
 flat out vec4 kSurface;
 flat out vec4 kStrength;
+#endif
 
 // Nine spherical harmonics, the cosine lobe and 1/pi already in the coefficients.
 vec3 skyLight(vec3 n) {
@@ -67,6 +69,7 @@ void main() {
     shadowAt = (frame.sunMatrix * vec4(world.xyz + normal * frame.sunShape.x, 1.0)).xyz;
     shadowAt.z -= frame.sunShape.y;
     skyHere = skyLight(normal) + frame.ambient.rgb;
+#ifndef SMALL
     kSkyX = frame.irradiance[3].rgb;
     kSkyY = frame.irradiance[1].rgb;
     kSkyZ = frame.irradiance[2].rgb;
@@ -74,6 +77,7 @@ void main() {
     kEmission = emission;
     kSurface = surface;
     kStrength = mapStrength;
+#endif
 }
 )glsl";
 
@@ -89,6 +93,19 @@ in float rough;
 #endif
 in vec3 shadowAt;
 in vec3 skyHere;
+#ifdef SMALL
+uniform vec4 multiply;
+uniform vec4 emission;
+uniform vec4 surface;
+uniform vec4 mapStrength;
+#define kSkyX frame.irradiance[3].rgb
+#define kSkyY frame.irradiance[1].rgb
+#define kSkyZ frame.irradiance[2].rgb
+#define kMultiply multiply
+#define kEmission emission
+#define kSurface surface
+#define kStrength mapStrength
+#else
 flat in vec3 kSkyX;
 flat in vec3 kSkyY;
 flat in vec3 kSkyZ;
@@ -96,6 +113,7 @@ flat in vec4 kMultiply;
 flat in vec4 kEmission;
 flat in vec4 kSurface;
 flat in vec4 kStrength;
+#endif
 
 uniform sampler2D diffuseMap;
 uniform sampler2D normalMap;

@@ -22,10 +22,11 @@ Target SnapshotPainter::draw(const Stage& stage, const PixelSize& size) {
         frameBlock(stage, view, list, studio_.environments.bind(stage.environment, list.sun.onGround()),
                    studio_.options);
     std::vector<Lamp> lamps = list.kept.lamps;
+    lamps.insert(lamps.end(), list.drifting.lamps.begin(), list.drifting.lamps.end());
     lamps.insert(lamps.end(), list.moving.lamps.begin(), list.moving.lamps.end());
     setLamps(block, lamps);
     studio_.uniforms.upload(block);
-    const DrawLayer* layers[] = {&list.kept, &list.moving};
+    const DrawLayer* layers[] = {&list.kept, &list.drifting, &list.moving};
     PixelArea whole = PixelArea::whole(size);
 
     Shading shading;
@@ -34,8 +35,8 @@ Target SnapshotPainter::draw(const Stage& stage, const PixelSize& size) {
     shading.occlusion = view.camera.hdr && !view.camera.orthographicScale;
     ShadowMap shadow;
     if (shading.sunShadow) {
-        shadow.draw({&list.kept, &list.moving}, list.sun.matrix, list.sun.light->shadowMapSize,
-                    studio_.sunDepth);
+        shadow.draw({&list.kept, &list.drifting, &list.moving}, list.sun.matrix,
+                    list.sun.light->shadowMapSize, studio_.sunDepth);
         shadow.bind(unitSunShadow);
     }
     ContactShadows contact(studio_.screen, studio_.options);

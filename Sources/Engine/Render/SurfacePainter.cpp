@@ -106,6 +106,7 @@ const Program& SurfacePainter::program(const DrawItem& item, const Shading& shad
         {shading.plainFilm && shading.output == Shading::Output::display, "PLAIN_FILM"},
         {shading.waterDepth && isFilm(item), "WATER_DEPTH"},
         {lighting == 2 && !item.blended, "ROUGHNESS"},
+        {shading.small, "SMALL"},
     };
     int lamps = shaded ? reachingLamps(item, shading) : 0;
     std::uint32_t key = lighting + static_cast<std::uint32_t>(lamps) * 4;

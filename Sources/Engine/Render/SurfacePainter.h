@@ -26,6 +26,7 @@ struct Shading {
     std::span<const Lamp> lamps;  ///< those of the Frame block; borrowed
     bool bloom = false;           ///< a film takes the glow of the picture in
     bool plainFilm = false;       ///< no tone mapping, for cameras without it
+    bool small = false;           ///< many small triangles rather than many pixels
     bool waterDepth = false;      ///< water looks up how deep it is in the picture's depth
 };
 

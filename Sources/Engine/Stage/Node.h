@@ -17,9 +17,10 @@
 
 namespace gull {
 
-/// Which of a frame's two layers draws a node: what rests is drawn once and kept, what moves is drawn every
-/// frame.
-enum class Layer { inherited, kept, moving };
+/// Which of a frame's layers draws a node: what rests is drawn once and kept, what moves is drawn every
+/// frame. What drifts (slowly, and under all blended things that move) may be drawn a part at a time, each
+/// part every few frames.
+enum class Layer { inherited, kept, drifting, moving };
 
 /// A place in the scene and what stands there. A node owns its children; pointers and references to a node
 /// are borrowed and last until it is removed from its parent.

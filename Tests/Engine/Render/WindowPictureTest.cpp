@@ -1,6 +1,7 @@
 #include "Engine/Render/SoftwareContext.h"
 #include "Engine/Render/Target.h"
 #include "Engine/Render/TestStage.h"
+#include "Engine/Stage/Primitives.h"
 
 #include <algorithm>
 #include <vector>
@@ -39,17 +40,42 @@ TEST_F(WindowPicture, FastTierLooksTheSame) {
 
 TEST_F(WindowPicture, ATouchedBoxIsDrawnAgainAsIfEverythingWere) {
     renderer->setTier(RenderTier::fast);
+    const Box box{{-5, -0.5, -2}, {-2, 0.6, 0.5}};
+    auto paint = [&](std::uint8_t shade) {
+        Image marks = shore.marks->image();
+        for (int y = 60; y < 110; ++y)
+            for (int x = 60; x < 120; ++x)
+                for (int k = 0; k < 3; ++k) marks.at(x, y)[k] = shade;
+        shore.marks->update(marks, {60, 60, 60, 50});
+    };
     Image before = draw(shore.stage);
-    Image marks = shore.marks->image();
-    for (int y = 60; y < 110; ++y)
-        for (int x = 60; x < 120; ++x)
-            for (int k = 0; k < 3; ++k) marks.at(x, y)[k] = 90;
-    shore.marks->update(marks, {60, 60, 60, 50});
-    shore.stage.touchKept({{-5, -0.5, -2}, {-2, 0.6, 0.5}});
-    Image partly = draw(shore.stage);
-    EXPECT_LT(psnr(before, partly), 40) << "the mark shows";
+    paint(90);
+    shore.stage.touchPaint(box);
+    Image painted = draw(shore.stage);
+    EXPECT_LT(psnr(before, painted), 40) << "the mark shows";
+    EXPECT_GE(psnr(painted, renderer->snapshot(shore.stage, size), beach), 34) << "where it belongs";
+
+    Node& stone = shore.stage.root.add(makeNode(primitives::sphere(0.3), std::make_shared<Material>()));
+    stone.position = {-3.5, 0.3, -0.8};
+    paint(180);
+    shore.stage.touchKept(box);
+    Image both = draw(shore.stage);
+    EXPECT_LT(psnr(painted, both), 40);
     shore.stage.touchKept();
-    EXPECT_GE(psnr(partly, draw(shore.stage)), 50);
+    EXPECT_GE(psnr(both, draw(shore.stage)), 50);
+}
+
+TEST_F(WindowPicture, WhatDriftsIsWholeAgainAfterAFewFrames) {
+    renderer->setTier(RenderTier::fast);
+    const Renderer::Size large{1240, 800};
+    draw(shore.stage, large);
+    shore.sea->position.y += 0.25;
+    Image strips = draw(shore.stage, large, false);
+    for (int frame = 1; frame < 4; ++frame) strips = draw(shore.stage, large, false);
+    Image next = draw(shore.stage, large, false);
+    EXPECT_EQ(strips, next) << "after one turn nothing changes";
+    shore.stage.touchKept();
+    EXPECT_GE(psnr(next, draw(shore.stage, large)), 50) << "as if drawn at once";
 }
 
 TEST_F(WindowPicture, WhatMovesLeavesNothingBehind) {

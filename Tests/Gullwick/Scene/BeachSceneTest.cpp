@@ -159,7 +159,7 @@ TEST(Sea, foamAndBreakersFollowTheWater) {
             const double p = std::modf(world.scene.time / 7.5 + static_cast<double>(i) / 3, &whole);
             expectNear(breakers[i]->position, {0, level + 0.008, shore - 15 + 14.2 * p});
             EXPECT_NEAR(breakers[i]->materials[0]->opacity, 0.3 * std::pow(std::sin(pi * p), 2), 1e-9);
-            EXPECT_EQ(layerOf(*breakers[i]), Layer::moving);
+            EXPECT_EQ(layerOf(*breakers[i]), Layer::drifting);
         }
     }
     EXPECT_TRUE(world.node("water").materials[0]->smooth);

@@ -1,0 +1,134 @@
+#include "Engine/Render/Backdrop.h"
+
+#include "Engine/Render/CopyArea.h"
+#include "Engine/Render/Shaders.h"
+#include "Engine/Render/TextureUnits.h"
+
+#include <epoxy/gl.h>
+
+#include <algorithm>
+
+namespace gull {
+
+namespace {
+
+/// The highest point of what `layer` shows, world units.
+double top(const DrawLayer& layer) {
+    Box box;
+    for (const std::vector<DrawItem>* items : {&layer.opaque, &layer.blended})
+        for (const DrawItem& item : *items)
+            for (int corner = 0; corner < 8; ++corner) {
+                const Box& local = item.mesh->bounds;
+                box.include(glm::dvec3(item.model * glm::dvec4(corner & 1 ? local.max.x : local.min.x,
+                                                               corner & 2 ? local.max.y : local.min.y,
+                                                               corner & 4 ? local.max.z : local.min.z, 1)));
+            }
+    return box.max.y;
+}
+
+}  // namespace
+
+Backdrop::Backdrop(Studio& studio)
+    : studio_(studio), film_("film over a picture", shaders::surfaceVertex, shaders::filmFragment) {}
+
+void Backdrop::update(const DrawLayer& drifting, const Shading& shading, KeptLayer& kept, double time) {
+    const PixelSize& size = kept.view().size;
+    PixelArea whole = PixelArea::whole(size);
+    std::vector<PixelArea> areas = kept.takeChanges();
+    if (!picture_ || !(picture_.size() == size)) {
+        picture_ = Target(size, {{Format::rgba8}, Format::depth24});
+        half_ = Target({(size.width + 1) / 2, (size.height + 1) / 2}, {{Format::rgba8}, Format::depth24});
+        areas = {whole};
+    }
+    bool anew = std::find(areas.begin(), areas.end(), whole) != areas.end();
+    if (anew) areas = {whole};
+    if (anew) reach_ = {};
+    findReach(drifting, kept);
+    if (!areas.empty())
+        copyArea(kept.farthest().depth(), half_.depth(), PixelArea::whole(half_.size()), true);
+    if (anew)
+        shadeHalf(drifting, shading, kept, reach_);
+    else if (!reach_.empty()) {
+        areas.push_back(nextStrip());
+        shadeHalf(drifting, shading, kept, areas.back());
+    }
+    for (const PixelArea& area : areas) {
+        copyArea(kept.picture().colour(), picture_.colour(), area, false);
+        copyArea(kept.depth(), picture_.depth(), area, true);
+        picture_.bind();
+        draw(drifting, shading, kept, area, time);
+    }
+}
+
+void Backdrop::findReach(const DrawLayer& drifting, const KeptLayer& kept) {
+    // It only grows, so that nothing is left behind where the water fell.
+    if (!drifting.opaque.empty() || !drifting.blended.empty())
+        reach_ = reach_.united(kept.relief().below(top(drifting)));
+}
+
+PixelArea Backdrop::nextStrip() {
+    int strips = std::clamp((reach_.width * reach_.height + stripPixels - 1) / stripPixels, 1, mostStrips);
+    strip_ = (strip_ + 1) % strips;
+    // On even rows, where the half-resolution picture divides them too.
+    auto row = [&](int i) { return reach_.y + (reach_.height * i / strips & ~1); };
+    int bottom = row(strip_), end = strip_ + 1 == strips ? reach_.top() : row(strip_ + 1);
+    return {reach_.x, bottom, reach_.width, end - bottom};
+}
+
+void Backdrop::shadeHalf(const DrawLayer& drifting, const Shading& shading, const KeptLayer& kept,
+                         const PixelArea& area) {
+    if (area.empty()) return;
+    half_.bind();
+    glEnable(GL_SCISSOR_TEST);
+    // A pixel more all round, into which the smoothing at full resolution looks.
+    PixelArea part = PixelArea{area.x / 2, area.y / 2, (area.width + 1) / 2, (area.height + 1) / 2}.grown(1);
+    glScissor(part.x, part.y, part.width, part.height);
+    glClearColor(0, 0, 0, 1);
+    glClear(GL_COLOR_BUFFER_BIT);
+    bindTexture(unitKeptDepth, kept.farthest().depth());
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_LEQUAL);
+    Shading film = shading;
+    film.output = Shading::Output::film;
+    film.lamps = {};
+    film.bloom = kept.bloom() != 0;
+    for (const DrawItem& item : drifting.blended)
+        if (isFilm(item)) studio_.surfaces.draw(item, film, kept.view(), PixelArea::whole(kept.view().size));
+    glDisable(GL_SCISSOR_TEST);
+    bindTexture(unitKeptDepth, kept.depth());
+}
+
+void Backdrop::draw(const DrawLayer& drifting, const Shading& shading, const KeptLayer& kept,
+                    const PixelArea& area, double time) {
+    PixelArea visible = area.intersection(reach_);
+    if (visible.empty()) return;
+    const View& view = kept.view();
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(visible.x, visible.y, visible.width, visible.height);
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_LEQUAL);
+    for (const DrawItem& item : drifting.opaque) studio_.surfaces.draw(item, shading, view, visible);
+
+    // The films first: what is blended over them lies above all.
+    DrawLayer over;
+    over.particles = drifting.particles;
+    for (const DrawItem& item : drifting.blended) {
+        if (!isFilm(item) || !view.camera.hdr) {
+            over.blended.push_back(item);
+            continue;
+        }
+        film_.use();
+        film_.set("model", glm::mat4(item.model));
+        bindTexture(unitSource, half_.colour());
+        glEnable(GL_BLEND);
+        glBlendFuncSeparate(GL_ONE, GL_SRC_ALPHA, GL_ZERO, GL_ONE);
+        glDepthMask(item.material->writesDepth ? GL_TRUE : GL_FALSE);
+        glDisable(GL_CULL_FACE);
+        drawChunks(item, view, PixelArea::whole(view.size));
+    }
+    const DrawLayer* layers[] = {&over};
+    studio_.drawBlended(layers, shading, view, visible, time);
+    glDisable(GL_SCISSOR_TEST);
+}
+
+}  // namespace gull
