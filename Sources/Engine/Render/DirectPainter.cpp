@@ -44,7 +44,7 @@ const Target& DirectPainter::draw(const Stage& stage, const View& fullView) {
     const DrawLayer* layers[] = {&list.kept, &list.drifting, &list.moving};
     for (const DrawLayer* layer : layers)
         for (const DrawItem& item : layer->opaque) studio_.surfaces.draw(item, shading, view, whole);
-    studio_.drawSky(stage, shading.output);
+    studio_.drawSky(stage, view, shading.output);
     studio_.drawBlended(layers, shading, view, whole, stage.time);
     return picture_;
 }

@@ -212,7 +212,7 @@ void KeptLayer::drawSurfaces(const Stage& stage, const DrawList& list, const Pix
     Shading how = shading(list);
     how.onlyLit = onlyLit;
     for (const DrawItem& item : list.kept.opaque) studio_.surfaces.draw(item, how, view_, area);
-    studio_.drawSky(stage, onlyLit ? Shading::Output::linear : how.output);
+    studio_.drawSky(stage, view_, onlyLit ? Shading::Output::linear : how.output);
 }
 
 void KeptLayer::findGlow(const DrawList& list) {

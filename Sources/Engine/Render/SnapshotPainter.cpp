@@ -68,7 +68,7 @@ Target SnapshotPainter::draw(const Stage& stage, const PixelSize& size) {
         glDepthFunc(GL_LEQUAL);
         for (const DrawLayer* layer : layers)
             for (const DrawItem& item : layer->opaque) studio_.surfaces.draw(item, shading, view, area);
-        studio_.drawSky(stage, shading.output);
+        studio_.drawSky(stage, view, shading.output);
         studio_.drawBlended(layers, shading, view, area, stage.time);
         tile.resolve(0, {0, 0, area.width, area.height}, light, 0, 0, y);
     }

@@ -39,12 +39,16 @@ void Studio::drawDepth(const DrawLayer& layer, const View& view, const PixelArea
     }
 }
 
-void Studio::drawSky(const Stage& stage, Shading::Output output) {
+void Studio::drawSky(const Stage& stage, const View& view, Shading::Output output) {
     if (!stage.background) return;
     const Program& program = output == Shading::Output::kept      ? keptSky
                              : output == Shading::Output::display ? displaySky
                                                                   : sky;
-    textures.bind(unitDiffuse, stage.background, Wrap::repeat, Wrap::clamp);
+    // Below the horizon a sky's picture has no detail, and that of the environment, which is small and needed
+    // anyway, serves as well.
+    bool coarse = stage.environment && !view.seesHorizon();
+    textures.bind(unitDiffuse, coarse ? stage.environment : stage.background, Wrap::repeat, Wrap::clamp,
+                  TextureCache::Filter::base);
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_LEQUAL);
     glDepthMask(GL_FALSE);

@@ -40,7 +40,7 @@ struct Studio {
     /// Draws opaque depth alone into the bound target, within `area` of the picture.
     void drawDepth(const DrawLayer& layer, const View& view, const PixelArea& area);
     /// Draws the stage's background where nothing is nearer.
-    void drawSky(const Stage& stage, Shading::Output output);
+    void drawSky(const Stage& stage, const View& view, Shading::Output output);
     /// Draws blended surfaces and particles of all layers, in their common order.
     void drawBlended(std::span<const DrawLayer* const> layers, const Shading& shading, const View& view,
                      const PixelArea& area, double time);

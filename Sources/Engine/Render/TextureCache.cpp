@@ -25,7 +25,31 @@ std::array<std::uint8_t, 3> meanColour(const Image& image) {
     return mean;
 }
 
+bool opaque(const std::uint8_t* pixels, std::size_t bytes) {
+    std::uint8_t all = 255;
+    for (std::size_t i = 3; i < bytes; i += 4) all &= pixels[i];
+    return all == 255;
+}
+
 }  // namespace
+
+std::vector<std::uint8_t> halved(const std::vector<std::uint8_t>& pixels, int width, int height) {
+    const int halfWidth = std::max(1, width / 2), halfHeight = std::max(1, height / 2);
+    const std::size_t right = width > 1 ? 4 : 0;  // from a pixel to its neighbours, bytes
+    const std::size_t up = height > 1 ? static_cast<std::size_t>(width) * 4 : 0;
+    std::vector<std::uint8_t> half(static_cast<std::size_t>(halfWidth) *
+                                   static_cast<std::size_t>(halfHeight) * 4);
+    std::uint8_t* to = half.data();
+    for (int y = 0; y < halfHeight; ++y) {
+        const std::uint8_t* from =
+            &pixels[static_cast<std::size_t>(2 * y) * static_cast<std::size_t>(width) * 4];
+        for (int x = 0; x < halfWidth; ++x, from += 8)
+            for (std::size_t k = 0; k < 4; ++k)
+                *to++ = static_cast<std::uint8_t>(
+                    (from[k] + from[k + right] + from[k + up] + from[k + up + right] + 2) / 4);
+    }
+    return half;
+}
 
 std::vector<std::uint8_t> straightPixels(const Image& image, const PixelRect& rect) {
     std::vector<std::uint8_t> pixels(static_cast<std::size_t>(rect.width) *
@@ -35,6 +59,11 @@ std::vector<std::uint8_t> straightPixels(const Image& image, const PixelRect& re
     std::uint8_t* to = pixels.data();
     for (int y = rect.y + rect.height - 1; y >= rect.y; --y) {
         const std::uint8_t* from = image.at(rect.x, y);
+        const std::size_t rowBytes = static_cast<std::size_t>(rect.width) * 4;
+        if (opaque(from, rowBytes)) {
+            to = std::copy_n(from, rowBytes, to);
+            continue;
+        }
         for (int x = 0; x < rect.width; ++x, from += 4, to += 4) {
             unsigned alpha = from[3];
             if (alpha == 0 && !emptyKnown) {
@@ -79,42 +108,45 @@ TextureCache::TextureCache() {
 void TextureCache::bind(int unit, const std::shared_ptr<Texture>& texture, Wrap wrapS, Wrap wrapT,
                         Filter filter) {
     Entry& entry = entries_[texture->id()];
-    if (entry.version != texture->version()) {
-        entry.owner = texture;
-        upload(entry, *texture);
-    }
+    entry.owner = texture;
+    const bool mipmaps = filter != Filter::base;
+    if (entry.version != texture->version() || (mipmaps && !entry.hasMipmaps))
+        upload(entry, *texture, mipmaps);
     glActiveTexture(GL_TEXTURE0 + static_cast<GLenum>(unit));
     glBindTexture(GL_TEXTURE_2D, entry.texture.name());
-    if (filter != Filter::base && !entry.hasMipmaps) {
-        glGenerateMipmap(GL_TEXTURE_2D);
-        entry.hasMipmaps = true;
-    }
     unsigned sampler = (wrapS == Wrap::repeat ? 1U : 0U) + (wrapT == Wrap::repeat ? 2U : 0U) +
                        static_cast<unsigned>(filter) * 4;
     glBindSampler(static_cast<GLuint>(unit), samplers_[sampler].name());
 }
 
-void TextureCache::upload(Entry& entry, const Texture& texture) {
+void TextureCache::upload(Entry& entry, const Texture& texture, bool mipmaps) {
     const Image& image = texture.image();
     glActiveTexture(GL_TEXTURE0 + unitUpload);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
-    if (!entry.texture) {
-        entry.texture = GlTexture::make();
-        glBindTexture(GL_TEXTURE_2D, entry.texture.name());
-        std::vector<std::uint8_t> pixels = straightPixels(image, {0, 0, image.width, image.height});
-        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, image.width, image.height, 0, GL_RGBA, GL_UNSIGNED_BYTE,
+    if (!entry.texture) entry.texture = GlTexture::make();
+    glBindTexture(GL_TEXTURE_2D, entry.texture.name());
+    auto fill = [](int level, int width, int height, const std::vector<std::uint8_t>& pixels) {
+        glTexImage2D(GL_TEXTURE_2D, level, GL_RGBA8, width, height, 0, GL_RGBA, GL_UNSIGNED_BYTE,
                      pixels.data());
-    } else {
-        PixelRect rect = texture.changedSince(entry.version);
-        glBindTexture(GL_TEXTURE_2D, entry.texture.name());
-        if (rect.width > 0 && rect.height > 0) {
-            std::vector<std::uint8_t> pixels = straightPixels(image, rect);
-            glTexSubImage2D(GL_TEXTURE_2D, 0, rect.x, image.height - rect.y - rect.height, rect.width,
-                            rect.height, GL_RGBA, GL_UNSIGNED_BYTE, pixels.data());
+    };
+    if (entry.version == 0 || mipmaps) {
+        int width = image.width, height = image.height;
+        std::vector<std::uint8_t> pixels = straightPixels(image, {0, 0, width, height});
+        fill(0, width, height, pixels);
+        for (int level = 1; mipmaps && (width > 1 || height > 1); ++level) {
+            pixels = halved(pixels, width, height);
+            width = std::max(1, width / 2);
+            height = std::max(1, height / 2);
+            fill(level, width, height, pixels);
         }
+    } else if (PixelRect rect = texture.changedSince(entry.version); rect.width > 0 && rect.height > 0) {
+        std::vector<std::uint8_t> pixels = straightPixels(image, rect);
+        glTexSubImage2D(GL_TEXTURE_2D, 0, rect.x, image.height - rect.y - rect.height, rect.width,
+                        rect.height, GL_RGBA, GL_UNSIGNED_BYTE, pixels.data());
     }
-    entry.hasMipmaps = false;
+    entry.hasMipmaps = mipmaps;
     entry.version = texture.version();
+    texture.forgetPixels();
 }
 
 void TextureCache::collectGarbage() {

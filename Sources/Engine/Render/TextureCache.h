@@ -36,7 +36,7 @@ class TextureCache {
         std::uint64_t version = 0;
         bool hasMipmaps = false;  ///< of this version
     };
-    void upload(Entry& entry, const Texture& texture);
+    void upload(Entry& entry, const Texture& texture, bool mipmaps);
 
     std::unordered_map<std::uint64_t, Entry> entries_;  ///< by Texture::id()
     GlSampler samplers_[12];                            ///< 4 * filter + (repeat in s: 1) + (in t: 2)
@@ -45,5 +45,8 @@ class TextureCache {
 /// The pixels of `rect` of a premultiplied image with straight colours, lowest row first, as OpenGL wants
 /// them.
 std::vector<std::uint8_t> straightPixels(const Image& image, const PixelRect& rect);
+/// The next mipmap of an RGBA picture: half as wide and high (rounded down, at least 1), every pixel the mean
+/// of four.
+std::vector<std::uint8_t> halved(const std::vector<std::uint8_t>& pixels, int width, int height);
 
 }  // namespace gull

@@ -26,6 +26,16 @@ View View::standingAt(const glm::dmat4& cameraWorld) const {
     return view;
 }
 
+bool View::seesHorizon() const {
+    const glm::dmat4 toWorld = glm::inverse(viewProjection);
+    for (int corner = 0; corner < 4; ++corner) {
+        const glm::dvec2 at(corner & 1 ? 1 : -1, corner & 2 ? 1 : -1);
+        const glm::dvec4 near = toWorld * glm::dvec4(at, -1, 1), far = toWorld * glm::dvec4(at, 1, 1);
+        if (far.y / far.w >= near.y / near.w) return true;
+    }
+    return false;
+}
+
 PixelArea View::area(const Box& box, const glm::dmat4& model) const {
     if (box.empty()) return {};
     glm::dmat4 toClip = viewProjection * model;

@@ -22,6 +22,9 @@ struct View {
     /// The same lens standing elsewhere.
     View standingAt(const glm::dmat4& cameraWorld) const;
 
+    /// Whether any of its rays goes level or upward.
+    bool seesHorizon() const;
+
     /// The pixels that `box`, moved by `model`, may touch; the whole picture when part of it is behind the
     /// eye.
     PixelArea area(const Box& box, const glm::dmat4& model = glm::dmat4(1)) const;

@@ -37,10 +37,15 @@ Texture::Texture(Encoding encoding, Image image)
 const Image& Texture::image() const {
     if (!drawn_) {
         image_ = make_();
-        make_ = nullptr;
         drawn_ = true;
     }
     return image_;
+}
+
+void Texture::forgetPixels() const {
+    if (!make_) return;
+    image_ = Image();
+    drawn_ = false;
 }
 
 void Texture::replace(Image image) {
@@ -72,6 +77,7 @@ void Texture::update(const Image& source, const PixelRect& rect) {
 
 void Texture::changed(const PixelRect& rect) {
     ++version_;
+    make_ = nullptr;
     changes_.push_back({version_, rect});
     if (changes_.size() > rememberedChanges) changes_.erase(changes_.begin());
 }

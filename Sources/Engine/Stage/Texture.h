@@ -24,7 +24,8 @@ class Texture {
   public:
     enum class Encoding { srgb, linear };  ///< linear: normal maps and other data
 
-    /// `make` is called once, at the first image().
+    /// `make` is called at the first image(), and again after forgetPixels(): it must make the same each
+    /// time.
     Texture(Encoding encoding, std::function<Image()> make);
     Texture(Encoding encoding, Image image);
 
@@ -32,8 +33,11 @@ class Texture {
     /// Unique in the process, never reused.
     std::uint64_t id() const { return id_; }
     const Image& image() const;
-    /// True once the pixels exist.
+    /// True while the pixels exist.
     bool isDrawn() const { return drawn_; }
+    /// Frees the pixels when they can be drawn again: whoever has a copy elsewhere needs them no more.
+    /// Nothing happens to a texture that was changed.
+    void forgetPixels() const;
 
     /// Replaces the pixels; the size stays.
     void replace(Image image);

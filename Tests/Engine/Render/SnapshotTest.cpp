@@ -1,5 +1,6 @@
 #include "Engine/Render/SoftwareContext.h"
 #include "Engine/Render/TestStage.h"
+#include "Engine/Render/TextureCache.h"
 #include "Engine/Stage/Primitives.h"
 
 #include <gmock/gmock.h>
@@ -163,6 +164,13 @@ TEST_F(Snapshot, IsTheSameBytesTwiceAndHasNoSeamsBetweenTiles) {
         return sum / first.width;
     };
     EXPECT_LT(difference(143), 1.5 * std::max(difference(142), difference(144)) + 0.5);
+}
+
+TEST(Mipmaps, AreMeansOfFourPixelsDownToASingleOne) {
+    const std::vector<std::uint8_t> two{0, 10, 20, 255, 100, 10, 20, 255, 8, 10, 20, 1, 4, 10, 20, 1};
+    EXPECT_EQ(halved(two, 2, 2), (std::vector<std::uint8_t>{28, 10, 20, 128}));
+    const std::vector<std::uint8_t> column{10, 0, 0, 0, 20, 0, 0, 0, 90, 0, 0, 0};
+    EXPECT_EQ(halved(column, 1, 3), (std::vector<std::uint8_t>{15, 0, 0, 0})) << "an odd row falls away";
 }
 
 }  // namespace gull::test

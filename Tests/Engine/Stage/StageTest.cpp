@@ -148,6 +148,21 @@ TEST(Texture, isDrawnOnceAndOnlyWhenAsked) {
     EXPECT_NE(texture.id(), Texture(Texture::Encoding::srgb, Image(1, 1)).id());
 }
 
+TEST(Texture, forgetsOnlyPixelsThatCanBeDrawnAgain) {
+    Texture texture(Texture::Encoding::srgb, [] { return Image(4, 2); });
+    EXPECT_EQ(texture.image().width, 4);
+    texture.forgetPixels();
+    EXPECT_FALSE(texture.isDrawn());
+    EXPECT_EQ(texture.version(), 1u);
+    EXPECT_EQ(texture.image().width, 4);
+
+    Image marked(4, 2);
+    marked.at(3, 1)[0] = 77;
+    texture.update(marked, {3, 1, 1, 1});
+    texture.forgetPixels();
+    EXPECT_EQ(texture.image().at(3, 1)[0], 77) << "what was changed stays";
+}
+
 TEST(Texture, updatesOnlyTheRectangleAndRemembersIt) {
     Texture texture(Texture::Encoding::srgb, Image(64, 32));
     Image source(64, 32);
