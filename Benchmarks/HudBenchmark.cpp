@@ -1,9 +1,14 @@
+#include "Engine/Render/Renderer.h"
+#include "Engine/Window/Window.h"
 #include "Gullwick/Feedback/Feedback.h"
 #include "Gullwick/Game/GameController.h"
 #include "Gullwick/HUD/Overlay.h"
 #include "Gullwick/Settings/AppSettings.h"
 
 #include <benchmark/benchmark.h>
+
+#include <memory>
+#include <stdexcept>
 
 // The overlay's share of a frame: 1 ms on the budget machine, at 1240 x 800.
 
@@ -51,8 +56,8 @@ void hudOfAPlayingFrame(benchmark::State& state) {
         state.PauseTiming();
         play.step();
         state.ResumeTiming();
-        for (const Overlay::Area& area : play.overlay.update(play.clock.now(), 1240, 800, scale)) {
-            pixels += static_cast<double>(area.width) * area.height;
+        for (const Sheet& sheet : play.overlay.update(play.clock.now(), 1240, 800, scale)) {
+            for (const Sheet::Area& area : sheet.changes) pixels += 1.0 * area.width * area.height;
         }
     }
     state.counters["pixels"] = benchmark::Counter(pixels, benchmark::Counter::kAvgIterations);
@@ -71,7 +76,7 @@ void hudDrawnWhole(benchmark::State& state) {
 }
 BENCHMARK(hudDrawnWhole)->Arg(1)->Arg(2)->Unit(benchmark::kMicrosecond);
 
-/// The dearest frames: the result card fading in over everything.
+/// The beach select fading over everything.
 void hudOfAFadingCard(benchmark::State& state) {
     Play play;
     play.overlay.update(play.clock.now(), 1240, 800, 1);
@@ -89,6 +94,82 @@ void hudOfAFadingCard(benchmark::State& state) {
     }
 }
 BENCHMARK(hudOfAFadingCard)->Unit(benchmark::kMicrosecond);
+
+/// A window that shows nothing but the overlay; none without a display.
+struct OverlayWindow {
+    Window window{{}};
+    Renderer renderer;
+    Renderer::Size size{window.pixelWidth(), window.pixelHeight()};
+
+    OverlayWindow() {
+        const Stage nothing;
+        renderer.draw(nothing, size, 0, true);
+    }
+    /// To the last pixel: reading one back waits for all.
+    void show(Play& play) {
+        renderer.drawOverlay(
+            play.overlay.update(play.clock.now(), window.width(), window.height(), window.scale()), size);
+        benchmark::DoNotOptimize(renderer.readBack({1, 1}));
+    }
+    static std::unique_ptr<OverlayWindow> open(benchmark::State& state) {
+        try {
+            return std::make_unique<OverlayWindow>();
+        } catch (const std::runtime_error& error) {
+            state.SkipWithError(error.what());
+            return nullptr;
+        }
+    }
+};
+
+/// With upload and blending, over all threads of a software rasteriser.
+void overlayOfAPlayingFrame(benchmark::State& state) {
+    Play play;
+    const auto window = OverlayWindow::open(state);
+    if (!window) return;
+    window->show(play);
+    for (auto _ : state) {
+        state.PauseTiming();
+        play.step();
+        state.ResumeTiming();
+        window->show(play);
+    }
+}
+BENCHMARK(overlayOfAPlayingFrame)->Unit(benchmark::kMicrosecond)->MeasureProcessCPUTime()->Iterations(200);
+
+/// The 15 frames in which the beach select comes or goes, the first of them apart: it draws the sheet.
+void overlayOfAFadingScreen(benchmark::State& state) {
+    const bool isFirst = state.range(0) == 1;
+    constexpr int frames = 15;
+    Play play;
+    const auto window = OverlayWindow::open(state);
+    if (!window) return;
+    int frame = frames;
+    for (auto _ : state) {
+        state.PauseTiming();
+        if (isFirst || frame >= frames) {
+            frame = 1;
+            play.loop.turn(play.clock, 1);
+            window->show(play);
+            if (play.game.phase == GameController::Phase::selecting) {
+                play.game.closeSelect();
+            } else {
+                play.game.openSelect();
+            }
+            window->show(play);  // still as it was: the fade begins here
+        }
+        play.loop.turn(play.clock, 1.0 / 60);
+        ++frame;
+        state.ResumeTiming();
+        window->show(play);
+    }
+}
+BENCHMARK(overlayOfAFadingScreen)
+    ->ArgName("first")
+    ->Arg(0)
+    ->Arg(1)
+    ->Unit(benchmark::kMicrosecond)
+    ->MeasureProcessCPUTime()
+    ->Iterations(140);
 
 }  // namespace
 }  // namespace gull

@@ -46,7 +46,7 @@ struct Renderer::Impl {
     SnapshotPainter snapshots{studio};
     RenderTier tier = RenderTier::full;
     WindowPainter window{studio, snapshots};
-    Overlay overlay{studio.screen};
+    Overlay overlay;
     unsigned framebuffer = 0;  ///< drawn last
 };
 
@@ -80,15 +80,9 @@ void Renderer::draw(const Stage& stage, const Size& size, unsigned framebuffer, 
     impl_->framebuffer = framebuffer;
 }
 
-void Renderer::drawOverlay(const unsigned char* pixels, int strideBytes, const Size& size,
-                           std::span<const Area> changed, std::span<const Area> coverage) {
+void Renderer::drawOverlay(std::span<const Sheet> sheets, const Size& size) {
     glBindFramebuffer(GL_FRAMEBUFFER, impl_->framebuffer);
-    auto rects = [](std::span<const Area> areas) {
-        std::vector<PixelRect> result;
-        for (const Area& area : areas) result.push_back({area.x, area.y, area.width, area.height});
-        return result;
-    };
-    impl_->overlay.draw(pixels, strideBytes, {size.width, size.height}, rects(changed), rects(coverage));
+    impl_->overlay.draw(sheets, {size.width, size.height});
 }
 
 Image Renderer::readBack(const Size& size) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Engine/Raster/Image.h"
+#include "Engine/Raster/Sheet.h"
 #include "Engine/Stage/Stage.h"
 
 #include <memory>
@@ -34,13 +35,6 @@ class Renderer {
         int height = 0;
         bool operator==(const Size&) const = default;
     };
-    /// Of a picture, pixels from the top left.
-    struct Area {
-        int x = 0;
-        int y = 0;
-        int width = 0;
-        int height = 0;
-    };
 
     /// Compiles what every frame needs. Throws std::runtime_error with a readable message when the context
     /// lacks something (OpenGL 3.3) or a program does not compile.
@@ -62,10 +56,9 @@ class Renderer {
     /// True when the last draw() showed the kept layer at final quality.
     bool settled() const;
 
-    /// Blends a premultiplied B G R A picture of the window's size over the framebuffer drawn last.
-    /// `changed`: where it differs from the last call's; `coverage`: outside of it the picture is clear.
-    void drawOverlay(const unsigned char* pixels, int strideBytes, const Size& size,
-                     std::span<const Area> changed, std::span<const Area> coverage);
+    /// Blends `sheets`, back to front, over the framebuffer drawn last, which is of that size. A sheet's
+    /// changes are those since the last call.
+    void drawOverlay(std::span<const Sheet> sheets, const Size& size);
 
     /// Draws `stage` off screen at the full tier, 4x multisampled, complete, and returns the picture. A stage
     /// without background gives a transparent one. The kept layer of the window is left alone.

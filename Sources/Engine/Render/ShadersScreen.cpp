@@ -194,12 +194,45 @@ void main() {
 }
 )glsl";
 
-// A picture whose top row comes first.
+// Sheets that lie on the picture: rectangles of plain colours (WASH) or of a bitmap.
+const std::string_view overlayVertex = R"glsl(
+layout(location = 0) in vec2 inPosition;
+layout(location = 1) in vec4 inValue;
+#ifdef WASH
+out vec4 colour;
+#else
+out vec2 st;
+#endif
+void main() {
+#ifdef WASH
+    colour = inValue;
+#else
+    st = inValue.xy;
+#endif
+    gl_Position = vec4(inPosition, 0.0, 1.0);
+}
+)glsl";
+
 const std::string_view overlayFragment = R"glsl(
+#ifdef WASH
+in vec4 colour;
+#else
 in vec2 st;
 uniform sampler2D source;
+#endif
+#ifdef FADED
+uniform float opacity;
+#endif
 out vec4 outColour;
-void main() { outColour = textureLod(source, vec2(st.x, 1.0 - st.y), 0.0); }
+void main() {
+#ifdef WASH
+    outColour = colour;
+#elif defined(FADED)
+    outColour = texture(source, st) * opacity;
+#else
+    outColour = texture(source, st);
+#endif
+}
 )glsl";
 
 }  // namespace gull::shaders

@@ -93,9 +93,9 @@ void drawMark(Canvas& canvas, const Drawing::Mark& mark, std::vector<bool>& grou
 }  // namespace
 
 Drawing::Drawing(const View& view, double width, double height, double scale) {
-    Layout layout(scale, marks_, named_);
+    Layout layout(scale, marks_, named_, sheets_);
     const ViewSize size = Layout::measure(view, {width, height});
-    layout.place(view, {(width - size.width) / 2, (height - size.height) / 2, size.width, size.height});
+    layout.placeRoot(view, {(width - size.width) / 2, (height - size.height) / 2, size.width, size.height});
 }
 
 std::optional<Drawing::Named> Drawing::find(std::string_view name) const {
@@ -132,15 +132,22 @@ std::vector<std::string> Drawing::textsIn(const Rect& rect) const {
 }
 
 void Drawing::draw(Canvas& canvas) const {
-    std::vector<bool> groups;
-    for (const Mark& mark : marks_) drawMark(canvas, mark, groups);
+    const Rect all{0, 0, canvas.width(), canvas.height()};
+    for (const Sheet& sheet : sheets_) {
+        canvas.save();
+        if (sheet.opacity < 1) canvas.beginLayer(sheet.opacity);
+        canvas.translate(sheet.dx, sheet.dy);
+        draw(canvas, sheet, {all.x - sheet.dx, all.y - sheet.dy, all.width, all.height});
+        if (sheet.opacity < 1) canvas.endLayer();
+        canvas.restore();
+    }
 }
 
-void Drawing::draw(Canvas& canvas, const Rect& clip) const {
+void Drawing::draw(Canvas& canvas, const Sheet& sheet, const Rect& clip) const {
     canvas.save();
     canvas.clip(clip);
     std::vector<bool> groups;
-    for (std::size_t i = 0; i < marks_.size(); ++i) {
+    for (std::size_t i = sheet.first; i < sheet.last; ++i) {
         const Mark& mark = marks_[i];
         if (meet(mark.ink, clip)) {
             drawMark(canvas, mark, groups);
@@ -151,25 +158,24 @@ void Drawing::draw(Canvas& canvas, const Rect& clip) const {
     canvas.restore();
 }
 
-void Drawing::difference(const Drawing& before, std::vector<Rect>& damage) const {
+void Drawing::difference(std::span<const Mark> now, std::span<const Mark> before, std::vector<Rect>& damage) {
     // Alike at the front and at the back; what lies between is taken one to one when there is as much of it.
-    const std::vector<Mark>& old = before.marks_;
-    const std::size_t shorter = std::min(marks_.size(), old.size());
+    const std::size_t shorter = std::min(now.size(), before.size());
     std::size_t front = 0;
-    while (front < shorter && alike(marks_[front], old[front])) ++front;
+    while (front < shorter && alike(now[front], before[front])) ++front;
     std::size_t back = 0;
-    while (back < shorter - front && alike(marks_[marks_.size() - 1 - back], old[old.size() - 1 - back]))
+    while (back < shorter - front && alike(now[now.size() - 1 - back], before[before.size() - 1 - back]))
         ++back;
-    if (marks_.size() == old.size()) {
-        for (std::size_t i = front; i < marks_.size() - back; ++i) {
-            if (alike(marks_[i], old[i])) continue;
-            damage.push_back(old[i].ink);
-            damage.push_back(marks_[i].ink);
+    if (now.size() == before.size()) {
+        for (std::size_t i = front; i < now.size() - back; ++i) {
+            if (alike(now[i], before[i])) continue;
+            damage.push_back(before[i].ink);
+            damage.push_back(now[i].ink);
         }
         return;
     }
-    for (std::size_t i = front; i < marks_.size() - back; ++i) damage.push_back(marks_[i].ink);
-    for (std::size_t i = front; i < old.size() - back; ++i) damage.push_back(old[i].ink);
+    for (const Mark& mark : now.subspan(front, now.size() - back - front)) damage.push_back(mark.ink);
+    for (const Mark& mark : before.subspan(front, before.size() - back - front)) damage.push_back(mark.ink);
 }
 
 }  // namespace gull

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -60,11 +61,27 @@ class Drawing {
         double opacity = 1;
     };
 
+    /// Marks that one sheet shows, from `first` to before `last`. The first marks are the rearmost. What
+    /// stands on no sheet of its own is on one without a name.
+    struct Sheet {
+        std::string name;
+        double opacity = 1;
+        double dx = 0;  ///< by which the sheet is moved, points that are whole pixels
+        double dy = 0;
+        std::size_t first = 0;
+        std::size_t last = 0;
+    };
+
     Drawing() = default;
     /// Lays `view` out in a window of that size, centred if it is smaller. `scale`: pixels a point.
     Drawing(const View& view, double width, double height, double scale);
 
     const std::vector<Mark>& marks() const { return marks_; }
+    /// Back to front; together they hold every mark.
+    const std::vector<Sheet>& sheets() const { return sheets_; }
+    std::span<const Mark> marks(const Sheet& sheet) const {
+        return std::span(marks_).subspan(sheet.first, sheet.last - sheet.first);
+    }
     /// The first view of that name.
     std::optional<Named> find(std::string_view name) const;
     /// The name, beginning with `prefix`, of the topmost such view under the point; empty when none is there.
@@ -74,17 +91,19 @@ class Drawing {
     /// Every visible text that stands within `rect`, in drawing order.
     std::vector<std::string> textsIn(const Rect& rect) const;
 
-    /// Everything.
+    /// Everything: all sheets, one over the other.
     void draw(Canvas& canvas) const;
-    /// Draws what touches `clip` (points), within it.
-    void draw(Canvas& canvas, const Rect& clip) const;
+    /// Draws what of `sheet`, at full opacity and not moved, touches `clip` (points), within it.
+    void draw(Canvas& canvas, const Sheet& sheet, const Rect& clip) const;
 
-    /// Appends to `damage` the rectangles (points) where this drawing differs from `before`.
-    void difference(const Drawing& before, std::vector<Rect>& damage) const;
+    /// Appends to `damage` the rectangles (points) where one sheet's marks differ from what they were.
+    static void difference(std::span<const Mark> now, std::span<const Mark> before,
+                           std::vector<Rect>& damage);
 
   private:
     std::vector<Mark> marks_;
     std::vector<Named> named_;
+    std::vector<Sheet> sheets_;
 };
 
 }  // namespace gull

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 
 namespace gull {
 
@@ -171,10 +173,16 @@ ViewSize Layout::measure(const View& view, const ViewSize& room) {
             [&](const View::Offset&) { return inner(room); },
             [&](const View::Scale&) { return inner(room); },
             [&](const View::Fade&) { return inner(room); },
+            [&](const View::Sheet&) { return inner(room); },
             [&](const View::Shadow&) { return inner(room); },
             [&](const View::Backed&) { return inner(room); },
         },
         view.content);
+}
+
+void Layout::placeRoot(const View& root, const Rect& rect) {
+    place(root, rect);
+    endGround();
 }
 
 void Layout::place(const View& view, const Rect& rect) {
@@ -242,6 +250,7 @@ void Layout::content(const View& view, const Rect& rect) {
             },
             [&](const View::Scale& scale) { scaled(view.children.front(), rect, scale.factor); },
             [&](const View::Fade& fade) { faded(view.children.front(), rect, fade.opacity); },
+            [&](const View::Sheet& own) { sheet(own, view.children.front(), rect); },
             [&](const View::Shadow& shadow) {
                 group(Drawing::Shadow{shadow.colour, shadow.radius * around_.factor}, view.children.front(),
                       rect);
@@ -312,7 +321,9 @@ void Layout::group(Drawing::Content begin, const View& view, const Rect& rect) {
     const auto* fade = std::get_if<Drawing::Fade>(&begin);
     const double opacity = fade != nullptr ? fade->opacity : 1;
     marks_.push_back({std::move(begin), {}, {}, 0});
+    ++enclosing_;
     place(view, rect);
+    --enclosing_;
     around_ = before;
     for (std::size_t i = firstName; i < named_.size(); ++i) named_[i].opacity *= opacity;
     if (marks_.size() == first + 1) {  // nothing in it shows
@@ -327,6 +338,40 @@ void Layout::group(Drawing::Content begin, const View& view, const Rect& rect) {
     marks_[first].ink = ink;
     marks_[first].end = marks_.size();
     marks_.push_back({Drawing::End{}, {}, ink, 0});
+}
+
+void Layout::sheet(const View::Sheet& sheet, const View& view, const Rect& rect) {
+    if (enclosing_ > 0 || around_.factor != 1) {
+        std::fprintf(stderr, "Layout: the sheet \"%s\" stands within another view's sheet, group or scale\n",
+                     sheet.name.c_str());
+        std::abort();
+    }
+    endGround();
+    const Surroundings before = around_;
+    const std::size_t first = marks_.size();
+    const std::size_t firstName = named_.size();
+    if (sheet.opacity <= 0) around_.hidden = true;
+    ++enclosing_;
+    place(view, rect);
+    --enclosing_;
+    around_ = before;
+    // A sheet moves by whole pixels: what is on it stays as sharp as it was drawn.
+    const double dx = std::round(sheet.dx * scale_) / scale_;
+    const double dy = std::round(sheet.dy * scale_) / scale_;
+    for (std::size_t i = firstName; i < named_.size(); ++i) {
+        named_[i].opacity *= std::clamp(sheet.opacity, 0.0, 1.0);
+        named_[i].rect.x += dx;
+        named_[i].rect.y += dy;
+    }
+    if (marks_.size() > first) {
+        sheets_.push_back({sheet.name, std::min(sheet.opacity, 1.0), dx, dy, first, marks_.size()});
+    }
+    groundBegins_ = marks_.size();
+}
+
+void Layout::endGround() {
+    if (marks_.size() > groundBegins_) sheets_.push_back({{}, 1, 0, 0, groundBegins_, marks_.size()});
+    groundBegins_ = marks_.size();
 }
 
 void Layout::mark(Drawing::Content content, const Rect& rect, double overhang) {

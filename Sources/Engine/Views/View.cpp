@@ -88,6 +88,10 @@ View View::faded(double opacity) && {
     return std::move(*this).wrapped(Fade{opacity});
 }
 
+View View::onSheet(std::string sheetName, double opacity, double dx, double dy) && {
+    return std::move(*this).wrapped(Sheet{std::move(sheetName), opacity, dx, dy});
+}
+
 View View::shadowed(const Colour& colour, double radius) && {
     return std::move(*this).wrapped(Shadow{colour, radius});
 }

@@ -66,6 +66,10 @@ class View {
     View scaled(double factor) &&;
     /// As one picture, 0 to 1; at 0 it keeps its place and is not drawn.
     View faded(double opacity) &&;
+    /// Faded and moved, on a sheet of its own: the window keeps what is drawn on it and draws nothing again
+    /// while only opacity and place change. `sheetName` tells it from other sheets of the same drawing. No
+    /// sheet stands within another, nor within anything faded, shadowed or scaled.
+    View onSheet(std::string sheetName, double opacity = 1, double dx = 0, double dy = 0) &&;
     /// Over a soft shadow of itself.
     View shadowed(const Colour& colour, double radius) &&;
     /// With `other` behind or in front, given this view's room.
@@ -122,12 +126,17 @@ class View {
         Colour colour;
         double radius;
     };
+    struct Sheet {
+        std::string name;
+        double opacity;
+        double dx, dy;
+    };
     /// children[0] decides the size, children[1] is given the same room.
     struct Backed {
         bool inFront;
     };
     using Content = std::variant<Nothing, Gap, FixedGap, Text, ShapeStyle, Picture, Sign, Stack, Layers,
-                                 Padding, Frame, Limit, Shrink, Offset, Scale, Fade, Shadow, Backed>;
+                                 Padding, Frame, Limit, Shrink, Offset, Scale, Fade, Sheet, Shadow, Backed>;
 
     View(Content viewContent, std::vector<View> viewChildren = {})
         : content(std::move(viewContent)), children(std::move(viewChildren)) {}

@@ -2,22 +2,45 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace gull {
 
 namespace {
 
-using Area = ViewSurface::Area;
+using Area = Sheet::Area;
+
+constexpr int roundedTo = 16;  // pixels; so that a bitmap need not grow by every letter
+
+bool isEmpty(const Area& area) {
+    return area.width <= 0 || area.height <= 0;
+}
 
 Area united(const Area& a, const Area& b) {
+    if (isEmpty(a)) return b;
+    if (isEmpty(b)) return a;
     const int x = std::min(a.x, b.x);
     const int y = std::min(a.y, b.y);
     return {x, y, std::max(a.x + a.width, b.x + b.width) - x, std::max(a.y + a.height, b.y + b.height) - y};
 }
 
+bool contains(const Area& outer, const Area& inner) {
+    return inner.x >= outer.x && inner.y >= outer.y && inner.x + inner.width <= outer.x + outer.width &&
+           inner.y + inner.height <= outer.y + outer.height;
+}
+
 long long pixels(const Area& area) {
     return static_cast<long long>(area.width) * area.height;
+}
+
+/// The pixels that `rect` (points) touches, within `limits`.
+Area touched(const Rect& rect, double scale, const Area& limits) {
+    const int left = std::max(limits.x, static_cast<int>(std::floor(rect.x * scale)));
+    const int top = std::max(limits.y, static_cast<int>(std::floor(rect.y * scale)));
+    const int right =
+        std::min(limits.x + limits.width, static_cast<int>(std::ceil((rect.x + rect.width) * scale)));
+    const int bottom =
+        std::min(limits.y + limits.height, static_cast<int>(std::ceil((rect.y + rect.height) * scale)));
+    return {left, top, right - left, bottom - top};
 }
 
 /// Two areas are better drawn as one when they overlap, or when hardly anything is drawn in vain.
@@ -28,44 +51,9 @@ bool belongTogether(const Area& a, const Area& b) {
     return overlap || pixels(united(a, b)) <= pixels(a) + pixels(b) + inVain;
 }
 
-}  // namespace
-
-void ViewSurface::show(Drawing drawing, double width, double height, double scale) {
-    damage_.clear();
-    if (!canvas_ || width_ != width || height_ != height || canvas_->scale() != scale) {
-        canvas_ = std::make_unique<Canvas>(width, height, scale);
-        width_ = width;
-        height_ = height;
-        damage_.push_back({0, 0, width, height});
-    } else {
-        drawing.difference(drawing_, damage_);
-    }
-    changes_.clear();
-    for (const Rect& rect : damage_) collect(rect, changes_);
-    drawing_ = std::move(drawing);
-    coverage_.clear();
-    for (const Drawing::Mark& mark : drawing_.marks()) collect(mark.ink, coverage_);
-    for (const Area& area : changes_) {
-        const Rect clip{area.x / scale, area.y / scale, area.width / scale, area.height / scale};
-        canvas_->save();
-        canvas_->clip(clip);
-        canvas_->clear();
-        canvas_->restore();
-        drawing_.draw(*canvas_, clip);
-    }
-}
-
-void ViewSurface::collect(const Rect& rect, std::vector<Area>& areas) const {
-    const double scale = canvas_->scale();
-    const int left = std::max(0, static_cast<int>(std::floor(rect.x * scale)));
-    const int top = std::max(0, static_cast<int>(std::floor(rect.y * scale)));
-    const int right =
-        std::min(canvas_->pixelWidth(), static_cast<int>(std::ceil((rect.x + rect.width) * scale)));
-    const int bottom =
-        std::min(canvas_->pixelHeight(), static_cast<int>(std::ceil((rect.y + rect.height) * scale)));
-    if (right <= left || bottom <= top) return;
-    Area area{left, top, right - left, bottom - top};
-    // Whatever it joins may now touch others.
+/// Adds `area`; whatever it joins may now touch others.
+void collect(Area area, std::vector<Area>& areas) {
+    if (isEmpty(area)) return;
     for (auto other = areas.begin(); other != areas.end();) {
         if (!belongTogether(area, *other)) {
             ++other;
@@ -76,6 +64,69 @@ void ViewSurface::collect(const Rect& rect, std::vector<Area>& areas) const {
         other = areas.begin();
     }
     areas.push_back(area);
+}
+
+int roundedUp(int size) {
+    return (size + roundedTo - 1) / roundedTo * roundedTo;
+}
+
+}  // namespace
+
+void ViewSurface::show(const Drawing& drawing, const Drawing::Sheet& sheet,
+                       std::span<const Drawing::Mark> before, double width, double height, double scale) {
+    changes_.clear();
+    coverage_.clear();
+    damage_.clear();
+    // The window as the sheet sees it.
+    const Area window = touched({-sheet.dx, -sheet.dy, width, height}, scale, {-32768, -32768, 65536, 65536});
+    Area ink;
+    for (const Drawing::Mark& mark : drawing.marks(sheet)) {
+        const Area own = touched(mark.ink, scale, window);
+        ink = united(ink, own);
+        collect(own, coverage_);
+    }
+    const bool wasCurrent = isCurrent_;
+    isCurrent_ = !isEmpty(ink);
+    if (!isCurrent_) return;
+    if (makeRoom(ink, scale) || !wasCurrent) {
+        changes_.push_back({left_, top_, canvas_->pixelWidth(), canvas_->pixelHeight()});
+    } else {
+        Drawing::difference(drawing.marks(sheet), before, damage_);
+        for (const Rect& rect : damage_) collect(touched(rect, scale, area()), changes_);
+    }
+    for (Area& area : changes_) {
+        const Rect clip{area.x / scale, area.y / scale, area.width / scale, area.height / scale};
+        canvas_->save();
+        canvas_->translate(-left_ / scale, -top_ / scale);
+        canvas_->save();
+        canvas_->clip(clip);
+        canvas_->clear();
+        canvas_->restore();
+        drawing.draw(*canvas_, sheet, clip);
+        canvas_->restore();
+    }
+    for (std::vector<Area>* areas : {&changes_, &coverage_}) {
+        for (Area& area : *areas) area = {area.x - left_, area.y - top_, area.width, area.height};
+    }
+}
+
+Sheet::Area ViewSurface::area() const {
+    if (!canvas_) return {};
+    return {left_, top_, canvas_->pixelWidth(), canvas_->pixelHeight()};
+}
+
+/// Sees to it that `ink` (pixels of the window) has its place on the bitmap; true when the bitmap has to be
+/// drawn anew for it.
+bool ViewSurface::makeRoom(const Area& ink, double scale) {
+    const bool sameScale = canvas_ && canvas_->scale() == scale;
+    if (sameScale && contains(area(), ink)) return false;
+    left_ = ink.x;
+    top_ = ink.y;
+    if (sameScale && canvas_->pixelWidth() >= ink.width && canvas_->pixelHeight() >= ink.height) return true;
+    const int width = std::max(roundedUp(ink.width), sameScale ? canvas_->pixelWidth() : 0);
+    const int height = std::max(roundedUp(ink.height), sameScale ? canvas_->pixelHeight() : 0);
+    canvas_ = std::make_unique<Canvas>(width / scale, height / scale, scale);
+    return true;
 }
 
 }  // namespace gull

@@ -1,47 +1,44 @@
 #pragma once
 
+#include "Engine/Raster/Sheet.h"
 #include "Engine/Views/Drawing.h"
 
 #include <memory>
+#include <span>
 #include <vector>
 
 namespace gull {
 
-/// A bitmap of a window's size that always shows the latest drawing: only what differs from the one before is
-/// drawn again. Bitmap and lists are kept from frame to frame.
+/// The bitmap of one sheet, no larger than what is on it: only what differs from the drawing before is drawn
+/// again. Bitmap and lists are kept from frame to frame, and while the sheet is out of sight.
 class ViewSurface {
   public:
-    /// Whole pixels.
-    struct Area {
-        int x = 0;
-        int y = 0;
-        int width = 0;
-        int height = 0;
-        bool operator==(const Area&) const = default;
-    };
+    using Area = Sheet::Area;
 
-    /// Shows `drawing`, which was laid out for this size (points) and scale (pixels a point). What changed in
-    /// the bitmap stands in changes().
-    void show(Drawing drawing, double width, double height, double scale);
+    /// Shows `sheet` of `drawing`, which was laid out for a window of that size (points) and scale (pixels a
+    /// point). `before`: the marks that were shown last.
+    void show(const Drawing& drawing, const Drawing::Sheet& sheet, std::span<const Drawing::Mark> before,
+              double width, double height, double scale);
 
-    /// The same drawing as before: nothing changes.
-    void showAgain() { changes_.clear(); }
+    /// What the bitmap shows counts for nothing any more: the next show() draws all of it.
+    void forget() { isCurrent_ = false; }
 
-    /// What the last show() drew again: areas that do not overlap.
+    /// Where the bitmap's pixels lie in the window if the sheet is not moved.
+    Area area() const;
+    /// What the last show() drew again: areas of the bitmap that do not overlap.
     const std::vector<Area>& changes() const { return changes_; }
-    /// Areas that do not overlap and outside of which the bitmap is clear.
+    /// Areas of the bitmap that do not overlap and outside of which it is clear.
     const std::vector<Area>& coverage() const { return coverage_; }
-    const Drawing& drawing() const { return drawing_; }
-    /// The bitmap; none before the first show().
+    /// The bitmap; none before anything was to be seen.
     const Canvas* canvas() const { return canvas_.get(); }
 
   private:
-    void collect(const Rect& rect, std::vector<Area>& areas) const;
+    bool makeRoom(const Area& ink, double scale);
 
     std::unique_ptr<Canvas> canvas_;
-    double width_ = 0;
-    double height_ = 0;
-    Drawing drawing_;
+    bool isCurrent_ = false;  ///< shows what it showed last
+    int left_ = 0;            ///< of the bitmap in the window, pixels
+    int top_ = 0;
     std::vector<Rect> damage_;
     std::vector<Area> changes_;
     std::vector<Area> coverage_;

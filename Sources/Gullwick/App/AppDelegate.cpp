@@ -136,15 +136,8 @@ struct AppDelegate::Parts final : WindowCommands {
     }
 
     void drawOverlay() {
-        const auto& changed = overlay.update(loop.now(), window.width(), window.height(), window.scale());
-        const auto areas = [](const std::vector<Overlay::Area>& from) {
-            std::vector<Renderer::Area> result;
-            for (const Overlay::Area& area : from)
-                result.push_back({area.x, area.y, area.width, area.height});
-            return result;
-        };
-        renderer.drawOverlay(overlay.pixels(), overlay.strideBytes(), pixelSize(), areas(changed),
-                             areas(overlay.coverage()));
+        renderer.drawOverlay(overlay.update(loop.now(), window.width(), window.height(), window.scale()),
+                             pixelSize());
     }
 
     void chooseTier(double interval) {

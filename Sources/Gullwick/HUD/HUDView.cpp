@@ -35,13 +35,13 @@ View HUDView::shade() const {
     return column(0, Place::centre,
                   views(shape(rectangle().filled({{0, black(0.5)}, {0.5, black(0.18)}, {1, black(0)}}))
                             .named("shade.top")
-                            .faded(pose.bars)
-                            .framed(width, 190),
+                            .framed(width, 190)
+                            .onSheet("shade.top", pose.bars),
                         gap(),
                         shape(rectangle().filled({{0, black(0)}, {1, black(0.42)}}))
                             .named("shade.bottom")
-                            .faded(pose.bars)
-                            .framed(width, 160)))
+                            .framed(width, 160)
+                            .onSheet("shade.bottom", pose.bars)))
         .framed(width, height);
 }
 
@@ -56,11 +56,9 @@ View HUDView::title() const {
 }
 
 View HUDView::bottomBar() const {
-    // Each fades by itself: groups as small as can be.
-    const double opacity = pose.bars * pose.bottomBar;
-    View signal = SignalMeter{game, pose.tick}.body().faded(opacity);
-    View tray = Tray{game, icons, pose.slots}.body().faded(opacity);
-    View junk = JunkCounter{game, icons}.body().faded(opacity);
+    View signal = SignalMeter{game, pose.tick}.body();
+    View tray = Tray{game, icons, pose.slots}.body();
+    View junk = JunkCounter{game, icons}.body();
     // Where the panels do not fit, the gaps give way first, then the padding; the panels keep their sizes as
     // long as they can.
     const double panels = SignalMeter::width + Layout::measure(tray).width + JunkCounter::width;
@@ -73,17 +71,17 @@ View HUDView::bottomBar() const {
                         text(instructions, Type::mono(10, FontWeight::regular), Palette::dim, 0.5)
                             .named("instructions")
                             .shadowed(black(0.6), 4)
-                            .faded(opacity)
                             .shrunkToFit()))
         .padded(padding, 0)
-        .named("bottomBar");
+        .named("bottomBar")
+        .onSheet("bottomBar", pose.bars * pose.bottomBar);
 }
 
 View HUDView::bars() const {
-    View top =
-        row(0, Place::start, views(title().faded(pose.bars), gap(), TideClock{game}.body().faded(pose.bars)))
-            .padded(sidePadding, 0)
-            .named("topBar");
+    View top = row(0, Place::start, views(title(), gap(), TideClock{game}.body()))
+                   .padded(sidePadding, 0)
+                   .named("topBar")
+                   .onSheet("topBar", pose.bars);
     return column(0, Place::centre, views(std::move(top), gap(), bottomBar()))
         .padded(0, topPadding, 0, bottomPadding)
         .framed(width, height);
@@ -100,8 +98,8 @@ View HUDView::toasts() const {
                 .padded(16, 8)
                 .behind(shape(capsule().filled(Palette::panel).stroked(Palette::sea.withAlpha(0.45))))
                 .named("toast")
-                .faded(toast.opacity)
-                .noWiderThan(room);
+                .noWiderThan(room)
+                .onSheet("toast." + std::to_string(lines.size()), toast.opacity);
         lines.push_back(
             column(0, Place::centre, views(gap(toastTop), std::move(line), gap())).framed(width, height));
     }
@@ -110,13 +108,16 @@ View HUDView::toasts() const {
 
 View HUDView::body() const {
     std::vector<View> all = views(shade(), bars(), FindPopup{pose.popup, icons}.body(), toasts());
-    // A card fades apart from what dims the beach behind it, for the same reason.
-    const auto present = [&](const Colour& backdrop, View card, double opacity) {
-        all.push_back(shape(rectangle().filled(backdrop)).faded(opacity).framed(width, height));
-        all.push_back(std::move(card).faded(opacity).shrunkToFit().padded(cardMargin, cardMargin));
+    const auto present = [&](const char* name, const Colour& backdrop, View card, double opacity) {
+        all.push_back(shape(rectangle().filled(backdrop))
+                          .framed(width, height)
+                          .onSheet(std::string(name) + ".backdrop", opacity));
+        all.push_back(std::move(card).shrunkToFit().padded(cardMargin, cardMargin).onSheet(name, opacity));
     };
-    if (pose.card > 0) present(black(0.35), ResultCard{ended, icons}.body(), pose.card);
-    if (pose.select > 0) present(selectBackdrop, BeachSelect{game, pose.tile}.body(), pose.select);
+    if (pose.card > 0) present("card", black(0.35), ResultCard{ended, icons}.body(), pose.card);
+    if (pose.select > 0) {
+        present("select", selectBackdrop, BeachSelect{game, pose.tile}.body(), pose.select);
+    }
     return layers(std::move(all)).framed(width, height);
 }
 

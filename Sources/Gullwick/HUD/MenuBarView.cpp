@@ -119,7 +119,7 @@ View MenuBar::body(double now, double width, double windowHeight) const {
                               .framed(width, 1)
                               .framed(width, height, Place::centre, Place::end))
                    .named("menuBar")
-                   .faded(opacity);
+                   .onSheet("menuBar", opacity);
     std::vector<View> all = views(placedAt(std::move(bar), 0, 0, width, windowHeight));
     if (open_) {
         double x = barInset;
@@ -129,11 +129,13 @@ View MenuBar::body(double now, double width, double windowHeight) const {
         }
         View list = panel(items(), item_, "menu.item.");
         const double listWidth = Layout::measure(list).width;
-        all.push_back(placedAt(std::move(list).named("menu.panel"), x, height + 3, width, windowHeight));
+        all.push_back(placedAt(std::move(list).named("menu.panel").onSheet("menu.panel"), x, height + 3,
+                               width, windowHeight));
         if (subIsOpen_ && submenu() != nullptr) {
             View sub = panel(*submenu(), subItem_, "menu.sub.");
-            all.push_back(placedAt(std::move(sub).named("menu.subpanel"), x + listWidth - 3,
-                                   height + 3 + linesAbove(items(), *item_), width, windowHeight));
+            all.push_back(placedAt(std::move(sub).named("menu.subpanel").onSheet("menu.subpanel"),
+                                   x + listWidth - 3, height + 3 + linesAbove(items(), *item_), width,
+                                   windowHeight));
         }
     }
     return layers(std::move(all)).framed(width, windowHeight);

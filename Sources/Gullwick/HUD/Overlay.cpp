@@ -11,7 +11,7 @@ Overlay::Overlay(const GameController& game, const AppSettings& settings, ItemIc
                  std::function<std::vector<Menu>()> menus)
     : game_(game), settings_(settings), icons_(icons), menuBar_(std::move(menus)) {}
 
-const std::vector<Overlay::Area>& Overlay::update(double now, double width, double height, double scale) {
+const std::vector<Sheet>& Overlay::update(double now, double width, double height, double scale) {
     Shown next;
     next.state = HudState::of(game_, settings_.showTicks());
     motion_.follow(next.state, now, settings_.reduceMotion());
@@ -27,13 +27,13 @@ const std::vector<Overlay::Area>& Overlay::update(double now, double width, doub
     if (next.state.isFinished()) ended_ = next.state;
 
     if (shown_ == next && !chromeChanged_ && !chromeMoves) {
-        surface_.showAgain();
+        sheets_.showAgain();
     } else {
         shown_ = std::move(next);
-        surface_.show(Drawing(view(width, height, now), width, height, scale), width, height, scale);
+        sheets_.show(Drawing(view(width, height, now), width, height, scale), width, height, scale);
         chromeChanged_ = chromeMoves;  // its last step is still to be drawn
     }
-    return surface_.changes();
+    return sheets_.sheets();
 }
 
 View Overlay::view(double width, double height, double now) {
@@ -67,12 +67,12 @@ bool Overlay::handle(const MouseEvent& event) {
     if (alert_) {
         AlertCard card = std::move(*alert_);
         alert_.reset();
-        card.handle(event, surface_.drawing());
+        card.handle(event, sheets_.drawing());
         if (!card.isAnswered()) alert_ = std::move(card);
         chromeChanged_ = true;
         return true;
     }
-    const bool taken = menuBar_.handle(event, surface_.drawing(), !game_.captured);
+    const bool taken = menuBar_.handle(event, sheets_.drawing(), !game_.captured);
     chromeChanged_ = chromeChanged_ || taken;
     return taken;
 }

@@ -137,30 +137,59 @@ TEST_F(WindowPicture, ASnapshotDisturbsNothing) {
     EXPECT_EQ(before, draw(shore.stage));
 }
 
-TEST_F(WindowPicture, TheOverlayLiesOnTopAndKeepsWhatWasNotDirty) {
+TEST_F(WindowPicture, SheetsLieOnTopAndKeepWhatDidNotChange) {
+    const Renderer::Size size{8, 8};
     Target window({8, 8}, {{Format::rgba8}});
     FlatStage flat;
     flat.material->lighting = Material::Lighting::constant;
-    renderer->draw(flat.stage, {8, 8}, window.framebuffer(), true);
-    // Premultiplied blue, green, red, alpha: opaque red on the top row, half black below, then nothing.
-    std::vector<unsigned char> pixels(8 * 8 * 4, 0);
-    for (std::size_t x = 0; x < 8; ++x) {
+    // A bitmap of 6 by 4 pixels at (1, 2), premultiplied blue, green, red, alpha: opaque red on the top row,
+    // half black on the next, nothing below. Behind it a wash over the whole left half.
+    std::vector<unsigned char> pixels(6 * 4 * 4, 0);
+    for (std::size_t x = 0; x < 6; ++x) {
         pixels[x * 4 + 2] = pixels[x * 4 + 3] = 255;
-        pixels[(8 + x) * 4 + 3] = 128;
+        pixels[(6 + x) * 4 + 3] = 128;
     }
-    const Renderer::Area all[] = {{0, 0, 8, 8}}, secondRow[] = {{0, 1, 8, 1}};
-    renderer->drawOverlay(pixels.data(), 32, {8, 8}, all, all);
-    Image image = renderer->readBack({8, 8});
-    EXPECT_EQ(image.at(3, 0)[0], 255);
-    EXPECT_EQ(image.at(3, 0)[1], 0);
-    EXPECT_NEAR(image.at(3, 1)[1], 127, 2);
-    EXPECT_GE(image.at(3, 4)[1], 254);
+    const Sheet::Area all[] = {{0, 0, 6, 4}}, secondRow[] = {{0, 1, 6, 1}}, fiveColumns[] = {{0, 0, 5, 4}};
+    Sheet wash;
+    wash.place = {0, 0, 4, 8};
+    wash.wash = {{0, {0, 0, 0, 0}}, {0.5, {0, 0, 0, 1}}, {1, {0, 0, 1, 1}}};
+    Sheet bitmap;
+    bitmap.id = 3;
+    bitmap.place = {1, 2, 6, 4};
+    bitmap.pixels = pixels.data();
+    bitmap.strideBytes = 24;
+    bitmap.changes = all;
+    bitmap.coverage = fiveColumns;
+    const auto shown = [&](std::vector<Sheet> sheets) {
+        renderer->draw(flat.stage, size, window.framebuffer(), true);
+        renderer->drawOverlay(sheets, size);
+        return renderer->readBack(size);
+    };
+    Image image = shown({bitmap});
+    EXPECT_EQ(image.at(5, 2)[0], 255);
+    EXPECT_EQ(image.at(5, 2)[1], 0);
+    EXPECT_NEAR(image.at(5, 3)[1], 127, 2);
+    EXPECT_GE(image.at(5, 4)[1], 254);
+    EXPECT_GE(image.at(6, 2)[1], 254) << "not covered";
+    EXPECT_GE(image.at(0, 2)[1], 254) << "beside it";
+
     std::fill(pixels.begin(), pixels.end(), static_cast<unsigned char>(0));
-    renderer->draw(flat.stage, {8, 8}, window.framebuffer(), true);
-    renderer->drawOverlay(pixels.data(), 32, {8, 8}, secondRow, all);
-    image = renderer->readBack({8, 8});
-    EXPECT_EQ(image.at(3, 0)[1], 0) << "not dirty: as it was uploaded";
-    EXPECT_GE(image.at(3, 1)[1], 254) << "cleared";
+    bitmap.changes = secondRow;
+    image = shown({bitmap});
+    EXPECT_EQ(image.at(5, 2)[1], 0) << "not changed: as it was uploaded";
+    EXPECT_GE(image.at(5, 3)[1], 254) << "cleared";
+
+    bitmap.changes = {};
+    bitmap.opacity = 0.25;
+    bitmap.place.y = 1;
+    image = shown({wash, bitmap});
+    EXPECT_NEAR(image.at(5, 1)[1], 191, 2) << "moved and faded";
+    // The wash's rows have their centres at (y + 1/2) / 8: black comes in until the middle, then blue.
+    EXPECT_NEAR(image.at(0, 0)[1], 255 - 255 / 8.0, 3);
+    EXPECT_NEAR(image.at(0, 3)[1], 255 - 255 * 7 / 8.0, 3);
+    EXPECT_NEAR(image.at(0, 6)[2], 255 * 5 / 8.0, 3);
+    EXPECT_GE(image.at(4, 3)[1], 254) << "beside the wash";
+    EXPECT_LT(image.at(1, 1)[1], image.at(0, 1)[1]) << "the red one lies over it";
 }
 
 }  // namespace gull::test

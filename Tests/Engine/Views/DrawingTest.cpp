@@ -98,6 +98,26 @@ TEST(Drawing, WhatIsFadedAwayKeepsItsPlaceAndIsNotDrawn) {
     EXPECT_EQ(half.find("x")->opacity, 0.5);
 }
 
+TEST(Drawing, SheetsLieInOrderAndMoveAsAWhole) {
+    const View view =
+        layers(views(box(100, 20).named("ground"), box(10, 10).named("low").onSheet("first", 0.5, 3.3, -4),
+                     box(10, 10).named("gone").onSheet("second", 0), box(8, 8), box(6, 6).onSheet("third")));
+    const Drawing drawing(view, 100, 20, 1);
+    std::string order;
+    std::size_t marks = 0;
+    for (const Drawing::Sheet& sheet : drawing.sheets()) {
+        order += sheet.name + ";";
+        EXPECT_EQ(sheet.first, marks) << "every mark is on a sheet";
+        marks = sheet.last;
+    }
+    EXPECT_EQ(order, ";first;;third;");
+    EXPECT_EQ(marks, drawing.marks().size());
+    EXPECT_EQ(rectOf(drawing, "low"), (Rect{48, 1, 10, 10})) << "moved by whole pixels";
+    EXPECT_EQ(drawing.find("low")->opacity, 0.5);
+    EXPECT_EQ(drawing.find("gone")->opacity, 0);
+    EXPECT_DEATH(Drawing(box(1, 1).onSheet("inner").faded(0.5), 9, 9, 1), "inner");
+}
+
 TEST(Drawing, DifferenceIsWhereSomethingChanged) {
     const auto build = [](double width, bool extra, double opacity) {
         std::vector<View> parts = views(box(10, 10).offset(-40, 0), box(width, 6).faded(opacity));
@@ -105,18 +125,21 @@ TEST(Drawing, DifferenceIsWhereSomethingChanged) {
         return Drawing(layers(std::move(parts)).shadowed(red, 4), 100, 20, 1);
     };
     std::vector<Rect> damage;
-    build(20, false, 1).difference(build(20, false, 1), damage);
+    const auto compare = [&damage](const Drawing& now, const Drawing& before) {
+        Drawing::difference(now.marks(), before.marks(), damage);
+    };
+    compare(build(20, false, 1), build(20, false, 1));
     EXPECT_TRUE(damage.empty());
-    build(20, true, 1).difference(build(20, false, 1), damage);
+    compare(build(20, true, 1), build(20, false, 1));
     ASSERT_EQ(damage.size(), 1U);
     // The new box with the shadow that it may cast; the rest is left alone.
     EXPECT_EQ(damage[0], (Rect{88 - 7, 8 - 7, 4 + 14, 4 + 14}));
     damage.clear();
-    build(30, false, 1).difference(build(20, false, 1), damage);
+    compare(build(30, false, 1), build(20, false, 1));
     for (const Rect& rect : damage) EXPECT_GE(rect.x, 28) << "the box at the left did not change";
     EXPECT_EQ(damage.size(), 2U);
     damage.clear();
-    build(20, false, 0.5).difference(build(20, false, 0.6), damage);
+    compare(build(20, false, 0.5), build(20, false, 0.6));
     EXPECT_FALSE(damage.empty());
 }
 

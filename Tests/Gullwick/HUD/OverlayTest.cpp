@@ -18,13 +18,35 @@ struct OverlayTest : GameHarness {
                         return std::vector<Menu>{{"Menu", {command}}};
                     }};
 
-    const std::vector<Overlay::Area>& update() { return overlay.update(clock.now(), 1240, 800, 1); }
+    const std::vector<Sheet>& update() { return overlay.update(clock.now(), 1240, 800, 1); }
+    /// Pixels that the update draws anew.
+    long long redrawn() {
+        long long pixels = 0;
+        for (const Sheet& sheet : update()) {
+            for (const Sheet::Area& area : sheet.changes) pixels += 1LL * area.width * area.height;
+        }
+        return pixels;
+    }
+    static Rect rectOf(const Sheet::Area& area) {
+        return {1.0 * area.x, 1.0 * area.y, 1.0 * area.width, 1.0 * area.height};
+    }
+    static Image imageOf(const Sheet& sheet) {
+        Image image(sheet.place.width, sheet.place.height);
+        for (int y = 0; y < image.height; ++y) {
+            for (int x = 0; x < image.width; ++x) {
+                const unsigned char* from = sheet.pixels + y * sheet.strideBytes + x * 4;
+                const unsigned char order[] = {from[2], from[1], from[0], from[3]};
+                std::copy(std::begin(order), std::end(order), image.at(x, y));
+            }
+        }
+        return image;
+    }
     static KeyEvent stroke(Key key) { return {key, 0, {}, false}; }
 };
 
 TEST_F(OverlayTest, FollowsAPlayedBeach) {
     play(1);
-    EXPECT_EQ(update().size(), 1U) << "the first time, all of it";
+    EXPECT_GT(redrawn(), 1240 * 50) << "the first time, all of it";
     EXPECT_NE(overlay.drawing().findText("CALM COVE"), nullptr);
     const BuriedItem first = buried(true).front();
     digUp(first);
@@ -58,17 +80,37 @@ TEST_F(OverlayTest, DrawsOnlyWhatChanged) {
     update();
     turn(0.5);
     update();
-    long long redrawn = 0;
+    long long pixels = 0;
     int frames = 0;
     for (; frames < 240; ++frames) {
         game.setTarget({0.2 + 0.002 * frames, 0.4});
         turn(1.0 / 60);
-        for (const Overlay::Area& area : update())
-            redrawn += static_cast<long long>(area.width) * area.height;
+        pixels += redrawn();
     }
-    EXPECT_GT(redrawn, 0);
-    EXPECT_LT(redrawn / frames, 1240 * 800 / 50) << "pixels a frame";
-    EXPECT_TRUE(update().empty()) << "nothing happened in between";
+    EXPECT_GT(pixels, 0);
+    EXPECT_LT(pixels / frames, 1240 * 800 / 50) << "pixels a frame";
+    EXPECT_EQ(redrawn(), 0) << "nothing happened in between";
+}
+
+TEST_F(OverlayTest, AFadeDrawsOnceAndThenOnlyComposes) {
+    play(2);
+    turn(8);
+    update();
+    const auto framesThatDraw = [&] {
+        constexpr long long signalMeter = 110 * 40;  // it falls while the bars go
+        int frames = 0;
+        for (int i = 0; i < 20; ++i) {
+            frames += redrawn() > signalMeter;
+            turn(1.0 / 60);
+        }
+        return frames;
+    };
+    game.openSelect();
+    EXPECT_EQ(framesThatDraw(), 1);
+    game.closeSelect();
+    EXPECT_EQ(framesThatDraw(), 0) << "nothing is new on the way back";
+    game.openSelect();
+    EXPECT_EQ(framesThatDraw(), 0);
 }
 
 TEST_F(OverlayTest, CardsAndMenusTakeTheInputAndTheHudTakesNone) {
@@ -118,17 +160,20 @@ TEST_F(OverlayTest, TheStillPictureIsTheWindowsAtRest) {
     update();
     Canvas still(1240, 800, 1);
     drawHud(still, HudState::of(game, false), icons);
-    const Image picture = still.image();
-    long long differing = 0;
-    for (int y = 0; y < 800; ++y) {
-        for (int x = 0; x < 1240; ++x) {
-            const unsigned char* own = overlay.pixels() + y * overlay.strideBytes() + x * 4;
-            const std::uint8_t* other = picture.at(x, y);
-            for (int c = 0; c < 4; ++c) {
-                const int channel = c == 3 ? 3 : 2 - c;
-                differing += std::abs(own[c] - other[channel]) > 2;
-            }
+    // What a window makes of the sheets, in whole numbers as a graphics card does.
+    Canvas window(1240, 800, 1);
+    for (const Sheet& sheet : update()) {
+        EXPECT_EQ(sheet.opacity, 1);
+        if (sheet.isWash()) {
+            window.addRect(rectOf(sheet.place));
+            window.fillLinear(0, sheet.place.y, 0, sheet.place.y + sheet.place.height, sheet.wash);
+        } else {
+            window.drawImage(imageOf(sheet), rectOf(sheet.place));
         }
+    }
+    long long differing = 0;
+    for (int i = 0; i < 800 * still.strideBytes(); ++i) {
+        differing += std::abs(still.pixels()[i] - window.pixels()[i]) > 3;
     }
     EXPECT_EQ(differing, 0);
 }

@@ -1,0 +1,102 @@
+#include "Engine/Views/ViewSheets.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace gull {
+
+namespace {
+
+/// What `sheet` of `drawing` is if it holds one plain rectangle and nothing else.
+const Drawing::Mark* washOf(const Drawing& drawing, const Drawing::Sheet& sheet) {
+    if (sheet.last - sheet.first != 1) return nullptr;
+    const Drawing::Mark& mark = drawing.marks(sheet).front();
+    const ShapeStyle* style = std::get_if<ShapeStyle>(&mark.content);
+    if (style == nullptr || style->outline != ShapeStyle::Outline::rectangle || style->stroke.a > 0) {
+        return nullptr;
+    }
+    // Where both colour and opacity change it matters how they are mixed.
+    const auto mixesBoth = [](const GradientStop& a, const GradientStop& b) {
+        return a.colour.a != b.colour.a && a.colour.withAlpha(1) != b.colour.withAlpha(1);
+    };
+    const auto& stops = style->stops;
+    const bool isPlain = std::adjacent_find(stops.begin(), stops.end(), mixesBoth) == stops.end();
+    return isPlain ? &mark : nullptr;
+}
+
+int pixel(double points, double scale) {
+    return static_cast<int>(std::lround(points * scale));
+}
+
+}  // namespace
+
+int ViewSheets::idOf(const std::string& name) {
+    // Sheets without a name, too, are told apart by their order.
+    const auto found = std::find_if(kept_.begin(), kept_.end(), [&](const Kept& candidate) {
+        return candidate.name == name && !candidate.isTaken;
+    });
+    if (found != kept_.end()) return static_cast<int>(found - kept_.begin());
+    kept_.emplace_back().name = name;
+    return static_cast<int>(kept_.size()) - 1;
+}
+
+void ViewSheets::show(Drawing drawing, double width, double height, double scale) {
+    const Drawing before = std::exchange(drawing_, std::move(drawing));
+    width_ = width;
+    height_ = height;
+    scale_ = scale;
+    for (Kept& kept : kept_) kept.isTaken = false;
+    const std::vector<Drawing::Sheet>& drawn = drawing_.sheets();
+    sheets_.resize(drawn.size());
+    for (std::size_t i = 0; i < drawn.size(); ++i) {
+        sheets_[i].id = idOf(drawn[i].name);
+        Kept& kept = kept_[static_cast<std::size_t>(sheets_[i].id)];
+        show(drawn[i], kept, before, sheets_[i]);
+        kept.isTaken = true;
+        kept.shown = i;
+    }
+    for (Kept& kept : kept_) {
+        if (kept.isTaken || !kept.shown) continue;
+        const std::span<const Drawing::Mark> last = before.marks(before.sheets()[*kept.shown]);
+        kept.marks.assign(last.begin(), last.end());
+        kept.shown.reset();
+    }
+}
+
+void ViewSheets::show(const Drawing::Sheet& sheet, Kept& kept, const Drawing& before, Sheet& result) {
+    Sheet::Area place;
+    result.wash.clear();
+    result.pixels = nullptr;
+    result.changes = result.coverage = {};
+    if (const Drawing::Mark* mark = washOf(drawing_, sheet)) {
+        const ShapeStyle& style = std::get<ShapeStyle>(mark->content);
+        const int left = pixel(mark->rect.x, scale_);
+        const int top = pixel(mark->rect.y, scale_);
+        place = {left, top, pixel(mark->rect.x + mark->rect.width, scale_) - left,
+                 pixel(mark->rect.y + mark->rect.height, scale_) - top};
+        result.wash = style.stops;
+        if (style.stops.empty()) result.wash = {{0, style.fill}, {1, style.fill}};
+        kept.surface.forget();
+    } else {
+        const std::span<const Drawing::Mark> last =
+            kept.shown ? before.marks(before.sheets()[*kept.shown]) : std::span(std::as_const(kept.marks));
+        kept.surface.show(drawing_, sheet, last, width_, height_, scale_);
+        place = kept.surface.area();
+        result.changes = kept.surface.changes();
+        result.coverage = kept.surface.coverage();
+        if (const Canvas* canvas = kept.surface.canvas()) {
+            result.pixels = canvas->pixels();
+            result.strideBytes = canvas->strideBytes();
+        }
+    }
+    result.place = {place.x + pixel(sheet.dx, scale_), place.y + pixel(sheet.dy, scale_), place.width,
+                    place.height};
+    result.opacity = sheet.opacity;
+}
+
+void ViewSheets::showAgain() {
+    for (Sheet& sheet : sheets_) sheet.changes = {};
+}
+
+}  // namespace gull
