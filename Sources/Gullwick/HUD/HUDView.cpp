@@ -88,8 +88,9 @@ View HUDView::bars() const {
 }
 
 View HUDView::toasts() const {
-    // Clear of the tide clock at the right, and centred; a narrow window has its own needs.
-    const double clear = width - 2 * (sidePadding + TideClock::barWidth + sidePadding);
+    // Centred, and clear of the pings, the only line of the tide clock that reaches down to it; a narrow
+    // window has its own needs.
+    const double clear = width - 2 * (sidePadding + TideClock::pingsWidth + barSpacing);
     const double room = std::max(clear, std::min(420.0, width - 2 * sidePadding));
     std::vector<View> lines;
     for (const HudPose::Toast& toast : pose.toasts) {

@@ -11,6 +11,7 @@ struct TideClock {
     static constexpr double urgentSeconds = 15;
     static constexpr double barWidth = 150;  ///< points
     static constexpr double barHeight = 4;
+    static constexpr double pingsWidth = 84;  ///< that the line of pings may take, points
 
     const HudState& game;
 

@@ -65,6 +65,13 @@ struct HudFixture : testing::Test {
         EXPECT_NE(mark, nullptr) << words;
         return mark != nullptr ? std::get<Drawing::Text>(mark->content).colour : Colour{0, 0, 0, 0};
     }
+    /// The longest texts of every screen, in a window of the fixture's size, have the room they need.
+    void expectAllTextHasRoom();
+    /// No text of that sheet leaves the window or the panel that it stands in, and none is cut by an
+    /// ellipsis.
+    void expectRoom(const Drawing& drawing, const std::string& sheetName,
+                    const std::vector<std::string>& panels) const;
+
     static const ShapeStyle* shapeAt(const Drawing& drawing, const Rect& rect) {
         for (const Drawing::Mark& mark : drawing.marks()) {
             const auto* style = std::get_if<ShapeStyle>(&mark.content);

@@ -1,0 +1,92 @@
+#include "Gullwick/HUD/HudFixture.h"
+
+#include "Gullwick/HUD/AlertCard.h"
+
+namespace gull {
+
+namespace {
+
+constexpr double hair = 0.01;
+constexpr const char* longestToast =
+    "Pointer freed — the mouse moves the detector now. Esc to use the trackpad again";
+
+bool overlap(const Rect& a, const Rect& b) {
+    return a.x + hair < b.x + b.width && b.x + hair < a.x + a.width && a.y + hair < b.y + b.height &&
+           b.y + hair < a.y + a.height;
+}
+
+bool isWithin(const Rect& inner, const Rect& outer) {
+    return inner.x >= outer.x - hair && inner.y >= outer.y - hair &&
+           inner.x + inner.width <= outer.x + outer.width + hair &&
+           inner.y + inner.height <= outer.y + outer.height + hair;
+}
+
+bool isCut(const Drawing::Text& text) {
+    if (text.style.maxWidth <= 0) return false;
+    TextStyle free = text.style;
+    free.maxLines = 0;
+    return measureText(text.text, free).height > measureText(text.text, text.style).height + hair;
+}
+
+}  // namespace
+
+void HudFixture::expectRoom(const Drawing& drawing, const std::string& sheetName,
+                            const std::vector<std::string>& panels) const {
+    const std::string where = std::to_string(width) + " wide, " + sheetName;
+    int texts = 0;
+    for (const Drawing::Sheet& sheet : drawing.sheets()) {
+        if (sheet.name != sheetName) continue;
+        for (const Drawing::Mark& mark : drawing.marks(sheet)) {
+            const auto* text = std::get_if<Drawing::Text>(&mark.content);
+            if (text == nullptr) continue;
+            ++texts;
+            EXPECT_FALSE(isCut(*text)) << where << ": " << text->text;
+            EXPECT_TRUE(isWithin(mark.rect, {0, 0, width, height})) << where << ": " << text->text;
+            for (const std::string& name : panels) {
+                const Rect panel = rectOf(drawing, name);
+                EXPECT_TRUE(!overlap(mark.rect, panel) || isWithin(mark.rect, panel))
+                    << where << ": \"" << text->text << "\" crosses the edge of " << name;
+            }
+        }
+    }
+    EXPECT_GT(texts, 0) << where;
+}
+
+void HudFixture::expectAllTextHasRoom() {
+    for (int beach = 1; beach <= 8; ++beach) {
+        HudState state = playing(beach);
+        state.toast = longestToast;
+        state.pings = 25;
+        state.haul = 99999;
+        state.junkCount = 99;
+        state.showTicks = true;
+        HudPose pose = HudPose::atRest(state);
+        pose.popup = {ItemKind::chest, 24, 1};
+        const Drawing drawing = draw(state, pose);
+        expectRoom(drawing, "topBar", {"title", "tide"});
+        for (const char* words : {"UNTIL HIGH TIDE", "PINGS 25"}) {
+            EXPECT_FALSE(overlap(drawing.findText(words)->rect, rectOf(drawing, "toast"))) << width << words;
+        }
+        expectRoom(drawing, "bottomBar", {"signal", "tray", "junk"});
+        expectRoom(drawing, "toast.0", {"toast"});
+        expectRoom(drawing, "popup", {"popup"});
+        for (const int stars : {0, 1, 3}) {
+            HudState end = finished(beach, stars, 1);
+            end.haul = 99999;
+            end.pings = 25;
+            end.isNewBest = true;
+            expectRoom(draw(end), "card", {"card"});
+        }
+    }
+    HudState select = playing(1);
+    select.phase = Phase::selecting;
+    std::vector<std::string> tiles;
+    for (int i = 1; i <= 8; ++i) tiles.push_back("select.tile." + std::to_string(i));
+    expectRoom(draw(select), "select", tiles);
+    for (const AlertCard& card : {resetAlert({}), aboutCard("10.10.10")}) {
+        const Drawing drawing(card.body().framed(width, height), width, height, 1);
+        expectRoom(drawing, "alert", {"alert", "alert.button.0"});
+    }
+}
+
+}  // namespace gull
