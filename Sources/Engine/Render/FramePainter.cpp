@@ -15,7 +15,9 @@ struct FramePainter::Frame {
     const View& view;
     DrawList list;
     FrameBlock block;
-    std::vector<PixelArea> relit;  ///< where moving shadows and lamps reach
+    std::vector<PixelArea> shaded;        ///< where moving shadows alone reach
+    std::vector<PixelArea> lit;           ///< moving lamps alone
+    std::vector<PixelArea> shadedAndLit;  ///< both
     bool shadow = false;
     int lamps = 0;
 };
@@ -32,12 +34,16 @@ Shading movingShading(const DrawList& list, Shading::Output output) {
 
 }  // namespace
 
-FramePainter::FramePainter(Studio& studio) : studio_(studio), backdrop_(studio) {}
+FramePainter::FramePainter(Studio& studio)
+    : studio_(studio),
+      cover_("moving cover", shaders::relightVertex, shaders::coverFragment, {"OUT_COVER"}),
+      backdrop_(studio) {}
 
-FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept) {
+FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept, int shrinkCover) {
     const View& view = kept.view();
     Frame frame{
-        stage, view, DrawList::of(stage, view, studio_.meshes, DrawList::Which::notKept), FrameBlock(), {}};
+        stage, view, DrawList::of(stage, view, studio_.meshes, DrawList::Which::notKept), FrameBlock(), {},
+        {},    {}};
     const DrawList& list = frame.list;
     frame.block =
         frameBlock(stage, view, list, studio_.environments.bind(stage.environment, list.sun.onGround()),
@@ -51,11 +57,13 @@ FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept) {
         if (lamp.end > 0)
             relief.markReach(lamp.position, lamp.end);
         else
-            relief.markAll();
+            relief.markAllLit();
     }
     frame.shadow =
         shadow_.draw(list.moving, list.sun, studio_.sunDepth, studio_.options, frame.block, relief);
-    frame.relit = relief.marked();
+    frame.shaded = relief.marked(ReliefGrid::shadowMark);
+    frame.lit = relief.marked(ReliefGrid::lampMark);
+    frame.shadedAndLit = relief.marked(ReliefGrid::shadowMark | ReliefGrid::lampMark);
     studio_.uniforms.upload(frame.block);
     if (frame.shadow) shadow_.bind(unitMovingShadow);
     kept.shadow().bind(unitSunShadow);
@@ -66,19 +74,21 @@ FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept) {
     bindTexture(unitKeptDepth, kept.depth());
     bindTexture(unitBloom, kept.bloom());
     bindTexture(unitKeptPaint, kept.paint());
+    if (frame.shadow) drawCover(frame, shrinkCover);
     return frame;
 }
 
-void FramePainter::relight(const Frame& frame, const KeptLayer& kept, bool display) {
-    bool bloom = display && kept.bloom() != 0, plain = !frame.view.camera.hdr, paint = kept.paint() != 0;
-    int key = (frame.shadow ? 1 : 0) + frame.lamps * 64 + (bloom ? 4 : 0) + (display ? 8 : 0) +
-              (plain ? 16 : 0) + (paint ? 32 : 0);
+const Program& FramePainter::relightProgram(const Frame& frame, const KeptLayer& kept, int marks,
+                                            bool display) {
+    bool shadow = (marks & ReliefGrid::shadowMark) != 0, lamps = (marks & ReliefGrid::lampMark) != 0;
+    bool plain = !frame.view.camera.hdr, paint = kept.paint() != 0;
+    int key = (shadow ? 1 : 0) + (display ? 2 : 0) + (plain ? 4 : 0) + (paint ? 8 : 0) +
+              (lamps ? frame.lamps * 16 : 0);
     auto found = relightPrograms_.find(key);
     if (found == relightPrograms_.end()) {
         std::vector<std::string> defines;
-        if (frame.shadow) defines.emplace_back("MOVING_SHADOW");
-        if (frame.lamps > 0) defines.push_back("LAMPS " + std::to_string(frame.lamps));
-        if (bloom) defines.emplace_back("BLOOM");
+        if (shadow) defines.emplace_back("MOVING_SHADOW");
+        if (lamps && frame.lamps > 0) defines.push_back("LAMPS " + std::to_string(frame.lamps));
         if (display) defines.emplace_back("OUT_DISPLAY");
         if (plain) defines.emplace_back("PLAIN_FILM");
         if (paint) defines.emplace_back("PAINT");
@@ -87,16 +97,44 @@ void FramePainter::relight(const Frame& frame, const KeptLayer& kept, bool displ
                 .emplace(key, Program("relight", shaders::relightVertex, shaders::relightFragment, defines))
                 .first;
     }
+    return found->second;
+}
+
+void FramePainter::drawCover(const Frame& frame, int shrink) {
+    const PixelSize& size = frame.view.size;
+    const PixelSize small{(size.width + shrink - 1) / shrink, (size.height + shrink - 1) / shrink};
+    if (!covered_ || !(covered_.size() == small)) covered_ = Target(small, {{Format::r8}});
+    std::vector<PixelArea> shaded = frame.shaded, both = frame.shadedAndLit;
+    shaded.insert(shaded.end(), both.begin(), both.end());
+    // The smoothing at full resolution looks one pixel farther.
+    for (PixelArea& area : shaded) area = area.grown(2);
+    covered_.bind();
+    glClearColor(0, 0, 0, 0);
+    glClear(GL_COLOR_BUFFER_BIT);
+    glDisable(GL_DEPTH_TEST);
     glDisable(GL_BLEND);
-    found->second.use();
-    if (display)
-        areas_.draw(frame.relit);
-    else
-        studio_.screen.draw(found->second);
+    cover_.use();
+    cover_.set("shrink", shrink);
+    areas_.draw(shaded);
+    bindTexture(unitMovingCover, covered_.colour());
+}
+
+void FramePainter::relight(const Frame& frame, const KeptLayer& kept) {
+    bindTexture(unitSource, kept.picture().colour());
+    glDisable(GL_BLEND);
+    const std::pair<int, const std::vector<PixelArea>&> parts[] = {
+        {ReliefGrid::shadowMark, frame.shaded},
+        {ReliefGrid::lampMark, frame.lit},
+        {ReliefGrid::shadowMark | ReliefGrid::lampMark, frame.shadedAndLit}};
+    for (const auto& [marks, areas] : parts) {
+        if (areas.empty()) continue;
+        relightProgram(frame, kept, marks, true).use();
+        areas_.draw(areas);
+    }
 }
 
 const Target& FramePainter::drawFull(const Stage& stage, KeptLayer& kept) {
-    Frame frame = begin(stage, kept);
+    Frame frame = begin(stage, kept, 1);
     const PixelSize& size = frame.view.size;
     if (!light_ || !(light_.size() == size)) {
         multisampled_ = Target(size, {{Format::rgba16f}, Format::depth24, 4});
@@ -108,7 +146,11 @@ const Target& FramePainter::drawFull(const Stage& stage, KeptLayer& kept) {
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_ALWAYS);
     glDepthMask(GL_TRUE);
-    relight(frame, kept, false);
+    int marks = (frame.shadow ? ReliefGrid::shadowMark : 0) | (frame.lamps > 0 ? ReliefGrid::lampMark : 0);
+    const Program& program = relightProgram(frame, kept, marks, false);
+    glDisable(GL_BLEND);
+    program.use();
+    studio_.screen.draw(program);
 
     glDepthFunc(GL_LEQUAL);
     Shading shading = movingShading(frame.list, Shading::Output::linear);
@@ -126,7 +168,7 @@ const Target& FramePainter::drawFull(const Stage& stage, KeptLayer& kept) {
 }
 
 const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept) {
-    Frame frame = begin(stage, kept);
+    Frame frame = begin(stage, kept, 2);
     const PixelSize& size = frame.view.size;
     PixelArea whole = PixelArea::whole(size);
     Shading shading = movingShading(frame.list, Shading::Output::display);
@@ -145,7 +187,7 @@ const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept) {
 
     fast_.bind();
     glDisable(GL_DEPTH_TEST);
-    relight(frame, kept, true);
+    relight(frame, kept);
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_LEQUAL);
     shading.small = true;
@@ -160,7 +202,8 @@ const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept) {
 
 PixelArea FramePainter::wetPart(const Frame& frame) const {
     PixelArea wet;
-    for (const PixelArea& area : frame.relit) wet = wet.united(area.intersection(backdrop_.reach()));
+    for (const std::vector<PixelArea>* areas : {&frame.shaded, &frame.lit, &frame.shadedAndLit})
+        for (const PixelArea& area : *areas) wet = wet.united(area.intersection(backdrop_.reach()));
     for (const DrawItem& item : frame.list.moving.opaque)
         wet = wet.united(item.area.intersection(backdrop_.reach()));
     return wet;

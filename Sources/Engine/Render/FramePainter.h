@@ -22,18 +22,22 @@ class FramePainter {
 
   private:
     struct Frame;
-    Frame begin(const Stage& stage, KeptLayer& kept);
-    void relight(const Frame& frame, const KeptLayer& kept, bool display);
+    Frame begin(const Stage& stage, KeptLayer& kept, int shrinkCover);
+    const Program& relightProgram(const Frame& frame, const KeptLayer& kept, int marks, bool display);
+    void relight(const Frame& frame, const KeptLayer& kept);
+    void drawCover(const Frame& frame, int shrink);
     PixelArea wetPart(const Frame& frame) const;
 
     Studio& studio_;
     MovingShadow shadow_;
     AreaPass areas_;
+    Program cover_;
     std::map<int, Program> relightPrograms_;
     Backdrop backdrop_;
     Target picture_;       ///< full: developed
     Target multisampled_;  ///< full
     Target light_;         ///< full: resolved
+    Target covered_;       ///< how far moving things cover the sun
     Target fast_;          ///< fast: developed, with depth
 };
 

@@ -62,7 +62,7 @@ void KeptLayer::begin(const Stage& stage, const View& view) {
     const PixelSize& size = view.size;
     if (!light_ || !(light_.size() == size)) {
         depth_ = Target(size, {{}, Format::depth24});
-        light_ = Target(size, {{Format::rgba16f, Format::rgba16f, Format::rgba8, Format::rgba8},
+        light_ = Target(size, {{Format::rgba16f, Format::rgba8, Format::rgba8, Format::rgba8},
                                Format::none,
                                1,
                                depth_.depth()});

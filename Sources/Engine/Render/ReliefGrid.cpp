@@ -9,8 +9,8 @@ namespace gull {
 
 namespace {
 
-/// What is dug or heaped up later stays within this of what was read, world units.
-constexpr double slack = 0.12;
+/// What the corners of a square leave out of it, world units.
+constexpr double slack = 0.03;
 constexpr double slackBelow = 0.03;
 constexpr int lookEvery = 4;  // pixels, for heights
 
@@ -73,22 +73,37 @@ void ReliefGrid::read(const std::vector<float>& depths, const View& view, const 
             }
         }
     }
+    rows_.assign(static_cast<std::size_t>(along), Box());
+    for (std::size_t i = 0; i < cells_.size(); ++i) {
+        Box& row = rows_[i / static_cast<std::size_t>(across_)];
+        if (cells_[i].empty) continue;
+        row.include(cells_[i].inSunAxes.min);
+        row.include(cells_[i].inSunAxes.max);
+    }
     clear();
 }
 
+void ReliefGrid::markAllLit() {
+    for (unsigned char& marks : marked_) marks |= lampMark;
+}
+
 void ReliefGrid::markShadow(const Box& caster) {
-    for (std::size_t i = 0; i < cells_.size(); ++i) {
-        const Box& cell = cells_[i].inSunAxes;
-        if (!cells_[i].empty && overlap(cell.min.x, cell.max.x, caster.min.x, caster.max.x) &&
-            overlap(cell.min.y, cell.max.y, caster.min.y, caster.max.y) && cell.min.z <= caster.max.z)
-            marked_[i] = 1;
+    auto reached = [&](const Box& place) {
+        return overlap(place.min.x, place.max.x, caster.min.x, caster.max.x) &&
+               overlap(place.min.y, place.max.y, caster.min.y, caster.max.y) && place.min.z <= caster.max.z;
+    };
+    auto across = static_cast<std::size_t>(across_);
+    for (std::size_t row = 0; row < rows_.size(); ++row) {
+        if (rows_[row].empty() || !reached(rows_[row])) continue;
+        for (std::size_t i = row * across; i < (row + 1) * across; ++i)
+            if (!cells_[i].empty && reached(cells_[i].inSunAxes)) marked_[i] |= shadowMark;
     }
 }
 
 void ReliefGrid::markReach(const glm::dvec3& middle, double radius) {
     for (std::size_t i = 0; i < cells_.size(); ++i) {
         glm::dvec3 nearest = glm::clamp(middle, cells_[i].world.min, cells_[i].world.max);
-        if (!cells_[i].empty && glm::distance(nearest, middle) < radius) marked_[i] = 1;
+        if (!cells_[i].empty && glm::distance(nearest, middle) < radius) marked_[i] |= lampMark;
     }
 }
 
@@ -105,10 +120,10 @@ PixelArea ReliefGrid::below(double height) const {
     return area;
 }
 
-std::vector<PixelArea> ReliefGrid::marked() const {
+std::vector<PixelArea> ReliefGrid::marked(int marks) const {
     std::vector<PixelArea> areas;
     for (std::size_t i = 0; i < cells_.size(); ++i) {
-        if (!marked_[i]) continue;
+        if (marked_[i] != marks) continue;
         PixelArea cell = cellArea(i);
         if (!areas.empty() && areas.back().y == cell.y && areas.back().right() == cell.x)
             areas.back().width += cell.width;

@@ -11,7 +11,9 @@ namespace gull {
 /// graphics card which squares a moving shadow or lamp can reach, so that only those are lit again.
 class ReliefGrid {
   public:
-    static constexpr int cellSize = 32;  ///< pixels
+    static constexpr int cellSize = 16;  ///< pixels
+    /// What reaches a square; they add up.
+    enum Mark : unsigned char { noMark = 0, shadowMark = 1, lampMark = 2 };
 
     /// Reads the depth (0 to 1, lowest row first) of the whole picture seen through `view` and sets up for
     /// shadows cast from `toward`.
@@ -20,16 +22,17 @@ class ReliefGrid {
     /// World to the axes that shadows are compared in: z points toward the sun.
     const glm::dmat3& sunAxes() const { return sunAxes_; }
     /// Unmarks all cells.
-    void clear() { marked_.assign(cells_.size(), 0); }
+    void clear() { marked_.assign(cells_.size(), noMark); }
     /// Marks what may lie in the shadow of `caster`, a box in sunAxes().
     void markShadow(const Box& caster);
     /// Marks what lies within `radius` of `middle`.
     void markReach(const glm::dvec3& middle, double radius);
-    void markAll() { marked_.assign(cells_.size(), 1); }
+    /// Marks everything as within a lamp's reach.
+    void markAllLit();
     /// What holds all squares where something is lower than `height` or nothing is at all.
     PixelArea below(double height) const;
-    /// The marked squares, neighbours in a row joined.
-    std::vector<PixelArea> marked() const;
+    /// The squares with exactly these marks, neighbours in a row joined.
+    std::vector<PixelArea> marked(int marks) const;
 
   private:
     struct Cell {
@@ -43,7 +46,8 @@ class ReliefGrid {
     PixelSize size_;
     int across_ = 0;
     std::vector<Cell> cells_;
-    std::vector<char> marked_;
+    std::vector<Box> rows_;  ///< in sunAxes(), all that lies in a row of cells
+    std::vector<unsigned char> marked_;
     glm::dmat3 sunAxes_{1};
 };
 

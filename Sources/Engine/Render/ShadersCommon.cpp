@@ -136,6 +136,26 @@ vec3 developed(vec3 light, vec2 pixel) {
     return clamp(c + dither(pixel), 0.0, 1.0);
 }
 
+// The exposed light that the film shows as `shown`, its hue keeping left out; shownAgain() is the inverse.
+vec3 exposed(vec3 shown) {
+#ifndef PLAIN_FILM
+    vec3 c = vec3(luminance(shown)) + (shown - luminance(shown)) / kGrade.x;
+    c = decoded(clamp((c - 0.5) / (1.0 + kPicture.w) + 0.5, 0.0, 0.999));
+    vec3 a = 2.51 - 2.43 * c, b = 0.59 * c - 0.03;
+    return (b + sqrt(b * b + 0.56 * a * c)) / (2.0 * a);
+#else
+    return decoded(shown);
+#endif
+}
+vec3 shownAgain(vec3 c) {
+#ifndef PLAIN_FILM
+    c = (encoded(film(c)) - 0.5) * (1.0 + kPicture.w) + 0.5;
+    return mix(vec3(luminance(c)), c, kGrade.x);
+#else
+    return encoded(min(c, vec3(1.0)));
+#endif
+}
+
 // Distance in front of the eye, along its axis, of a depth from 0 to 1.
 float axisDistance(float depth) { return kTile.w / (depth * 2.0 - 1.0 + kTile.z); }
 
@@ -155,8 +175,9 @@ void main() {
 )glsl";
 
 const std::string_view relightVertex = R"glsl(
-#ifdef OUT_DISPLAY
+#if defined(OUT_DISPLAY) || defined(OUT_COVER)
 layout(location = 0) in vec2 pixel;
+#define IN_RECTANGLES
 #endif
 // Where the pixel's ray goes per unit of distance along the camera's axis, in the world and in the moving
 // shadow map: a point is then one multiplication away from its depth.
@@ -167,7 +188,7 @@ flat out vec4 kMoving;
 out vec2 st;
 void main() {
     passFrame();
-#ifdef OUT_DISPLAY
+#ifdef IN_RECTANGLES
     st = pixel * frame.picture.zw;
 #else
     st = vec2(gl_VertexID == 1 ? 2.0 : 0.0, gl_VertexID == 2 ? 2.0 : 0.0);

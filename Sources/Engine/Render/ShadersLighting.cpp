@@ -70,61 +70,83 @@ vec4 filmOver(vec3 whole, vec3 within, float alpha, float mirror, float thicknes
 }
 )glsl";
 
-// Kept light with the moving layer's shadow and lamps on it. Where a resting shadow lies already the moving
-// one adds nothing: the sun's part is scaled by the new cover over the old.
-const std::string_view relightFragment = R"glsl(
-uniform sampler2D keptLit;
-uniform sampler2D keptShade;
+// How far moving things cover the sun, at the full resolution or a part of it.
+const std::string_view coverFragment = R"glsl(
 uniform sampler2D keptDepth;
+uniform sampler2DShadow movingShadow;
+uniform int shrink;  // pixels of the picture to one of the target
+in vec3 shadowRay;
+flat in vec3 shadowEye;
+flat in vec4 kMoving;
+layout(location = 0) out vec4 outColour;
+void main() {
+    ivec2 last = textureSize(keptDepth, 0) - 1;
+    float depth = texelFetch(keptDepth, min(ivec2(gl_FragCoord.xy) * shrink + shrink / 2, last), 0).r;
+    vec3 c = shadowEye + shadowRay * axisDistance(depth);
+    outColour = vec4(covered(movingShadow, vec3(c.xy, c.z - kMoving.z), kMoving.x, 0.0, 0.0));
+}
+)glsl";
+
+// The kept layer with the moving layer's shadow and lamps on it. Where a resting shadow lies already the
+// moving one adds nothing: the sun's part is scaled by the new cover over the old. OUT_DISPLAY starts from
+// the developed picture and changes it by what the change of light does to it.
+const std::string_view relightFragment = R"glsl(
+#ifdef OUT_DISPLAY
+uniform sampler2D source;  // the developed picture
+#else
+uniform sampler2D keptLit;
+#endif
+#if defined(LAMPS) || !defined(OUT_DISPLAY)
+#define IN_DEPTH
+uniform sampler2D keptDepth;
+#ifdef PAINT
+uniform sampler2D keptPaint;
+#endif
+#endif
+#ifdef MOVING_SHADOW
+uniform sampler2D keptShade;
+uniform sampler2D movingCover;
+#endif
 #ifdef LAMPS
 uniform sampler2D keptSurface;
 uniform sampler2D keptNormal;
 #endif
-#ifdef MOVING_SHADOW
-uniform sampler2DShadow movingShadow;
-#endif
-#ifdef BLOOM
-uniform sampler2D bloom;
-#endif
-#ifdef PAINT
-uniform sampler2D keptPaint;
-#endif
 in vec3 ray;
-in vec3 shadowRay;
-flat in vec3 shadowEye;
-flat in vec4 kMoving;
 in vec2 st;
 layout(location = 0) out vec4 outColour;
 void main() {
     ivec2 pixel = ivec2(gl_FragCoord.xy);
-    float depth = texelFetch(keptDepth, pixel, 0).r;
-    vec4 lit = texelFetch(keptLit, pixel, 0);
-    vec3 light = lit.rgb;
-    float along = axisDistance(depth);
+    vec3 gain = vec3(1.0), added = vec3(0.0), paint = vec3(1.0);
 #ifdef MOVING_SHADOW
     vec4 shade = texelFetch(keptShade, pixel, 0);
-    vec3 c = shadowEye + shadowRay * along;
-    float moving = covered(movingShadow, vec3(c.xy, c.z - kMoving.z), kMoving.x, 0.0, 0.0);
+    float moving = textureLod(movingCover, st, 0.0).r;
     float before = 1.0 - kSun.w * shade.a;
     float now = 1.0 - kSun.w * max(shade.a, moving);
-    light = shade.rgb + (lit.rgb - shade.rgb) * (now / before);
+    gain = shade.rgb + (1.0 - shade.rgb) * (now / before);
+#endif
+#ifdef IN_DEPTH
+    float depth = texelFetch(keptDepth, pixel, 0).r;
+#ifdef PAINT
+    paint = texelFetch(keptPaint, pixel, 0).rgb;
+    paint *= paint;
+#endif
 #endif
 #ifdef LAMPS
     vec3 body = texelFetch(keptSurface, pixel, 0).rgb;
     vec3 n = texelFetch(keptNormal, pixel, 0).xyz * 2.0 - 1.0;
-    light += body * body * lampLight(kEye.xyz + ray * along, n);
-#endif
-#ifdef PAINT
-    vec3 paint = texelFetch(keptPaint, pixel, 0).rgb;
-    light *= paint * paint;
+    added = body * body * lampLight(kEye.xyz + ray * axisDistance(depth), n) * paint;
 #endif
 #ifdef OUT_DISPLAY
-#ifdef BLOOM
-    light += textureLod(bloom, st, 0.0).rgb * kGrade.y;
+    vec4 shown = texelFetch(source, pixel, 0);
+    vec3 light = exposed(shown.rgb);
+    added *= kPicture.z;
+#ifndef PLAIN_FILM
+    added *= vignetteAt(st) * kFilm.rgb;
 #endif
-    outColour = vec4(developed(light, gl_FragCoord.xy), lit.a);
+    outColour = vec4(shown.rgb + shownAgain(light * gain + added) - shownAgain(light), shown.a);
 #else
-    outColour = vec4(light, lit.a);
+    vec4 lit = texelFetch(keptLit, pixel, 0);
+    outColour = vec4(lit.rgb * paint * gain + added, lit.a);
     gl_FragDepth = depth;
 #endif
 }

@@ -23,7 +23,7 @@ void main() {
 #endif
     outColour = vec4(c, 1.0);
 #ifdef OUT_KEPT
-    outShade = vec4(c, 0.0);
+    outShade = vec4(1.0, 1.0, 1.0, 0.0);
     outSurface = vec4(0.0);
     outNormal = vec4(0.5, 1.0, 0.5, 1.0);
 #endif

@@ -132,7 +132,8 @@ uniform sampler2D bloom;
 layout(location = 0) out vec4 outFilm;  // what is added to the developed picture, w: what it is scaled by first
 #elif defined(OUT_KEPT)
 layout(location = 0) out vec4 outLit;
-layout(location = 1) out vec4 outShade;    // w: how far the sun's shadow covers it
+// Share of the light that is not the sun's; w: how far the sun is covered.
+layout(location = 1) out vec4 outShade;
 layout(location = 2) out vec4 outSurface;  // albedo that a lamp lights, w: share of the light that paint dims
 layout(location = 3) out vec4 outNormal;
 #else
@@ -338,7 +339,7 @@ void main() {
 #ifdef OUT_FILM
 #elif defined(OUT_KEPT)
     outLit = vec4(lit, 1.0);
-    outShade = vec4(shade, cover);
+    outShade = vec4(shade / max(lit, vec3(1e-4)), cover);
 #ifdef PAINTED
     vec3 dimmed = (scattered + sunBody * (1.0 - kSun.w * cover)) * kMultiply.rgb * (1.0 - fog);
     float paint = clamp(luminance(dimmed) / max(luminance(lit), 1e-4), 0.0, 1.0);

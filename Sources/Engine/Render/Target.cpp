@@ -19,6 +19,8 @@ struct GlFormat {
 
 GlFormat glFormat(Format format) {
     switch (format) {
+        case Format::r8:
+            return {GL_R8, GL_RED, GL_UNSIGNED_BYTE};
         case Format::rgba8:
             return {GL_RGBA8, GL_RGBA, GL_UNSIGNED_BYTE};
         case Format::rgba16f:

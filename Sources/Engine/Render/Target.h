@@ -8,7 +8,7 @@
 namespace gull {
 
 /// Pixel formats that targets are made of.
-enum class Format { none, rgba8, rgba16f, depth16, depth24 };
+enum class Format { none, r8, rgba8, rgba16f, depth16, depth24 };
 
 /// A framebuffer with its attachments: textures, or multisampled buffers (which can only be resolved).
 class Target {

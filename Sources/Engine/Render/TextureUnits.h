@@ -14,6 +14,7 @@ enum TextureUnit : int {
     unitSunShadow,
     unitOcclusion,
     unitMovingShadow,
+    unitMovingCover,
     unitKeptLit,
     unitKeptShade,
     unitKeptSurface,
@@ -27,20 +28,11 @@ enum TextureUnit : int {
 
 inline const std::vector<std::pair<const char*, int>>& textureUnitNames() {
     static const std::vector<std::pair<const char*, int>> names = {
-        {"diffuseMap", unitDiffuse},
-        {"normalMap", unitNormal},
-        {"multiplyMap", unitMultiply},
-        {"environment", unitEnvironment},
-        {"sunShadow", unitSunShadow},
-        {"occlusionMap", unitOcclusion},
-        {"movingShadow", unitMovingShadow},
-        {"keptLit", unitKeptLit},
-        {"keptShade", unitKeptShade},
-        {"keptSurface", unitKeptSurface},
-        {"keptNormal", unitKeptNormal},
-        {"keptDepth", unitKeptDepth},
-        {"source", unitSource},
-        {"bloom", unitBloom},
+        {"diffuseMap", unitDiffuse},        {"normalMap", unitNormal},        {"multiplyMap", unitMultiply},
+        {"environment", unitEnvironment},   {"sunShadow", unitSunShadow},     {"occlusionMap", unitOcclusion},
+        {"movingShadow", unitMovingShadow}, {"movingCover", unitMovingCover}, {"keptLit", unitKeptLit},
+        {"keptShade", unitKeptShade},       {"keptSurface", unitKeptSurface}, {"keptNormal", unitKeptNormal},
+        {"keptDepth", unitKeptDepth},       {"source", unitSource},           {"bloom", unitBloom},
         {"keptPaint", unitKeptPaint},
     };
     return names;
