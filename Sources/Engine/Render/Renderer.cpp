@@ -1,6 +1,6 @@
 #include "Engine/Render/Renderer.h"
 
-#include "Engine/Render/Overlay.h"
+#include "Engine/Render/SheetPainter.h"
 #include "Engine/Render/SnapshotPainter.h"
 #include "Engine/Render/Studio.h"
 #include "Engine/Render/WindowPainter.h"
@@ -46,7 +46,7 @@ struct Renderer::Impl {
     SnapshotPainter snapshots{studio};
     RenderTier tier = RenderTier::full;
     WindowPainter window{studio, snapshots};
-    Overlay overlay;
+    SheetPainter sheets;
     unsigned framebuffer = 0;  ///< drawn last
 };
 
@@ -82,7 +82,7 @@ void Renderer::draw(const Stage& stage, const Size& size, unsigned framebuffer, 
 
 void Renderer::drawOverlay(std::span<const Sheet> sheets, const Size& size) {
     glBindFramebuffer(GL_FRAMEBUFFER, impl_->framebuffer);
-    impl_->overlay.draw(sheets, {size.width, size.height});
+    impl_->sheets.draw(sheets, {size.width, size.height});
 }
 
 Image Renderer::readBack(const Size& size) {

@@ -195,7 +195,7 @@ void main() {
 )glsl";
 
 // Sheets that lie on the picture: rectangles of plain colours (WASH) or of a bitmap.
-const std::string_view overlayVertex = R"glsl(
+const std::string_view sheetVertex = R"glsl(
 layout(location = 0) in vec2 inPosition;
 layout(location = 1) in vec4 inValue;
 #ifdef WASH
@@ -213,7 +213,7 @@ void main() {
 }
 )glsl";
 
-const std::string_view overlayFragment = R"glsl(
+const std::string_view sheetFragment = R"glsl(
 #ifdef WASH
 in vec4 colour;
 #else

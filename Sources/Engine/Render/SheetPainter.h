@@ -17,9 +17,9 @@ namespace gull {
 /// Everything is drawn as whole rectangles with the shortest of programs, from textures that hold their bytes
 /// in the bitmaps' own order: what a software rasteriser has a quick path for, several times faster than its
 /// usual one.
-class Overlay {
+class SheetPainter {
   public:
-    Overlay();
+    SheetPainter();
 
     /// Blends `sheets` over the bound framebuffer of `size`. What changed is uploaded; a bitmap of another
     /// size than its sheet had before, all of it.

@@ -1,4 +1,4 @@
-#include "Engine/Render/Overlay.h"
+#include "Engine/Render/SheetPainter.h"
 
 #include "Engine/Render/ScreenPass.h"
 #include "Engine/Render/Shaders.h"
@@ -11,10 +11,10 @@
 
 namespace gull {
 
-Overlay::Overlay()
-    : wash_("overlay wash", shaders::overlayVertex, shaders::overlayFragment, {"WASH"}),
-      bitmap_("overlay", shaders::overlayVertex, shaders::overlayFragment),
-      fadedBitmap_("fading overlay", shaders::overlayVertex, shaders::overlayFragment, {"FADED"}),
+SheetPainter::SheetPainter()
+    : wash_("sheet of colour", shaders::sheetVertex, shaders::sheetFragment, {"WASH"}),
+      bitmap_("sheet", shaders::sheetVertex, shaders::sheetFragment),
+      fadedBitmap_("fading sheet", shaders::sheetVertex, shaders::sheetFragment, {"FADED"}),
       array_(GlVertexArray::make()),
       buffer_(GlBuffer::make()) {
     glBindVertexArray(array_.name());
@@ -26,7 +26,7 @@ Overlay::Overlay()
                           reinterpret_cast<const void*>(offsetof(Vertex, value)));
 }
 
-void Overlay::draw(std::span<const Sheet> sheets, const PixelSize& size) {
+void SheetPainter::draw(std::span<const Sheet> sheets, const PixelSize& size) {
     size_ = size;
     for (const Sheet& sheet : sheets) upload(sheet);
     glViewport(0, 0, size.width, size.height);
@@ -55,7 +55,7 @@ void Overlay::draw(std::span<const Sheet> sheets, const PixelSize& size) {
     }
 }
 
-void Overlay::upload(const Sheet& sheet) {
+void SheetPainter::upload(const Sheet& sheet) {
     if (sheet.pixels == nullptr) return;
     Kept& kept = kept_[sheet.id];
     const PixelSize size{sheet.place.width, sheet.place.height};
@@ -85,7 +85,7 @@ void Overlay::upload(const Sheet& sheet) {
     glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
 }
 
-void Overlay::addWash(const Sheet& sheet) {
+void SheetPainter::addWash(const Sheet& sheet) {
     const auto valueOf = [&](const GradientStop& stop) {
         const double a = stop.colour.a * sheet.opacity;
         return Value{static_cast<float>(stop.colour.r * a), static_cast<float>(stop.colour.g * a),
@@ -103,7 +103,7 @@ void Overlay::addWash(const Sheet& sheet) {
     }
 }
 
-void Overlay::addBitmap(const Sheet& sheet) {
+void SheetPainter::addBitmap(const Sheet& sheet) {
     const auto width = static_cast<float>(sheet.place.width);
     const auto height = static_cast<float>(sheet.place.height);
     for (const Sheet::Area& part : sheet.coverage) {
@@ -116,7 +116,7 @@ void Overlay::addBitmap(const Sheet& sheet) {
     }
 }
 
-void Overlay::addRectangle(const Sheet::Area& area, const std::array<Value, 4>& corners) {
+void SheetPainter::addRectangle(const Sheet::Area& area, const std::array<Value, 4>& corners) {
     const auto across = [&](int x) { return static_cast<float>(2.0 * x / size_.width - 1); };
     const auto up = [&](int y) { return static_cast<float>(1 - 2.0 * y / size_.height); };
     const Vertex topLeft{across(area.x), up(area.y), corners[0]};
@@ -128,7 +128,7 @@ void Overlay::addRectangle(const Sheet::Area& area, const std::array<Value, 4>& 
     }
 }
 
-void Overlay::drawVertices(const Program& program) {
+void SheetPainter::drawVertices(const Program& program) {
     program.use();
     glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(vertices_.size() * sizeof(Vertex)),
                  vertices_.data(), GL_STREAM_DRAW);
