@@ -95,6 +95,22 @@ void hudOfAFadingCard(benchmark::State& state) {
 }
 BENCHMARK(hudOfAFadingCard)->Unit(benchmark::kMicrosecond);
 
+/// The cursor goes from tile to tile of the beach select: one swells, one settles.
+void hudOfASwellingTile(benchmark::State& state) {
+    Play play;
+    play.game.openSelect();
+    play.overlay.update(play.clock.now(), 1240, 800, 1);
+    int frame = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        if (frame++ % 12 == 0) play.game.key(KeyAction::Move{play.game.selection == 1 ? 1 : -1, 0});
+        play.loop.turn(play.clock, 1.0 / 60);
+        state.ResumeTiming();
+        benchmark::DoNotOptimize(play.overlay.update(play.clock.now(), 1240, 800, 1));
+    }
+}
+BENCHMARK(hudOfASwellingTile)->Unit(benchmark::kMicrosecond)->Iterations(600);
+
 /// A window that shows nothing but the overlay; none without a display.
 struct OverlayWindow {
     Window window{{}};
