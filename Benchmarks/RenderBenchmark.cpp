@@ -52,7 +52,13 @@ void frameAtRest(benchmark::State& state) {
         play.draw(false);
     }
 }
-BENCHMARK(frameAtRest)->ArgName("full")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
+BENCHMARK(frameAtRest)
+    ->ArgName("full")
+    ->Arg(0)
+    ->Arg(1)
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime()
+    ->UseRealTime();
 
 /// The trail reaches the picture every third frame.
 void frameSweeping(benchmark::State& state) {
@@ -72,6 +78,20 @@ void keptLayer(benchmark::State& state) {
     }
 }
 BENCHMARK(keptLayer)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
+
+/// A frame of the fly-in, in the middle of it, without the kept layer that is built meanwhile.
+void frameFlying(benchmark::State& state) {
+    Play play(RenderTier::fast);
+    auto fly = [&play] {
+        play.scene.introStart = play.time - 0.4 - 0.1 * std::sin(play.time);  // never the same view twice
+        play.step(false);
+        play.scene.stage().restingView.reset();
+        play.draw(false);
+    };
+    fly();
+    for (auto _ : state) fly();
+}
+BENCHMARK(frameFlying)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
 
 void snapshot(benchmark::State& state) {
     Play play(RenderTier::fast);

@@ -5,12 +5,14 @@
 #include <epoxy/gl.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace gull {
 
 namespace {
 constexpr int shadowMapSize = 1024;
-}
+constexpr double shadowLife = 0.5;  // seconds of stage time
+}  // namespace
 
 const Target& DirectPainter::draw(const Stage& stage, const View& fullView) {
     View view = fullView;
@@ -27,11 +29,17 @@ const Target& DirectPainter::draw(const Stage& stage, const View& fullView) {
     Shading shading;
     shading.output = Shading::Output::display;
     shading.plainFilm = !view.camera.hdr;
+    shading.matt = shading.small = true;
     shading.sunShadow = list.sun.light && list.sun.light->castsShadow;
     if (shading.sunShadow) {
-        // The rig barely moves against its surroundings during a flight: its shadow is in the same map.
-        shadow_.draw({&list.kept, &list.drifting, &list.moving}, list.sun.matrix, shadowMapSize,
-                     studio_.sunDepth);
+        // The rig barely moves against its surroundings during a flight: its shadow is in the same map, which
+        // is drawn when the flight begins.
+        if (shadowOf_ != stage.keptSerial() || std::abs(stage.time - shadowTime_) > shadowLife) {
+            shadow_.draw({&list.kept, &list.drifting, &list.moving}, list.sun.matrix, shadowMapSize,
+                         studio_.sunDepth);
+            shadowOf_ = stage.keptSerial();
+            shadowTime_ = stage.time;
+        }
         shadow_.bind(unitSunShadow);
     }
     PixelArea whole = PixelArea::whole(view.size);
@@ -45,6 +53,7 @@ const Target& DirectPainter::draw(const Stage& stage, const View& fullView) {
     for (const DrawLayer* layer : layers)
         for (const DrawItem& item : layer->opaque) studio_.surfaces.draw(item, shading, view, whole);
     studio_.drawSky(stage, view, shading.output);
+    shading.small = false;
     studio_.drawBlended(layers, shading, view, whole, stage.time);
     return picture_;
 }

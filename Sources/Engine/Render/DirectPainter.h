@@ -2,10 +2,12 @@
 
 #include "Engine/Render/Studio.h"
 
+#include <cstdint>
+
 namespace gull {
 
 /// Draws a whole stage from anywhere in one quick pass, for the moments when the camera travels and nothing
-/// can be kept: half resolution, no multisampling, no contact shadows.
+/// can be kept: half resolution, no multisampling, no contact shadows, matt surfaces.
 class DirectPainter {
   public:
     explicit DirectPainter(Studio& studio) : studio_(studio) {}
@@ -19,6 +21,8 @@ class DirectPainter {
     Studio& studio_;
     Target picture_;
     ShadowMap shadow_;
+    std::uint64_t shadowOf_ = 0;  ///< the stage's kept serial when it was drawn
+    double shadowTime_ = 0;       ///< the stage's time when it was drawn
 };
 
 }  // namespace gull

@@ -6,6 +6,8 @@
 
 #include <epoxy/gl.h>
 
+#include <glm/gtc/matrix_transform.hpp>
+
 namespace gull {
 
 void ShadowMap::draw(const std::vector<const DrawLayer*>& layers, const glm::dmat4& matrix, int size,
@@ -27,6 +29,8 @@ void ShadowMap::draw(const std::vector<const DrawLayer*>& layers, const glm::dma
     glClear(GL_DEPTH_BUFFER_BIT);
     View light;
     light.size = target_.size();
+    light.viewProjection =
+        glm::translate(glm::dmat4(1), glm::dvec3(-1)) * glm::scale(glm::dmat4(1), glm::dvec3(2)) * matrix;
     depthFromSun.use();
     for (const DrawLayer* layer : layers)
         for (const DrawItem& item : layer->opaque) {

@@ -102,18 +102,12 @@ struct Panorama {
                (level.at(x0, y1) * (1 - s) + level.at(x1, y1) * s) * t;
     }
 
-    /// `direction` of length 1; `blur` 0 for the finest level, fractions mix two.
-    glm::vec3 look(const glm::vec3& direction, float blur) const {
+    /// `direction` of length 1; `level` 0 is the finest, any number beyond the coarsest counts as that.
+    glm::vec3 look(const glm::vec3& direction, std::size_t level) const {
         float u = fastAtan2(direction.x, -direction.z) / (2 * pi) + 0.5F;
         float flat = std::sqrt(direction.x * direction.x + direction.z * direction.z);
         float v = 0.5F - fastAtan2(direction.y, flat) / pi;
-        blur = std::clamp(blur, 0.0F, static_cast<float>(levels.size() - 1));
-        auto low = static_cast<std::size_t>(blur);
-        float share = blur - static_cast<float>(low);
-        glm::vec3 first = bilinear(levels[low], u, v);
-        return share < 0.01F || low + 1 == levels.size()
-                   ? first
-                   : first * (1 - share) + bilinear(levels[low + 1], u, v) * share;
+        return bilinear(levels[std::min(level, levels.size() - 1)], u, v);
     }
 };
 
@@ -138,7 +132,7 @@ glm::vec3 faceDirection(int face, float s, float t) {
 struct LobeLook {
     glm::vec3 direction;  ///< z along the mirror direction
     float weight;
-    float blur;  ///< level of the panorama that covers this look's share of the sky
+    std::size_t level;  ///< of the panorama: its pixels cover about this look's share of the sky
 };
 
 /// Importance samples of the Trowbridge-Reitz lobe seen straight on, with the sky level whose pixels cover
@@ -159,7 +153,8 @@ std::vector<LobeLook> lobe(float roughness, int looks, int panoramaWidth) {
         float sampleAngle = 1 / (static_cast<float>(looks) * density);
         float pixelAngle =
             2 * pi * pi / (static_cast<float>(panoramaWidth) * static_cast<float>(panoramaWidth));
-        result.push_back({light, light.z, std::max(0.0F, 0.5F * std::log2(sampleAngle / pixelAngle) + 0.5F)});
+        float level = 0.5F * std::log2(sampleAngle / pixelAngle) + 0.5F;
+        result.push_back({light, light.z, static_cast<std::size_t>(std::lround(std::max(level, 0.0F)))});
     }
     return result;
 }
@@ -171,9 +166,9 @@ glm::vec3 lookThrough(const Panorama& sky, const std::vector<LobeLook>& looks, c
     glm::vec3 sum(0);
     float weights = 0;
     for (const LobeLook& look : looks) {
-        sum +=
-            sky.look(side * look.direction.x + up * look.direction.y + mirror * look.direction.z, look.blur) *
-            look.weight;
+        sum += sky.look(side * look.direction.x + up * look.direction.y + mirror * look.direction.z,
+                        look.level) *
+               look.weight;
         weights += look.weight;
     }
     return sum / weights;

@@ -52,7 +52,6 @@ bool isFilm(const DrawItem& item) {
 
 void drawChunks(const DrawItem& item, const View& view, const PixelArea& area) {
     glBindVertexArray(item.mesh->array.name());
-    PixelArea whole = PixelArea::whole(view.size);
     std::uint32_t first = 0, count = 0;
     auto flush = [&] {
         if (count > 0)
@@ -60,7 +59,7 @@ void drawChunks(const DrawItem& item, const View& view, const PixelArea& area) {
                            reinterpret_cast<const void*>(static_cast<std::uintptr_t>(first) * 4));
         count = 0;
     };
-    bool cull = !(area == whole) && item.element.chunkCount > 1;
+    bool cull = item.element.chunkCount > 1;
     for (std::size_t i = 0; i < item.element.chunkCount; ++i) {
         const Mesh::Chunk& chunk = item.mesh->chunks[item.element.firstChunk + i];
         bool touches = !cull || !view.area(chunk.bounds, item.model).intersection(area).empty();
@@ -88,10 +87,12 @@ const Program& SurfacePainter::program(const DrawItem& item, const Shading& shad
     auto lighting = static_cast<unsigned>(material.lighting == Material::Lighting::constant  ? 0
                                           : material.lighting == Material::Lighting::lambert ? 1
                                                                                              : 2);
+    const bool matt = shading.matt && !item.blended && material.metalness < 0.5;
+    if (matt) lighting = std::min(lighting, 1U);
     bool shaded = lighting != 0;
     const std::pair<bool, const char*> switches[] = {
         {static_cast<bool>(material.diffuseMap), "DIFFUSE_MAP"},
-        {shaded && material.normalMap, "NORMAL_MAP"},
+        {shaded && material.normalMap && !matt, "NORMAL_MAP"},
         {material.multiplyMap && shading.output != Shading::Output::kept, "MULTIPLY_MAP"},
         {material.multiplyMap && shading.output == Shading::Output::kept, "PAINTED"},
         {isFilm(item), "SMOOTH"},

@@ -27,6 +27,7 @@ struct Shading {
     bool bloom = false;           ///< a film takes the glow of the picture in
     bool plainFilm = false;       ///< no tone mapping, for cameras without it
     bool small = false;           ///< many small triangles rather than many pixels
+    bool matt = false;            ///< opaque surfaces but metals without mirror and without normal map
     bool waterDepth = false;      ///< water looks up how deep it is in the picture's depth
 };
 

@@ -59,8 +59,16 @@ void WindowPainter::draw(const Stage& stage, const PixelSize& size, unsigned fra
                          bool wait) {
     View view = View::of(stage, size);
     View goal = stage.restingView ? view.standingAt(*stage.restingView) : view;
-    if (shown_ && !(shown_->showsContent(stage) && shown_->refresh(stage))) shown_.reset();
-    if (next_ && !next_->showsContent(stage)) next_.reset();
+    bool gone = false;
+    if (shown_ && !(shown_->showsContent(stage) && shown_->refresh(stage))) {
+        shown_.reset();
+        gone = true;
+    }
+    if (next_ && !next_->showsContent(stage)) {
+        next_.reset();
+        gone = true;
+    }
+    if (gone) studio_.collectGarbage();  // with another beach the meshes of the last one go
     if (wait || wantsBuilding(stage, view, goal))
         build(stage, wait ? view : goal, wait ? std::numeric_limits<double>::infinity() : buildBudget);
     last_ = view;
