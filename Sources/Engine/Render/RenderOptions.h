@@ -6,10 +6,10 @@ namespace gull {
 struct RenderOptions {
     // Film: scene light to screen.
     float filmGain = 0.95f;        ///< scene light times this enters the film curve
-    float filmHueKeeping = 0.45f;  ///< 0: each channel by itself (bleaches, drifts), 1: hue kept exactly
+    float filmHueKeeping = 0.4f;   ///< 0: each channel by itself (bleaches, drifts), 1: hue kept exactly
     float whiteBalance = 0.55f;    ///< share of the cast of the light on level ground that the film takes out
     float exposureBalance = 0.3f;  ///< share, in stops, of that light's distance from 1 that it makes up for
-    float brightestLight = 24;  ///< radiance above this is cut, so that one glint does not flicker or flood
+    float brightestLight = 6;  ///< radiance above this is cut, so that one glint does not flicker or flood
 
     // The environment.
     float groundLift =

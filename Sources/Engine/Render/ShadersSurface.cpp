@@ -23,7 +23,7 @@ uniform vec4 diffuse;       // linear, straight alpha, all opacities included
 uniform vec4 multiply;      // onto the result; w: brightest light
 uniform vec4 emission;      // w: occlusion of the sun
 uniform vec4 surface;       // metalness, roughness, bend of the normal map, density of water
-uniform vec4 mapStrength;   // diffuse, multiply, glint spread
+uniform vec4 mapStrength;   // diffuse, multiply, glint spread, sparkle
 
 invariant gl_Position;
 out vec3 position;
@@ -257,6 +257,16 @@ void main() {
     roughness = sqrt(facets);
 #endif
     sunGlint = glint(n, v, l, nl, nv, facets, f0) * kSunColour.rgb;
+#ifdef SPARKLE
+    // Single grains that happen to turn the sun to the eye: a few in a thousand, fewer where that takes a
+    // steeper face, none where the ground is wet.
+    vec3 grain = fract(floor(position.xzx * 90.0) * vec3(0.1031, 0.1030, 0.0973));
+    grain += dot(grain, grain.yzx + 33.33);
+    vec2 lot = fract((grain.xx + grain.yz) * grain.zy);
+    float aligned = max(dot(n, normalize(v + l)), 0.0);
+    float chance = 0.0045 * aligned * aligned * aligned;
+    sunGlint += kSunColour.rgb * (step(1.0 - chance, lot.x) * lot.y * kStrength.w * step(0.9, rough));
+#endif
     vec3 r = reflect(-v, n);
 #ifdef SMOOTH
     r.y = abs(r.y);  // the far side of a wave mirrors the next wave, and that the sky

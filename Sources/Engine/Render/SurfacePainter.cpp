@@ -108,6 +108,9 @@ const Program& SurfacePainter::program(const DrawItem& item, const Shading& shad
         {shading.waterDepth && isFilm(item), "WATER_DEPTH"},
         {lighting == 2 && !item.blended, "ROUGHNESS"},
         {shading.small, "SMALL"},
+        {lighting == 2 && material.sparkle > 0 && shading.output != Shading::Output::display &&
+             !shading.small,
+         "SPARKLE"},
     };
     int lamps = shaded ? reachingLamps(item, shading) : 0;
     std::uint32_t key = lighting + static_cast<std::uint32_t>(lamps) * 4;
@@ -153,7 +156,7 @@ void SurfacePainter::setMaterial(const Program& program, const DrawItem& item, T
     program.set("surface", glm::vec4(material.metalness, material.roughness, material.normalMap.intensity,
                                      options_.waterDensity));
     program.set("mapStrength", glm::vec4(material.diffuseMap.intensity, material.multiplyMap.intensity,
-                                         options_.glintSpread, 0));
+                                         options_.glintSpread, material.sparkle));
 }
 
 }  // namespace gull

@@ -38,6 +38,7 @@ struct Material {
     Colour emission{0, 0, 0, 1};
     double metalness = 0;  ///< 0 to 1
     double roughness = 0.5;
+    double sparkle = 0;  ///< of single grains in the sun, 1: as bright as white paper; for opaque surfaces
     double opacity = 1;  ///< times the alpha of diffuse colour and map
     Blend blend = Blend::opaque;
     bool writesDepth = true;

@@ -45,8 +45,10 @@ BeachLook studioLook() {
 
 constexpr int skyWidth = 512;  // pixels
 constexpr double skyIntensity = 1.6;
-constexpr double smallest = 0.2;          // world units; the frame never closes in further
-constexpr double frameHalfHeight = 0.62;  // of the model's largest side
+constexpr double exposure = -0.75;            // stops; without a film curve white paper would be cut off
+constexpr glm::dvec3 shade(1.12, 0.92, 0.9);  // the blue sky alone would make paper cyan
+constexpr double smallest = 0.2;              // world units; the frame never closes in further
+constexpr double frameHalfHeight = 0.62;      // of the model's largest side
 
 }  // namespace
 
@@ -54,6 +56,7 @@ std::unique_ptr<Stage> iconStage(ItemKind kind, Textures& textures) {
     auto stage = std::make_unique<Stage>();
     stage->environment = textures.sky(studioLook(), skyWidth, "icons");
     stage->environmentIntensity = skyIntensity;
+    stage->shadeTint = shade;
 
     Node& model = stage->root.add(ItemModels::node(kind, textures));
     // Measured upright: the frame does not depend on the pose.
@@ -73,6 +76,7 @@ std::unique_ptr<Stage> iconStage(ItemKind kind, Textures& textures) {
     eye.camera = std::make_shared<Camera>();
     eye.camera->orthographicScale = side * frameHalfHeight;
     eye.camera->hdr = false;
+    eye.camera->exposureOffset = exposure;
     eye.position = {0, 0, 6};
     stage->pointOfView = &eye;
     return stage;

@@ -110,6 +110,9 @@ void BeachScene::setBeach(int number) {
     parts_->lights.apply(look_, number, textures_);
     parts_->camera.setExposure(look_.exposure - 0.2);
 
+    // Grains flash in a strong sun only.
+    parts_->sand->sparkle = std::clamp((look_.sunIntensity - 600) / 600, 0.0, 1.6);
+
     Node& sand = beach.add(makeNode(parts_->sandMesh.coloured(look_), parts_->sand));
     sand.name = "sand";
     sand.castsShadow = false;

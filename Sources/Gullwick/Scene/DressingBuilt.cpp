@@ -150,7 +150,7 @@ void pier(Node& into, Textures& textures) {
                          props::alongSegment({x, y - 0.35, z}, {x, y + 0.95, z}));
         }
     }
-    part(pier, frame.take(), wood).name = "frame";
+    part(pier, props::weathered(frame.take(), 1.9, 2.4), wood).name = "frame";
     part(pier, boards.take(), decking).name = "deck";
 }
 
@@ -329,9 +329,11 @@ void wreck(Node& into) {
                             {0.2, 0.18, 0.16, 0.12}, 8));
     mesh.append(shapes::bar({{-5.2, -0.7, 0}, {-5.45, 0.3, 0}, {-5.6, 1.35, 0}}, {0.2, 0.17, 0.13}, 8));
     mesh.append(timber({1.2, -0.3, 1.1}, {2.1, 1.15, -1.0}, 0.2, 0.2));
-    part(hull, mesh::withNormals(mesh.take(), 40), wood).name = "frames";
+    part(hull, props::weathered(mesh::withNormals(mesh.take(), 40), 2.2, 3.8), wood).name = "frames";
 
-    part(wreck, primitives::cone(0.13, 0.18, 3.6, 14), wood, {-1.1, 0.2, -9}, {0.5, 0, 1.15}).name = "mast";
+    part(wreck, props::weathered(primitives::cone(0.13, 0.18, 3.6, 14), 2.2, 3.8), wood, {-1.1, 0.2, -9},
+         {0.5, 0, 1.15})
+        .name = "mast";
 }
 
 }  // namespace gull::Dressing

@@ -93,7 +93,7 @@ std::unique_ptr<Node> siteRope() {
     const auto flag = Materials::pbr(RGB{0.95, 0.35, 0.2}, 0, 0.7);
     flag->doubleSided = true;
     const auto hemp = Materials::pbr(RGB{0.86, 0.74, 0.52}, 0, 0.9);
-    hemp->emission = {0.3, 0.23, 0.13, 1};  // thin fibres glow with the light behind them
+    hemp->emission = {0.36, 0.24, 0.13, 1};  // thin fibres glow with the light behind them
     constexpr double buried = 0.12;
     constexpr double knot = 0.6;  // height at which the rope is tied
     constexpr double sag = 0.34;

@@ -6,6 +6,7 @@
 #include "Gullwick/Scene/Materials.h"
 #include "Gullwick/Scene/Xorshift.h"
 
+#include <algorithm>
 #include <cmath>
 #include <glm/geometric.hpp>
 #include <numbers>
@@ -68,6 +69,20 @@ Node& part(Node& parent, Geometry geometry, std::vector<MaterialRef> materials,
     return node;
 }
 
+/// A cut stone throws each facet's light about inside: some facets come out dark, some bright, all darker
+/// toward the point.
+Geometry cutStone(double radius, int facets) {
+    Geometry gem = shapes::gem(radius, facets);
+    for (Geometry::Vertex& vertex : gem.vertices) {
+        const double turn = std::atan2(vertex.normal.z, vertex.normal.x);
+        const double facet = 0.5 + 0.5 * std::sin(7.3 * turn + 5.1 * vertex.normal.y);
+        const double depth = std::clamp(1 + 0.55 * vertex.position.y / radius, 0.0, 1.3);
+        const auto light = static_cast<float>((0.35 + 1.25 * facet) * depth);
+        vertex.colour = {light, light, light, 1};
+    }
+    return gem;
+}
+
 void coin(Node& parent, Textures& textures) {
     constexpr double radius = 0.34;
     auto face = gold();
@@ -90,14 +105,15 @@ void ring(Node& parent) {
                         {0, 0.06}},
                        48, false, 1),
          {gold()}, {0, 0.28, 0});
-    part(parent, shapes::gem(0.095, 10), {ruby()}, {0, 0.36, 0});
+    part(parent, cutStone(0.095, 10), {ruby()}, {0, 0.36, 0});
 }
 
-/// The case that watch and compass share: a drum whose front shows `face`, a bezel and a domed glass.
+/// The case that watch and compass share: a drum whose front shows `face`, a bezel, a domed back and glass.
 void roundCase(Node& parent, const MaterialRef& metal, const MaterialRef& face, double height,
                double bezelPipe, double front, double glassRadius, double glassDepth) {
     part(parent, cylinder(0.32, height, 64), {metal, face, metal}, {}, {quarter, 0, 0});
     part(parent, torus(0.32, bezelPipe, 64), {metal}, {0, 0, front}, {quarter, 0, 0});
+    part(parent, sphere(0.315, 48), {metal}, {0, 0, -0.5 * height}).scale = {1, 1, 0.14};
     Node& crystal = part(parent, sphere(glassRadius, 48), {glass()}, {0, 0, front});
     crystal.scale = {1, 1, glassDepth};
     crystal.castsShadow = false;
@@ -113,11 +129,19 @@ void watch(Node& parent, Textures& textures) {
 
 void key(Node& parent) {
     const MaterialRef metal = iron();
-    part(parent, cylinder(0.04, 0.72, 24), {metal}, {}, {0, 0, quarter});
-    part(parent, torus(0.13, 0.035, 40, 16), {metal}, {-0.48, 0, 0}, {quarter, 0, 0});
-    part(parent, torus(0.05, 0.02, 24, 12), {metal}, {-0.3, 0, 0}, {0, 0, quarter});
+    // Rubbed bright by many hands, the more the more it stands out.
+    const auto worn = [](Geometry bare) {
+        for (Geometry::Vertex& vertex : bare.vertices) {
+            const float light = 2.2F + 0.9F * vertex.normal.y + 0.6F * vertex.normal.z;
+            vertex.colour = {light, light, 0.96F * light, 1};
+        }
+        return bare;
+    };
+    part(parent, worn(cylinder(0.04, 0.72, 24)), {metal}, {}, {0, 0, quarter});
+    part(parent, worn(torus(0.13, 0.035, 40, 16)), {metal}, {-0.48, 0, 0}, {quarter, 0, 0});
+    part(parent, worn(torus(0.05, 0.02, 24, 12)), {metal}, {-0.3, 0, 0}, {0, 0, quarter});
     const auto tooth = [&](double height, double x, double y) {
-        part(parent, box(0.06, height, 0.05, 0.008), {metal}, {x, y, 0});
+        part(parent, worn(box(0.06, height, 0.05, 0.008)), {metal}, {x, y, 0});
     };
     tooth(0.13, 0.22, -0.085);
     tooth(0.09, 0.295, -0.065);
@@ -228,7 +252,7 @@ std::unique_ptr<Node> node(ItemKind kind, Textures& textures) {
             key(*parent);
             break;
         case ItemKind::gem:
-            part(*parent, shapes::gem(0.3, 8), {emerald()});
+            part(*parent, cutStone(0.3, 8), {emerald()});
             break;
         case ItemKind::compass:
             compass(*parent, textures);

@@ -41,6 +41,14 @@ Geometry timber(const glm::dvec3& from, const glm::dvec3& to, double width, doub
     return mesh.take();
 }
 
+Geometry weathered(Geometry wood, double side, double top) {
+    for (Geometry::Vertex& vertex : wood.vertices) {
+        const auto light = static_cast<float>(side + (top - side) * std::max(vertex.normal.y, 0.0F));
+        vertex.colour = {light, light, light, 1};
+    }
+    return wood;
+}
+
 Geometry boulder(int segments, double seed, double roughness) {
     const Geometry ball = mesh::displaced(primitives::geodesicSphere(1, segments), [&](const glm::dvec3& n) {
         // Broad lumps, then planes along which the stone split.

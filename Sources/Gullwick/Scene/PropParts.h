@@ -21,6 +21,9 @@ glm::dvec3 onSand(double x, double z, double above = 0);
 glm::dmat4 alongSegment(const glm::dvec3& from, const glm::dvec3& to);
 /// A timber of that section between two points; `width` lies as level as it can.
 Geometry timber(const glm::dvec3& from, const glm::dvec3& to, double width, double thickness);
+/// The mesh with its colour times `side`, toward `top` where it faces up: sun and rain bleach wood from
+/// above.
+Geometry weathered(Geometry wood, double side, double top);
 /// A boulder of radius 1, the same for the same `seed`.
 Geometry boulder(int segments, double seed, double roughness);
 

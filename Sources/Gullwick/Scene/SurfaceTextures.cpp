@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <glm/vec2.hpp>
 #include <numbers>
 
 namespace gull::SurfaceTextures {
@@ -177,15 +178,65 @@ Image waterColour(const BeachLook& look) {
     return image;
 }
 
+namespace {
+
+/// Foam that has spread thin hangs together in a web: bubbles gather where two of its meshes meet.
+class FoamWeb {
+  public:
+    FoamWeb() {
+        Xorshift draws(29);
+        for (glm::dvec2& mesh : meshes_) mesh = glm::dvec2(draws.unit() * length, draws.unit() * depth);
+    }
+    /// Of a few places in the row of `y`, `x` and others drawn, that with the least of a mesh around it.
+    /// Pixels.
+    double nearest(double x, double y, Xorshift& draws) const {
+        double best = x, least = inside(x, y);
+        for (int i = 0; i < looks; ++i) {
+            const double other = draws.unit() * pixelsAcross;
+            const double here = inside(other, y);
+            if (here < least) {
+                least = here;
+                best = other;
+            }
+        }
+        return best;
+    }
+
+  private:
+    static constexpr double length = 4,
+                            depth = 1.5;  ///< of the picture, laid out as the shore's foam, world units
+    static constexpr double pixelsAcross = 1024, pixelsUp = 128;
+    static constexpr int looks = 3;
+
+    /// How much nearer the nearest mesh's middle is than the next one's.
+    double inside(double x, double y) const {
+        const glm::dvec2 at(x / pixelsAcross * length, y / pixelsUp * depth);
+        double first = 1e9, second = 1e9;
+        for (const glm::dvec2& mesh : meshes_) {
+            double across = std::abs(at.x - mesh.x);
+            across = std::min(across, length - across);
+            const double distance = std::hypot(across, at.y - mesh.y);
+            second = std::min(second, std::max(first, distance));
+            first = std::min(first, distance);
+        }
+        return second - first;
+    }
+    std::array<glm::dvec2, 46> meshes_;
+};
+
+}  // namespace
+
 Image foam() {
     constexpr int width = 1024;
     constexpr int height = 128;
     // Twice as high as the picture, so that what leaves it below does not come in again above.
     FloatImage bubbles(width, 2 * height, {0, 0, 0, 0});
+    const FoamWeb web;
     Xorshift draws(11);
     for (int i = 0; i < 5200; ++i) {
-        const double x = draws.unit() * width;
+        double x = draws.unit() * width;
         const double q = std::pow(draws.unit(), 1.8);
+        x = web.nearest(x, height * (1 - q), draws);
         const double alpha = (1 - q) * (0.35 + 0.5 * draws.unit());
         const double radius = (1 - q) * 5 * draws.unit() + 1;
         bubbles.add(
