@@ -12,6 +12,11 @@ namespace gull {
 
 namespace {
 
+/// Drawn onto the film.
+bool floats(const DrawItem& item) {
+    return item.material->smooth && item.material->blend == Material::Blend::alpha && !isFilm(item);
+}
+
 /// The highest point of what `layer` shows, world units.
 double top(const DrawLayer& layer) {
     Box box;
@@ -94,6 +99,12 @@ void Backdrop::shadeHalf(const DrawLayer& drifting, const Shading& shading, cons
     film.bloom = kept.bloom() != 0;
     for (const DrawItem& item : drifting.blended)
         if (isFilm(item)) studio_.surfaces.draw(item, film, kept.view(), PixelArea::whole(kept.view().size));
+    // What floats hides the film and what it lets through: that is in the alpha.
+    Shading floating = shading;
+    floating.onFilm = true;
+    for (const DrawItem& item : drifting.blended)
+        if (floats(item))
+            studio_.surfaces.draw(item, floating, kept.view(), PixelArea::whole(kept.view().size));
     glDisable(GL_SCISSOR_TEST);
     bindTexture(unitKeptDepth, kept.depth());
 }
@@ -113,6 +124,7 @@ void Backdrop::draw(const DrawLayer& drifting, const Shading& shading, const Kep
     DrawLayer over;
     over.particles = drifting.particles;
     for (const DrawItem& item : drifting.blended) {
+        if (floats(item) && view.camera.hdr) continue;
         if (!isFilm(item) || !view.camera.hdr) {
             over.blended.push_back(item);
             continue;

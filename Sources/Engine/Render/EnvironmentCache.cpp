@@ -61,6 +61,7 @@ const std::array<glm::vec3, 9>& EnvironmentCache::bind(const std::shared_ptr<Tex
     glEnable(GL_TEXTURE_CUBE_MAP_SEAMLESS);
     glActiveTexture(GL_TEXTURE0 + unitEnvironment);
     glBindTexture(GL_TEXTURE_CUBE_MAP, entry.cube.name());
+    glBindSampler(unitEnvironment, 0);
     return entry.irradiance;
 }
 

@@ -37,7 +37,11 @@ Shading movingShading(const DrawList& list, Shading::Output output) {
 FramePainter::FramePainter(Studio& studio)
     : studio_(studio),
       cover_("moving cover", shaders::relightVertex, shaders::coverFragment, {"OUT_COVER"}),
-      backdrop_(studio) {}
+      quickSky_(GlSampler::make()),
+      backdrop_(studio) {
+    glSamplerParameteri(quickSky_.name(), GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_NEAREST);
+    glSamplerParameteri(quickSky_.name(), GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+}
 
 FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept, int shrinkCover) {
     const View& view = kept.view();
@@ -169,6 +173,7 @@ const Target& FramePainter::drawFull(const Stage& stage, KeptLayer& kept) {
 
 const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept) {
     Frame frame = begin(stage, kept, 2);
+    glBindSampler(unitEnvironment, quickSky_.name());
     const PixelSize& size = frame.view.size;
     PixelArea whole = PixelArea::whole(size);
     Shading shading = movingShading(frame.list, Shading::Output::display);

@@ -32,6 +32,7 @@ class FramePainter {
     MovingShadow shadow_;
     AreaPass areas_;
     Program cover_;
+    GlSampler quickSky_;  ///< mirrors take the nearest mipmap
     std::map<int, Program> relightPrograms_;
     Backdrop backdrop_;
     Target picture_;       ///< full: developed

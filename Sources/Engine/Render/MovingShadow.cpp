@@ -3,13 +3,15 @@
 #include <algorithm>
 #include <cmath>
 #include <glm/gtc/matrix_transform.hpp>
+#include <utility>
 
 namespace gull {
 
 namespace {
 
-/// A long caster is marked in this many pieces, so that a slanting pole does not mark its whole diagonal.
-constexpr int pieces = 8;
+/// A caster is marked in pieces of this length at most, world units, so that a slanting pole does not mark
+/// its whole diagonal.
+constexpr double pieceLength = 0.4;
 
 /// The bounds in `toAxes` of the part of `box` between two shares of its longest side.
 Box partBounds(const Box& box, const glm::dmat4& toAxes, int axis, double from, double to) {
@@ -21,6 +23,14 @@ Box partBounds(const Box& box, const glm::dmat4& toAxes, int axis, double from, 
                                                       corner & 2 ? part.max.y : part.min.y,
                                                       corner & 4 ? part.max.z : part.min.z, 1)));
     return result;
+}
+
+/// Changes when a caster comes, goes or moves.
+std::vector<glm::dmat4> fingerprint(const DrawLayer& moving, const glm::dmat4& toMap) {
+    std::vector<glm::dmat4> places{toMap};
+    for (const DrawItem& item : moving.opaque)
+        if (item.castsShadow) places.push_back(item.model);
+    return places;
 }
 
 }  // namespace
@@ -37,6 +47,8 @@ bool MovingShadow::draw(const DrawLayer& moving, const Sun& sun, const Program& 
         const Box& local = item.mesh->bounds;
         glm::dvec3 size = local.size();
         int axis = size.x > size.y ? (size.x > size.z ? 0 : 2) : (size.y > size.z ? 1 : 2);
+        double length = size[axis] * glm::length(glm::dvec3(item.model[axis]));
+        int pieces = static_cast<int>(std::clamp(std::ceil(length / pieceLength), 1.0, 32.0));
         for (int i = 0; i < pieces; ++i) {
             Box part = partBounds(local, turn * item.model, axis, static_cast<double>(i) / pieces,
                                   (i + 1.0) / pieces);
@@ -56,7 +68,11 @@ bool MovingShadow::draw(const DrawLayer& moving, const Sun& sun, const Program& 
     glm::dmat4 toMap =
         glm::translate(glm::dmat4(1), glm::dvec3(0.5)) * glm::scale(glm::dmat4(1), glm::dvec3(0.5)) *
         glm::ortho(middle.x - half, middle.x + half, middle.y - half, middle.y + half, near, far) * turn;
-    map_.draw({&moving}, toMap, mapSize, depthFromSun);
+    std::vector<glm::dmat4> places = fingerprint(moving, toMap);
+    if (drawn_ != places) {
+        map_.draw({&moving}, toMap, mapSize, depthFromSun, true);
+        drawn_ = std::move(places);
+    }
     double texel = 2 * half / mapSize;
     block.movingSunMatrix = glm::mat4(toMap);
     block.movingShape = {std::max(radius, texel) / (2 * half), options.shadowNormalOffset * texel,

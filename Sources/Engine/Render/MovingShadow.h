@@ -5,6 +5,8 @@
 #include "Engine/Render/RenderOptions.h"
 #include "Engine/Render/ShadowMap.h"
 
+#include <vector>
+
 namespace gull {
 
 /// The shadow of what moves: a small map fitted round it each frame.
@@ -20,6 +22,7 @@ class MovingShadow {
 
   private:
     ShadowMap map_;
+    std::vector<glm::dmat4> drawn_;  ///< what the map shows
 };
 
 }  // namespace gull

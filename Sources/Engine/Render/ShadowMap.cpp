@@ -11,7 +11,7 @@
 namespace gull {
 
 void ShadowMap::draw(const std::vector<const DrawLayer*>& layers, const glm::dmat4& matrix, int size,
-                     const Program& depthFromSun) {
+                     const Program& depthFromSun, bool solid) {
     if (!target_ || target_.size().width != size) {
         target_ = Target({size, size}, {{}, Format::depth16, 1});
         bindTexture(unitUpload, target_.depth());
@@ -35,6 +35,13 @@ void ShadowMap::draw(const std::vector<const DrawLayer*>& layers, const glm::dma
     for (const DrawLayer* layer : layers)
         for (const DrawItem& item : layer->opaque) {
             if (!item.castsShadow) continue;
+            if (solid && !item.material->doubleSided) {
+                glEnable(GL_CULL_FACE);
+                // Toward the sun is toward lower depth, which mirrors what is seen.
+                glFrontFace(glm::determinant(glm::dmat3(matrix * item.model)) < 0 ? GL_CCW : GL_CW);
+            } else {
+                glDisable(GL_CULL_FACE);
+            }
             depthFromSun.set("toLight", glm::mat4(matrix * item.model));
             drawChunks(item, light, PixelArea::whole(light.size));
         }

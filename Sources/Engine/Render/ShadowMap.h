@@ -11,9 +11,10 @@ namespace gull {
 /// A depth picture from the sun's side. 16 bits: a 4096 map is 32 MiB.
 class ShadowMap {
   public:
-    /// Draws the casters of `layers` seen through `matrix` (world to 0..1 on all axes).
+    /// Draws the casters of `layers` seen through `matrix` (world to 0..1 on all axes). `solid`: they are
+    /// closed, so that sides turned away from the sun may be left out.
     void draw(const std::vector<const DrawLayer*>& layers, const glm::dmat4& matrix, int size,
-              const Program& depthFromSun);
+              const Program& depthFromSun, bool solid = false);
     /// Binds the map (or an empty one that hides nothing) to `unit` for comparing looks.
     void bind(int unit) const;
     int size() const { return target_.size().width; }

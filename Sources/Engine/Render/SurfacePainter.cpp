@@ -26,11 +26,14 @@ int reachingLamps(const DrawItem& item, const Shading& shading) {
     return 0;
 }
 
-void setState(const DrawItem& item, bool overwrite) {
+void setState(const DrawItem& item, bool overwrite, bool onFilm) {
     const Material& material = *item.material;
     if (item.blended && !overwrite) {
         glEnable(GL_BLEND);
-        glBlendFunc(GL_ONE, material.blend == Material::Blend::add ? GL_ONE : GL_ONE_MINUS_SRC_ALPHA);
+        if (onFilm)
+            glBlendFuncSeparate(GL_ONE, GL_ONE_MINUS_SRC_ALPHA, GL_ZERO, GL_ONE_MINUS_SRC_ALPHA);
+        else
+            glBlendFunc(GL_ONE, material.blend == Material::Blend::add ? GL_ONE : GL_ONE_MINUS_SRC_ALPHA);
     } else {
         glDisable(GL_BLEND);
     }
@@ -78,7 +81,7 @@ void SurfacePainter::draw(const DrawItem& item, const Shading& shading, const Vi
     shader.use();
     bool quick = shading.output == Shading::Output::display || shading.output == Shading::Output::film;
     setMaterial(shader, item, quick ? TextureCache::Filter::quick : TextureCache::Filter::fine);
-    setState(item, shading.output == Shading::Output::film);
+    setState(item, shading.output == Shading::Output::film, shading.onFilm);
     drawChunks(item, view, area);
 }
 

@@ -26,6 +26,7 @@ struct Shading {
     std::span<const Lamp> lamps;  ///< those of the Frame block; borrowed
     bool bloom = false;           ///< a film takes the glow of the picture in
     bool plainFilm = false;       ///< no tone mapping, for cameras without it
+    bool onFilm = false;          ///< blended onto a film shaded before, see Output::film
     bool small = false;           ///< many small triangles rather than many pixels
     bool matt = false;            ///< opaque surfaces but metals without mirror and without normal map
     bool waterDepth = false;      ///< water looks up how deep it is in the picture's depth

@@ -58,7 +58,7 @@ DetectorRig::DetectorRig(Node& parent, Textures& textures)
 
 void DetectorRig::buildCoil(Textures& textures) {
     const MaterialRef black = dark();
-    part(tilt_, primitives::torus(0.64, 0.075, 64, 20), black).scale = {1, 0.7, 1};
+    part(tilt_, primitives::torus(0.64, 0.075, 64, 12), black).scale = {1, 0.7, 1};
 
     auto disc = Materials::pbr(Colour{0.05, 0.05, 0.06, 0.62}, 0, 0.5);
     disc->blend = Material::Blend::alpha;
@@ -71,7 +71,7 @@ void DetectorRig::buildCoil(Textures& textures) {
     part(tilt_, primitives::cylinder(0.13, 0.08, 32), orange(), {0, 0.03, 0});
 
     led_ = Materials::pbr(RGB{0.1, 0.1, 0.1}, 0, 0.3);
-    part(tilt_, primitives::torus(0.5, 0.026, 64, 12), led_, {0, 0.03, 0});
+    part(tilt_, primitives::torus(0.5, 0.026, 64, 6), led_, {0, 0.03, 0});
 
     light_ = std::make_shared<Light>();
     light_->kind = Light::Kind::omni;
@@ -110,14 +110,14 @@ void DetectorRig::buildShaft() {
 
     // The cable winds from the coil's hub up to the control box.
     std::vector<glm::dvec3> cable;
-    constexpr int points = 72;
+    constexpr int points = 63;
     for (int i = 0; i <= points; ++i) {
         const double s = static_cast<double>(i) / points, turn = s * 7 * 2 * std::numbers::pi;
         const glm::dvec3 out =
             glm::dvec3(1, 0, 0) * std::cos(turn) + glm::dvec3(0, direction.z, -direction.y) * std::sin(turn);
         cable.push_back(onShaft(0.15 + 2.7 * s, shaftFoot) + out * 0.074);
     }
-    part(yaw_, shapes::bar(cable, {0.013}, 6), black);
+    part(yaw_, shapes::bar(cable, {0.013}, 4), black);
 }
 
 void DetectorRig::place(const glm::dvec3& at, const glm::dvec2& velocity, double dt, double lift) {

@@ -122,6 +122,7 @@ Sea::Sea(Node& parent, Textures& textures)
         breaker.material = foamStrip(textures, breakerRepeats);
         breaker.material->diffuseMap.offset.x = 0.37 * static_cast<double>(i);
         breaker.material->opacity = 0;
+        breaker.material->smooth = true;
         breaker.node = &parent.add(makeNode(breakerShape(2.2 * static_cast<double>(i)), {breaker.material}));
         breaker.node->name = "breaker";
         layFlat(*breaker.node, 3);
