@@ -41,7 +41,7 @@ void Backdrop::update(const DrawLayer& drifting, const Shading& shading, KeptLay
     PixelArea whole = PixelArea::whole(size);
     std::vector<PixelArea> areas = kept.takeChanges();
     if (!picture_ || !(picture_.size() == size)) {
-        picture_ = Target(size, {{Format::rgba8}, Format::depth24});
+        picture_ = Target(size, {{Format::bgra8}, Format::depth24});
         half_ = Target({(size.width + 1) / 2, (size.height + 1) / 2}, {{Format::rgba8}, Format::depth24});
         areas = {whole};
     }

@@ -143,7 +143,7 @@ const Target& FramePainter::drawFull(const Stage& stage, KeptLayer& kept) {
     if (!light_ || !(light_.size() == size)) {
         multisampled_ = Target(size, {{Format::rgba16f}, Format::depth24, 4});
         light_ = Target(size, {{Format::rgba16f}});
-        picture_ = Target(size, {{Format::rgba8}});
+        picture_ = Target(size, {{Format::bgra8}});
     }
     PixelArea whole = PixelArea::whole(size);
     multisampled_.bind();
@@ -182,7 +182,7 @@ const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept) {
     calm.lamps = {};
     backdrop_.update(frame.list.drifting, calm, kept, stage.time);
 
-    if (!fast_ || !(fast_.size() == size)) fast_ = Target(size, {{Format::rgba8}, Format::depth24});
+    if (!fast_ || !(fast_.size() == size)) fast_ = Target(size, {{Format::bgra8}, Format::depth24});
     copyArea(backdrop_.picture().colour(), fast_.colour(), whole, false);
     copyArea(backdrop_.picture().depth(), fast_.depth(), whole, true);
     // Where things that move may stand in what drifts, that is drawn over them.

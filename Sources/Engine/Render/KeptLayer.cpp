@@ -67,7 +67,7 @@ void KeptLayer::begin(const Stage& stage, const View& view) {
                                1,
                                depth_.depth()});
         farthest_ = Target({(size.width + 1) / 2, (size.height + 1) / 2}, {{}, Format::depth24});
-        picture_ = Target(size, {{Format::rgba8}});
+        picture_ = Target(size, {{Format::bgra8}});
     }
     if (!tile_) tile_ = Target(tileSize, {{Format::rgba16f}, Format::depth24, 4});
 }

@@ -147,7 +147,7 @@ layout(location = 0) out vec4 outColour;
 vec4 bentNormal(vec3 n) {
 #ifdef OUT_FILM
     // As fine as at full resolution: the glints of the sun are in the detail.
-    vec3 sampled = texture(normalMap, normalAt, -1.0).xyz * 2.0 - 1.0;
+    vec3 sampled = texture(normalMap, normalAt).xyz * 2.0 - 1.0;
 #else
     vec3 sampled = texture(normalMap, normalAt).xyz * 2.0 - 1.0;
 #endif
@@ -319,10 +319,10 @@ void main() {
     // Developed with and without the film, from the mean of the ground here. How that scales the ground's finer
     // detail follows from the curve's slope, taken as value over light as on any power's curve.
     vec2 at = gl_FragCoord.xy * kPicture.xy * 2.0;
-    vec3 dry = textureLod(keptLit, at, 0.0).rgb;
+    vec3 dry = texelFetch(keptLit, ivec2(gl_FragCoord.xy) * 2, 0).rgb;
     vec3 wet = dry * (1.0 - alpha) + colour;
 #ifdef BLOOM
-    vec3 glow = textureLod(bloom, at, 0.0).rgb * kGrade.y;
+    vec3 glow = texelFetch(bloom, ivec2(gl_FragCoord.xy) / 2, 0).rgb * kGrade.y;
     dry += glow;
     wet += glow;
 #endif

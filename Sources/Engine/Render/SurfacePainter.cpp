@@ -37,7 +37,7 @@ void setState(const DrawItem& item, bool overwrite, bool onFilm) {
     } else {
         glDisable(GL_BLEND);
     }
-    glDepthMask(material.writesDepth ? GL_TRUE : GL_FALSE);
+    glDepthMask(material.writesDepth && !overwrite && !onFilm ? GL_TRUE : GL_FALSE);
     if (material.doubleSided) {
         glDisable(GL_CULL_FACE);
     } else {

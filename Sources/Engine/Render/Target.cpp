@@ -23,6 +23,8 @@ GlFormat glFormat(Format format) {
             return {GL_R8, GL_RED, GL_UNSIGNED_BYTE};
         case Format::rgba8:
             return {GL_RGBA8, GL_RGBA, GL_UNSIGNED_BYTE};
+        case Format::bgra8:
+            return {GL_RGBA, GL_BGRA, GL_UNSIGNED_INT_8_8_8_8_REV};
         case Format::rgba16f:
             return {GL_RGBA16F, GL_RGBA, GL_HALF_FLOAT};
         case Format::depth16:

@@ -7,8 +7,9 @@
 
 namespace gull {
 
-/// Pixel formats that targets are made of.
-enum class Format { none, r8, rgba8, rgba16f, depth16, depth24 };
+/// Pixel formats that targets are made of. bgra8: rgba8 with its bytes in the order of windows, where the
+/// driver agrees.
+enum class Format { none, r8, rgba8, bgra8, rgba16f, depth16, depth24 };
 
 /// A framebuffer with its attachments: textures, or multisampled buffers (which can only be resolved).
 class Target {

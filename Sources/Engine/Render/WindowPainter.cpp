@@ -114,12 +114,18 @@ void WindowPainter::build(const Stage& stage, const View& goal, double budget) {
 }
 
 void WindowPainter::present(const Target& picture, const PixelSize& size, unsigned framebuffer) const {
+    const PixelSize& from = picture.size();
+    if (from == size) {
+        glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
+        PixelArea whole = PixelArea::whole(size);
+        copy_.draw(picture.colour(), size, {&whole, 1});
+        return;
+    }
     glBindFramebuffer(GL_READ_FRAMEBUFFER, picture.framebuffer());
     glBindFramebuffer(GL_DRAW_FRAMEBUFFER, framebuffer);
     glReadBuffer(GL_COLOR_ATTACHMENT0);
-    const PixelSize& from = picture.size();
     glBlitFramebuffer(0, 0, from.width, from.height, 0, 0, size.width, size.height, GL_COLOR_BUFFER_BIT,
-                      from == size ? GL_NEAREST : GL_LINEAR);
+                      GL_LINEAR);
 }
 
 void WindowPainter::presentWarped(const Target& picture, const View& from, const View& to,

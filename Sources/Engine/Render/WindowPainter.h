@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Engine/Render/CopyPass.h"
 #include "Engine/Render/DirectPainter.h"
 #include "Engine/Render/FramePainter.h"
 #include "Engine/Render/KeptLayer.h"
@@ -33,6 +34,7 @@ class WindowPainter {
     FramePainter frames_;
     DirectPainter direct_;
     Program warp_;
+    mutable CopyPass copy_;
     std::unique_ptr<KeptLayer> shown_;
     std::unique_ptr<KeptLayer> next_;  ///< being built
     std::optional<View> last_;         ///< of the frame before
