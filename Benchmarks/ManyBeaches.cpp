@@ -7,6 +7,7 @@
 #include "Engine/Render/OffscreenContext.h"
 #include "Engine/Render/Renderer.h"
 #include "Engine/Render/Target.h"
+#include "Gullwick/App/Memory.h"
 #include "Gullwick/Scene/BeachScene.h"
 
 #include <fmt/format.h>
@@ -59,6 +60,7 @@ void open(int count) {
 }  // namespace gull
 
 int main(int count, char** arguments) {
+    gull::returnLargeBlocks();
     auto context = gull::OffscreenContext::create();
     gull::open(count > 1 ? std::atoi(arguments[1]) : 500);
 }

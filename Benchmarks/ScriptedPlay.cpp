@@ -8,6 +8,7 @@
 
 #include "Engine/Loop/Task.h"
 #include "Gullwick/App/AppDelegate.h"
+#include "Gullwick/App/Memory.h"
 #include "Gullwick/Game/GameController.h"
 
 #include <fmt/format.h>
@@ -185,6 +186,7 @@ class ScriptedPlay {
 }  // namespace gull
 
 int main(int argc, char** argv) {
+    gull::returnLargeBlocks();
     std::vector<int> beaches;
     for (int i = 1; i < argc; ++i) beaches.push_back(std::atoi(argv[i]));
     if (beaches.empty()) beaches = {1, 2, 3, 4, 5, 6, 7, 8};

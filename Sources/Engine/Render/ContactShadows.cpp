@@ -7,11 +7,9 @@
 
 namespace gull {
 
-ContactShadows::ContactShadows(const ScreenPass& screen, const RenderOptions& options)
-    : screen_(screen),
-      options_(options),
-      find_("contact shadows", shaders::fullScreen, shaders::occlusionFragment),
-      blur_("contact shadow blur", shaders::fullScreen, shaders::occlusionBlurFragment) {}
+ContactShadows::Programs::Programs()
+    : find("contact shadows", shaders::fullScreen, shaders::occlusionFragment),
+      blur("contact shadow blur", shaders::fullScreen, shaders::occlusionBlurFragment) {}
 
 void ContactShadows::draw(unsigned depth, const View& view, const PixelArea& area) {
     PixelSize half{(view.size.width + 1) / 2, (view.size.height + 1) / 2};
@@ -29,17 +27,17 @@ void ContactShadows::draw(unsigned depth, const View& view, const PixelArea& are
     raw_.bind();
     PixelArea around = area.grown(8);
     glScissor(around.x / 2, around.y / 2, around.width / 2 + 1, around.height / 2 + 1);
-    find_.use();
-    find_.set("reach", glm::vec4(options_.occlusionRadius, options_.occlusionRadius * p[1][1] / 2,
-                                 options_.occlusionStrength, 1 / aspect));
-    screen_.draw(find_);
+    programs_.find.use();
+    programs_.find.set("reach", glm::vec4(options_.occlusionRadius, options_.occlusionRadius * p[1][1] / 2,
+                                          options_.occlusionStrength, 1 / aspect));
+    screen_.draw(programs_.find);
 
     result_.bind();
     glScissor(area.x / 2, area.y / 2, area.width / 2 + 1, area.height / 2 + 1);
     bindTexture(unitSource, raw_.colour());
-    blur_.use();
-    blur_.set("texel", glm::vec2(1.0 / half.width, 1.0 / half.height));
-    screen_.draw(blur_);
+    programs_.blur.use();
+    programs_.blur.set("texel", glm::vec2(1.0 / half.width, 1.0 / half.height));
+    screen_.draw(programs_.blur);
     glDisable(GL_SCISSOR_TEST);
 }
 

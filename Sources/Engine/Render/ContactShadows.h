@@ -11,7 +11,15 @@ namespace gull {
 /// picture's depth at half resolution.
 class ContactShadows {
   public:
-    ContactShadows(const ScreenPass& screen, const RenderOptions& options);
+    /// Made once: what is compiled for one picture serves all.
+    struct Programs {
+        Programs();
+        Program find;
+        Program blur;
+    };
+    /// Everything must outlive it.
+    ContactShadows(const ScreenPass& screen, const RenderOptions& options, const Programs& programs)
+        : screen_(screen), options_(options), programs_(programs) {}
 
     /// From `depth`, a depth texture of the whole picture; works within `area` only. Needs a perspective
     /// view.
@@ -22,8 +30,7 @@ class ContactShadows {
   private:
     const ScreenPass& screen_;
     const RenderOptions& options_;
-    Program find_;
-    Program blur_;
+    const Programs& programs_;
     Target raw_;
     Target result_;
 };

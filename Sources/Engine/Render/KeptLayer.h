@@ -17,7 +17,9 @@ namespace gull {
 class KeptLayer {
   public:
     explicit KeptLayer(Studio& studio)
-        : studio_(studio), contact_(studio.screen, studio.options), paint_(studio.textures) {}
+        : studio_(studio),
+          contact_(studio.screen, studio.options, studio.contactShadows),
+          paint_(studio.textures, studio.paint) {}
 
     /// Forgets everything and starts to build what `stage` keeps, seen through `view`.
     void begin(const Stage& stage, const View& view);

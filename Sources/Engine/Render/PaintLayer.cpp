@@ -1,7 +1,6 @@
 #include "Engine/Render/PaintLayer.h"
 
 #include "Engine/Render/ScreenPass.h"
-#include "Engine/Render/Shaders.h"
 #include "Engine/Render/SurfacePainter.h"
 #include "Engine/Render/TextureUnits.h"
 
@@ -11,9 +10,6 @@
 #include <iterator>
 
 namespace gull {
-
-PaintLayer::PaintLayer(TextureCache& textures)
-    : textures_(textures), program_("paint", shaders::paintVertex, shaders::paintFragment) {}
 
 void PaintLayer::begin(const std::vector<DrawItem>& items, const PixelSize& size) {
     items_.clear();

@@ -13,7 +13,8 @@ namespace gull {
 /// laid on anew without lighting anything again.
 class PaintLayer {
   public:
-    explicit PaintLayer(TextureCache& textures);
+    /// `program`: of the paint shaders. Both must outlive the layer.
+    PaintLayer(TextureCache& textures, const Program& program) : textures_(textures), program_(program) {}
 
     /// Takes over which of `items` are painted; they must stay good until the next begin(). `size`: of the
     /// picture.
@@ -26,7 +27,7 @@ class PaintLayer {
 
   private:
     TextureCache& textures_;
-    Program program_;
+    const Program& program_;
     std::vector<DrawItem> items_;
     Target target_;
 };

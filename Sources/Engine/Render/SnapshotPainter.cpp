@@ -39,7 +39,7 @@ Target SnapshotPainter::draw(const Stage& stage, const PixelSize& size) {
                     list.sun.light->shadowMapSize, studio_.sunDepth);
         shadow.bind(unitSunShadow);
     }
-    ContactShadows contact(studio_.screen, studio_.options);
+    ContactShadows contact(studio_.screen, studio_.options, studio_.contactShadows);
     shading.waterDepth = shading.occlusion;
     Target depth;
     if (shading.occlusion) {

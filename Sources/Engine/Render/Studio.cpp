@@ -19,7 +19,8 @@ Studio::Studio()
       sky("sky", shaders::fullScreen, shaders::skyFragment),
       keptSky("kept sky", shaders::fullScreen, shaders::skyFragment, {"OUT_KEPT"}),
       displaySky("developed sky", shaders::fullScreen, shaders::skyFragment, {"OUT_DISPLAY"}),
-      farthest("farthest depth", shaders::fullScreen, shaders::farthestFragment) {}
+      farthest("farthest depth", shaders::fullScreen, shaders::farthestFragment),
+      paint("paint", shaders::paintVertex, shaders::paintFragment) {}
 
 void Studio::drawDepth(const DrawLayer& layer, const View& view, const PixelArea& area) {
     glEnable(GL_DEPTH_TEST);

@@ -36,6 +36,8 @@ struct Studio {
     Program keptSky;
     Program displaySky;
     Program farthest;  ///< depth at half resolution
+    Program paint;
+    ContactShadows::Programs contactShadows;
 
     /// Draws opaque depth alone into the bound target, within `area` of the picture.
     void drawDepth(const DrawLayer& layer, const View& view, const PixelArea& area);

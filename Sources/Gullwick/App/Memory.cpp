@@ -1,0 +1,19 @@
+#include "Gullwick/App/Memory.h"
+
+#include <cstdlib>
+
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
+namespace gull {
+
+void returnLargeBlocks() {
+#ifdef __GLIBC__
+    // Setting the threshold stops the C library from raising it with every large block that is freed.
+    constexpr int largeBlock = 1 << 20;  // bytes
+    mallopt(M_MMAP_THRESHOLD, largeBlock);
+#endif
+}
+
+}  // namespace gull
