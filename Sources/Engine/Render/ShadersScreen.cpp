@@ -81,7 +81,9 @@ uniform sampler2D keptDepth;
 uniform vec4 reach;    // x: radius, y: radius in picture heights at distance 1, z: strength, w: 1 / aspect
 out vec4 outColour;
 
+// The point belongs to the texel that the depth comes from: half a texel beside it, slopes would hide themselves.
 vec3 viewPoint(vec2 at) {
+    at = (floor(at / kPicture.xy) + 0.5) * kPicture.xy;
     float range = axisDistance(textureLod(keptDepth, at, 0.0).r);
     return vec3((at * 2.0 - 1.0) * frame.lens.xy, -1.0) * range;
 }

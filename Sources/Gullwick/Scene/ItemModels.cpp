@@ -132,7 +132,7 @@ void key(Node& parent) {
     // Rubbed bright by many hands, the more the more it stands out.
     const auto worn = [](Geometry bare) {
         for (Geometry::Vertex& vertex : bare.vertices) {
-            const float light = 2.2F + 0.9F * vertex.normal.y + 0.6F * vertex.normal.z;
+            const float light = 4 + 1.5F * vertex.normal.y + vertex.normal.z;
             vertex.colour = {light, light, 0.96F * light, 1};
         }
         return bare;

@@ -78,6 +78,7 @@ constexpr RGB wetSand{0.32, 0.27, 0.22};
 constexpr std::uint64_t noiseSeed = 77;
 constexpr double reach = 160;      // how far the surroundings go to the sides
 constexpr double seaReach = -110;  // and out to sea
+constexpr double landReach = 60;   // and behind the viewer: a tall narrow window is seen from far back
 constexpr double underlap = 0.03;  // they lie this much lower and run this far under the grid's edge
 constexpr double overlap = 0.5;
 
@@ -161,6 +162,7 @@ SandMesh::SandMesh() {
     addCoarse(bareSurroundings_, {-reach, seaReach}, {reach, top + overlap});
     addCoarse(bareSurroundings_, {-reach, top}, {left + overlap, near});
     addCoarse(bareSurroundings_, {right - overlap, top}, {reach, near});
+    addCoarse(bareSurroundings_, {-reach, near - overlap}, {reach, landReach});
     bareSurroundings_.elements = {{0, static_cast<std::uint32_t>(bareSurroundings_.indices.size())}};
 }
 
