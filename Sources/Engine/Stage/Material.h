@@ -43,8 +43,8 @@ struct Material {
     Blend blend = Blend::opaque;
     bool writesDepth = true;
     bool doubleSided = false;
-    /// A wide, smooth, blended surface (the sea), or a soft one drifting on it: a renderer short of time may shade
-    /// it at half resolution.
+    /// A wide, smooth, blended surface (the sea), or a soft one drifting on it: a renderer short of time may
+    /// shade it at half resolution.
     bool smooth = false;
 };
 
