@@ -36,7 +36,8 @@ double top(const DrawLayer& layer) {
 Backdrop::Backdrop(Studio& studio)
     : studio_(studio), film_("film over a picture", shaders::surfaceVertex, shaders::filmFragment) {}
 
-void Backdrop::update(const DrawLayer& drifting, const Shading& shading, KeptLayer& kept, double time) {
+std::vector<PixelArea> Backdrop::update(const DrawLayer& drifting, const Shading& shading, KeptLayer& kept,
+                                        double time) {
     const PixelSize& size = kept.view().size;
     PixelArea whole = PixelArea::whole(size);
     std::vector<PixelArea> areas = kept.takeChanges();
@@ -63,6 +64,7 @@ void Backdrop::update(const DrawLayer& drifting, const Shading& shading, KeptLay
         picture_.bind();
         draw(drifting, shading, kept, area, time);
     }
+    return areas;
 }
 
 void Backdrop::findReach(const DrawLayer& drifting, const KeptLayer& kept) {

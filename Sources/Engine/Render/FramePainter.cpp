@@ -180,15 +180,21 @@ const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept) {
     shading.plainFilm = !frame.view.camera.hdr;
     Shading calm = shading;
     calm.lamps = {};
-    backdrop_.update(frame.list.drifting, calm, kept, stage.time);
-
-    if (!fast_ || !(fast_.size() == size)) fast_ = Target(size, {{Format::bgra8}, Format::depth24});
-    copyArea(backdrop_.picture().colour(), fast_.colour(), whole, false);
-    copyArea(backdrop_.picture().depth(), fast_.depth(), whole, true);
+    if (!fast_ || !(fast_.size() == size)) {
+        fast_ = Target(size, {{Format::bgra8}, Format::depth24});
+        stale_.begin(size);
+    }
+    for (const PixelArea& area : backdrop_.update(frame.list.drifting, calm, kept, stage.time))
+        stale_.mark(area);
+    for (const PixelArea& area : stale_.take()) {
+        copyArea(backdrop_.picture().colour(), fast_.colour(), area, false);
+        copyArea(backdrop_.picture().depth(), fast_.depth(), area, true);
+    }
     // Where things that move may stand in what drifts, that is drawn over them.
     PixelArea wet = wetPart(frame);
     copyArea(kept.picture().colour(), fast_.colour(), wet, false);
     copyArea(kept.depth(), fast_.depth(), wet, true);
+    markTouched(frame, wet);
 
     fast_.bind();
     glDisable(GL_DEPTH_TEST);
@@ -203,6 +209,17 @@ const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept) {
     const DrawLayer* layers[] = {&frame.list.moving};
     studio_.drawBlended(layers, shading, frame.view, whole, stage.time);
     return fast_;
+}
+
+void FramePainter::markTouched(const Frame& frame, const PixelArea& wet) {
+    stale_.mark(wet);
+    for (const std::vector<PixelArea>* areas : {&frame.shaded, &frame.lit, &frame.shadedAndLit})
+        for (const PixelArea& area : *areas) stale_.mark(area);
+    const DrawLayer& moving = frame.list.moving;
+    for (const std::vector<DrawItem>* items : {&moving.opaque, &moving.blended})
+        for (const DrawItem& item : *items) stale_.mark(item.area);
+    // Where particles fly is not known.
+    if (!moving.particles.empty()) stale_.markAll();
 }
 
 PixelArea FramePainter::wetPart(const Frame& frame) const {

@@ -2,6 +2,7 @@
 
 #include "Engine/Render/AreaPass.h"
 #include "Engine/Render/Backdrop.h"
+#include "Engine/Render/DirtySquares.h"
 #include "Engine/Render/KeptLayer.h"
 #include "Engine/Render/MovingShadow.h"
 
@@ -27,6 +28,7 @@ class FramePainter {
     void relight(const Frame& frame, const KeptLayer& kept);
     void drawCover(const Frame& frame, int shrink);
     PixelArea wetPart(const Frame& frame) const;
+    void markTouched(const Frame& frame, const PixelArea& wet);
 
     Studio& studio_;
     MovingShadow shadow_;
@@ -39,6 +41,7 @@ class FramePainter {
     Target multisampled_;  ///< full
     Target light_;         ///< full: resolved
     Target covered_;       ///< how far moving things cover the sun
+    DirtySquares stale_;   ///< where fast_ is not as the backdrop
     Target fast_;          ///< fast: developed, with depth
 };
 
