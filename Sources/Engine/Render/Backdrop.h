@@ -10,8 +10,8 @@ namespace gull {
 class Backdrop {
   public:
     /// Pixels of a strip, about, and the most strips that a whole turn takes.
-    static constexpr int stripPixels = 210000;
-    static constexpr int mostStrips = 4;
+    static constexpr int stripPixels = 150000;
+    static constexpr int mostStrips = 5;
 
     explicit Backdrop(Studio& studio);
 

@@ -63,12 +63,19 @@ class Gatherer {
                       glm::length(glm::dvec3(here.world[2]))});
         double radius = glm::length(mesh.bounds.size()) / 2 * stretch;
         glm::mat3 normalMatrix(glm::inverseTranspose(glm::dmat3(here.world)));
+        auto materialOf = [&](std::size_t i) {
+            return node.materials[std::min(i, node.materials.size() - 1)].get();
+        };
         for (std::size_t i = 0; i < mesh.elements.size(); ++i) {
-            const Material* material = node.materials[std::min(i, node.materials.size() - 1)].get();
-            if (!material || mesh.elements[i].chunkCount == 0) continue;
+            const Material* material = materialOf(i);
+            Mesh::Element element = mesh.elements[i];
+            // Elements of one material follow each other in the mesh and are drawn as one.
+            for (; i + 1 < mesh.elements.size() && materialOf(i + 1) == material; ++i)
+                element.chunkCount += mesh.elements[i + 1].chunkCount;
+            if (!material || element.chunkCount == 0) continue;
             DrawItem item;
             item.mesh = &mesh;
-            item.element = mesh.elements[i];
+            item.element = element;
             item.material = material;
             item.model = here.world;
             item.normalMatrix = normalMatrix;

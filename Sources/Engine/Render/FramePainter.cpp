@@ -24,6 +24,9 @@ struct FramePainter::Frame {
 
 namespace {
 
+/// Share of a lamp's reach beyond which its light is too weak to tell.
+constexpr double visibleReach = 0.85;
+
 Shading movingShading(const DrawList& list, Shading::Output output) {
     Shading shading;
     shading.output = output;
@@ -59,7 +62,7 @@ FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept, int
     relief.clear();
     for (const Lamp& lamp : lamps) {
         if (lamp.end > 0)
-            relief.markReach(lamp.position, lamp.end);
+            relief.markReach(lamp.position, lamp.end * visibleReach);
         else
             relief.markAllLit();
     }

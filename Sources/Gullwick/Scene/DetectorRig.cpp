@@ -1,5 +1,6 @@
 #include "Gullwick/Scene/DetectorRig.h"
 
+#include "Engine/Stage/MeshBuilder.h"
 #include "Engine/Stage/Primitives.h"
 #include "Gullwick/Scene/Lathe.h"
 #include "Gullwick/Scene/Materials.h"
@@ -43,6 +44,28 @@ Node& part(Node& parent, Geometry geometry, const MaterialRef& material, const g
     return node;
 }
 
+/// Parts of one material in one mesh: each frame draws the rig twice, and every mesh costs it.
+class Assembly {
+  public:
+    /// `angles`: of the axes along which the mesh's bounds are taken.
+    explicit Assembly(const glm::dvec3& angles = {0, 0, 0}) { frame_.eulerAngles = angles; }
+    void add(Geometry geometry, const glm::dvec3& at = {0, 0, 0}, const glm::dvec3& angles = {0, 0, 0},
+             const glm::dvec3& scale = {1, 1, 1}) {
+        Node place;
+        place.position = at;
+        place.eulerAngles = angles;
+        place.scale = scale;
+        mesh_.append(geometry, glm::inverse(frame_.localTransform()) * place.localTransform());
+    }
+    void build(Node& parent, const MaterialRef& material) {
+        part(parent, mesh_.take(), material, {0, 0, 0}, frame_.eulerAngles);
+    }
+
+  private:
+    Node frame_;
+    MeshBuilder mesh_;
+};
+
 }  // namespace
 
 DetectorRig::DetectorRig(Node& parent, Textures& textures)
@@ -57,8 +80,8 @@ DetectorRig::DetectorRig(Node& parent, Textures& textures)
 }
 
 void DetectorRig::buildCoil(Textures& textures) {
-    const MaterialRef black = dark();
-    part(tilt_, primitives::torus(0.64, 0.075, 64, 12), black).scale = {1, 0.7, 1};
+    Assembly frame;
+    frame.add(primitives::torus(0.64, 0.075, 64, 12), {0, 0, 0}, {0, 0, 0}, {1, 0.7, 1});
 
     auto disc = Materials::pbr(Colour{0.05, 0.05, 0.06, 0.62}, 0, 0.5);
     disc->blend = Material::Blend::alpha;
@@ -66,8 +89,9 @@ void DetectorRig::buildCoil(Textures& textures) {
     part(tilt_, primitives::cylinder(0.6, 0.02, 48), disc);
 
     for (const double degrees : {0.0, 60.0, 120.0}) {
-        part(tilt_, primitives::box(1.2, 0.035, 0.06, 0.01), black, {}, {0, glm::radians(degrees), 0});
+        frame.add(primitives::box(1.2, 0.035, 0.06, 0.01), {}, {0, glm::radians(degrees), 0});
     }
+    frame.build(tilt_, dark());
     part(tilt_, primitives::cylinder(0.13, 0.08, 32), orange(), {0, 0.03, 0});
 
     led_ = Materials::pbr(RGB{0.1, 0.1, 0.1}, 0, 0.3);
@@ -101,11 +125,13 @@ void DetectorRig::buildShaft() {
         return direction * distance + glm::dvec3(0, above, 0);
     };
 
-    part(yaw_, primitives::box(0.12, 0.16, 0.22, 0.03), black, {0, 0.1, 0});
+    Assembly body({-tilt, 0, 0});
+    body.add(primitives::box(0.12, 0.16, 0.22, 0.03), {0, 0.1, 0});
     part(yaw_, primitives::cylinder(0.06, 5, 24), steel(), onShaft(2.5, shaftFoot), along);
     part(yaw_, primitives::cylinder(0.062, 0.18, 24), paint, onShaft(1.6, shaftFoot), along);
-    part(yaw_, primitives::box(0.34, 0.2, 0.5, 0.05), black, onShaft(3.1, 2 * shaftFoot), {-tilt, 0, 0});
-    part(yaw_, primitives::cylinder(0.075, 0.7, 24), black, onShaft(3.75, shaftFoot), along);
+    body.add(primitives::box(0.34, 0.2, 0.5, 0.05), onShaft(3.1, 2 * shaftFoot), {-tilt, 0, 0});
+    body.add(primitives::cylinder(0.075, 0.7, 24), onShaft(3.75, shaftFoot), along);
+    body.build(yaw_, black);
     part(yaw_, primitives::tube(0.16, 0.2, 0.22, 32), paint, onShaft(4.85, shaftFoot + 0.12), along);
 
     // The cable winds from the coil's hub up to the control box.

@@ -1,3 +1,4 @@
+#include "Engine/Render/Backdrop.h"
 #include "Engine/Render/SoftwareContext.h"
 #include "Engine/Render/Target.h"
 #include "Engine/Render/TestStage.h"
@@ -72,7 +73,7 @@ TEST_F(WindowPicture, WhatDriftsIsWholeAgainAfterAFewFrames) {
     for (double rise : {0.25, -0.1}) {
         shore.sea->position.y += rise;
         Image strips = draw(shore.stage, large, false);
-        for (int frame = 1; frame < 4; ++frame) strips = draw(shore.stage, large, false);
+        for (int frame = 1; frame <= Backdrop::mostStrips; ++frame) strips = draw(shore.stage, large, false);
         Image next = draw(shore.stage, large, false);
         EXPECT_EQ(strips, next) << "after one turn nothing changes";
         shore.stage.touchKept();
