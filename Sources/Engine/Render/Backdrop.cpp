@@ -115,7 +115,7 @@ void Backdrop::draw(const DrawLayer& drifting, const Shading& shading, const Kep
                     const PixelArea& area, double time) {
     PixelArea visible = area.intersection(reach_);
     if (visible.empty()) return;
-    const View& view = kept.view();
+    const Viewpoint& view = kept.view();
     glEnable(GL_SCISSOR_TEST);
     glScissor(visible.x, visible.y, visible.width, visible.height);
     glEnable(GL_DEPTH_TEST);

@@ -11,7 +11,7 @@ ContactShadows::Programs::Programs()
     : find("contact shadows", shaders::fullScreen, shaders::occlusionFragment),
       blur("contact shadow blur", shaders::fullScreen, shaders::occlusionBlurFragment) {}
 
-void ContactShadows::draw(unsigned depth, const View& view, const PixelArea& area) {
+void ContactShadows::draw(unsigned depth, const Viewpoint& view, const PixelArea& area) {
     PixelSize half{(view.size.width + 1) / 2, (view.size.height + 1) / 2};
     if (!raw_ || !(raw_.size() == half)) {
         raw_ = Target(half, {{Format::rgba8}});

@@ -3,7 +3,7 @@
 #include "Engine/Render/RenderOptions.h"
 #include "Engine/Render/ScreenPass.h"
 #include "Engine/Render/Target.h"
-#include "Engine/Render/View.h"
+#include "Engine/Render/Viewpoint.h"
 
 namespace gull {
 
@@ -23,7 +23,7 @@ class ContactShadows {
 
     /// From `depth`, a depth texture of the whole picture; works within `area` only. Needs a perspective
     /// view.
-    void draw(unsigned depth, const View& view, const PixelArea& area);
+    void draw(unsigned depth, const Viewpoint& view, const PixelArea& area);
     /// Binds the result; before any draw(), or after clear(), one that darkens nothing.
     void bind() const;
 

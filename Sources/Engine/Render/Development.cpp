@@ -14,7 +14,7 @@ Development::Development(const ScreenPass& screen)
       bright_("bright pass", shaders::fullScreen, shaders::brightFragment),
       blur_("glow", shaders::fullScreen, shaders::blurFragment) {}
 
-unsigned Development::bloom(unsigned light, const View& view) {
+unsigned Development::bloom(unsigned light, const Viewpoint& view) {
     const Camera& camera = view.camera;
     if (!camera.hdr || camera.bloomIntensity <= 0) return 0;
     PixelSize quarter{std::max(1, view.size.width / 4), std::max(1, view.size.height / 4)};
@@ -53,7 +53,7 @@ void Development::copyBloom(const Target& to) const {
     glow_.resolve(0, PixelArea::whole(glow_.size()), to, 0, 0, 0);
 }
 
-void Development::develop(unsigned light, unsigned bloom, unsigned paint, const View& view) {
+void Development::develop(unsigned light, unsigned bloom, unsigned paint, const Viewpoint& view) {
     std::vector<std::string> defines;
     if (!view.camera.hdr) defines.emplace_back("PLAIN_FILM");
     if (bloom != 0) defines.emplace_back("BLOOM");

@@ -3,7 +3,7 @@
 #include "Engine/Render/FrameBlock.h"
 #include "Engine/Render/ScreenPass.h"
 #include "Engine/Render/Target.h"
-#include "Engine/Render/View.h"
+#include "Engine/Render/Viewpoint.h"
 
 #include <map>
 #include <string>
@@ -19,12 +19,12 @@ class Development {
 
     /// The glow around what is brighter than the camera's threshold in `light` (a texture of the picture's
     /// size): a texture of a quarter of its size, or 0 when the camera wants none.
-    unsigned bloom(unsigned light, const View& view);
+    unsigned bloom(unsigned light, const Viewpoint& view);
     /// Copies the last bloom into `to`, a target of its size.
     void copyBloom(const Target& to) const;
     /// Develops `light` with `bloom` and dimmed by `paint` (either may be 0) into the bound target, within
     /// its scissor rectangle.
-    void develop(unsigned light, unsigned bloom, unsigned paint, const View& view);
+    void develop(unsigned light, unsigned bloom, unsigned paint, const Viewpoint& view);
 
   private:
     const ScreenPass& screen_;

@@ -14,8 +14,8 @@ constexpr int shadowMapSize = 1024;
 constexpr double shadowLife = 0.5;  // seconds of stage time
 }  // namespace
 
-const Target& DirectPainter::draw(const Stage& stage, const View& fullView) {
-    View view = fullView;
+const Target& DirectPainter::draw(const Stage& stage, const Viewpoint& fullView) {
+    Viewpoint view = fullView;
     view.size = {std::max(1, fullView.size.width / 2), std::max(1, fullView.size.height / 2)};
     if (!picture_ || !(picture_.size() == view.size))
         picture_ = Target(view.size, {{Format::rgba8}, Format::depth16});

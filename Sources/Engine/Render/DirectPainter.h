@@ -13,7 +13,7 @@ class DirectPainter {
     explicit DirectPainter(Studio& studio) : studio_(studio) {}
 
     /// Half the size of `view`; lasts until the next draw.
-    const Target& draw(const Stage& stage, const View& view);
+    const Target& draw(const Stage& stage, const Viewpoint& view);
     /// The last picture; empty before any.
     const Target& picture() const { return picture_; }
 

@@ -25,7 +25,8 @@ struct Inherited {
 
 class Gatherer {
   public:
-    Gatherer(const Stage& stage, const View& view, MeshCache& meshes, DrawList::Which which, DrawList& list)
+    Gatherer(const Stage& stage, const Viewpoint& view, MeshCache& meshes, DrawList::Which which,
+             DrawList& list)
         : stage_(stage), view_(view), meshes_(meshes), which_(which), list_(list) {}
 
     void visit(const Node& node, const Inherited& from) {
@@ -115,7 +116,7 @@ class Gatherer {
     }
 
     const Stage& stage_;
-    const View& view_;
+    const Viewpoint& view_;
     MeshCache& meshes_;
     DrawList::Which which_;
     DrawList& list_;
@@ -135,7 +136,7 @@ void sort(DrawLayer& layer) {
 
 }  // namespace
 
-DrawList DrawList::of(const Stage& stage, const View& view, MeshCache& meshes, Which which) {
+DrawList DrawList::of(const Stage& stage, const Viewpoint& view, MeshCache& meshes, Which which) {
     DrawList list;
     Gatherer(stage, view, meshes, which, list).visit(stage.root, {});
     sort(list.kept);

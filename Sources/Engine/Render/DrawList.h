@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Engine/Render/MeshCache.h"
-#include "Engine/Render/View.h"
+#include "Engine/Render/Viewpoint.h"
 #include "Engine/Stage/Stage.h"
 
 #include <algorithm>
@@ -77,7 +77,8 @@ struct DrawList {
     glm::vec3 ambient{0};
 
     /// The first directional light is the sun.
-    static DrawList of(const Stage& stage, const View& view, MeshCache& meshes, Which which = Which::all);
+    static DrawList of(const Stage& stage, const Viewpoint& view, MeshCache& meshes,
+                       Which which = Which::all);
 };
 
 /// sRGB to linear; goes on above 1.

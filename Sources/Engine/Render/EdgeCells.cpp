@@ -20,7 +20,7 @@ bool isEdge(float before, float here, float after, float least) {
 }
 
 /// How much depth a step of one world unit away from the eye makes where the depth is `depth`.
-double depthOfUnit(const View& view, double depth) {
+double depthOfUnit(const Viewpoint& view, double depth) {
     const glm::dmat4& p = view.projection;
     if (p[2][3] == 0) return std::abs(p[2][2]) / 2;  // parallel rays
     double distance = p[3][2] / (depth * 2 - 1 + p[2][2]);
@@ -29,7 +29,7 @@ double depthOfUnit(const View& view, double depth) {
 
 }  // namespace
 
-void EdgeCells::find(const std::vector<float>& depths, const View& view) {
+void EdgeCells::find(const std::vector<float>& depths, const Viewpoint& view) {
     int width = view.size.width, height = view.size.height;
     across_ = (width + cellSize - 1) / cellSize;
     along_ = (height + cellSize - 1) / cellSize;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Engine/Render/PixelArea.h"
-#include "Engine/Render/View.h"
+#include "Engine/Render/Viewpoint.h"
 
 #include <vector>
 
@@ -14,7 +14,7 @@ class EdgeCells {
     static constexpr int cellSize = 64;  ///< pixels
 
     /// Looks for edges in the depth (0 to 1) of the whole picture seen through `view`, lowest row first.
-    void find(const std::vector<float>& depths, const View& view);
+    void find(const std::vector<float>& depths, const Viewpoint& view);
     /// The squares with an edge that touch `area`, cut to it, neighbours in a row joined.
     std::vector<PixelArea> within(const PixelArea& area) const;
 

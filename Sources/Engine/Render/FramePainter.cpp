@@ -12,7 +12,7 @@ namespace gull {
 
 struct FramePainter::Frame {
     const Stage& stage;
-    const View& view;
+    const Viewpoint& view;
     DrawList list;
     FrameBlock block;
     std::vector<PixelArea> shaded;        ///< where moving shadows alone reach
@@ -47,7 +47,7 @@ FramePainter::FramePainter(Studio& studio)
 }
 
 FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept, int shrinkCover) {
-    const View& view = kept.view();
+    const Viewpoint& view = kept.view();
     Frame frame{
         stage, view, DrawList::of(stage, view, studio_.meshes, DrawList::Which::notKept), FrameBlock(), {},
         {},    {}};

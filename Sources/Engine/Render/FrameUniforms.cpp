@@ -30,7 +30,7 @@ glm::vec3 balance(const glm::vec3& light, const RenderOptions& options) {
 
 }  // namespace
 
-FrameBlock frameBlock(const Stage& stage, const View& view, const DrawList& list,
+FrameBlock frameBlock(const Stage& stage, const Viewpoint& view, const DrawList& list,
                       const std::array<glm::vec3, 9>& irradiance, const RenderOptions& options) {
     FrameBlock block;
     const Camera& camera = view.camera;

@@ -48,11 +48,11 @@ bool KeptLayer::showsContent(const Stage& stage) const {
     return stage_ == &stage && stage.keptChangesSince(serial_).has_value();
 }
 
-bool KeptLayer::shows(const Stage& stage, const View& view) const {
+bool KeptLayer::shows(const Stage& stage, const Viewpoint& view) const {
     return showsContent(stage) && view_.size == view.size && view_.viewProjection == view.viewProjection;
 }
 
-void KeptLayer::begin(const Stage& stage, const View& view) {
+void KeptLayer::begin(const Stage& stage, const Viewpoint& view) {
     stage_ = &stage;
     view_ = view;
     serial_ = stage.keptSerial();

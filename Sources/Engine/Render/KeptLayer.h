@@ -22,7 +22,7 @@ class KeptLayer {
           paint_(studio.textures, studio.paint) {}
 
     /// Forgets everything and starts to build what `stage` keeps, seen through `view`.
-    void begin(const Stage& stage, const View& view);
+    void begin(const Stage& stage, const Viewpoint& view);
     /// Builds on for about `budget` seconds (at least one step); true when complete. `stage` as in begin().
     bool build(const Stage& stage, double budget);
     /// Draws again what was touched since it was begun or last refreshed; false when everything was.
@@ -32,11 +32,11 @@ class KeptLayer {
     bool complete() const { return begun() && done_; }
     /// True when it shows (or will show) this stage as seen through this view, and the stage's kept content
     /// has not changed as a whole since.
-    bool shows(const Stage& stage, const View& view) const;
+    bool shows(const Stage& stage, const Viewpoint& view) const;
     /// Whether it shows this stage's present content through the lens and size of `view`, wherever that
     /// stands.
     bool showsContent(const Stage& stage) const;
-    const View& view() const { return view_; }
+    const Viewpoint& view() const { return view_; }
 
     const Target& light() const { return light_; }      ///< lit, shade, surface, normal; all without paint
     const Target& picture() const { return picture_; }  ///< developed
@@ -73,7 +73,7 @@ class KeptLayer {
 
     Studio& studio_;
     const Stage* stage_ = nullptr;  ///< only compared, never read through
-    View view_;
+    Viewpoint view_;
     std::uint64_t serial_ = 0;
     bool done_ = false;
     Step step_ = Step::shadow;

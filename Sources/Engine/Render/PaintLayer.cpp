@@ -18,7 +18,7 @@ void PaintLayer::begin(const std::vector<DrawItem>& items, const PixelSize& size
     if (!items_.empty() && (!target_ || !(target_.size() == size))) target_ = Target(size, {{Format::rgba8}});
 }
 
-void PaintLayer::draw(const View& view, const PixelArea& area, unsigned surface, unsigned depth) {
+void PaintLayer::draw(const Viewpoint& view, const PixelArea& area, unsigned surface, unsigned depth) {
     if (items_.empty() || area.empty()) return;
     target_.bind();
     glEnable(GL_SCISSOR_TEST);

@@ -20,7 +20,7 @@ class PaintLayer {
     /// picture.
     void begin(const std::vector<DrawItem>& items, const PixelSize& size);
     /// Draws `area` again. `surface`, `depth`: of the kept layer; the Frame block must hold its `view`.
-    void draw(const View& view, const PixelArea& area, unsigned surface, unsigned depth);
+    void draw(const Viewpoint& view, const PixelArea& area, unsigned surface, unsigned depth);
 
     /// A factor for each pixel's light, its square root in 8 bits; 0 when nothing is painted.
     unsigned texture() const { return items_.empty() ? 0 : target_.colour(); }

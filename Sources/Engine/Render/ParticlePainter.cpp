@@ -28,7 +28,7 @@ ParticlePainter::ParticlePainter(TextureCache& textures)
     glBindVertexArray(0);
 }
 
-void ParticlePainter::draw(const ParticleItem& item, const View& view, double time, bool display) {
+void ParticlePainter::draw(const ParticleItem& item, const Viewpoint& view, double time, bool display) {
     const ParticleSystem& system = *item.system;
     particlesAt(system, time, particles_);
     if (particles_.empty() || !system.image) return;

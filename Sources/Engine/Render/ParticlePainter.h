@@ -15,7 +15,7 @@ class ParticlePainter {
     explicit ParticlePainter(TextureCache& textures);
 
     /// What `item` shows at scene time `time`; `display`: developed for the screen.
-    void draw(const ParticleItem& item, const View& view, double time, bool display);
+    void draw(const ParticleItem& item, const Viewpoint& view, double time, bool display);
 
   private:
     const Program& program(bool added, bool display);

@@ -26,7 +26,7 @@ glm::dmat3 axesAlong(const glm::dvec3& toward) {
     return glm::transpose(glm::dmat3(x, glm::cross(toward, x), toward));
 }
 
-void ReliefGrid::read(const std::vector<float>& depths, const View& view, const glm::dvec3& toward) {
+void ReliefGrid::read(const std::vector<float>& depths, const Viewpoint& view, const glm::dvec3& toward) {
     size_ = view.size;
     sunAxes_ = axesAlong(toward);
     across_ = (size_.width + cellSize - 1) / cellSize;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Engine/Render/DrawList.h"
-#include "Engine/Render/View.h"
+#include "Engine/Render/Viewpoint.h"
 
 #include <vector>
 
@@ -17,7 +17,7 @@ class ReliefGrid {
 
     /// Reads the depth (0 to 1, lowest row first) of the whole picture seen through `view` and sets up for
     /// shadows cast from `toward`.
-    void read(const std::vector<float>& depths, const View& view, const glm::dvec3& toward);
+    void read(const std::vector<float>& depths, const Viewpoint& view, const glm::dvec3& toward);
 
     /// World to the axes that shadows are compared in: z points toward the sun.
     const glm::dmat3& sunAxes() const { return sunAxes_; }

@@ -27,7 +27,7 @@ void ShadowMap::draw(const std::vector<const DrawLayer*>& layers, const glm::dma
     glDisable(GL_BLEND);
     glClearDepth(1);
     glClear(GL_DEPTH_BUFFER_BIT);
-    View light;
+    Viewpoint light;
     light.size = target_.size();
     light.viewProjection =
         glm::translate(glm::dmat4(1), glm::dvec3(-1)) * glm::scale(glm::dmat4(1), glm::dvec3(2)) * matrix;

@@ -16,7 +16,7 @@ constexpr int rowsOfTile = 256;
 }  // namespace
 
 Target SnapshotPainter::draw(const Stage& stage, const PixelSize& size) {
-    View view = View::of(stage, size);
+    Viewpoint view = Viewpoint::of(stage, size);
     DrawList list = DrawList::of(stage, view, studio_.meshes);
     FrameBlock block =
         frameBlock(stage, view, list, studio_.environments.bind(stage.environment, list.sun.onGround()),

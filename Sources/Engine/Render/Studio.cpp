@@ -22,7 +22,7 @@ Studio::Studio()
       farthest("farthest depth", shaders::fullScreen, shaders::farthestFragment),
       paint("paint", shaders::paintVertex, shaders::paintFragment) {}
 
-void Studio::drawDepth(const DrawLayer& layer, const View& view, const PixelArea& area) {
+void Studio::drawDepth(const DrawLayer& layer, const Viewpoint& view, const PixelArea& area) {
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_LESS);
     glDepthMask(GL_TRUE);
@@ -40,7 +40,7 @@ void Studio::drawDepth(const DrawLayer& layer, const View& view, const PixelArea
     }
 }
 
-void Studio::drawSky(const Stage& stage, const View& view, Shading::Output output) {
+void Studio::drawSky(const Stage& stage, const Viewpoint& view, Shading::Output output) {
     if (!stage.background) return;
     const Program& program = output == Shading::Output::kept      ? keptSky
                              : output == Shading::Output::display ? displaySky
@@ -58,8 +58,8 @@ void Studio::drawSky(const Stage& stage, const View& view, Shading::Output outpu
     screen.draw(program, 1);
 }
 
-void Studio::drawBlended(std::span<const DrawLayer* const> layers, const Shading& shading, const View& view,
-                         const PixelArea& area, double time) {
+void Studio::drawBlended(std::span<const DrawLayer* const> layers, const Shading& shading,
+                         const Viewpoint& view, const PixelArea& area, double time) {
     struct Entry {
         int order;
         double distance;

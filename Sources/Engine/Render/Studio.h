@@ -40,11 +40,11 @@ struct Studio {
     ContactShadows::Programs contactShadows;
 
     /// Draws opaque depth alone into the bound target, within `area` of the picture.
-    void drawDepth(const DrawLayer& layer, const View& view, const PixelArea& area);
+    void drawDepth(const DrawLayer& layer, const Viewpoint& view, const PixelArea& area);
     /// Draws the stage's background where nothing is nearer.
-    void drawSky(const Stage& stage, const View& view, Shading::Output output);
+    void drawSky(const Stage& stage, const Viewpoint& view, Shading::Output output);
     /// Draws blended surfaces and particles of all layers, in their common order.
-    void drawBlended(std::span<const DrawLayer* const> layers, const Shading& shading, const View& view,
+    void drawBlended(std::span<const DrawLayer* const> layers, const Shading& shading, const Viewpoint& view,
                      const PixelArea& area, double time);
     void collectGarbage();
 };

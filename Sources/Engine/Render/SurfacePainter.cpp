@@ -53,7 +53,7 @@ bool isFilm(const DrawItem& item) {
            item.material->lighting == Material::Lighting::physicallyBased;
 }
 
-void drawChunks(const DrawItem& item, const View& view, const PixelArea& area) {
+void drawChunks(const DrawItem& item, const Viewpoint& view, const PixelArea& area) {
     glBindVertexArray(item.mesh->array.name());
     std::uint32_t first = 0, count = 0;
     auto flush = [&] {
@@ -74,7 +74,7 @@ void drawChunks(const DrawItem& item, const View& view, const PixelArea& area) {
     flush();
 }
 
-void SurfacePainter::draw(const DrawItem& item, const Shading& shading, const View& view,
+void SurfacePainter::draw(const DrawItem& item, const Shading& shading, const Viewpoint& view,
                           const PixelArea& area) {
     if (item.area.intersection(area).empty()) return;
     const Program& shader = program(item, shading);

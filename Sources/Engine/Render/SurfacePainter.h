@@ -40,7 +40,7 @@ class SurfacePainter {
 
     /// Draws the chunks of `item` that touch `area` (pixels of the picture). Sets blending, culling and depth
     /// writing for it.
-    void draw(const DrawItem& item, const Shading& shading, const View& view, const PixelArea& area);
+    void draw(const DrawItem& item, const Shading& shading, const Viewpoint& view, const PixelArea& area);
 
   private:
     const Program& program(const DrawItem& item, const Shading& shading);
@@ -55,6 +55,6 @@ class SurfacePainter {
 bool isFilm(const DrawItem& item);
 
 /// Issues the draw calls for the chunks of `item` that touch `area`; its vertex array is left bound.
-void drawChunks(const DrawItem& item, const View& view, const PixelArea& area);
+void drawChunks(const DrawItem& item, const Viewpoint& view, const PixelArea& area);
 
 }  // namespace gull

@@ -18,7 +18,7 @@ constexpr double buildBudget = 0.009;  // seconds a frame
 constexpr double fadeTime = 0.2;       // seconds, from the travelling picture to the kept one
 
 /// World x, z on the ground to clip x, y, w.
-glm::dmat3 groundToClip(const View& view) {
+glm::dmat3 groundToClip(const Viewpoint& view) {
     const glm::dmat4& m = view.viewProjection;
     auto column = [&](int c) { return glm::dvec3(m[c].x, m[c].y, m[c].w); };
     return {column(0), column(2), column(3)};
@@ -26,12 +26,12 @@ glm::dmat3 groundToClip(const View& view) {
 
 }  // namespace
 
-glm::dmat3 groundWarp(const View& from, const View& to) {
+glm::dmat3 groundWarp(const Viewpoint& from, const Viewpoint& to) {
     const glm::dmat3 toPlace(glm::dvec3(0.5, 0, 0), glm::dvec3(0, 0.5, 0), glm::dvec3(0.5, 0.5, 1));
     return toPlace * groundToClip(from) * glm::inverse(groundToClip(to)) * glm::inverse(toPlace);
 }
 
-double shift(const View& a, const View& b) {
+double shift(const Viewpoint& a, const Viewpoint& b) {
     constexpr double apart = 1e9;
     if (!(a.size == b.size) || a.projection != b.projection) return apart;
     if (a.viewProjection == b.viewProjection) return 0;
@@ -57,8 +57,8 @@ WindowPainter::WindowPainter(Studio& studio, SnapshotPainter& snapshots)
 
 void WindowPainter::draw(const Stage& stage, const PixelSize& size, unsigned framebuffer, RenderTier tier,
                          bool wait) {
-    View view = View::of(stage, size);
-    View goal = stage.restingView ? view.standingAt(*stage.restingView) : view;
+    Viewpoint view = Viewpoint::of(stage, size);
+    Viewpoint goal = stage.restingView ? view.standingAt(*stage.restingView) : view;
     bool gone = false;
     if (shown_ && !(shown_->showsContent(stage) && shown_->refresh(stage))) {
         shown_.reset();
@@ -96,13 +96,13 @@ void WindowPainter::draw(const Stage& stage, const PixelSize& size, unsigned fra
     glViewport(0, 0, size.width, size.height);
 }
 
-bool WindowPainter::wantsBuilding(const Stage& stage, const View& view, const View& goal) const {
+bool WindowPainter::wantsBuilding(const Stage& stage, const Viewpoint& view, const Viewpoint& goal) const {
     if (shown_ && shift(shown_->view(), goal) < sameView) return false;
     // On the way to a place that is known, or standing still.
     return stage.restingView || (last_ && shift(*last_, view) < sameView);
 }
 
-void WindowPainter::build(const Stage& stage, const View& goal, double budget) {
+void WindowPainter::build(const Stage& stage, const Viewpoint& goal, double budget) {
     if (shown_ && shift(shown_->view(), goal) < sameView) return;
     if (!next_ || shift(next_->view(), goal) >= sameView) {
         if (!next_) next_ = std::make_unique<KeptLayer>(studio_);
@@ -128,7 +128,7 @@ void WindowPainter::present(const Target& picture, const PixelSize& size, unsign
                       GL_LINEAR);
 }
 
-void WindowPainter::presentWarped(const Target& picture, const View& from, const View& to,
+void WindowPainter::presentWarped(const Target& picture, const Viewpoint& from, const Viewpoint& to,
                                   unsigned framebuffer) const {
     glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
     glViewport(0, 0, to.size.width, to.size.height);

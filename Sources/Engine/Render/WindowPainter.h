@@ -23,10 +23,11 @@ class WindowPainter {
     bool settled() const { return settled_; }
 
   private:
-    bool wantsBuilding(const Stage& stage, const View& view, const View& goal) const;
-    void build(const Stage& stage, const View& goal, double budget);
+    bool wantsBuilding(const Stage& stage, const Viewpoint& view, const Viewpoint& goal) const;
+    void build(const Stage& stage, const Viewpoint& goal, double budget);
     void present(const Target& picture, const PixelSize& size, unsigned framebuffer) const;
-    void presentWarped(const Target& picture, const View& from, const View& to, unsigned framebuffer) const;
+    void presentWarped(const Target& picture, const Viewpoint& from, const Viewpoint& to,
+                       unsigned framebuffer) const;
     void fade(const PixelSize& size, double time);
 
     Studio& studio_;
@@ -37,16 +38,16 @@ class WindowPainter {
     mutable CopyPass copy_;
     std::unique_ptr<KeptLayer> shown_;
     std::unique_ptr<KeptLayer> next_;  ///< being built
-    std::optional<View> last_;         ///< of the frame before
+    std::optional<Viewpoint> last_;    ///< of the frame before
     std::optional<double> travelled_;  ///< stage time of the last frame drawn directly
     bool settled_ = false;
 };
 
 /// How far apart two views of the same size and lens show the ground (y = 0), pixels, at most; large when
 /// they cannot be compared.
-double shift(const View& a, const View& b);
+double shift(const Viewpoint& a, const Viewpoint& b);
 /// Maps a place in the picture through `to` (0 to 1, origin lower left, homogeneous) to the place in the
 /// picture through `from` that shows the same point of the ground.
-glm::dmat3 groundWarp(const View& from, const View& to);
+glm::dmat3 groundWarp(const Viewpoint& from, const Viewpoint& to);
 
 }  // namespace gull

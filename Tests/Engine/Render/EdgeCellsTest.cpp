@@ -11,8 +11,8 @@ namespace {
 
 constexpr int cell = EdgeCells::cellSize;
 
-View lens() {
-    View view;
+Viewpoint lens() {
+    Viewpoint view;
     view.size = {4 * cell, 3 * cell};
     view.projection = glm::perspective(0.7, 4.0 / 3, 0.1, 100.0);
     return view;
@@ -20,7 +20,7 @@ View lens() {
 
 /// Depths of a picture whose surface stands `away` world units before the eye at every pixel.
 EdgeCells cellsOf(const std::function<double(int x, int y)>& away) {
-    View view = lens();
+    Viewpoint view = lens();
     std::vector<float> depths;
     for (int y = 0; y < view.size.height; ++y)
         for (int x = 0; x < view.size.width; ++x) {
@@ -40,7 +40,7 @@ double plane(int, int y) {
 }  // namespace
 
 TEST(EdgeCells, APlaneHasNone) {
-    View view = lens();
+    Viewpoint view = lens();
     EXPECT_TRUE(cellsOf(plane).within(PixelArea::whole(view.size)).empty());
 }
 

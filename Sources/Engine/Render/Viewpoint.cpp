@@ -1,4 +1,4 @@
-#include "Engine/Render/View.h"
+#include "Engine/Render/Viewpoint.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,8 +6,8 @@
 
 namespace gull {
 
-View View::of(const Stage& stage, const PixelSize& size) {
-    View view;
+Viewpoint Viewpoint::of(const Stage& stage, const PixelSize& size) {
+    Viewpoint view;
     view.size = size;
     glm::dmat4 world(1);
     if (stage.pointOfView) {
@@ -18,15 +18,15 @@ View View::of(const Stage& stage, const PixelSize& size) {
     return view.standingAt(world);
 }
 
-View View::standingAt(const glm::dmat4& cameraWorld) const {
-    View view = *this;
+Viewpoint Viewpoint::standingAt(const glm::dmat4& cameraWorld) const {
+    Viewpoint view = *this;
     view.world = cameraWorld;
     view.viewProjection = projection * glm::inverse(cameraWorld);
     view.eye = glm::dvec3(cameraWorld[3]);
     return view;
 }
 
-bool View::seesHorizon() const {
+bool Viewpoint::seesHorizon() const {
     const glm::dmat4 toWorld = glm::inverse(viewProjection);
     for (int corner = 0; corner < 4; ++corner) {
         const glm::dvec2 at(corner & 1 ? 1 : -1, corner & 2 ? 1 : -1);
@@ -36,7 +36,7 @@ bool View::seesHorizon() const {
     return false;
 }
 
-PixelArea View::area(const Box& box, const glm::dmat4& model) const {
+PixelArea Viewpoint::area(const Box& box, const glm::dmat4& model) const {
     if (box.empty()) return {};
     glm::dmat4 toClip = viewProjection * model;
     double left = 1e9, right = -1e9, bottom = 1e9, top = -1e9;

@@ -9,7 +9,7 @@
 namespace gull {
 
 /// What a picture is seen through: a camera, where it stands and the picture's size.
-struct View {
+struct Viewpoint {
     Camera camera;
     glm::dmat4 world{1};  ///< the camera's
     glm::dmat4 projection{1};
@@ -18,9 +18,9 @@ struct View {
     PixelSize size;
 
     /// Through the stage's point of view; without one, through a default camera at the origin.
-    static View of(const Stage& stage, const PixelSize& size);
+    static Viewpoint of(const Stage& stage, const PixelSize& size);
     /// The same lens standing elsewhere.
-    View standingAt(const glm::dmat4& cameraWorld) const;
+    Viewpoint standingAt(const glm::dmat4& cameraWorld) const;
 
     /// Whether any of its rays goes level or upward.
     bool seesHorizon() const;
