@@ -70,6 +70,9 @@ void Renderer::setTier(RenderTier tier) {
 RenderTier Renderer::tier() const {
     return impl_->tier;
 }
+void Renderer::rehearse(const Stage& stage) {
+    impl_->window.rehearse(stage, impl_->tier);
+}
 bool Renderer::settled() const {
     return impl_->window.settled();
 }

@@ -53,6 +53,9 @@ class Renderer {
     /// bound. While the kept layer is not up to date at its final quality the frame shows the best there is
     /// and goes on building it within a few milliseconds a frame; `wait` builds it to the end first.
     void draw(const Stage& stage, const Size& size, unsigned framebuffer, bool wait = false);
+    /// Draws `stage` once more where nobody sees it, over the kept layer drawn last: what is in it now and
+    /// was not before gets its programs compiled. Does nothing before the first kept layer.
+    void rehearse(const Stage& stage);
     /// True when the last draw() showed the kept layer at final quality.
     bool settled() const;
 

@@ -96,6 +96,14 @@ void WindowPainter::draw(const Stage& stage, const PixelSize& size, unsigned fra
     glViewport(0, 0, size.width, size.height);
 }
 
+void WindowPainter::rehearse(const Stage& stage, RenderTier tier) {
+    if (!shown_ || !shown_->complete() || !shown_->showsContent(stage)) return;
+    if (tier == RenderTier::full)
+        frames_.drawFull(stage, *shown_);
+    else
+        frames_.drawFast(stage, *shown_);
+}
+
 bool WindowPainter::wantsBuilding(const Stage& stage, const Viewpoint& view, const Viewpoint& goal) const {
     if (shown_ && shift(shown_->view(), goal) < sameView) return false;
     // On the way to a place that is known, or standing still.

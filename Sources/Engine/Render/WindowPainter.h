@@ -20,6 +20,8 @@ class WindowPainter {
     WindowPainter(Studio& studio, SnapshotPainter& snapshots);
 
     void draw(const Stage& stage, const PixelSize& size, unsigned framebuffer, RenderTier tier, bool wait);
+    /// See Renderer.
+    void rehearse(const Stage& stage, RenderTier tier);
     bool settled() const { return settled_; }
 
   private:

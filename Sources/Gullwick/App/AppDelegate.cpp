@@ -153,7 +153,11 @@ struct AppDelegate::Parts final : WindowCommands {
     /// One costly thing a frame, while nothing moves that would show it.
     void prepareAhead() {
         if (overlay.prepareIcon()) return;
-        feedback.prepareOne();
+        if (feedback.prepareOne()) return;
+        if (!renderer.settled() || rehearsed == BeachScene::rehearsals) return;
+        game.world().beginRehearsal(rehearsed++);
+        renderer.rehearse(game.world().stage());
+        game.world().endRehearsal();
     }
 
     void turn() {
@@ -199,6 +203,7 @@ struct AppDelegate::Parts final : WindowCommands {
     Overlay overlay{game, settings, icons, [this] { return menus(); }};
     std::optional<FrameProbe> probe;
     std::function<void(const FrameTiming&)> observer;
+    int rehearsed = 0;  ///< on the first beach, what later ones show too
     double drawnTime = -1;
     double stepTime = 0;
     double lastPresent = 0;

@@ -168,6 +168,28 @@ void BeachScene::dig(const PlotPoint& at, const Hunt::DigOutcome& outcome) {
     shake = std::max(shake, found ? 1.0 : 0.4);
 }
 
+const int BeachScene::rehearsals = static_cast<int>(allKinds().size()) + 1;
+
+void BeachScene::beginRehearsal(int number) {
+    // First the rig's own lamp alone, then each item as it comes up.
+    Node& place = stage_.root.addChild("rehearsal");
+    place.layer = Layer::moving;
+    place.position = Terrain::world({0.5, 0.5}) + glm::dvec3(0, 0.5, 0);
+    auto lamp = std::make_shared<Light>();
+    lamp->kind = Light::Kind::omni;
+    lamp->intensity = 1;
+    lamp->attenuationEnd = 2;
+    place.addChild("lamp").light = lamp;
+    if (number > 0)
+        parts_->digs.show(allKinds()[static_cast<std::size_t>(number - 1)], place, time);
+    else
+        parts_->digs.showSpray(place, time);
+}
+
+void BeachScene::endRehearsal() {
+    if (Node* place = stage_.root.find("rehearsal")) place->removeFromParent();
+}
+
 const std::vector<Reveal>& BeachScene::reveals() const {
     return parts_->digs.reveals();
 }

@@ -42,6 +42,16 @@ Geometry crumbledHeap() {
         180);
 }
 
+/// What a treasure casts on the sand, dark at first.
+std::shared_ptr<Light> glow() {
+    auto light = std::make_shared<Light>();
+    light->kind = Light::Kind::omni;
+    light->colour = {1, 0.8, 0.45, 1};
+    light->intensity = 0;
+    light->attenuationEnd = 2.6;
+    return light;
+}
+
 }  // namespace
 
 Digs::Digs(Stage& stage, Textures& textures, DelayedWork& delayedWork)
@@ -83,7 +93,7 @@ void Digs::leaveHole(const glm::dvec3& ground) {
     stage_.touchKept(box);
 }
 
-void Digs::spray(const glm::dvec3& ground, double time) {
+std::shared_ptr<ParticleSystem> Digs::sandSpray(double time) const {
     auto sand = std::make_shared<ParticleSystem>();
     sand->image = textures_.puff();
     sand->start = time;
@@ -100,14 +110,51 @@ void Digs::spray(const glm::dvec3& ground, double time) {
     sand->sizeVariation = 0.04;
     sand->colour = sand_.scaled(0.9).colour();
     sand->colourVariation = {0, 0, 0.1, 0};
+    return sand;
+}
 
+void Digs::spray(const glm::dvec3& ground, double time) {
     Node& node = beachRoot_->addChild("spray");
     node.position = ground + glm::dvec3(0, 0.1, 0);
     node.layer = Layer::moving;
-    node.particles.push_back(std::move(sand));
+    node.particles.push_back(sandSpray(time));
     delayedWork_.after(sprayLasts, [&node, beach = std::weak_ptr(beachToken_)] {
         if (!beach.expired()) node.removeFromParent();
     });
+}
+
+std::shared_ptr<ParticleSystem> Digs::sparkle(ItemKind kind, double time) const {
+    const bool chest = kind == ItemKind::chest;
+    auto sparks = std::make_shared<ParticleSystem>();
+    sparks->image = textures_.sparkle();
+    sparks->start = time;
+    sparks->seed = 2 * digCount_ + 1;
+    sparks->birthRate = chest ? 90 : 34;
+    sparks->emissionDuration = chest ? 2.6 : 1.4;
+    sparks->emitterRadius = chest ? 0.7 : 0.4;
+    sparks->lifeSpan = 0.6;
+    sparks->size = 0.12;
+    sparks->sizeVariation = 0.08;
+    sparks->speed = 0.6;
+    sparks->spreadingAngle = 180;
+    sparks->angularVelocity = 90;
+    sparks->colour = {1, 0.92, 0.65, 1};
+    sparks->intensity = 1.5;
+    sparks->blend = Material::Blend::add;
+    return sparks;
+}
+
+void Digs::show(ItemKind kind, Node& place, double time) const {
+    Node& item = place.add(ItemModels::node(kind, textures_));
+    if (!isTreasure(kind)) return;
+    item.particles.push_back(sparkle(kind, time - 0.1));
+    auto light = glow();
+    light->intensity = 1;
+    item.addChild("glow").light = std::move(light);
+}
+
+void Digs::showSpray(Node& place, double time) const {
+    place.particles.push_back(sandSpray(time - 0.1));
 }
 
 void Digs::raise(ItemKind kind, const glm::dvec3& ground, double time) {
@@ -124,33 +171,11 @@ void Digs::raise(ItemKind kind, const glm::dvec3& ground, double time) {
     reveal.node->layer = Layer::moving;
 
     if (isTreasure(kind)) {
-        auto light = std::make_shared<Light>();
-        light->kind = Light::Kind::omni;
-        light->colour = {1, 0.8, 0.45, 1};
-        light->intensity = 0;
-        light->attenuationEnd = 2.6;
         reveal.glow = &beachRoot_->addChild("glow");
         reveal.glow->layer = Layer::moving;
-        reveal.glow->light = std::move(light);
+        reveal.glow->light = glow();
 
-        const bool chest = kind == ItemKind::chest;
-        auto sparkle = std::make_shared<ParticleSystem>();
-        sparkle->image = textures_.sparkle();
-        sparkle->start = time;
-        sparkle->seed = 2 * digCount_ + 1;
-        sparkle->birthRate = chest ? 90 : 34;
-        sparkle->emissionDuration = chest ? 2.6 : 1.4;
-        sparkle->emitterRadius = chest ? 0.7 : 0.4;
-        sparkle->lifeSpan = 0.6;
-        sparkle->size = 0.12;
-        sparkle->sizeVariation = 0.08;
-        sparkle->speed = 0.6;
-        sparkle->spreadingAngle = 180;
-        sparkle->angularVelocity = 90;
-        sparkle->colour = {1, 0.92, 0.65, 1};
-        sparkle->intensity = 1.5;
-        sparkle->blend = Material::Blend::add;
-        reveal.node->particles.push_back(std::move(sparkle));
+        reveal.node->particles.push_back(sparkle(kind, time));
     }
     reveals_.push_back(reveal);
 }
