@@ -29,18 +29,23 @@ double depthOfUnit(const Viewpoint& view, double depth) {
 
 }  // namespace
 
-void EdgeCells::find(const std::vector<float>& depths, const Viewpoint& view) {
+void EdgeCells::find(const std::vector<float>& depths, const Viewpoint& view, const PixelArea& area) {
     int width = view.size.width, height = view.size.height;
     across_ = (width + cellSize - 1) / cellSize;
     along_ = (height + cellSize - 1) / cellSize;
-    hasEdge_.assign(static_cast<std::size_t>(across_) * static_cast<std::size_t>(along_), 0);
+    hasEdge_.resize(static_cast<std::size_t>(across_) * static_cast<std::size_t>(along_));
+    // Whole squares.
+    const int left = area.x / cellSize, right = std::min((area.right() + cellSize - 1) / cellSize, across_);
+    const int bottom = area.y / cellSize, top = std::min((area.top() + cellSize - 1) / cellSize, along_);
+    for (int y = bottom; y < top; ++y)
+        for (int x = left; x < right; ++x) hasEdge_[static_cast<std::size_t>(y * across_ + x)] = 0;
     auto at = [&](int x, int y) {
         return static_cast<std::size_t>(y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x);
     };
-    for (int y = 1; y + 1 < height; ++y) {
+    for (int y = std::max(1, bottom * cellSize); y < std::min(top * cellSize, height - 1); ++y) {
         const float* row = &depths[at(0, y)];
         const float *below = &depths[at(0, y - 1)], *above = &depths[at(0, y + 1)];
-        for (int cell = 0; cell < across_; ++cell) {
+        for (int cell = left; cell < right; ++cell) {
             int first = std::max(1, cell * cellSize), last = std::min((cell + 1) * cellSize, width - 1);
             if (first >= last) continue;
             auto least = static_cast<float>(step * depthOfUnit(view, static_cast<double>(row[first])));

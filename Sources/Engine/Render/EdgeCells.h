@@ -14,7 +14,8 @@ class EdgeCells {
     static constexpr int cellSize = 64;  ///< pixels
 
     /// Looks for edges in the depth (0 to 1) of the whole picture seen through `view`, lowest row first.
-    void find(const std::vector<float>& depths, const Viewpoint& view);
+    /// Only squares that touch `area` are looked at anew.
+    void find(const std::vector<float>& depths, const Viewpoint& view, const PixelArea& area);
     /// The squares with an edge that touch `area`, cut to it, neighbours in a row joined.
     std::vector<PixelArea> within(const PixelArea& area) const;
 

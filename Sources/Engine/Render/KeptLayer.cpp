@@ -110,7 +110,7 @@ bool KeptLayer::build(const Stage& stage, double budget) {
                 break;
             case Step::depth:
                 drawDepth(list, whole);
-                readDepth(list);
+                readDepth(list, whole);
                 step_ = Step::contact;
                 break;
             case Step::contact:
@@ -163,14 +163,18 @@ void KeptLayer::drawDepth(const DrawList& list, const PixelArea& area) {
     glDisable(GL_SCISSOR_TEST);
 }
 
-void KeptLayer::readDepth(const DrawList& list) {
+void KeptLayer::readDepth(const DrawList& list, const PixelArea& area) {
     const PixelSize& size = view_.size;
-    std::vector<float> depths(static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height));
+    const auto width = static_cast<std::size_t>(size.width);
+    depths_.resize(width * static_cast<std::size_t>(size.height), 1);
     glBindFramebuffer(GL_FRAMEBUFFER, depth_.framebuffer());
     glPixelStorei(GL_PACK_ALIGNMENT, 4);
-    glReadPixels(0, 0, size.width, size.height, GL_DEPTH_COMPONENT, GL_FLOAT, depths.data());
-    relief_.read(depths, view_, list.sun.toward);
-    edges_.find(depths, view_);
+    glPixelStorei(GL_PACK_ROW_LENGTH, size.width);
+    glReadPixels(area.x, area.y, area.width, area.height, GL_DEPTH_COMPONENT, GL_FLOAT,
+                 &depths_[static_cast<std::size_t>(area.y) * width + static_cast<std::size_t>(area.x)]);
+    glPixelStorei(GL_PACK_ROW_LENGTH, 0);
+    relief_.read(depths_, view_, list.sun.toward, area);
+    edges_.find(depths_, view_, area);
 }
 
 void KeptLayer::drawTile(const Stage& stage, const DrawList& list, const PixelArea& area) {
@@ -280,8 +284,11 @@ void KeptLayer::redraw(const Stage& stage, const std::vector<Stage::KeptChange>&
     prepare(stage, list);
     std::uint64_t casters = casterHash(list.kept);
     bool recast = casters != casters_ && list.sun.light && list.sun.light->castsShadow;
+    Box changed;
     for (const auto& [serial, box, onlyPaint] : changes) {
         Box reach = box;
+        changed.include(box.min);
+        changed.include(box.max);
         // What came or went throws its shadow elsewhere than where it stands.
         for (int corner = 0; recast && corner < 4; ++corner) {
             glm::dvec3 top(corner & 1 ? box.max.x : box.min.x, box.max.y, corner & 2 ? box.max.z : box.min.z);
@@ -293,13 +300,13 @@ void KeptLayer::redraw(const Stage& stage, const std::vector<Stage::KeptChange>&
     area = area.intersection(whole);
     if (area.empty()) return;
     casters_ = casters;
-    if (recast) shadow_.draw({&list.kept}, list.sun.matrix, list.sun.light->shadowMapSize, studio_.sunDepth);
+    if (recast) shadow_.redraw(list.kept, list.sun.matrix, studio_.sunDepth, changed);
     drawArea(stage, list, area, recast);
 }
 
 void KeptLayer::drawArea(const Stage& stage, const DrawList& list, const PixelArea& area, bool recast) {
     drawDepth(list, area);
-    if (recast) readDepth(list);
+    if (recast) readDepth(list, area);
     if (shading(list).occlusion) contact_.draw(depth(), view_, area);
     shadow_.bind(unitSunShadow);
     contact_.bind();

@@ -56,7 +56,7 @@ class KeptLayer {
 
     void prepare(const Stage& stage, DrawList& list);
     void drawDepth(const DrawList& list, const PixelArea& area);
-    void readDepth(const DrawList& list);
+    void readDepth(const DrawList& list, const PixelArea& area);
     /// One sample a pixel, which is enough where no edge is.
     void drawTile(const Stage& stage, const DrawList& list, const PixelArea& area);
     void redraw(const Stage& stage, const std::vector<Stage::KeptChange>& changes);
@@ -84,6 +84,7 @@ class KeptLayer {
     ShadowMap shadow_;
     ContactShadows contact_;
     Target depth_;
+    std::vector<float> depths_;  ///< what depth_ holds, lowest row first
     ReliefGrid relief_;
     EdgeCells edges_;
     Target farthest_;

@@ -26,16 +26,18 @@ glm::dmat3 axesAlong(const glm::dvec3& toward) {
     return glm::transpose(glm::dmat3(x, glm::cross(toward, x), toward));
 }
 
-void ReliefGrid::read(const std::vector<float>& depths, const Viewpoint& view, const glm::dvec3& toward) {
+void ReliefGrid::read(const std::vector<float>& depths, const Viewpoint& view, const glm::dvec3& toward,
+                      const PixelArea& area) {
     size_ = view.size;
     sunAxes_ = axesAlong(toward);
     across_ = (size_.width + cellSize - 1) / cellSize;
     int along = (size_.height + cellSize - 1) / cellSize;
-    cells_.assign(static_cast<std::size_t>(across_) * static_cast<std::size_t>(along), Cell());
+    cells_.resize(static_cast<std::size_t>(across_) * static_cast<std::size_t>(along));
     glm::dmat4 toWorld = glm::inverse(view.viewProjection);
     glm::dvec4 height = glm::row(toWorld, 1), depthOf = glm::row(toWorld, 3);
     for (std::size_t i = 0; i < cells_.size(); ++i) {
         int x0 = static_cast<int>(i) % across_ * cellSize, y0 = static_cast<int>(i) / across_ * cellSize;
+        if (cellArea(i).intersection(area).empty()) continue;
         int x1 = std::min(x0 + cellSize, size_.width), y1 = std::min(y0 + cellSize, size_.height);
         float nearest = 1, farthest = 0;
         for (int y = y0; y < y1; ++y) {
@@ -58,6 +60,7 @@ void ReliefGrid::read(const std::vector<float>& depths, const Viewpoint& view, c
             }
         }
         Cell& cell = cells_[i];
+        cell = Cell();
         cell.lowest = lowest;
         cell.empty = farthest == 0;
         if (cell.empty) continue;

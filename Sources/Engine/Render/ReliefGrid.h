@@ -16,8 +16,9 @@ class ReliefGrid {
     enum Mark : unsigned char { noMark = 0, shadowMark = 1, lampMark = 2 };
 
     /// Reads the depth (0 to 1, lowest row first) of the whole picture seen through `view` and sets up for
-    /// shadows cast from `toward`.
-    void read(const std::vector<float>& depths, const Viewpoint& view, const glm::dvec3& toward);
+    /// shadows cast from `toward`; only squares that touch `area` are read anew.
+    void read(const std::vector<float>& depths, const Viewpoint& view, const glm::dvec3& toward,
+              const PixelArea& area);
 
     /// World to the axes that shadows are compared in: z points toward the sun.
     const glm::dmat3& sunAxes() const { return sunAxes_; }

@@ -10,6 +10,19 @@
 
 namespace gull {
 
+namespace {
+
+/// The view through `matrix` (world to 0..1 on all axes).
+Viewpoint lookingAlong(const glm::dmat4& matrix, const PixelSize& size) {
+    Viewpoint light;
+    light.size = size;
+    light.viewProjection =
+        glm::translate(glm::dmat4(1), glm::dvec3(-1)) * glm::scale(glm::dmat4(1), glm::dvec3(2)) * matrix;
+    return light;
+}
+
+}  // namespace
+
 void ShadowMap::draw(const std::vector<const DrawLayer*>& layers, const glm::dmat4& matrix, int size,
                      const Program& depthFromSun, bool solid) {
     if (!target_ || target_.size().width != size) {
@@ -22,29 +35,47 @@ void ShadowMap::draw(const std::vector<const DrawLayer*>& layers, const glm::dma
     }
     target_.bind();
     glDepthMask(GL_TRUE);
-    glEnable(GL_DEPTH_TEST);
-    glDisable(GL_CULL_FACE);
-    glDisable(GL_BLEND);
     glClearDepth(1);
     glClear(GL_DEPTH_BUFFER_BIT);
-    Viewpoint light;
-    light.size = target_.size();
-    light.viewProjection =
-        glm::translate(glm::dmat4(1), glm::dvec3(-1)) * glm::scale(glm::dmat4(1), glm::dvec3(2)) * matrix;
-    depthFromSun.use();
     for (const DrawLayer* layer : layers)
-        for (const DrawItem& item : layer->opaque) {
-            if (!item.castsShadow) continue;
-            if (solid && !item.material->doubleSided) {
-                glEnable(GL_CULL_FACE);
-                // Toward the sun is toward lower depth, which mirrors what is seen.
-                glFrontFace(glm::determinant(glm::dmat3(matrix * item.model)) < 0 ? GL_CCW : GL_CW);
-            } else {
-                glDisable(GL_CULL_FACE);
-            }
-            depthFromSun.set("toLight", glm::mat4(matrix * item.model));
-            drawChunks(item, light, PixelArea::whole(light.size));
+        drawCasters(*layer, matrix, depthFromSun, solid, PixelArea::whole(target_.size()));
+}
+
+void ShadowMap::redraw(const DrawLayer& layer, const glm::dmat4& matrix, const Program& depthFromSun,
+                       const Box& changed) {
+    PixelArea part = lookingAlong(matrix, target_.size()).area(changed).grown(2);
+    part = part.intersection(PixelArea::whole(target_.size()));
+    if (part.empty()) return;
+    target_.bind();
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(part.x, part.y, part.width, part.height);
+    glDepthMask(GL_TRUE);
+    glClearDepth(1);
+    glClear(GL_DEPTH_BUFFER_BIT);
+    drawCasters(layer, matrix, depthFromSun, false, part);
+    glDisable(GL_SCISSOR_TEST);
+}
+
+void ShadowMap::drawCasters(const DrawLayer& layer, const glm::dmat4& matrix, const Program& depthFromSun,
+                            bool solid, const PixelArea& part) {
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_LESS);
+    glDisable(GL_CULL_FACE);
+    glDisable(GL_BLEND);
+    const Viewpoint light = lookingAlong(matrix, target_.size());
+    depthFromSun.use();
+    for (const DrawItem& item : layer.opaque) {
+        if (!item.castsShadow) continue;
+        if (solid && !item.material->doubleSided) {
+            glEnable(GL_CULL_FACE);
+            // Toward the sun is toward lower depth, which mirrors what is seen.
+            glFrontFace(glm::determinant(glm::dmat3(matrix * item.model)) < 0 ? GL_CCW : GL_CW);
+        } else {
+            glDisable(GL_CULL_FACE);
         }
+        depthFromSun.set("toLight", glm::mat4(matrix * item.model));
+        drawChunks(item, light, part);
+    }
 }
 
 void ShadowMap::bind(int unit) const {

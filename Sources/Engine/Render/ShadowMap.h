@@ -15,11 +15,17 @@ class ShadowMap {
     /// closed, so that sides turned away from the sun may be left out.
     void draw(const std::vector<const DrawLayer*>& layers, const glm::dmat4& matrix, int size,
               const Program& depthFromSun, bool solid = false);
+    /// Draws anew what lies within `changed` (world space) as the last draw() would.
+    void redraw(const DrawLayer& layer, const glm::dmat4& matrix, const Program& depthFromSun,
+                const Box& changed);
     /// Binds the map (or an empty one that hides nothing) to `unit` for comparing looks.
     void bind(int unit) const;
     int size() const { return target_.size().width; }
 
   private:
+    void drawCasters(const DrawLayer& layer, const glm::dmat4& matrix, const Program& depthFromSun,
+                     bool solid, const PixelArea& part);
+
     Target target_;
 };
 

@@ -28,7 +28,7 @@ EdgeCells cellsOf(const std::function<double(int x, int y)>& away) {
             depths.push_back(static_cast<float>(clip.z / clip.w * 0.5 + 0.5));
         }
     EdgeCells cells;
-    cells.find(depths, view);
+    cells.find(depths, view, PixelArea::whole(view.size));
     return cells;
 }
 
