@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <glm/mat4x4.hpp>
 #include <glm/vec4.hpp>
 
@@ -10,6 +11,9 @@ namespace gull {
 struct FrameBlock {
     static constexpr unsigned binding = 0;
     static constexpr int mostLamps = 4;
+    /// For how many lamps a program that shall light by `lamps` is made: none, one or the most, so that few
+    /// programs serve any number. Those that are not there are dark.
+    static int lampsInProgram(std::size_t lamps) { return lamps < 2 ? static_cast<int>(lamps) : mostLamps; }
 
     glm::mat4 viewProjection{1};
     glm::mat4 inverseViewProjection{1};

@@ -57,7 +57,7 @@ FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept, int
                    studio_.options);
     std::vector<Lamp> lamps = list.moving.lamps;
     setLamps(frame.block, lamps);
-    frame.lamps = std::min(static_cast<int>(lamps.size()), FrameBlock::mostLamps);
+    frame.lamps = FrameBlock::lampsInProgram(lamps.size());
     ReliefGrid& relief = kept.relief();
     relief.clear();
     for (const Lamp& lamp : lamps) {

@@ -83,6 +83,8 @@ void setLamps(FrameBlock& block, std::vector<Lamp> lamps) {
         block.lampLight[i] = {lamp.colour, inverse > 0 ? lamp.end * inverse : 1};
         block.lampExponents[static_cast<int>(i)] = static_cast<float>(lamp.exponent);
     }
+    for (std::size_t i = count; i < FrameBlock::mostLamps; ++i)
+        block.lampPlace[i] = block.lampLight[i] = glm::vec4(0);
 }
 
 FrameUniforms::FrameUniforms() : buffer_(GlBuffer::make()) {

@@ -22,7 +22,7 @@ glm::vec4 place(const Channel& channel) {
 int reachingLamps(const DrawItem& item, const Shading& shading) {
     for (const Lamp& lamp : shading.lamps)
         if (lamp.end <= 0 || glm::distance(lamp.position, item.middle) < lamp.end + item.radius)
-            return std::min(static_cast<int>(shading.lamps.size()), FrameBlock::mostLamps);
+            return FrameBlock::lampsInProgram(shading.lamps.size());
     return 0;
 }
 
