@@ -221,8 +221,10 @@ void FramePainter::markTouched(const Frame& frame, const PixelArea& wet) {
     const DrawLayer& moving = frame.list.moving;
     for (const std::vector<DrawItem>* items : {&moving.opaque, &moving.blended})
         for (const DrawItem& item : *items) stale_.mark(item.area);
-    // Where particles fly is not known.
-    if (!moving.particles.empty()) stale_.markAll();
+    for (const ParticleItem& item : moving.particles) {
+        const glm::dvec3 far(reach(*item.system));
+        stale_.mark(frame.view.area({-far, far}, item.model).grown(2));
+    }
 }
 
 PixelArea FramePainter::wetPart(const Frame& frame) const {

@@ -111,6 +111,12 @@ void particlesAt(const ParticleSystem& system, double time, std::vector<Particle
     }
 }
 
+double reach(const ParticleSystem& system) {
+    const double life = system.lifeSpan + system.lifeSpanVariation;
+    return system.emitterRadius + (system.speed + system.speedVariation) * life +
+           glm::length(system.acceleration) / 2 * life * life + system.size + system.sizeVariation;
+}
+
 bool isOver(const ParticleSystem& system, double time) {
     return time >= system.start + system.emissionDuration + system.lifeSpan + system.lifeSpanVariation;
 }

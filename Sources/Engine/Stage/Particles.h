@@ -43,6 +43,8 @@ struct Particle {
 
 /// Writes what `system` shows at scene time `time` into `particles` (cleared first), oldest first.
 void particlesAt(const ParticleSystem& system, double time, std::vector<Particle>& particles);
+/// How far from its node's origin a particle's edge gets at most, in the space of that node.
+double reach(const ParticleSystem& system);
 /// True when no particle is or will be alive at `time`.
 bool isOver(const ParticleSystem& system, double time);
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <glm/geometric.hpp>
 #include <numbers>
 
@@ -91,6 +92,23 @@ TEST(Particles, canBeBornOnASphere) {
         sum += particle.position;
     }
     EXPECT_LT(glm::length(sum) / 234, 0.15) << "on all sides";
+}
+
+TEST(Particles, neverLeaveTheirReach) {
+    ParticleSystem wild = spray();
+    wild.emitterRadius = 0.3;
+    wild.spreadingAngle = 180;
+    for (const ParticleSystem& system : {spray(), wild}) {
+        double farthest = 0;
+        std::vector<Particle> particles;
+        for (double time = 10; time < 11.2; time += 0.02) {
+            particlesAt(system, time, particles);
+            for (const Particle& particle : particles)
+                farthest = std::max(farthest, glm::length(particle.position) + particle.size / 2);
+        }
+        EXPECT_LT(farthest, reach(system));
+        EXPECT_GT(farthest, reach(system) / 5) << "and it is not much farther than need be";
+    }
 }
 
 }  // namespace
