@@ -1,6 +1,7 @@
 #include "Gullwick/Scene/SceneCamera.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <cstdlib>
 #include <string>
