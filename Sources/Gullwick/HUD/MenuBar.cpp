@@ -137,6 +137,12 @@ bool MenuBar::handle(const KeyEvent& event) {
     return true;
 }
 
+bool MenuBar::isStill(const std::string& name) const {
+    if (const auto index = indexIn(name, itemPrefix)) return open_ && *index < items().size();
+    const auto sub = indexIn(name, subPrefix);
+    return !sub || (submenu() != nullptr && *sub < submenu()->size());
+}
+
 void MenuBar::pointTo(const std::string& name) {
     if (const auto title = indexIn(name, titlePrefix)) {
         if (title != open_) open(*title, false);
@@ -162,7 +168,8 @@ void MenuBar::press(const std::string& name) {
 }
 
 bool MenuBar::handle(const MouseEvent& event, const Drawing& drawing, bool pointerIsFree) {
-    const std::string name = isShown_ ? drawing.at(event.x, event.y, "menu.") : std::string();
+    const std::string seen = isShown_ ? drawing.at(event.x, event.y, "menu.") : std::string();
+    const std::string name = isStill(seen) ? seen : std::string();
     switch (event.kind) {
         case MouseEvent::Kind::moved:
             if (open_) {

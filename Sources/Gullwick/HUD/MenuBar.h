@@ -54,6 +54,8 @@ class MenuBar {
     void openBeside(int step);
     void enterSubmenu();
     void choose(const Command& command);
+    /// Whether the line is still there: several events may come before the menus are drawn again.
+    bool isStill(const std::string& name) const;
     void pointTo(const std::string& name);
     void press(const std::string& name);
     View titles() const;

@@ -134,6 +134,23 @@ TEST_F(MenuBarTest, IsUsedWithTheMouseAlone) {
     EXPECT_FALSE(bar.isOpen()) << "a click beside it closes it";
 }
 
+TEST_F(MenuBarTest, AnOldPictureOfTheMenusIsNotWalkedInto) {
+    bar.handle({MouseEvent::Kind::moved, 400, 3, 0}, Drawing(), true);
+    click("menu.title.1");
+    mouse(MouseEvent::Kind::moved, "menu.item.2");
+    const Drawing seen = drawing();
+    const auto at = [&](const char* name) { return seen.find(name)->rect; };
+    ASSERT_TRUE(seen.find("menu.sub.1") && seen.find("menu.item.3"));
+    // Two moves before the next frame: the first closes the submenu that the second still sees.
+    bar.handle({MouseEvent::Kind::moved, at("menu.item.3").x + 5, at("menu.item.3").y + 5, 1}, seen, true);
+    bar.handle({MouseEvent::Kind::moved, at("menu.sub.1").x + 5, at("menu.sub.1").y + 5, 1}, seen, true);
+    EXPECT_EQ(bar.chosenSubItem(), std::nullopt);
+    // And the shorter menu beside it, whose lines are fewer than those still seen.
+    bar.handle({MouseEvent::Kind::moved, at("menu.title.0").x + 5, at("menu.title.0").y + 5, 1}, seen, true);
+    bar.handle({MouseEvent::Kind::up, at("menu.item.3").x + 5, at("menu.item.3").y + 5, 1}, seen, true);
+    EXPECT_TRUE(done.empty());
+}
+
 TEST_F(MenuBarTest, AsksForTheMenusAsTheyStandWhenItOpens) {
     press(Key::f10);
     press(Key::right);
