@@ -21,14 +21,13 @@ bool floats(const DrawItem& item) {
 double top(const DrawLayer& layer) {
     Box box;
     for (const std::vector<DrawItem>* items : {&layer.opaque, &layer.blended})
-        for (const DrawItem& item : *items)
-            for (int corner = 0; corner < 8; ++corner) {
-                const Box& local = item.mesh->bounds;
-                box.include(glm::dvec3(item.model * glm::dvec4(corner & 1 ? local.max.x : local.min.x,
-                                                               corner & 2 ? local.max.y : local.min.y,
-                                                               corner & 4 ? local.max.z : local.min.z, 1)));
-            }
+        for (const DrawItem& item : *items) box.include(transformed(item.mesh->bounds, item.model));
     return box.max.y;
+}
+
+/// `area` at half resolution, with a pixel more all round, into which smoothing at full resolution looks.
+PixelArea halved(const PixelArea& area) {
+    return PixelArea{area.x / 2, area.y / 2, (area.width + 1) / 2, (area.height + 1) / 2}.grown(1);
 }
 
 }  // namespace
@@ -46,15 +45,15 @@ std::vector<PixelArea> Backdrop::update(const DrawLayer& drifting, const Shading
         half_ = Target({(size.width + 1) / 2, (size.height + 1) / 2}, {{Format::rgba8}, Format::depth24});
         areas = {whole};
     }
-    bool anew = std::find(areas.begin(), areas.end(), whole) != areas.end();
-    if (anew) areas = {whole};
+    bool anew = areas == std::vector<PixelArea>{whole};
     if (anew) reach_ = {};
     findReach(drifting, kept);
-    if (!areas.empty())
-        copyArea(kept.farthest().depth(), half_.depth(), PixelArea::whole(half_.size()), true);
-    if (anew)
+    for (const PixelArea& area : areas)
+        copyArea(kept.farthest().depth(), half_.depth(),
+                 halved(area).intersection(PixelArea::whole(half_.size())), true);
+    if (anew) {
         shadeHalf(drifting, shading, kept, reach_);
-    else if (!reach_.empty()) {
+    } else if (!reach_.empty()) {
         areas.push_back(nextStrip());
         shadeHalf(drifting, shading, kept, areas.back());
     }
@@ -87,8 +86,7 @@ void Backdrop::shadeHalf(const DrawLayer& drifting, const Shading& shading, cons
     if (area.empty()) return;
     half_.bind();
     glEnable(GL_SCISSOR_TEST);
-    // A pixel more all round, into which the smoothing at full resolution looks.
-    PixelArea part = PixelArea{area.x / 2, area.y / 2, (area.width + 1) / 2, (area.height + 1) / 2}.grown(1);
+    PixelArea part = halved(area);
     glScissor(part.x, part.y, part.width, part.height);
     glClearColor(0, 0, 0, 1);
     glClear(GL_COLOR_BUFFER_BIT);

@@ -8,10 +8,6 @@
 
 namespace gull {
 
-namespace {
-constexpr int floatsPerVertex = 4;
-}
-
 CopyPass::CopyPass()
     : program_("copy", shaders::sheetVertex, shaders::sheetFragment),
       exact_(GlSampler::make()),
@@ -23,7 +19,11 @@ CopyPass::CopyPass()
     glSamplerParameteri(exact_.name(), GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
     glBindVertexArray(array_.name());
     glBindBuffer(GL_ARRAY_BUFFER, buffer_.name());
-    const GLsizei stride = floatsPerVertex * sizeof(float);
+    // Clip space, then the place on the picture.
+    const float corners[6][4] = {{-1, -1, 0, 0}, {1, -1, 1, 0}, {1, 1, 1, 1},
+                                 {-1, -1, 0, 0}, {1, 1, 1, 1},  {-1, 1, 0, 1}};
+    glBufferData(GL_ARRAY_BUFFER, sizeof corners, corners, GL_STATIC_DRAW);
+    const GLsizei stride = sizeof corners[0];
     glEnableVertexAttribArray(0);
     glVertexAttribPointer(0, 2, GL_FLOAT, GL_FALSE, stride, nullptr);
     glEnableVertexAttribArray(1);
@@ -31,19 +31,7 @@ CopyPass::CopyPass()
     glBindVertexArray(0);
 }
 
-void CopyPass::draw(unsigned picture, const PixelSize& size, std::span<const PixelArea> areas) {
-    vertices_.clear();
-    for (const PixelArea& area : areas) {
-        auto left = static_cast<float>(area.x) / static_cast<float>(size.width);
-        auto right = static_cast<float>(area.right()) / static_cast<float>(size.width);
-        auto bottom = static_cast<float>(area.y) / static_cast<float>(size.height);
-        auto top = static_cast<float>(area.top()) / static_cast<float>(size.height);
-        const float corners[][2] = {{left, bottom}, {right, bottom}, {right, top},
-                                    {left, bottom}, {right, top},    {left, top}};
-        for (const auto& [s, t] : corners)
-            for (float value : {s * 2 - 1, t * 2 - 1, s, t}) vertices_.push_back(value);
-    }
-    if (vertices_.empty()) return;
+void CopyPass::draw(unsigned picture, const PixelSize& size) const {
     glViewport(0, 0, size.width, size.height);
     glDisable(GL_DEPTH_TEST);
     glDisable(GL_BLEND);
@@ -53,10 +41,7 @@ void CopyPass::draw(unsigned picture, const PixelSize& size, std::span<const Pix
     glBindSampler(unitSource, exact_.name());
     program_.use();
     glBindVertexArray(array_.name());
-    glBindBuffer(GL_ARRAY_BUFFER, buffer_.name());
-    glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(vertices_.size() * sizeof(float)), vertices_.data(),
-                 GL_STREAM_DRAW);
-    glDrawArrays(GL_TRIANGLES, 0, static_cast<GLsizei>(vertices_.size()) / floatsPerVertex);
+    glDrawArrays(GL_TRIANGLES, 0, 6);
 }
 
 }  // namespace gull

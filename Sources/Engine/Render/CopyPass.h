@@ -4,9 +4,6 @@
 #include "Engine/Render/PixelArea.h"
 #include "Engine/Render/Program.h"
 
-#include <span>
-#include <vector>
-
 namespace gull {
 
 /// Copies a picture onto the bound framebuffer of the same size, pixel by pixel. Whole rectangles, the
@@ -15,14 +12,13 @@ namespace gull {
 class CopyPass {
   public:
     CopyPass();
-    void draw(unsigned picture, const PixelSize& size, std::span<const PixelArea> areas);
+    void draw(unsigned picture, const PixelSize& size) const;
 
   private:
     Program program_;
     GlSampler exact_;
     GlVertexArray array_;
     GlBuffer buffer_;
-    std::vector<float> vertices_;
 };
 
 }  // namespace gull

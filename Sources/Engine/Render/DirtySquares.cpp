@@ -26,10 +26,8 @@ std::vector<PixelArea> DirtySquares::take() {
     for (int y = 0; y * squareSize < size_.height; ++y) {
         std::size_t thisRow = areas.size();
         for (int x = 0; x < across_; ++x) {
-            if (!dirty_[static_cast<std::size_t>(y * across_ + x)]) continue;
-            int first = x;
-            while (x + 1 < across_ && dirty_[static_cast<std::size_t>(y * across_ + x + 1)]) ++x;
-            areas.push_back({first * squareSize, y * squareSize, (x + 1 - first) * squareSize, squareSize});
+            if (dirty_[static_cast<std::size_t>(y * across_ + x)])
+                addBeside(areas, {x * squareSize, y * squareSize, squareSize, squareSize});
         }
         // A row like the one below it only makes that one taller.
         std::size_t count = areas.size() - thisRow;

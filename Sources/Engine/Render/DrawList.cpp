@@ -1,6 +1,7 @@
 #include "Engine/Render/DrawList.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <glm/gtc/matrix_inverse.hpp>
 #include <glm/gtc/matrix_transform.hpp>
@@ -143,6 +144,18 @@ DrawList DrawList::of(const Stage& stage, const Viewpoint& view, MeshCache& mesh
     sort(list.drifting);
     sort(list.moving);
     return list;
+}
+
+std::uint64_t casterHash(const DrawLayer& layer) {
+    std::uint64_t hash = 14695981039346656037U;
+    auto mix = [&](std::uint64_t value) { hash = (hash ^ value) * 1099511628211U; };
+    for (const DrawItem& item : layer.opaque) {
+        if (!item.castsShadow) continue;
+        mix(reinterpret_cast<std::uintptr_t>(item.mesh));
+        for (int column = 0; column < 4; ++column)
+            for (int row = 0; row < 3; ++row) mix(std::bit_cast<std::uint64_t>(item.model[column][row]));
+    }
+    return hash;
 }
 
 }  // namespace gull

@@ -5,6 +5,7 @@
 #include "Engine/Stage/Stage.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <glm/mat3x3.hpp>
 #include <glm/mat4x4.hpp>
 #include <glm/vec4.hpp>
@@ -80,6 +81,9 @@ struct DrawList {
     static DrawList of(const Stage& stage, const Viewpoint& view, MeshCache& meshes,
                        Which which = Which::all);
 };
+
+/// Changes when anything of `layer` that throws a shadow comes, goes or moves.
+std::uint64_t casterHash(const DrawLayer& layer);
 
 /// sRGB to linear; goes on above 1.
 glm::vec3 linear(const Colour& colour);

@@ -65,11 +65,7 @@ std::vector<PixelArea> EdgeCells::within(const PixelArea& area) const {
     for (int y = area.y / cellSize; y < along_ && y * cellSize < area.top(); ++y)
         for (int x = area.x / cellSize; x < across_ && x * cellSize < area.right(); ++x) {
             if (!hasEdge_[static_cast<std::size_t>(y * across_ + x)]) continue;
-            PixelArea cell = PixelArea{x * cellSize, y * cellSize, cellSize, cellSize}.intersection(area);
-            if (!areas.empty() && areas.back().y == cell.y && areas.back().right() == cell.x)
-                areas.back().width += cell.width;
-            else
-                areas.push_back(cell);
+            addBeside(areas, PixelArea{x * cellSize, y * cellSize, cellSize, cellSize}.intersection(area));
         }
     return areas;
 }

@@ -7,6 +7,7 @@
 #include <epoxy/gl.h>
 
 #include <algorithm>
+#include <array>
 
 namespace gull {
 
@@ -15,9 +16,8 @@ struct FramePainter::Frame {
     const Viewpoint& view;
     DrawList list;
     FrameBlock block;
-    std::vector<PixelArea> shaded;        ///< where moving shadows alone reach
-    std::vector<PixelArea> lit;           ///< moving lamps alone
-    std::vector<PixelArea> shadedAndLit;  ///< both
+    /// Where exactly these of a ReliefGrid's marks reach, by the marks.
+    std::array<std::vector<PixelArea>, 4> reached;
     bool shadow = false;
     int lamps = 0;
 };
@@ -49,8 +49,7 @@ FramePainter::FramePainter(Studio& studio)
 FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept, int shrinkCover) {
     const Viewpoint& view = kept.view();
     Frame frame{
-        stage, view, DrawList::of(stage, view, studio_.meshes, DrawList::Which::notKept), FrameBlock(), {},
-        {},    {}};
+        stage, view, DrawList::of(stage, view, studio_.meshes, DrawList::Which::notKept), FrameBlock(), {}};
     const DrawList& list = frame.list;
     frame.block =
         frameBlock(stage, view, list, studio_.environments.bind(stage.environment, list.sun.onGround()),
@@ -68,9 +67,8 @@ FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept, int
     }
     frame.shadow =
         shadow_.draw(list.moving, list.sun, studio_.sunDepth, studio_.options, frame.block, relief);
-    frame.shaded = relief.marked(ReliefGrid::shadowMark);
-    frame.lit = relief.marked(ReliefGrid::lampMark);
-    frame.shadedAndLit = relief.marked(ReliefGrid::shadowMark | ReliefGrid::lampMark);
+    for (int marks = 1; marks < 4; ++marks)
+        frame.reached[static_cast<std::size_t>(marks)] = relief.marked(marks);
     studio_.uniforms.upload(frame.block);
     if (frame.shadow) shadow_.bind(unitMovingShadow);
     kept.shadow().bind(unitSunShadow);
@@ -111,10 +109,11 @@ void FramePainter::drawCover(const Frame& frame, int shrink) {
     const PixelSize& size = frame.view.size;
     const PixelSize small{(size.width + shrink - 1) / shrink, (size.height + shrink - 1) / shrink};
     if (!covered_ || !(covered_.size() == small)) covered_ = Target(small, {{Format::r8}});
-    std::vector<PixelArea> shaded = frame.shaded, both = frame.shadedAndLit;
-    shaded.insert(shaded.end(), both.begin(), both.end());
-    // The smoothing at full resolution looks one pixel farther.
-    for (PixelArea& area : shaded) area = area.grown(2);
+    std::vector<PixelArea> shaded;
+    for (int marks : {ReliefGrid::shadowMark + 0, ReliefGrid::shadowMark | ReliefGrid::lampMark})
+        // The smoothing at full resolution looks one pixel farther.
+        for (const PixelArea& area : frame.reached[static_cast<std::size_t>(marks)])
+            shaded.push_back(area.grown(2));
     covered_.bind();
     glClearColor(0, 0, 0, 0);
     glClear(GL_COLOR_BUFFER_BIT);
@@ -129,11 +128,8 @@ void FramePainter::drawCover(const Frame& frame, int shrink) {
 void FramePainter::relight(const Frame& frame, const KeptLayer& kept) {
     bindTexture(unitSource, kept.picture().colour());
     glDisable(GL_BLEND);
-    const std::pair<int, const std::vector<PixelArea>&> parts[] = {
-        {ReliefGrid::shadowMark, frame.shaded},
-        {ReliefGrid::lampMark, frame.lit},
-        {ReliefGrid::shadowMark | ReliefGrid::lampMark, frame.shadedAndLit}};
-    for (const auto& [marks, areas] : parts) {
+    for (int marks = 1; marks < 4; ++marks) {
+        const std::vector<PixelArea>& areas = frame.reached[static_cast<std::size_t>(marks)];
         if (areas.empty()) continue;
         relightProgram(frame, kept, marks, true).use();
         areas_.draw(areas);
@@ -216,8 +212,8 @@ const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept) {
 
 void FramePainter::markTouched(const Frame& frame, const PixelArea& wet) {
     stale_.mark(wet);
-    for (const std::vector<PixelArea>* areas : {&frame.shaded, &frame.lit, &frame.shadedAndLit})
-        for (const PixelArea& area : *areas) stale_.mark(area);
+    for (const std::vector<PixelArea>& areas : frame.reached)
+        for (const PixelArea& area : areas) stale_.mark(area);
     const DrawLayer& moving = frame.list.moving;
     for (const std::vector<DrawItem>* items : {&moving.opaque, &moving.blended})
         for (const DrawItem& item : *items) stale_.mark(item.area);
@@ -229,8 +225,8 @@ void FramePainter::markTouched(const Frame& frame, const PixelArea& wet) {
 
 PixelArea FramePainter::wetPart(const Frame& frame) const {
     PixelArea wet;
-    for (const std::vector<PixelArea>* areas : {&frame.shaded, &frame.lit, &frame.shadedAndLit})
-        for (const PixelArea& area : *areas) wet = wet.united(area.intersection(backdrop_.reach()));
+    for (const std::vector<PixelArea>& areas : frame.reached)
+        for (const PixelArea& area : areas) wet = wet.united(area.intersection(backdrop_.reach()));
     for (const DrawItem& item : frame.list.moving.opaque)
         wet = wet.united(item.area.intersection(backdrop_.reach()));
     return wet;

@@ -7,7 +7,6 @@
 #include <epoxy/gl.h>
 
 #include <algorithm>
-#include <bit>
 #include <chrono>
 
 namespace gull {
@@ -16,19 +15,6 @@ namespace {
 
 /// What is drawn in one step.
 constexpr PixelSize tileSize{640, 128};
-
-/// Changes when anything that throws a shadow comes, goes or moves.
-std::uint64_t casterHash(const DrawLayer& layer) {
-    std::uint64_t hash = 14695981039346656037U;
-    auto mix = [&](std::uint64_t value) { hash = (hash ^ value) * 1099511628211U; };
-    for (const DrawItem& item : layer.opaque) {
-        if (!item.castsShadow) continue;
-        mix(reinterpret_cast<std::uintptr_t>(item.mesh));
-        for (int column = 0; column < 4; ++column)
-            for (int row = 0; row < 3; ++row) mix(std::bit_cast<std::uint64_t>(item.model[column][row]));
-    }
-    return hash;
-}
 
 std::vector<PixelArea> tilesOf(const PixelArea& area) {
     std::vector<PixelArea> tiles;
@@ -59,6 +45,7 @@ void KeptLayer::begin(const Stage& stage, const Viewpoint& view) {
     done_ = false;
     step_ = Step::shadow;
     nextTile_ = 0;
+    changes_.begin(view.size);
     const PixelSize& size = view.size;
     if (!light_ || !(light_.size() == size)) {
         depth_ = Target(size, {{}, Format::depth24});
@@ -253,14 +240,13 @@ void KeptLayer::findGlow(const DrawList& list) {
 }
 
 void KeptLayer::develop(const PixelArea& area) {
-    changes_.push_back(area);
+    changes_.mark(area);
     studio_.uniforms.upload(block_);
     paint_.draw(view_, area, light_.colour(2), depth());
     picture_.bind();
     glEnable(GL_SCISSOR_TEST);
     glScissor(area.x, area.y, area.width, area.height);
     studio_.development.develop(light_.colour(0), bloom_, paint(), view_);
-
     glDisable(GL_SCISSOR_TEST);
 }
 
@@ -287,8 +273,7 @@ void KeptLayer::redraw(const Stage& stage, const std::vector<Stage::KeptChange>&
     Box changed;
     for (const auto& [serial, box, onlyPaint] : changes) {
         Box reach = box;
-        changed.include(box.min);
-        changed.include(box.max);
+        changed.include(box);
         // What came or went throws its shadow elsewhere than where it stands.
         for (int corner = 0; recast && corner < 4; ++corner) {
             glm::dvec3 top(corner & 1 ? box.max.x : box.min.x, box.max.y, corner & 2 ? box.max.z : box.min.z);

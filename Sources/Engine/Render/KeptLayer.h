@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Engine/Render/DirtySquares.h"
 #include "Engine/Render/EdgeCells.h"
 #include "Engine/Render/PaintLayer.h"
 #include "Engine/Render/ReliefGrid.h"
@@ -7,7 +8,6 @@
 
 #include <cstdint>
 #include <optional>
-#include <utility>
 
 namespace gull {
 
@@ -47,8 +47,8 @@ class KeptLayer {
     unsigned paint() const { return paint_.texture(); }
     ReliefGrid& relief() { return relief_; }
     const ReliefGrid& relief() const { return relief_; }
-    /// Where picture() or depth() changed since this was last asked.
-    std::vector<PixelArea> takeChanges() { return std::exchange(changes_, {}); }
+    /// Where picture() or depth() changed since this was last asked; the whole picture as one area.
+    std::vector<PixelArea> takeChanges() { return changes_.take(); }
     const ShadowMap& shadow() const { return shadow_; }
 
   private:
@@ -92,7 +92,7 @@ class KeptLayer {
     PaintLayer paint_;
     Target tile_;  ///< multisampled
     Target picture_;
-    std::vector<PixelArea> changes_;
+    DirtySquares changes_;
     Target glow_;  ///< keeps the bloom, which the development's own buffers do not
     unsigned bloom_ = 0;
 };

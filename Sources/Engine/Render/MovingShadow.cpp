@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <glm/gtc/matrix_transform.hpp>
-#include <utility>
 
 namespace gull {
 
@@ -15,22 +14,10 @@ constexpr double pieceLength = 0.4;
 
 /// The bounds in `toAxes` of the part of `box` between two shares of its longest side.
 Box partBounds(const Box& box, const glm::dmat4& toAxes, int axis, double from, double to) {
-    Box part = box, result;
+    Box part = box;
     part.min[axis] = box.min[axis] + (box.max[axis] - box.min[axis]) * from;
     part.max[axis] = box.min[axis] + (box.max[axis] - box.min[axis]) * to;
-    for (int corner = 0; corner < 8; ++corner)
-        result.include(glm::dvec3(toAxes * glm::dvec4(corner & 1 ? part.max.x : part.min.x,
-                                                      corner & 2 ? part.max.y : part.min.y,
-                                                      corner & 4 ? part.max.z : part.min.z, 1)));
-    return result;
-}
-
-/// Changes when a caster comes, goes or moves.
-std::vector<glm::dmat4> fingerprint(const DrawLayer& moving, const glm::dmat4& toMap) {
-    std::vector<glm::dmat4> places{toMap};
-    for (const DrawItem& item : moving.opaque)
-        if (item.castsShadow) places.push_back(item.model);
-    return places;
+    return transformed(part, toAxes);
 }
 
 }  // namespace
@@ -68,10 +55,10 @@ bool MovingShadow::draw(const DrawLayer& moving, const Sun& sun, const Program& 
     glm::dmat4 toMap =
         glm::translate(glm::dmat4(1), glm::dvec3(0.5)) * glm::scale(glm::dmat4(1), glm::dvec3(0.5)) *
         glm::ortho(middle.x - half, middle.x + half, middle.y - half, middle.y + half, near, far) * turn;
-    std::vector<glm::dmat4> places = fingerprint(moving, toMap);
-    if (drawn_ != places) {
+    const std::pair shown(casterHash(moving), toMap);
+    if (drawn_ != shown) {
         map_.draw({&moving}, toMap, mapSize, depthFromSun, true);
-        drawn_ = std::move(places);
+        drawn_ = shown;
     }
     double texel = 2 * half / mapSize;
     block.movingSunMatrix = glm::mat4(toMap);

@@ -5,7 +5,10 @@
 #include "Engine/Render/RenderOptions.h"
 #include "Engine/Render/ShadowMap.h"
 
-#include <vector>
+#include <cstdint>
+#include <glm/mat4x4.hpp>
+#include <optional>
+#include <utility>
 
 namespace gull {
 
@@ -22,7 +25,7 @@ class MovingShadow {
 
   private:
     ShadowMap map_;
-    std::vector<glm::dmat4> drawn_;  ///< what the map shows
+    std::optional<std::pair<std::uint64_t, glm::dmat4>> drawn_;  ///< casterHash() and matrix of the map
 };
 
 }  // namespace gull

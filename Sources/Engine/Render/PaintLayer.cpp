@@ -32,11 +32,7 @@ void PaintLayer::draw(const Viewpoint& view, const PixelArea& area, unsigned sur
     program_.use();
     for (const DrawItem& item : items_) {
         if (item.area.intersection(area).empty()) continue;
-        if (item.material->doubleSided)
-            glDisable(GL_CULL_FACE);
-        else
-            glEnable(GL_CULL_FACE);
-        glFrontFace(glm::determinant(glm::dmat3(item.model)) < 0 ? GL_CW : GL_CCW);
+        setCulling(item);
         const Channel& map = item.material->multiplyMap;
         program_.set("model", glm::mat4(item.model));
         program_.set("place", glm::vec4(glm::vec2(map.scale), glm::vec2(map.offset)));

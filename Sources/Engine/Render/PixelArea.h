@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <vector>
 
 namespace gull {
 
@@ -39,5 +40,14 @@ struct PixelArea {
     }
     bool operator==(const PixelArea&) const = default;
 };
+
+/// Appends `area`, or widens the last of `areas` by it where it lies right beside that. Both are of one
+/// height.
+inline void addBeside(std::vector<PixelArea>& areas, const PixelArea& area) {
+    if (!areas.empty() && areas.back().y == area.y && areas.back().right() == area.x)
+        areas.back().width += area.width;
+    else
+        areas.push_back(area);
+}
 
 }  // namespace gull

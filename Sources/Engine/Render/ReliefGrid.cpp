@@ -80,8 +80,7 @@ void ReliefGrid::read(const std::vector<float>& depths, const Viewpoint& view, c
     for (std::size_t i = 0; i < cells_.size(); ++i) {
         Box& row = rows_[i / static_cast<std::size_t>(across_)];
         if (cells_[i].empty) continue;
-        row.include(cells_[i].inSunAxes.min);
-        row.include(cells_[i].inSunAxes.max);
+        row.include(cells_[i].inSunAxes);
     }
     clear();
 }
@@ -126,12 +125,7 @@ PixelArea ReliefGrid::below(double height) const {
 std::vector<PixelArea> ReliefGrid::marked(int marks) const {
     std::vector<PixelArea> areas;
     for (std::size_t i = 0; i < cells_.size(); ++i) {
-        if (marked_[i] != marks) continue;
-        PixelArea cell = cellArea(i);
-        if (!areas.empty() && areas.back().y == cell.y && areas.back().right() == cell.x)
-            areas.back().width += cell.width;
-        else
-            areas.push_back(cell);
+        if (marked_[i] == marks) addBeside(areas, cellArea(i));
     }
     return areas;
 }

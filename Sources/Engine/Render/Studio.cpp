@@ -30,11 +30,7 @@ void Studio::drawDepth(const DrawLayer& layer, const Viewpoint& view, const Pixe
     depth.use();
     for (const DrawItem& item : layer.opaque) {
         if (item.area.intersection(area).empty()) continue;
-        if (item.material->doubleSided)
-            glDisable(GL_CULL_FACE);
-        else
-            glEnable(GL_CULL_FACE);
-        glFrontFace(glm::determinant(glm::dmat3(item.model)) < 0 ? GL_CW : GL_CCW);
+        setCulling(item);
         depth.set("model", glm::mat4(item.model));
         drawChunks(item, view, area);
     }

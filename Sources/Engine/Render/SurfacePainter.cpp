@@ -38,12 +38,7 @@ void setState(const DrawItem& item, bool overwrite, bool onFilm) {
         glDisable(GL_BLEND);
     }
     glDepthMask(material.writesDepth && !overwrite && !onFilm ? GL_TRUE : GL_FALSE);
-    if (material.doubleSided) {
-        glDisable(GL_CULL_FACE);
-    } else {
-        glEnable(GL_CULL_FACE);
-        glFrontFace(glm::determinant(glm::dmat3(item.model)) < 0 ? GL_CW : GL_CCW);
-    }
+    setCulling(item);
 }
 
 }  // namespace
@@ -51,6 +46,15 @@ void setState(const DrawItem& item, bool overwrite, bool onFilm) {
 bool isFilm(const DrawItem& item) {
     return item.material->smooth && item.blended &&
            item.material->lighting == Material::Lighting::physicallyBased;
+}
+
+void setCulling(const DrawItem& item) {
+    if (item.material->doubleSided) {
+        glDisable(GL_CULL_FACE);
+    } else {
+        glEnable(GL_CULL_FACE);
+        glFrontFace(glm::determinant(glm::dmat3(item.model)) < 0 ? GL_CW : GL_CCW);
+    }
 }
 
 void drawChunks(const DrawItem& item, const Viewpoint& view, const PixelArea& area) {

@@ -54,6 +54,9 @@ class SurfacePainter {
 /// A wide, smooth sheet of liquid: shaded as a film over what lies below.
 bool isFilm(const DrawItem& item);
 
+/// Leaves out the sides of `item` that face away, as its material asks.
+void setCulling(const DrawItem& item);
+
 /// Issues the draw calls for the chunks of `item` that touch `area`; its vertex array is left bound.
 void drawChunks(const DrawItem& item, const Viewpoint& view, const PixelArea& area);
 

@@ -125,8 +125,7 @@ void WindowPainter::present(const Target& picture, const PixelSize& size, unsign
     const PixelSize& from = picture.size();
     if (from == size) {
         glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
-        PixelArea whole = PixelArea::whole(size);
-        copy_.draw(picture.colour(), size, {&whole, 1});
+        copy_.draw(picture.colour(), size);
         return;
     }
     glBindFramebuffer(GL_READ_FRAMEBUFFER, picture.framebuffer());

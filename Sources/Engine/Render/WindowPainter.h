@@ -37,7 +37,7 @@ class WindowPainter {
     FramePainter frames_;
     DirectPainter direct_;
     Program warp_;
-    mutable CopyPass copy_;
+    CopyPass copy_;
     std::unique_ptr<KeptLayer> shown_;
     std::unique_ptr<KeptLayer> next_;  ///< being built
     std::optional<Viewpoint> last_;    ///< of the frame before

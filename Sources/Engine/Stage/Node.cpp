@@ -7,9 +7,6 @@
 
 namespace gull {
 
-namespace {
-
-/// The box that holds `box` after `transform`.
 Box transformed(const Box& box, const glm::dmat4& transform) {
     Box result;
     if (box.empty()) return result;
@@ -20,6 +17,8 @@ Box transformed(const Box& box, const glm::dmat4& transform) {
     }
     return result;
 }
+
+namespace {
 
 /// Rz * Ry * Rx.
 glm::dmat3 rotation(const glm::dvec3& angles) {

@@ -22,6 +22,9 @@ namespace gull {
 /// part every few frames.
 enum class Layer { inherited, kept, drifting, moving };
 
+/// The box that holds `box` after `transform`.
+Box transformed(const Box& box, const glm::dmat4& transform);
+
 /// A place in the scene and what stands there. A node owns its children; pointers and references to a node
 /// are borrowed and last until it is removed from its parent.
 class Node {
