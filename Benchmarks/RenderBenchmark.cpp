@@ -1,35 +1,19 @@
-#include "Engine/Loop/Clock.h"
-#include "Engine/Render/OffscreenContext.h"
-#include "Engine/Render/Renderer.h"
-#include "Engine/Render/Target.h"
-#include "Gullwick/Scene/BeachScene.h"
+#include "BeachOffScreen.h"
 
 #include <benchmark/benchmark.h>
 
 #include <cmath>
-#include <memory>
 
 namespace gull {
 namespace {
 
 /// Beach 1 at 1240 x 800 as play shows it. Every measurement ends with the pixels read back, so that the work
 /// is done and not only queued; reading them costs about a millisecond itself.
-struct Play {
-    static constexpr Renderer::Size size{1240, 800};
-    std::unique_ptr<OffscreenContext> context = OffscreenContext::create();
-    ManualClock clock;
-    MainLoop loop{clock};
-    DelayedWork work{loop};
-    BeachScene scene{work};
-    Renderer renderer;
-    Target window{{size.width, size.height}, {{Format::rgba8}}};
+struct Play : BeachOffScreen {
     double time = 100;
 
-    explicit Play(RenderTier tier) {
-        scene.frame(static_cast<double>(size.width) / size.height);
-        scene.setBeach(1);
+    explicit Play(RenderTier tier) : BeachOffScreen(tier) {
         scene.introStart = -100;
-        renderer.setTier(tier);
         step(false);
         draw(true);
     }
@@ -37,10 +21,10 @@ struct Play {
         time += 1.0 / 60;
         PlotPoint coil{0.5 + 0.3 * std::sin(time), 0.5 + 0.2 * std::cos(1.3 * time)};
         if (sweeping) scene.trail.sweep(coil);
-        scene.update(time, 1.0 / 60, coil, {0.1, 0}, 0, 0.6, {1, 0.76, 0.28, 1});
+        BeachOffScreen::step(time, 1.0 / 60, coil);
     }
     void draw(bool wait) {
-        renderer.draw(scene.stage(), size, window.framebuffer(), wait);
+        BeachOffScreen::draw(wait);
         benchmark::DoNotOptimize(renderer.readBack({1, 1}));
     }
 };

@@ -10,6 +10,7 @@
 #include "Gullwick/App/AppDelegate.h"
 #include "Gullwick/App/Memory.h"
 #include "Gullwick/Game/GameController.h"
+#include "ResidentMemory.h"
 
 #include <fmt/format.h>
 
@@ -17,7 +18,6 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <map>
 #include <string>
 #include <vector>
@@ -118,15 +118,6 @@ class ScriptedPlay {
         last_ = timing.time;
         if (firstFrame_ == 0) firstFrame_ = timing.time;
         if (complete_ == 0 && timing.isComplete) complete_ = timing.time;
-    }
-
-    /// Of this process, MB; 0 where the system does not tell.
-    static double residentMemory() {
-        std::ifstream status("/proc/self/status");
-        for (std::string line; std::getline(status, line);) {
-            if (line.starts_with("VmRSS:")) return std::atof(line.c_str() + 6) / 1024;
-        }
-        return 0;
     }
 
     static double quantile(std::vector<double> values, double share) {

@@ -154,7 +154,7 @@ struct AppDelegate::Parts final : WindowCommands {
     void prepareAhead() {
         if (overlay.prepareIcon()) return;
         if (feedback.prepareOne()) return;
-        if (!renderer.settled() || rehearsed == BeachScene::rehearsals) return;
+        if (!renderer.settled() || rehearsed == BeachScene::rehearsals()) return;
         game.world().beginRehearsal(rehearsed++);
         renderer.rehearse(game.world().stage());
         game.world().endRehearsal();

@@ -168,7 +168,9 @@ void BeachScene::dig(const PlotPoint& at, const Hunt::DigOutcome& outcome) {
     shake = std::max(shake, found ? 1.0 : 0.4);
 }
 
-const int BeachScene::rehearsals = static_cast<int>(allKinds().size()) + 1;
+int BeachScene::rehearsals() {
+    return static_cast<int>(allKinds().size()) + 1;
+}
 
 void BeachScene::beginRehearsal(int number) {
     // First the rig's own lamp alone, then each item as it comes up.

@@ -60,8 +60,8 @@ class BeachScene {
     void showPing(const PlotPoint& from, const PlotPoint& to);
     /// A hole with its heap and a spray of sand, and the item that came up.
     void dig(const PlotPoint& at, const Hunt::DigOutcome& outcome);
-    /// Rehearsals there are.
-    static const int rehearsals;
+    /// How many rehearsals there are.
+    static int rehearsals();
     /// Puts up something that play shows later, for a renderer that wants to prepare for it; `number` counts
     /// from 0. endRehearsal() must follow before anybody sees it.
     void beginRehearsal(int number);

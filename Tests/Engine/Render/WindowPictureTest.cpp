@@ -92,6 +92,20 @@ TEST_F(WindowPicture, WhatMovesLeavesNothingBehind) {
     EXPECT_EQ(first, draw(shore.stage));
 }
 
+TEST_F(WindowPicture, ARehearsalIsNotSeen) {
+    for (RenderTier tier : {RenderTier::fast, RenderTier::full}) {
+        renderer->setTier(tier);
+        Image before = draw(shore.stage);
+        Node& place = shore.stage.root.addChild("rehearsal");
+        place.layer = Layer::moving;
+        place.position = {-1, 1, 0};
+        place.add(makeNode(primitives::sphere(0.5), std::make_shared<Material>()));
+        renderer->rehearse(shore.stage);
+        place.removeFromParent();
+        EXPECT_EQ(before, draw(shore.stage));
+    }
+}
+
 TEST_F(WindowPicture, AMovingShadowAndLampReachTheKeptGround) {
     renderer->setTier(RenderTier::fast);
     Image lit = draw(shore.stage);

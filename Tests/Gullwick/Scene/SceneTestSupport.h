@@ -5,7 +5,10 @@
 #include "Engine/Loop/MainLoop.h"
 #include "Gullwick/Scene/BeachScene.h"
 
+#include <gtest/gtest.h>
+
 #include <functional>
+#include <glm/geometric.hpp>
 #include <string_view>
 #include <vector>
 
@@ -29,6 +32,19 @@ inline Layer layerOf(const Node& node) {
     const Node* at = &node;
     while (at->layer == Layer::inherited && at->parent()) at = at->parent();
     return at->layer;
+}
+
+inline void expectNear(const glm::dvec3& actual, const glm::dvec3& expected, double tolerance = 1e-9) {
+    EXPECT_LT(glm::distance(actual, expected), tolerance)
+        << actual.x << ", " << actual.y << ", " << actual.z << " instead of " << expected.x << ", "
+        << expected.y << ", " << expected.z;
+}
+
+inline Hunt::DigOutcome treasure(ItemKind kind) {
+    return Hunt::Treasure{BuriedItem{0, kind, {0.5, 0.5}, 0}};
+}
+inline Hunt::DigOutcome junk(ItemKind kind) {
+    return Hunt::Junk{BuriedItem{0, kind, {0.5, 0.5}, 0}};
 }
 
 /// A scene on a clock that is turned by hand.

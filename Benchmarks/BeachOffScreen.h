@@ -1,0 +1,36 @@
+#pragma once
+
+#include "Engine/Loop/Clock.h"
+#include "Engine/Render/OffscreenContext.h"
+#include "Engine/Render/Renderer.h"
+#include "Engine/Render/Target.h"
+#include "Gullwick/Scene/BeachScene.h"
+
+#include <memory>
+
+namespace gull {
+
+/// A beach, a renderer and something to draw it into at 1240 x 800, without a window. The coil rests until
+/// step() moves it.
+struct BeachOffScreen {
+    static constexpr Renderer::Size size{1240, 800};
+
+    std::unique_ptr<OffscreenContext> context = OffscreenContext::create();
+    ManualClock clock;
+    MainLoop loop{clock};
+    DelayedWork work{loop};
+    BeachScene scene{work};
+    Renderer renderer;
+    Target window{{size.width, size.height}, {{Format::rgba8}}};
+
+    explicit BeachOffScreen(RenderTier tier = RenderTier::fast) {
+        scene.frame(static_cast<double>(size.width) / size.height);
+        renderer.setTier(tier);
+    }
+    void step(double time, double dt, const PlotPoint& coil = {0.4, 0.4}) {
+        scene.update(time, dt, coil, {0.1, 0}, 0, 0.6, {1, 0.76, 0.28, 1});
+    }
+    void draw(bool wait) { renderer.draw(scene.stage(), size, window.framebuffer(), wait); }
+};
+
+}  // namespace gull
