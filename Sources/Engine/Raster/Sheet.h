@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Engine/Raster/Canvas.h"
+#include "Engine/Raster/PixelRect.h"
 
 #include <span>
 #include <vector>
@@ -11,14 +12,7 @@ namespace gull {
 /// from the others by its number, so that whoever shows it need only fetch what changed. Fading and moving
 /// a sheet changes neither. A plain value that borrows what it shows.
 struct Sheet {
-    /// Whole pixels, from the top left.
-    struct Area {
-        int x = 0;
-        int y = 0;
-        int width = 0;
-        int height = 0;
-        bool operator==(const Area&) const = default;
-    };
+    using Area = PixelRect;
 
     int id = 0;          ///< small, and the same from picture to picture
     Area place;          ///< on the picture, whose edges it may cross

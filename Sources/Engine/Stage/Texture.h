@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Engine/Raster/Image.h"
+#include "Engine/Raster/PixelRect.h"
 
 #include <cstdint>
 #include <functional>
@@ -8,13 +9,6 @@
 #include <vector>
 
 namespace gull {
-
-struct PixelRect {
-    int x = 0;
-    int y = 0;
-    int width = 0;
-    int height = 0;
-};
 
 /// An image as a surface sees it; texture coordinate (0, 0) is its lower left corner, (1, 1) its upper right
 /// one. Its pixels are drawn when somebody first asks for them, so a stage that
