@@ -40,16 +40,29 @@ PixelArea Viewpoint::area(const Box& box, const glm::dmat4& model) const {
     if (box.empty()) return {};
     glm::dmat4 toClip = viewProjection * model;
     double left = 1e9, right = -1e9, bottom = 1e9, top = -1e9;
+    bool partlyBehind = false;
+    unsigned outside = ~0U;  // the sides of the frustum that all corners lie beyond
     for (int corner = 0; corner < 8; ++corner) {
         glm::dvec4 p(corner & 1 ? box.max.x : box.min.x, corner & 2 ? box.max.y : box.min.y,
                      corner & 4 ? box.max.z : box.min.z, 1);
         glm::dvec4 clip = toClip * p;
-        if (clip.w <= 1e-3) return PixelArea::whole(size);
+        unsigned beyond = 0;
+        for (int axis = 0; axis < 3; ++axis) {
+            if (clip[axis] < -clip.w) beyond |= 1U << (2 * axis);
+            if (clip[axis] > clip.w) beyond |= 2U << (2 * axis);
+        }
+        outside &= beyond;
+        if (clip.w <= 1e-3) {
+            partlyBehind = true;
+            continue;
+        }
         left = std::min(left, clip.x / clip.w);
         right = std::max(right, clip.x / clip.w);
         bottom = std::min(bottom, clip.y / clip.w);
         top = std::max(top, clip.y / clip.w);
     }
+    if (outside != 0) return {};
+    if (partlyBehind) return PixelArea::whole(size);
     // Clamped first: far outside, the numbers would not fit an int.
     auto pixel = [](double ndc, int count) { return (std::clamp(ndc, -4.0, 4.0) * 0.5 + 0.5) * count; };
     int x0 = static_cast<int>(std::floor(pixel(left, size.width))) - 1;

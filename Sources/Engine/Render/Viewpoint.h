@@ -25,8 +25,8 @@ struct Viewpoint {
     /// Whether any of its rays goes level or upward.
     bool seesHorizon() const;
 
-    /// The pixels that `box`, moved by `model`, may touch; the whole picture when part of it is behind the
-    /// eye.
+    /// The pixels that `box`, moved by `model`, may touch; nothing when all of it lies outside
+    /// the view, the whole picture when part of it is behind the eye.
     PixelArea area(const Box& box, const glm::dmat4& model = glm::dmat4(1)) const;
 };
 
