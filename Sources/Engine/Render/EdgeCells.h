@@ -11,7 +11,7 @@ namespace gull {
 /// these gain from more than one sample a pixel.
 class EdgeCells {
   public:
-    static constexpr int cellSize = 64;  ///< pixels
+    static constexpr int cellSize = 16;  ///< pixels
 
     /// Looks for edges in the depth (0 to 1) of the whole picture seen through `view`, lowest row first.
     /// Only squares that touch `area` are looked at anew.

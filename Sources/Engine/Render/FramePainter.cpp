@@ -121,7 +121,7 @@ void FramePainter::drawCover(const Frame& frame, int shrink) {
     glDisable(GL_BLEND);
     cover_.use();
     cover_.set("shrink", shrink);
-    areas_.draw(shaded);
+    studio_.areas.draw(shaded);
     bindTexture(unitMovingCover, covered_.colour());
 }
 
@@ -132,7 +132,7 @@ void FramePainter::relight(const Frame& frame, const KeptLayer& kept) {
         const std::vector<PixelArea>& areas = frame.reached[static_cast<std::size_t>(marks)];
         if (areas.empty()) continue;
         relightProgram(frame, kept, marks, true).use();
-        areas_.draw(areas);
+        studio_.areas.draw(areas);
     }
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "Engine/Render/AreaPass.h"
 #include "Engine/Render/Backdrop.h"
 #include "Engine/Render/DirtySquares.h"
 #include "Engine/Render/KeptLayer.h"
@@ -32,7 +31,6 @@ class FramePainter {
 
     Studio& studio_;
     MovingShadow shadow_;
-    AreaPass areas_;
     Program cover_;
     GlSampler quickSky_;  ///< mirrors take the nearest mipmap
     std::map<int, Program> relightPrograms_;

@@ -177,18 +177,27 @@ void KeptLayer::drawTile(const Stage& stage, const DrawList& list, const PixelAr
 void KeptLayer::drawEdges(const Stage& stage, const DrawList& list, const PixelArea& area) {
     const std::vector<PixelArea> cells = edges_.within(area);
     if (cells.empty()) return;
+    PixelArea part;
+    for (const PixelArea& cell : cells) part = part.united(cell);
     block_.tile = {area.x, area.y, 0, 0};
     studio_.uniforms.upload(block_);
     tile_.bind();
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(part.x - area.x, part.y - area.y, part.width, part.height);
+    glViewport(-area.x, -area.y, view_.size.width, view_.size.height);
+    // Nothing is drawn where depth stays as near as it can be.
     glDepthMask(GL_TRUE);
     glClearColor(0, 0, 0, 0);
+    glClearDepth(0);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-    glEnable(GL_SCISSOR_TEST);
-    glViewport(-area.x, -area.y, view_.size.width, view_.size.height);
-    for (const PixelArea& cell : cells) {
-        glScissor(cell.x - area.x, cell.y - area.y, cell.width, cell.height);
-        drawSurfaces(stage, list, cell, true);
-    }
+    glClearDepth(1);
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_ALWAYS);
+    glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
+    studio_.farAway.use();
+    studio_.areas.draw(cells);
+    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+    drawSurfaces(stage, list, part, true);
     glDisable(GL_SCISSOR_TEST);
     for (const PixelArea& cell : cells)
         tile_.resolve(0, {cell.x - area.x, cell.y - area.y, cell.width, cell.height}, light_, 0, cell.x,

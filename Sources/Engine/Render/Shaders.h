@@ -13,7 +13,8 @@ extern const std::string_view surfaceVertex;
 extern const std::string_view surfaceFragment;
 extern const std::string_view depthVertex;  ///< position only; same result as surfaceVertex
 extern const std::string_view depthFragment;
-extern const std::string_view paintVertex;  ///< what a multiply map puts onto a kept surface
+extern const std::string_view farAwayVertex;  ///< rectangles of the picture at the farthest depth
+extern const std::string_view paintVertex;    ///< what a multiply map puts onto a kept surface
 extern const std::string_view paintFragment;
 extern const std::string_view skyFragment;
 extern const std::string_view particleVertex;

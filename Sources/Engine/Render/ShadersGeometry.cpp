@@ -20,6 +20,11 @@ void main() {
 #endif
 )glsl";
 
+const std::string_view farAwayVertex = R"glsl(
+layout(location = 0) in vec2 pixel;
+void main() { gl_Position = vec4(pixel * frame.picture.zw * 2.0 - 1.0, 1.0, 1.0); }
+)glsl";
+
 const std::string_view paintVertex = R"glsl(
 layout(location = 0) in vec3 inPosition;
 layout(location = 2) in vec2 inUv0;

@@ -20,7 +20,8 @@ Studio::Studio()
       keptSky("kept sky", shaders::fullScreen, shaders::skyFragment, {"OUT_KEPT"}),
       displaySky("developed sky", shaders::fullScreen, shaders::skyFragment, {"OUT_DISPLAY"}),
       farthest("farthest depth", shaders::fullScreen, shaders::farthestFragment),
-      paint("paint", shaders::paintVertex, shaders::paintFragment) {}
+      paint("paint", shaders::paintVertex, shaders::paintFragment),
+      farAway("far away", shaders::farAwayVertex, shaders::depthFragment) {}
 
 void Studio::drawDepth(const DrawLayer& layer, const Viewpoint& view, const PixelArea& area) {
     glEnable(GL_DEPTH_TEST);

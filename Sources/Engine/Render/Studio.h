@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Engine/Render/AreaPass.h"
 #include "Engine/Render/ContactShadows.h"
 #include "Engine/Render/Development.h"
 #include "Engine/Render/EnvironmentCache.h"
@@ -27,6 +28,7 @@ struct Studio {
     EnvironmentCache environments;
     FrameUniforms uniforms;
     ScreenPass screen;
+    AreaPass areas;
     SurfacePainter surfaces;
     ParticlePainter particles;
     Development development;
@@ -37,6 +39,7 @@ struct Studio {
     Program displaySky;
     Program farthest;  ///< depth at half resolution
     Program paint;
+    Program farAway;  ///< sets areas to the farthest depth
     ContactShadows::Programs contactShadows;
 
     /// Draws opaque depth alone into the bound target, within `area` of the picture.

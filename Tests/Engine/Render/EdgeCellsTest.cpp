@@ -45,7 +45,7 @@ TEST(EdgeCells, APlaneHasNone) {
 }
 
 TEST(EdgeCells, AThinPoleMarksItsColumnOnly) {
-    EdgeCells cells = cellsOf([](int x, int y) { return plane(x, y) - (x == cell + 9 ? 0.3 : 0); });
+    EdgeCells cells = cellsOf([](int x, int y) { return plane(x, y) - (x == cell + cell / 2 ? 0.3 : 0); });
     std::vector<PixelArea> found = cells.within(PixelArea::whole(lens().size));
     ASSERT_EQ(found.size(), 3U);
     for (int i = 0; i < 3; ++i)
@@ -53,14 +53,14 @@ TEST(EdgeCells, AThinPoleMarksItsColumnOnly) {
 }
 
 TEST(EdgeCells, AStepAcrossIsOneRunCutToTheAreaAskedFor) {
-    EdgeCells cells = cellsOf([](int x, int y) { return plane(x, y) + (y < cell + 20 ? 0 : 0.2); });
+    EdgeCells cells = cellsOf([](int x, int y) { return plane(x, y) + (y < cell + cell / 2 ? 0 : 0.2); });
     std::vector<PixelArea> found = cells.within({10, cell + 5, 2 * cell, cell});
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(found[0], (PixelArea{10, cell + 5, 2 * cell, cell - 5}));
 }
 
 TEST(EdgeCells, WhereAWallMeetsTheGroundIsAnEdge) {
-    EdgeCells cells = cellsOf([](int x, int y) { return plane(x, std::min(y, cell + 30)); });
+    EdgeCells cells = cellsOf([](int x, int y) { return plane(x, std::min(y, cell + cell / 2)); });
     EXPECT_FALSE(cells.within({0, cell, 4 * cell, cell}).empty());
     EXPECT_TRUE(cells.within({0, 0, 4 * cell, cell}).empty());
 }
