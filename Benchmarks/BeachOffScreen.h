@@ -21,7 +21,7 @@ struct BeachOffScreen {
     DelayedWork work{loop};
     BeachScene scene{work};
     Renderer renderer;
-    Target window{{size.width, size.height}, {{Format::rgba8}}};
+    Target window{{size.width, size.height}, {{Format::bgra8}}};
 
     explicit BeachOffScreen(RenderTier tier = RenderTier::fast) {
         scene.frame(static_cast<double>(size.width) / size.height);

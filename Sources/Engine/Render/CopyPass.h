@@ -4,21 +4,33 @@
 #include "Engine/Render/PixelArea.h"
 #include "Engine/Render/Program.h"
 
+#include <glm/mat3x3.hpp>
+
 namespace gull {
 
-/// Copies a picture onto the bound framebuffer of the same size, pixel by pixel. Whole rectangles, the
+/// Copies a picture onto the bound framebuffer of the same size. Whole rectangles, the
 /// shortest of programs and a picture of Format::bgra8: what a software rasteriser has a path for that is
 /// several times quicker than a blit.
 class CopyPass {
   public:
     CopyPass();
+    /// Pixel by pixel.
     void draw(unsigned picture, const PixelSize& size) const;
+    /// Slightly bent: what is seen at a place (0 to 1, origin lower left, homogeneous) is at `toPicture` of
+    /// it in the picture, which goes on beyond its edge as it ends. Right within a tenth of a pixel as long
+    /// as nothing moves by more than some twenty.
+    void drawBent(unsigned picture, const PixelSize& size, const glm::dmat3& toPicture) const;
 
   private:
+    void begin(unsigned picture, const PixelSize& size, const GlSampler& sampler) const;
+
     Program program_;
     GlSampler exact_;
+    GlSampler smooth_;
     GlVertexArray array_;
     GlBuffer buffer_;
+    GlVertexArray bentArray_;
+    GlBuffer bentBuffer_;
 };
 
 }  // namespace gull

@@ -138,14 +138,7 @@ void WindowPainter::present(const Target& picture, const PixelSize& size, unsign
 void WindowPainter::presentWarped(const Target& picture, const Viewpoint& from, const Viewpoint& to,
                                   unsigned framebuffer) const {
     glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
-    glViewport(0, 0, to.size.width, to.size.height);
-    glDisable(GL_DEPTH_TEST);
-    glDisable(GL_BLEND);
-    bindTexture(unitSource, picture.colour());
-    warp_.use();
-    warp_.set("toSource", glm::mat3(groundWarp(from, to)));
-    warp_.set("share", 1.0F);
-    studio_.screen.draw(warp_);
+    copy_.drawBent(picture.colour(), to.size, groundWarp(from, to));
 }
 
 void WindowPainter::fade(const PixelSize& size, double time) {
