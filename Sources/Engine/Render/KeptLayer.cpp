@@ -43,8 +43,8 @@ void KeptLayer::begin(const Stage& stage, const Viewpoint& view) {
     view_ = view;
     serial_ = stage.keptSerial();
     done_ = false;
-    step_ = Step::shadow;
-    nextTile_ = 0;
+    work_ = {PixelArea::whole(view.size), std::nullopt, true, {}, Step::shadow, 0};
+    waiting_.clear();
     changes_.begin(view.size);
     const PixelSize& size = view.size;
     if (!light_ || !(light_.size() == size)) {
@@ -81,56 +81,62 @@ void KeptLayer::prepare(const Stage& stage, DrawList& list) {
 
 bool KeptLayer::build(const Stage& stage, double budget) {
     if (complete()) return true;
-    double start = now();
     DrawList list;
     prepare(stage, list);
-    PixelArea whole = PixelArea::whole(view_.size);
-    const std::vector<PixelArea> tiles = tilesOf(whole);
-    do {
-        switch (step_) {
-            case Step::shadow:
-                if (list.sun.light && list.sun.light->castsShadow)
-                    shadow_.draw({&list.kept}, list.sun.matrix, list.sun.light->shadowMapSize,
-                                 studio_.sunDepth);
-                casters_ = casterHash(list.kept);
-                step_ = Step::depth;
-                break;
-            case Step::depth:
-                drawDepth(list, whole);
-                readDepth(list, whole);
-                step_ = Step::contact;
-                break;
-            case Step::contact:
-                if (shading(list).occlusion) contact_.draw(depth(), view_, whole);
-                step_ = Step::tiles;
-                break;
-            case Step::tiles:
-                shadow_.bind(unitSunShadow);
-                contact_.bind();
-                drawTile(stage, list, tiles[nextTile_]);
-                if (++nextTile_ == tiles.size()) {
-                    step_ = Step::edges;
-                    nextTile_ = 0;
-                }
-                break;
-            case Step::edges:
-                shadow_.bind(unitSunShadow);
-                contact_.bind();
-                drawEdges(stage, list, tiles[nextTile_]);
-                if (++nextTile_ == tiles.size()) step_ = Step::develop;
-                break;
-            case Step::develop:
-                findGlow(list);
-                develop(whole);
-                step_ = Step::done;
-                break;
-            case Step::done:
-                break;
-        }
-        if (step_ == Step::done) done_ = true;
-        glFinish();
-    } while (!done_ && now() - start < budget);
+    work(stage, list, budget);
+    done_ = work_.step == Step::done;
     return done_;
+}
+
+void KeptLayer::work(const Stage& stage, const DrawList& list, double budget) {
+    const double start = now();
+    do {
+        takeStep(stage, list);
+        glFinish();
+    } while (work_.step != Step::done && now() - start < budget);
+}
+
+void KeptLayer::takeStep(const Stage& stage, const DrawList& list) {
+    const std::vector<PixelArea> tiles = tilesOf(work_.area);
+    shadow_.bind(unitSunShadow);
+    contact_.bind();
+    switch (work_.step) {
+        case Step::shadow:
+            if (work_.changed && work_.recast)
+                shadow_.redraw(list.kept, list.sun.matrix, studio_.sunDepth, *work_.changed);
+            else if (!work_.changed && list.sun.light && list.sun.light->castsShadow)
+                shadow_.draw({&list.kept}, list.sun.matrix, list.sun.light->shadowMapSize, studio_.sunDepth);
+            casters_ = casterHash(list.kept);
+            work_.step = Step::depth;
+            break;
+        case Step::depth:
+            drawDepth(list, work_.area);
+            if (work_.recast) readDepth(list, work_.area);
+            work_.step = Step::contact;
+            break;
+        case Step::contact:
+            if (shading(list).occlusion) contact_.draw(depth(), view_, work_.area);
+            work_.step = Step::tiles;
+            break;
+        case Step::tiles:
+            drawTile(stage, list, tiles[work_.nextTile]);
+            if (++work_.nextTile == tiles.size()) {
+                work_.step = Step::edges;
+                work_.nextTile = 0;
+            }
+            break;
+        case Step::edges:
+            drawEdges(stage, list, tiles[work_.nextTile]);
+            if (++work_.nextTile == tiles.size()) work_.step = Step::develop;
+            break;
+        case Step::develop:
+            if (!work_.changed) findGlow(list);
+            develop(work_.area.united(work_.painted));
+            work_.step = Step::done;
+            break;
+        case Step::done:
+            break;
+    }
 }
 
 void KeptLayer::drawDepth(const DrawList& list, const PixelArea& area) {
@@ -259,28 +265,44 @@ void KeptLayer::develop(const PixelArea& area) {
     glDisable(GL_SCISSOR_TEST);
 }
 
-bool KeptLayer::refresh(const Stage& stage) {
-    if (stage.keptSerial() == serial_) return true;
-    auto changes = stage.keptChangesSince(serial_);
-    if (!changes || !complete()) return false;
-    serial_ = stage.keptSerial();
-    std::erase_if(*changes, [this](const Stage::KeptChange& change) {
-        if (change.onlyPaint)
-            develop(view_.area(change.box).grown(2).intersection(PixelArea::whole(view_.size)));
-        return change.onlyPaint;
-    });
-    if (!changes->empty()) redraw(stage, *changes);
+bool KeptLayer::refresh(const Stage& stage, double budget) {
+    if (stage.keptSerial() != serial_) {
+        const auto changes = stage.keptChangesSince(serial_);
+        if (!changes || !complete()) return false;
+        serial_ = stage.keptSerial();
+        takeChanges(*changes);
+    }
+    if (!complete() || !pending()) return true;
+    DrawList list;
+    prepare(stage, list);
+    const double start = now();
+    do {
+        if (work_.step == Step::done) beginRedraw(list);
+        if (work_.step != Step::done) work(stage, list, budget);
+    } while (pending() && now() - start < budget);
     return true;
 }
 
-void KeptLayer::redraw(const Stage& stage, const std::vector<Stage::KeptChange>& changes) {
-    PixelArea whole = PixelArea::whole(view_.size), area;
-    DrawList list;
-    prepare(stage, list);
-    std::uint64_t casters = casterHash(list.kept);
-    bool recast = casters != casters_ && list.sun.light && list.sun.light->castsShadow;
-    Box changed;
+void KeptLayer::takeChanges(const std::vector<Stage::KeptChange>& changes) {
     for (const auto& [serial, box, onlyPaint] : changes) {
+        if (!onlyPaint) {
+            waiting_.push_back(box);
+            continue;
+        }
+        const PixelArea area = view_.area(box).grown(2).intersection(PixelArea::whole(view_.size));
+        // Depth and light of what is being drawn are ahead of the picture.
+        if (work_.step != Step::done && !area.intersection(work_.area).empty())
+            work_.painted = work_.painted.united(area);
+        else
+            develop(area);
+    }
+}
+
+void KeptLayer::beginRedraw(const DrawList& list) {
+    const bool recast = casterHash(list.kept) != casters_ && list.sun.light && list.sun.light->castsShadow;
+    PixelArea area;
+    Box changed;
+    for (const Box& box : waiting_) {
         Box reach = box;
         changed.include(box);
         // What came or went throws its shadow elsewhere than where it stands.
@@ -291,24 +313,10 @@ void KeptLayer::redraw(const Stage& stage, const std::vector<Stage::KeptChange>&
         }
         area = area.united(view_.area(reach).grown(2));
     }
-    area = area.intersection(whole);
+    waiting_.clear();
+    area = area.intersection(PixelArea::whole(view_.size));
     if (area.empty()) return;
-    casters_ = casters;
-    if (recast) shadow_.redraw(list.kept, list.sun.matrix, studio_.sunDepth, changed);
-    drawArea(stage, list, area, recast);
-}
-
-void KeptLayer::drawArea(const Stage& stage, const DrawList& list, const PixelArea& area, bool recast) {
-    drawDepth(list, area);
-    if (recast) readDepth(list, area);
-    if (shading(list).occlusion) contact_.draw(depth(), view_, area);
-    shadow_.bind(unitSunShadow);
-    contact_.bind();
-    for (const PixelArea& tile : tilesOf(area)) {
-        drawTile(stage, list, tile);
-        drawEdges(stage, list, tile);
-    }
-    develop(area);
+    work_ = {area, changed, recast, {}, Step::shadow, 0};
 }
 
 }  // namespace gull

@@ -25,11 +25,15 @@ class KeptLayer {
     void begin(const Stage& stage, const Viewpoint& view);
     /// Builds on for about `budget` seconds (at least one step); true when complete. `stage` as in begin().
     bool build(const Stage& stage, double budget);
-    /// Draws again what was touched since it was begun or last refreshed; false when everything was.
-    bool refresh(const Stage& stage);
+    /// Follows what was touched since it was begun or last refreshed; false when everything was. What changed
+    /// is drawn again for about `budget` seconds a call (at least one step); its old picture stays until the
+    /// new one is complete. Paint shows at once where nothing else is being drawn.
+    bool refresh(const Stage& stage, double budget);
 
     bool begun() const { return stage_ != nullptr; }
     bool complete() const { return begun() && done_; }
+    /// Whether a change is not in the picture yet.
+    bool pending() const { return work_.step != Step::done || !waiting_.empty(); }
     /// True when it shows (or will show) this stage as seen through this view, and the stage's kept content
     /// has not changed as a whole since.
     bool shows(const Stage& stage, const Viewpoint& view) const;
@@ -53,18 +57,30 @@ class KeptLayer {
 
   private:
     enum class Step { shadow, depth, contact, tiles, edges, develop, done };
+    /// A part of the picture on its way from the shadow map to the developed picture.
+    struct Work {
+        PixelArea area;
+        std::optional<Box> changed;  ///< what is new in the shadow map, world space; nothing: everything
+        bool recast = true;          ///< what stands there changed, too
+        PixelArea painted;           ///< to be developed besides
+        Step step = Step::done;
+        std::size_t nextTile = 0;
+    };
 
     void prepare(const Stage& stage, DrawList& list);
+    /// Works for `budget` seconds, at least one step.
+    void work(const Stage& stage, const DrawList& list, double budget);
+    void takeStep(const Stage& stage, const DrawList& list);
+    /// Starts on what waits; nothing may be under way.
+    void beginRedraw(const DrawList& list);
+    void takeChanges(const std::vector<Stage::KeptChange>& changes);
     void drawDepth(const DrawList& list, const PixelArea& area);
     void readDepth(const DrawList& list, const PixelArea& area);
     /// One sample a pixel, which is enough where no edge is.
     void drawTile(const Stage& stage, const DrawList& list, const PixelArea& area);
-    void redraw(const Stage& stage, const std::vector<Stage::KeptChange>& changes);
     /// Draws the light again with four samples a pixel in the cells of `area` that show an edge.
     void drawEdges(const Stage& stage, const DrawList& list, const PixelArea& area);
     void drawSurfaces(const Stage& stage, const DrawList& list, const PixelArea& area, bool onlyLit);
-    /// `recast`: what stands there changed, too.
-    void drawArea(const Stage& stage, const DrawList& list, const PixelArea& area, bool recast);
     /// What shines over its surroundings, the sun in the sea included: that moves, but hardly from its place.
     void findGlow(const DrawList& list);
     /// Lays the paint on and makes the picture.
@@ -76,8 +92,8 @@ class KeptLayer {
     Viewpoint view_;
     std::uint64_t serial_ = 0;
     bool done_ = false;
-    Step step_ = Step::shadow;
-    std::size_t nextTile_ = 0;
+    Work work_;
+    std::vector<Box> waiting_;  ///< touched, and not being drawn yet
 
     std::uint64_t casters_ = 0;  ///< what threw shadows when the map was drawn
     FrameBlock block_;

@@ -15,7 +15,9 @@ namespace {
 constexpr double sameView = 0.05;      // pixels: too little to see
 constexpr double nearView = 14;        // pixels: a shake
 constexpr double buildBudget = 0.009;  // seconds a frame
-constexpr double fadeTime = 0.2;       // seconds, from the travelling picture to the kept one
+constexpr double refreshBudget = 0.004;
+constexpr double unhurried = std::numeric_limits<double>::infinity();
+constexpr double fadeTime = 0.2;  // seconds, from the travelling picture to the kept one
 
 /// World x, z on the ground to clip x, y, w.
 glm::dmat3 groundToClip(const Viewpoint& view) {
@@ -60,7 +62,8 @@ void WindowPainter::draw(const Stage& stage, const PixelSize& size, unsigned fra
     Viewpoint view = Viewpoint::of(stage, size);
     Viewpoint goal = stage.restingView ? view.standingAt(*stage.restingView) : view;
     bool gone = false;
-    if (shown_ && !(shown_->showsContent(stage) && shown_->refresh(stage))) {
+    const double refreshing = wait || tier == RenderTier::full ? unhurried : refreshBudget;
+    if (shown_ && !(shown_->showsContent(stage) && shown_->refresh(stage, refreshing))) {
         shown_.reset();
         gone = true;
     }
@@ -70,7 +73,7 @@ void WindowPainter::draw(const Stage& stage, const PixelSize& size, unsigned fra
     }
     if (gone) studio_.collectGarbage();  // with another beach the meshes of the last one go
     if (wait || wantsBuilding(stage, view, goal))
-        build(stage, wait ? view : goal, wait ? std::numeric_limits<double>::infinity() : buildBudget);
+        build(stage, wait ? view : goal, wait ? unhurried : buildBudget);
     last_ = view;
 
     double apart = shown_ ? shift(shown_->view(), view) : 1e9;
@@ -83,7 +86,7 @@ void WindowPainter::draw(const Stage& stage, const PixelSize& size, unsigned fra
             present(picture, size, framebuffer);
         else
             presentWarped(picture, shown_->view(), view, framebuffer);
-        settled_ = !resized && apart < sameView;
+        settled_ = !resized && apart < sameView && !shown_->pending();
         if (travelled_ && !wait) fade(size, stage.time);
         if (wait) travelled_.reset();
     } else if (tier == RenderTier::full) {
@@ -117,7 +120,7 @@ void WindowPainter::build(const Stage& stage, const Viewpoint& goal, double budg
         next_->begin(stage, goal);
     }
     if (!next_->build(stage, budget)) return;
-    next_->refresh(stage);
+    next_->refresh(stage, budget);
     shown_ = std::move(next_);
 }
 

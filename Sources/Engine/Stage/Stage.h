@@ -36,7 +36,8 @@ class Stage {
     /// renderer may prepare that picture ahead.
     std::optional<glm::dmat4> restingView;
 
-    /// The kept layer changed everywhere / within `box` (world space).
+    /// The kept layer changed everywhere / within `box` (world space). A renderer may take a few frames to
+    /// show the change.
     void touchKept();
     void touchKept(const Box& box);
     /// Only what multiply maps show changed, within `box`.

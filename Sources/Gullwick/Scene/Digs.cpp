@@ -17,6 +17,7 @@ namespace {
 constexpr double startDepth = 0.3;  // below the sand
 constexpr double startScale = 0.4;
 constexpr double sprayLasts = 1.5;  // seconds until its node is cleared away
+constexpr double settling = 0.3;    // seconds until what came to rest is surely seen to rest
 
 /// Thrown-up sand is uneven: a bump field over directions from the centre.
 double bump(const glm::dvec3& n) {
@@ -50,6 +51,18 @@ std::shared_ptr<Light> glow() {
     light->intensity = 0;
     light->attenuationEnd = 2.6;
     return light;
+}
+
+std::unique_ptr<Node> twin(const Node& node) {
+    auto copy = std::make_unique<Node>();
+    copy->position = node.position;
+    copy->eulerAngles = node.eulerAngles;
+    copy->scale = node.scale;
+    copy->castsShadow = node.castsShadow;
+    copy->geometry = node.geometry;
+    copy->materials = node.materials;
+    for (const auto& child : node.children()) copy->add(twin(*child));
+    return copy;
 }
 
 }  // namespace
@@ -118,7 +131,11 @@ void Digs::spray(const glm::dvec3& ground, double time) {
     node.position = ground + glm::dvec3(0, 0.1, 0);
     node.layer = Layer::moving;
     node.particles.push_back(sandSpray(time));
-    delayedWork_.after(sprayLasts, [&node, beach = std::weak_ptr(beachToken_)] {
+    removeAfter(sprayLasts, node);
+}
+
+void Digs::removeAfter(double seconds, Node& node) {
+    delayedWork_.after(seconds, [&node, beach = std::weak_ptr(beachToken_)] {
         if (!beach.expired()) node.removeFromParent();
     });
 }
@@ -198,7 +215,11 @@ void Digs::end(Reveal& reveal) {
         reveal.node->removeFromParent();
         reveal.node = nullptr;
     } else {
-        // From now on it rests on the beach.
+        // From now on it rests on the beach. A renderer may show that a little later; until then its twin is
+        // seen, which still counts as moving.
+        Node& moving = beachRoot_->add(twin(*reveal.node));
+        moving.layer = Layer::moving;
+        removeAfter(settling, moving);
         reveal.node->layer = Layer::inherited;
         stage_.touchKept(reveal.node->bounds());
     }

@@ -40,6 +40,7 @@ class Digs {
     std::shared_ptr<ParticleSystem> sparkle(ItemKind kind, double time) const;
     void raise(ItemKind kind, const glm::dvec3& ground, double time);
     void end(Reveal& reveal);
+    void removeAfter(double seconds, Node& node);
 
     Stage& stage_;
     Textures& textures_;

@@ -66,6 +66,32 @@ TEST_F(WindowPicture, ATouchedBoxIsDrawnAgainAsIfEverythingWere) {
     EXPECT_GE(psnr(both, draw(shore.stage)), 50);
 }
 
+TEST_F(WindowPicture, AChangeIsSeenWholeAfterAFewFramesAndNotBefore) {
+    renderer->setTier(RenderTier::fast);
+    const Image before = draw(shore.stage);
+    Node& stone = shore.stage.root.add(makeNode(primitives::sphere(0.3), std::make_shared<Material>()));
+    stone.position = {-3.5, 0.3, -0.8};
+    shore.stage.touchKept(stone.bounds());
+    Image picture = draw(shore.stage, size, false);
+    int frames = 1;
+    for (; !renderer->settled() && frames < 20; ++frames) {
+        EXPECT_GE(psnr(before, picture, beach), 60) << "as if nothing had happened";
+        picture = draw(shore.stage, size, false);
+    }
+    EXPECT_LT(frames, 8);
+    EXPECT_LT(psnr(before, picture, beach), 45);
+    shore.stage.touchKept();
+    EXPECT_GE(psnr(picture, draw(shore.stage)), 50);
+
+    // What comes while another change is on its way is not forgotten.
+    stone.position.x += 0.4;
+    shore.stage.touchKept(stone.bounds());
+    draw(shore.stage, size, false);
+    stone.hidden = true;
+    shore.stage.touchKept({{-5, -0.5, -2}, {-2, 0.6, 0.5}});
+    EXPECT_GE(psnr(before, draw(shore.stage)), 50);
+}
+
 TEST_F(WindowPicture, WhatDriftsIsWholeAgainAfterAFewFrames) {
     renderer->setTier(RenderTier::fast);
     const Renderer::Size large{1240, 800};

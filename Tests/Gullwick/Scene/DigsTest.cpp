@@ -126,6 +126,15 @@ TEST(Digs, junkIsTossedAsideAndComesToRestInTheKeptLayer) {
     ASSERT_EQ(changes->size(), 1u);
     EXPECT_LT(changes->front().box.min.x, restX);
     EXPECT_GT(changes->front().box.max.x, restX);
+    const auto moving = [&] {
+        std::size_t shown = 0;
+        for (const auto& node : can.parent()->children())
+            if (node->layer == Layer::moving && node->position == can.position) ++shown;
+        return shown;
+    };
+    EXPECT_EQ(moving(), 1u) << "seen until the kept layer shows it";
+    world.step(0.31);
+    EXPECT_EQ(moving(), 0u);
     scene.setBeach(1);
     EXPECT_TRUE(scene.reveals().empty());
     EXPECT_EQ(scene.stage().root.find("can"), nullptr);
