@@ -11,14 +11,21 @@ namespace gull {
 
 namespace {
 constexpr int shadowMapSize = 1024;
-constexpr double shadowLife = 0.5;  // seconds of stage time
+constexpr double shadowLife = 0.5;      // seconds of stage time
+constexpr std::size_t manyPixels = 50;  // a triangle: from there on they cost more than the triangles
+
+std::size_t triangles(const DrawItem& item) {
+    const std::vector<Mesh::Chunk>& chunks = item.mesh->chunks;
+    const Mesh::Chunk& last = chunks[item.element.firstChunk + item.element.chunkCount - 1];
+    return (last.first + last.count - chunks[item.element.firstChunk].first) / 3;
+}
 }  // namespace
 
 const Target& DirectPainter::draw(const Stage& stage, const Viewpoint& fullView) {
     Viewpoint view = fullView;
     view.size = {std::max(1, fullView.size.width / 2), std::max(1, fullView.size.height / 2)};
     if (!picture_ || !(picture_.size() == view.size))
-        picture_ = Target(view.size, {{Format::rgba8}, Format::depth16});
+        picture_ = Target(view.size, {{Format::bgra8}, Format::depth16});
     DrawList list = DrawList::of(stage, view, studio_.meshes);
     FrameBlock block =
         frameBlock(stage, view, list, studio_.environments.bind(stage.environment, list.sun.onGround()),
@@ -29,7 +36,7 @@ const Target& DirectPainter::draw(const Stage& stage, const Viewpoint& fullView)
     Shading shading;
     shading.output = Shading::Output::display;
     shading.plainFilm = !view.camera.hdr;
-    shading.matt = shading.small = true;
+    shading.matt = true;
     shading.sunShadow = list.sun.light && list.sun.light->castsShadow;
     if (shading.sunShadow) {
         // The rig barely moves against its surroundings during a flight: its shadow is in the same map, which
@@ -51,7 +58,12 @@ const Target& DirectPainter::draw(const Stage& stage, const Viewpoint& fullView)
     glDepthFunc(GL_LEQUAL);
     const DrawLayer* layers[] = {&list.kept, &list.drifting, &list.moving};
     for (const DrawLayer* layer : layers)
-        for (const DrawItem& item : layer->opaque) studio_.surfaces.draw(item, shading, view, whole);
+        for (const DrawItem& item : layer->opaque) {
+            shading.small =
+                static_cast<std::size_t>(item.area.width) * static_cast<std::size_t>(item.area.height) <
+                manyPixels * triangles(item);
+            studio_.surfaces.draw(item, shading, view, whole);
+        }
     studio_.drawSky(stage, view, shading.output);
     shading.small = false;
     studio_.drawBlended(layers, shading, view, whole, stage.time);

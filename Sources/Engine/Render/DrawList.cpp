@@ -40,7 +40,7 @@ class Gatherer {
         DrawLayer& layer = here.layer == Layer::moving     ? list_.moving
                            : here.layer == Layer::drifting ? list_.drifting
                                                            : list_.kept;
-        if (here.layer != Layer::kept || which_ == DrawList::Which::all) {
+        if (here.layer != Layer::kept || which_ != DrawList::Which::notKept) {
             if (node.geometry) addGeometry(node, here, layer);
             for (const auto& system : node.particles)
                 if (!isOver(*system, stage_.time))
@@ -55,7 +55,8 @@ class Gatherer {
   private:
     void addGeometry(const Node& node, const Inherited& here, DrawLayer& layer) {
         if (node.materials.empty() || node.geometry->indices.empty()) return;
-        const Mesh& mesh = meshes_.mesh(node.geometry);
+        bool coarse = which_ == DrawList::Which::coarse && node.coarseGeometry;
+        const Mesh& mesh = meshes_.mesh(coarse ? node.coarseGeometry : node.geometry);
         PixelArea area = view_.area(mesh.bounds, here.world);
         if (area.empty() && !node.castsShadow) return;
         glm::dvec3 middle((mesh.bounds.min + mesh.bounds.max) * 0.5);

@@ -69,7 +69,11 @@ struct DrawLayer {
 /// A stage flattened for one view: nothing hidden, world transforms computed, the layers apart. Borrows from
 /// the stage and the mesh cache; good until either changes.
 struct DrawList {
-    enum class Which { all, notKept };
+    enum class Which {
+        all,
+        coarse,  ///< all, in coarse geometries where there are any
+        notKept
+    };
 
     DrawLayer kept;
     DrawLayer drifting;

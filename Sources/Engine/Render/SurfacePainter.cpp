@@ -100,7 +100,7 @@ const Program& SurfacePainter::program(const DrawItem& item, const Shading& shad
     const std::pair<bool, const char*> switches[] = {
         {static_cast<bool>(material.diffuseMap), "DIFFUSE_MAP"},
         {shaded && material.normalMap && !matt, "NORMAL_MAP"},
-        {material.multiplyMap && shading.output != Shading::Output::kept, "MULTIPLY_MAP"},
+        {material.multiplyMap && shading.output != Shading::Output::kept && !matt, "MULTIPLY_MAP"},
         {material.multiplyMap && shading.output == Shading::Output::kept, "PAINTED"},
         {isFilm(item), "SMOOTH"},
         {item.blended && material.blend == Material::Blend::add, "ADDED"},

@@ -28,7 +28,7 @@ struct Shading {
     bool plainFilm = false;       ///< no tone mapping, for cameras without it
     bool onFilm = false;          ///< blended onto a film shaded before, see Output::film
     bool small = false;           ///< many small triangles rather than many pixels
-    bool matt = false;            ///< opaque surfaces but metals without mirror and without normal map
+    bool matt = false;            ///< opaque surfaces but metals without mirror, normal map and paint
     bool waterDepth = false;      ///< water looks up how deep it is in the picture's depth
 };
 

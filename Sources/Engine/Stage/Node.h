@@ -47,6 +47,8 @@ class Node {
     Layer layer = Layer::inherited;  ///< the root's is kept
 
     GeometryRef geometry;
+    /// The same in far fewer triangles, for quick pictures from a camera that travels; none: geometry serves.
+    GeometryRef coarseGeometry;
     std::vector<std::shared_ptr<Material>> materials;
     std::shared_ptr<Light> light;
     std::shared_ptr<Camera> camera;

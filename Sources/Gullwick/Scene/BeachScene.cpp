@@ -114,6 +114,7 @@ void BeachScene::setBeach(int number) {
     parts_->sand->sparkle = std::clamp((look_.sunIntensity - 600) / 600, 0.0, 1.6);
 
     Node& sand = beach.add(makeNode(parts_->sandMesh.coloured(look_), parts_->sand));
+    sand.coarseGeometry = std::make_shared<const Geometry>(parts_->sandMesh.coarse(look_));
     sand.name = "sand";
     sand.castsShadow = false;
     Node& surroundings = beach.add(makeNode(parts_->sandMesh.surroundings(look_), parts_->sand));

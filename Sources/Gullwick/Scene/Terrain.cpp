@@ -71,6 +71,7 @@ namespace {
 constexpr std::uint32_t columns = 153;
 constexpr std::uint32_t rows = 109;
 constexpr double spacing = 0.5;
+constexpr std::uint32_t coarseStep = 4;
 constexpr double left = -38;
 constexpr double top = -24;
 constexpr double detailTile = 3.2;
@@ -94,6 +95,19 @@ float dryness(double wet) {
     return static_cast<float>(1 - 0.75 * t * t * (3 - 2 * t));
 }
 
+/// Two triangles for every cell of a grid of vertices, row by row.
+std::vector<std::uint32_t> gridIndices(std::uint32_t across, std::uint32_t deep) {
+    std::vector<std::uint32_t> indices;
+    indices.reserve((across - 1) * (deep - 1) * 6);
+    for (std::uint32_t row = 0; row + 1 < deep; ++row) {
+        for (std::uint32_t column = 0; column + 1 < across; ++column) {
+            const std::uint32_t a = row * across + column, below = a + across;
+            indices.insert(indices.end(), {a, below, a + 1, a + 1, below, below + 1});
+        }
+    }
+    return indices;
+}
+
 /// A coarse grid of sand between two corners, for what lies beyond the fine one.
 void addCoarse(Geometry& geometry, const glm::dvec2& from, const glm::dvec2& to) {
     constexpr double piece = 3;
@@ -114,13 +128,8 @@ void addCoarse(Geometry& geometry, const glm::dvec2& from, const glm::dvec2& to)
             geometry.vertices.push_back(vertex);
         }
     }
-    for (std::uint32_t row = 0; row < deep; ++row) {
-        for (std::uint32_t column = 0; column < across; ++column) {
-            const std::uint32_t a = base + row * (across + 1) + column;
-            const std::uint32_t below = a + across + 1;
-            geometry.indices.insert(geometry.indices.end(), {a, below, a + 1, a + 1, below, below + 1});
-        }
-    }
+    for (const std::uint32_t index : gridIndices(across + 1, deep + 1))
+        geometry.indices.push_back(base + index);
 }
 
 glm::vec4 linear(const RGB& colour) {
@@ -148,14 +157,7 @@ SandMesh::SandMesh() {
             bare_.vertices.push_back(vertex);
         }
     }
-    bare_.indices.reserve((columns - 1) * (rows - 1) * 6);
-    for (std::uint32_t row = 0; row + 1 < rows; ++row) {
-        for (std::uint32_t column = 0; column + 1 < columns; ++column) {
-            const std::uint32_t a = row * columns + column;
-            bare_.indices.insert(bare_.indices.end(),
-                                 {a, a + columns, a + 1, a + 1, a + columns, a + columns + 1});
-        }
-    }
+    bare_.indices = gridIndices(columns, rows);
     bare_.elements = {{0, static_cast<std::uint32_t>(bare_.indices.size())}};
 
     const double right = left + spacing * (columns - 1), near = top + spacing * (rows - 1);
@@ -173,6 +175,21 @@ Geometry SandMesh::coloured(const BeachLook& look) const {
         const RGB colour = look.sand.mixed(wetSand, 0.5 * wet).scaled(noise);
         geometry.vertices[i].colour = linear(colour);
     }
+    return geometry;
+}
+
+Geometry SandMesh::coarse(const BeachLook& look) const {
+    static_assert((columns - 1) % coarseStep == 0 && (rows - 1) % coarseStep == 0);
+    Geometry geometry;
+    for (std::uint32_t row = 0; row < rows; row += coarseStep) {
+        for (std::uint32_t column = 0; column < columns; column += coarseStep) {
+            const std::uint32_t i = row * columns + column;
+            geometry.vertices.push_back(bare_.vertices[i]);
+            geometry.vertices.back().colour = linear(look.sand.mixed(wetSand, 0.5 * shades_[i].wet));
+        }
+    }
+    geometry.indices = gridIndices((columns - 1) / coarseStep + 1, (rows - 1) / coarseStep + 1);
+    geometry.elements = {{0, static_cast<std::uint32_t>(geometry.indices.size())}};
     return geometry;
 }
 

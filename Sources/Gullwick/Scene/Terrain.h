@@ -40,6 +40,8 @@ class SandMesh {
     SandMesh();
     /// The mesh in the colours of `look`: darker where the sea wets it.
     Geometry coloured(const BeachLook& look) const;
+    /// The same with every fourth vertex either way, for pictures from a camera that travels.
+    Geometry coarse(const BeachLook& look) const;
     /// What goes on where the grid ends, to the sides and out under the sea, in coarser pieces; the floor
     /// takes on the water's colour as it sinks.
     Geometry surroundings(const BeachLook& look) const;

@@ -72,6 +72,27 @@ TEST(Terrain, sandIsTheGridWithItsNormalsColoursAndCoordinates) {
     EXPECT_FLOAT_EQ(at(3, 0).uv0.x, 0.9375f);
 }
 
+TEST(Terrain, theCoarseSandLiesOnTheFineOne) {
+    const BeachLook look = BeachLook::forBeach(1);
+    const SandMesh mesh;
+    const Geometry coarse = mesh.coarse(look), fine = mesh.coloured(look);
+    EXPECT_EQ(coarse.triangleCount() * 16, fine.triangleCount());
+    meshChecks::expectSoundNormals(coarse);
+    meshChecks::expectElementsCoverEverything(coarse);
+    EXPECT_EQ(coarse.vertices.front().position, fine.vertices.front().position);
+    EXPECT_EQ(coarse.vertices.back().position, fine.vertices.back().position);
+    double farthest = 0;
+    for (std::size_t i = 0; i < coarse.indices.size(); i += 3) {
+        glm::dvec3 middle(0);
+        for (std::size_t k = 0; k < 3; ++k)
+            middle += glm::dvec3(coarse.vertices[coarse.indices[i + k]].position) / 3.0;
+        // On land: what a rock or a rope stands on.
+        if (middle.z > -5)
+            farthest = std::max(farthest, std::abs(middle.y - Terrain::height(middle.x, middle.z)));
+    }
+    EXPECT_LT(farthest, 0.08);
+}
+
 TEST(Look, everyBeachBeyondTheSeventhSharesTheLastLight) {
     for (const int number : {8, 0, 9, 500, -3})
         EXPECT_EQ(BeachLook::forBeach(number), BeachLook::forBeach(8));
