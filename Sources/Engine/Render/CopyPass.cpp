@@ -22,6 +22,7 @@ constexpr int bentPieces = 8;
 
 CopyPass::CopyPass()
     : program_("copy", shaders::sheetVertex, shaders::sheetFragment),
+      faded_("fading copy", shaders::sheetVertex, shaders::sheetFragment, {"FADED"}),
       exact_(GlSampler::make()),
       smooth_(GlSampler::make()),
       array_(GlVertexArray::make()),
@@ -59,6 +60,12 @@ void CopyPass::draw(unsigned picture, const PixelSize& size) const {
     glDrawArrays(GL_TRIANGLES, 0, 6);
 }
 
+void CopyPass::stretch(unsigned picture, const PixelSize& size, double opacity) const {
+    begin(picture, size, smooth_, opacity);
+    glBindVertexArray(array_.name());
+    glDrawArrays(GL_TRIANGLES, 0, 6);
+}
+
 void CopyPass::drawBent(unsigned picture, const PixelSize& size, const glm::dmat3& toPicture) const {
     auto place = [&](double x, double y) {
         const glm::dvec3 p = toPicture * glm::dvec3(x / size.width, y / size.height, 1);
@@ -89,15 +96,23 @@ void CopyPass::drawBent(unsigned picture, const PixelSize& size, const glm::dmat
     glDrawArrays(GL_TRIANGLES, 0, static_cast<GLsizei>(corners.size() / 4));
 }
 
-void CopyPass::begin(unsigned picture, const PixelSize& size, const GlSampler& sampler) const {
+void CopyPass::begin(unsigned picture, const PixelSize& size, const GlSampler& sampler,
+                     double opacity) const {
     glViewport(0, 0, size.width, size.height);
     glDisable(GL_DEPTH_TEST);
-    glDisable(GL_BLEND);
     glDisable(GL_CULL_FACE);
     glDisable(GL_SCISSOR_TEST);
     bindTexture(unitSource, picture);
     glBindSampler(unitSource, sampler.name());
-    program_.use();
+    if (opacity < 1) {
+        glEnable(GL_BLEND);
+        glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
+        faded_.use();
+        faded_.set("opacity", static_cast<float>(opacity));
+    } else {
+        glDisable(GL_BLEND);
+        program_.use();
+    }
 }
 
 }  // namespace gull

@@ -8,23 +8,25 @@
 
 namespace gull {
 
-/// Copies a picture onto the bound framebuffer of the same size. Whole rectangles, the
-/// shortest of programs and a picture of Format::bgra8: what a software rasteriser has a path for that is
-/// several times quicker than a blit.
+/// Copies a picture onto the bound framebuffer. Whole rectangles, the shortest of programs and a picture of
+/// Format::bgra8: what a software rasteriser has a path for that is several times quicker than a blit.
 class CopyPass {
   public:
     CopyPass();
-    /// Pixel by pixel.
+    /// Pixel by pixel; `size` is that of both.
     void draw(unsigned picture, const PixelSize& size) const;
+    /// Stretched to `size`, and blended where `opacity` is below 1.
+    void stretch(unsigned picture, const PixelSize& size, double opacity = 1) const;
     /// Slightly bent: what is seen at a place (0 to 1, origin lower left, homogeneous) is at `toPicture` of
     /// it in the picture, which goes on beyond its edge as it ends. Right within a tenth of a pixel as long
     /// as nothing moves by more than some twenty.
     void drawBent(unsigned picture, const PixelSize& size, const glm::dmat3& toPicture) const;
 
   private:
-    void begin(unsigned picture, const PixelSize& size, const GlSampler& sampler) const;
+    void begin(unsigned picture, const PixelSize& size, const GlSampler& sampler, double opacity = 1) const;
 
     Program program_;
+    Program faded_;
     GlSampler exact_;
     GlSampler smooth_;
     GlVertexArray array_;

@@ -1,5 +1,6 @@
 #include "Engine/Render/Development.h"
 
+#include "Engine/Render/CopyArea.h"
 #include "Engine/Render/Shaders.h"
 #include "Engine/Render/TextureUnits.h"
 
@@ -50,7 +51,7 @@ unsigned Development::bloom(unsigned light, const Viewpoint& view) {
 }
 
 void Development::copyBloom(const Target& to) const {
-    glow_.resolve(0, PixelArea::whole(glow_.size()), to, 0, 0, 0);
+    copyArea(glow_.colour(), to.colour(), PixelArea::whole(glow_.size()), false);
 }
 
 void Development::develop(unsigned light, unsigned bloom, unsigned paint, const Viewpoint& view) {

@@ -26,7 +26,7 @@ const Target& DirectPainter::draw(const Stage& stage, const Viewpoint& fullView)
     view.size = {std::max(1, fullView.size.width / 2), std::max(1, fullView.size.height / 2)};
     if (!picture_ || !(picture_.size() == view.size))
         picture_ = Target(view.size, {{Format::bgra8}, Format::depth16});
-    DrawList list = DrawList::of(stage, view, studio_.meshes);
+    DrawList list = DrawList::of(stage, view, studio_.meshes, DrawList::Which::coarse);
     FrameBlock block =
         frameBlock(stage, view, list, studio_.environments.bind(stage.environment, list.sun.onGround()),
                    studio_.options);

@@ -162,7 +162,7 @@ const Target& FramePainter::drawFull(const Stage& stage, KeptLayer& kept) {
     for (const DrawLayer* layer : layers)
         for (const DrawItem& item : layer->opaque) studio_.surfaces.draw(item, shading, frame.view, whole);
     studio_.drawBlended(layers, shading, frame.view, whole, stage.time);
-    multisampled_.resolve(0, whole, light_, 0, 0, 0);
+    studio_.resolve.draw(multisampled_, {whole}, light_, 0, 0);
 
     unsigned bloom = studio_.development.bloom(light_.colour(), frame.view);
     picture_.bind();

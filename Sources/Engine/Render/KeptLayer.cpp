@@ -181,7 +181,7 @@ void KeptLayer::drawTile(const Stage& stage, const DrawList& list, const PixelAr
 }
 
 void KeptLayer::drawEdges(const Stage& stage, const DrawList& list, const PixelArea& area) {
-    const std::vector<PixelArea> cells = edges_.within(area);
+    std::vector<PixelArea> cells = edges_.within(area);
     if (cells.empty()) return;
     PixelArea part;
     for (const PixelArea& cell : cells) part = part.united(cell);
@@ -205,9 +205,11 @@ void KeptLayer::drawEdges(const Stage& stage, const DrawList& list, const PixelA
     glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
     drawSurfaces(stage, list, part, true);
     glDisable(GL_SCISSOR_TEST);
-    for (const PixelArea& cell : cells)
-        tile_.resolve(0, {cell.x - area.x, cell.y - area.y, cell.width, cell.height}, light_, 0, cell.x,
-                      cell.y);
+    for (PixelArea& cell : cells) {
+        cell.x -= area.x;
+        cell.y -= area.y;
+    }
+    studio_.resolve.draw(tile_, cells, light_, area.x, area.y);
     block_.tile = {0, 0, 0, 0};
     studio_.uniforms.upload(block_);
 }
@@ -226,11 +228,8 @@ void KeptLayer::findGlow(const DrawList& list) {
     if (!view_.camera.hdr || view_.camera.bloomIntensity <= 0) return;
     const PixelSize half = farthest_.size();
     Target light(half, {{Format::rgba16f}, Format::depth24});
-    glBindFramebuffer(GL_READ_FRAMEBUFFER, light_.framebuffer());
-    glReadBuffer(GL_COLOR_ATTACHMENT0);
-    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, light.framebuffer());
-    glBlitFramebuffer(0, 0, view_.size.width, view_.size.height, 0, 0, half.width, half.height,
-                      GL_COLOR_BUFFER_BIT, GL_LINEAR);
+    light.bind();
+    studio_.copy.stretch(light_.colour(0), half);
     copyArea(farthest_.depth(), light.depth(), PixelArea::whole(half), true);
 
     FrameBlock block = block_;

@@ -25,11 +25,12 @@ extern const std::string_view brightFragment;
 extern const std::string_view blurFragment;
 extern const std::string_view gradeFragment;
 extern const std::string_view coverFragment;  ///< moving shadows alone
-extern const std::string_view sheetVertex;    ///< rectangles of a sheet
+extern const std::string_view resolveVertex;  ///< rectangles of a multisampled picture
+extern const std::string_view resolveFragment;
+extern const std::string_view sheetVertex;  ///< rectangles of a sheet
 extern const std::string_view sheetFragment;
 extern const std::string_view relightFragment;   ///< the kept layer under moving shadows and lamps
 extern const std::string_view filmFragment;      ///< a half-resolution sea laid over what is below
 extern const std::string_view farthestFragment;  ///< depth at half resolution, the farthest of its pixels
-extern const std::string_view warpFragment;      ///< the picture as seen from a step aside
 
 }  // namespace gull::shaders

@@ -173,16 +173,4 @@ void main() {
 }
 )glsl";
 
-const std::string_view warpFragment = R"glsl(
-in vec2 st;
-uniform sampler2D source;
-uniform mat3 toSource;   // place in the window to place in the picture, both 0 to 1, homogeneous
-uniform float share;     // opacity
-out vec4 outColour;
-void main() {
-    vec3 from = toSource * vec3(st, 1.0);
-    outColour = vec4(textureLod(source, clamp(from.xy / from.z, 0.0, 1.0), 0.0).rgb, 1.0) * share;
-}
-)glsl";
-
 }  // namespace gull::shaders

@@ -196,6 +196,25 @@ void main() {
 }
 )glsl";
 
+// The mean of four samples a pixel.
+const std::string_view resolveVertex = R"glsl(
+layout(location = 0) in vec2 pixel;
+uniform vec2 shift;  // from the samples' pixels to the target's
+uniform vec2 texel;  // of the target
+void main() { gl_Position = vec4((pixel + shift) * texel * 2.0 - 1.0, 0.0, 1.0); }
+)glsl";
+
+const std::string_view resolveFragment = R"glsl(
+uniform sampler2DMS source;
+uniform vec2 shift;
+out vec4 outColour;
+void main() {
+    ivec2 pixel = ivec2(gl_FragCoord.xy - shift);
+    outColour = 0.25 * (texelFetch(source, pixel, 0) + texelFetch(source, pixel, 1) +
+                        texelFetch(source, pixel, 2) + texelFetch(source, pixel, 3));
+}
+)glsl";
+
 // Sheets that lie on the picture: rectangles of plain colours (WASH) or of a bitmap.
 const std::string_view sheetVertex = R"glsl(
 layout(location = 0) in vec2 inPosition;

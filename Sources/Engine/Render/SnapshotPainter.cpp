@@ -70,7 +70,7 @@ Target SnapshotPainter::draw(const Stage& stage, const PixelSize& size) {
             for (const DrawItem& item : layer->opaque) studio_.surfaces.draw(item, shading, view, area);
         studio_.drawSky(stage, view, shading.output);
         studio_.drawBlended(layers, shading, view, area, stage.time);
-        tile.resolve(0, {0, 0, area.width, area.height}, light, 0, 0, y);
+        studio_.resolve.draw(tile, {{0, 0, area.width, area.height}}, light, 0, y);
     }
     block.tile = {0, 0, 0, 0};
     studio_.uniforms.upload(block);

@@ -11,6 +11,7 @@ namespace gull {
 
 Studio::Studio()
     : environments(options),
+      resolve(areas),
       surfaces(textures, options),
       particles(textures),
       development(screen),

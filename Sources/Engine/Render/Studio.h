@@ -2,12 +2,14 @@
 
 #include "Engine/Render/AreaPass.h"
 #include "Engine/Render/ContactShadows.h"
+#include "Engine/Render/CopyPass.h"
 #include "Engine/Render/Development.h"
 #include "Engine/Render/EnvironmentCache.h"
 #include "Engine/Render/FrameUniforms.h"
 #include "Engine/Render/MeshCache.h"
 #include "Engine/Render/ParticlePainter.h"
 #include "Engine/Render/RenderOptions.h"
+#include "Engine/Render/ResolvePass.h"
 #include "Engine/Render/ScreenPass.h"
 #include "Engine/Render/ShadowMap.h"
 #include "Engine/Render/SurfacePainter.h"
@@ -29,6 +31,8 @@ struct Studio {
     FrameUniforms uniforms;
     ScreenPass screen;
     AreaPass areas;
+    ResolvePass resolve;
+    CopyPass copy;
     SurfacePainter surfaces;
     ParticlePainter particles;
     Development development;

@@ -59,14 +59,22 @@ Target::Target(const PixelSize& size, const Description& description)
     : size_(size), framebuffer_(GlFramebuffer::make()) {
     glBindFramebuffer(GL_FRAMEBUFFER, framebuffer_.name());
     auto attach = [&](GLenum point, Format format, bool smooth) {
-        if (description.samples > 1) {
-            GlRenderbuffer buffer = GlRenderbuffer::make();
-            glBindRenderbuffer(GL_RENDERBUFFER, buffer.name());
+        if (description.samples > 1 && point == GL_DEPTH_ATTACHMENT) {
+            samplesDepth_ = GlRenderbuffer::make();
+            glBindRenderbuffer(GL_RENDERBUFFER, samplesDepth_.name());
             glRenderbufferStorageMultisample(GL_RENDERBUFFER, description.samples, glFormat(format).internal,
                                              size.width, size.height);
-            glFramebufferRenderbuffer(GL_FRAMEBUFFER, point, GL_RENDERBUFFER, buffer.name());
-            buffers_.push_back(std::move(buffer));
+            glFramebufferRenderbuffer(GL_FRAMEBUFFER, point, GL_RENDERBUFFER, samplesDepth_.name());
             return GlTexture();
+        }
+        if (description.samples > 1) {
+            GlTexture texture = GlTexture::make();
+            glActiveTexture(GL_TEXTURE0 + unitUpload);
+            glBindTexture(GL_TEXTURE_2D_MULTISAMPLE, texture.name());
+            glTexImage2DMultisample(GL_TEXTURE_2D_MULTISAMPLE, description.samples, glFormat(format).internal,
+                                    size.width, size.height, GL_TRUE);
+            glFramebufferTexture2D(GL_FRAMEBUFFER, point, GL_TEXTURE_2D_MULTISAMPLE, texture.name(), 0);
+            return texture;
         }
         GlTexture texture = makeTexture(size, format, smooth);
         glFramebufferTexture2D(GL_FRAMEBUFFER, point, GL_TEXTURE_2D, texture.name(), 0);
@@ -98,17 +106,10 @@ void Target::bind() const {
     glViewport(0, 0, size_.width, size_.height);
 }
 
-void Target::resolve(std::size_t index, const PixelArea& area, const Target& to, std::size_t toIndex, int x,
-                     int y) const {
-    glBindFramebuffer(GL_READ_FRAMEBUFFER, framebuffer_.name());
-    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, to.framebuffer_.name());
-    glReadBuffer(GL_COLOR_ATTACHMENT0 + static_cast<GLenum>(index));
-    GLenum all[4] = {GL_COLOR_ATTACHMENT0, GL_COLOR_ATTACHMENT1, GL_COLOR_ATTACHMENT2, GL_COLOR_ATTACHMENT3};
-    GLenum one = GL_COLOR_ATTACHMENT0 + static_cast<GLenum>(toIndex);
-    glDrawBuffers(1, &one);
-    glBlitFramebuffer(area.x, area.y, area.right(), area.top(), x, y, x + area.width, y + area.height,
-                      GL_COLOR_BUFFER_BIT, GL_NEAREST);
-    glDrawBuffers(static_cast<GLsizei>(to.colours_.size()), all);
+void Target::writeOnlyFirst(bool only) const {
+    const GLenum all[4] = {GL_COLOR_ATTACHMENT0, GL_COLOR_ATTACHMENT1, GL_COLOR_ATTACHMENT2,
+                           GL_COLOR_ATTACHMENT3};
+    glDrawBuffers(only ? 1 : static_cast<GLsizei>(colours_.size()), all);
 }
 
 }  // namespace gull

@@ -11,7 +11,7 @@ namespace gull {
 /// driver agrees.
 enum class Format { none, r8, rgba8, bgra8, rgba16f, depth16, depth24 };
 
-/// A framebuffer with its attachments: textures, or multisampled buffers (which can only be resolved).
+/// A framebuffer with its attachments: textures. A multisampled one is averaged by ResolvePass.
 class Target {
   public:
     struct Description {
@@ -28,23 +28,21 @@ class Target {
     explicit operator bool() const { return static_cast<bool>(framebuffer_); }
     const PixelSize& size() const { return size_; }
     unsigned framebuffer() const { return framebuffer_.name(); }
-    /// Texture names; 0 for a multisampled target.
+    /// Texture names; a multisampled target's hold all samples, and its depth is none.
     unsigned colour(std::size_t index = 0) const { return colours_[index].name(); }
     unsigned depth() const { return depth_.name(); }
 
     /// Binds it for drawing with the viewport at its whole size.
     void bind() const;
-    /// Averages the samples of `area` (pixels of this target) of colour `index` into `to`, whose lower left
-    /// corner lands at `x`, `y` of its colour `toIndex`.
-    void resolve(std::size_t index, const PixelArea& area, const Target& to, std::size_t toIndex, int x,
-                 int y) const;
+    /// Bound, it is drawn into its first colour alone, or again into all.
+    void writeOnlyFirst(bool only) const;
 
   private:
     PixelSize size_;
     GlFramebuffer framebuffer_;
     std::vector<GlTexture> colours_;
     GlTexture depth_;
-    std::vector<GlRenderbuffer> buffers_;  ///< of a multisampled target
+    GlRenderbuffer samplesDepth_;  ///< of a multisampled target
 };
 
 }  // namespace gull

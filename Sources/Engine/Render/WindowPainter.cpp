@@ -51,11 +51,7 @@ double shift(const Viewpoint& a, const Viewpoint& b) {
 }
 
 WindowPainter::WindowPainter(Studio& studio, SnapshotPainter& snapshots)
-    : studio_(studio),
-      snapshots_(snapshots),
-      frames_(studio),
-      direct_(studio),
-      warp_("warp", shaders::fullScreen, shaders::warpFragment) {}
+    : studio_(studio), snapshots_(snapshots), frames_(studio), direct_(studio) {}
 
 void WindowPainter::draw(const Stage& stage, const PixelSize& size, unsigned framebuffer, RenderTier tier,
                          bool wait) {
@@ -125,23 +121,17 @@ void WindowPainter::build(const Stage& stage, const Viewpoint& goal, double budg
 }
 
 void WindowPainter::present(const Target& picture, const PixelSize& size, unsigned framebuffer) const {
-    const PixelSize& from = picture.size();
-    if (from == size) {
-        glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
-        copy_.draw(picture.colour(), size);
-        return;
-    }
-    glBindFramebuffer(GL_READ_FRAMEBUFFER, picture.framebuffer());
-    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, framebuffer);
-    glReadBuffer(GL_COLOR_ATTACHMENT0);
-    glBlitFramebuffer(0, 0, from.width, from.height, 0, 0, size.width, size.height, GL_COLOR_BUFFER_BIT,
-                      GL_LINEAR);
+    glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
+    if (picture.size() == size)
+        studio_.copy.draw(picture.colour(), size);
+    else
+        studio_.copy.stretch(picture.colour(), size);
 }
 
 void WindowPainter::presentWarped(const Target& picture, const Viewpoint& from, const Viewpoint& to,
                                   unsigned framebuffer) const {
     glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
-    copy_.drawBent(picture.colour(), to.size, groundWarp(from, to));
+    studio_.copy.drawBent(picture.colour(), to.size, groundWarp(from, to));
 }
 
 void WindowPainter::fade(const PixelSize& size, double time) {
@@ -151,15 +141,7 @@ void WindowPainter::fade(const PixelSize& size, double time) {
         return;
     }
     settled_ = false;
-    glViewport(0, 0, size.width, size.height);
-    glDisable(GL_DEPTH_TEST);
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
-    bindTexture(unitSource, direct_.picture().colour());
-    warp_.use();
-    warp_.set("toSource", glm::mat3(1));
-    warp_.set("share", static_cast<float>(left));
-    studio_.screen.draw(warp_);
+    studio_.copy.stretch(direct_.picture().colour(), size, left);
 }
 
 }  // namespace gull

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "Engine/Render/CopyPass.h"
 #include "Engine/Render/DirectPainter.h"
 #include "Engine/Render/FramePainter.h"
 #include "Engine/Render/KeptLayer.h"
@@ -36,8 +35,6 @@ class WindowPainter {
     SnapshotPainter& snapshots_;
     FramePainter frames_;
     DirectPainter direct_;
-    Program warp_;
-    CopyPass copy_;
     std::unique_ptr<KeptLayer> shown_;
     std::unique_ptr<KeptLayer> next_;  ///< being built
     std::optional<Viewpoint> last_;    ///< of the frame before

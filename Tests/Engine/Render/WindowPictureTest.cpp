@@ -159,6 +159,29 @@ TEST_F(WindowPicture, AShakeShiftsTheKeptPicture) {
         << "edges of props shift a little";
 }
 
+TEST_F(WindowPicture, AFlightIsShownAtOnceInCoarseShapesAndEndsInTheKeptPicture) {
+    renderer->setTier(RenderTier::fast);
+    const glm::dvec3 rest = shore.camera->position;
+    shore.stage.restingView = shore.camera->worldTransform();
+    auto from = [&](double left) {
+        shore.camera->position = rest * (1 + left);
+        return draw(shore.stage, size, false);
+    };
+    Image flying = from(0.3);
+    EXPECT_FALSE(renderer->settled());
+    EXPECT_GE(psnr(flying, renderer->snapshot(shore.stage, size), beach), 24) << "matt, half as sharp";
+
+    shore.ground->coarseGeometry = std::make_shared<const Geometry>(primitives::plane(0.01, 0.01));
+    EXPECT_LT(psnr(from(0.3), flying), 30) << "the ground is gone, as its coarse shape is";
+
+    for (int i = 0; i < 200 && !renderer->settled(); ++i) {
+        shore.stage.time += 0.02;
+        from(0);
+    }
+    EXPECT_TRUE(renderer->settled());
+    EXPECT_GE(psnr(from(0), renderer->snapshot(shore.stage, size), beach), 34);
+}
+
 TEST_F(WindowPicture, ANewSizeStretchesTheOldPictureUntilItsOwnIsBuilt) {
     renderer->setTier(RenderTier::fast);
     draw(shore.stage);
