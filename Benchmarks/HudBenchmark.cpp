@@ -124,7 +124,7 @@ struct OverlayWindow {
     /// To the last pixel: reading one back waits for all.
     void show(Play& play) {
         renderer.drawOverlay(
-            play.overlay.update(play.clock.now(), window.width(), window.height(), window.scale()), size);
+            play.overlay.update(play.clock.now(), window.width(), window.height(), window.scale()));
         benchmark::DoNotOptimize(renderer.readBack({1, 1}));
     }
     static std::unique_ptr<OverlayWindow> open(benchmark::State& state) {

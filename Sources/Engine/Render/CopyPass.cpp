@@ -26,9 +26,7 @@ CopyPass::CopyPass()
       exact_(GlSampler::make()),
       smooth_(GlSampler::make()),
       array_(GlVertexArray::make()),
-      buffer_(GlBuffer::make()),
-      bentArray_(GlVertexArray::make()),
-      bentBuffer_(GlBuffer::make()) {
+      buffer_(GlBuffer::make()) {
     for (const GlSampler* sampler : {&exact_, &smooth_}) {
         const GLint filter = sampler == &exact_ ? GL_NEAREST : GL_LINEAR;
         glSamplerParameteri(sampler->name(), GL_TEXTURE_MIN_FILTER, filter);
@@ -36,34 +34,35 @@ CopyPass::CopyPass()
         glSamplerParameteri(sampler->name(), GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
         glSamplerParameteri(sampler->name(), GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
     }
-    // Clip space, then the place on the picture.
-    const GLsizei stride = 4 * sizeof(float);
-    for (const auto& [array, buffer] : {std::pair(&array_, &buffer_), std::pair(&bentArray_, &bentBuffer_)}) {
-        glBindVertexArray(array->name());
-        glBindBuffer(GL_ARRAY_BUFFER, buffer->name());
-        glEnableVertexAttribArray(0);
-        glVertexAttribPointer(0, 2, GL_FLOAT, GL_FALSE, stride, nullptr);
-        glEnableVertexAttribArray(1);
-        glVertexAttribPointer(1, 2, GL_FLOAT, GL_FALSE, stride,
-                              reinterpret_cast<const void*>(2 * sizeof(float)));
-    }
+    glBindVertexArray(array_.name());
     glBindBuffer(GL_ARRAY_BUFFER, buffer_.name());
-    const float corners[6][4] = {{-1, -1, 0, 0}, {1, -1, 1, 0}, {1, 1, 1, 1},
-                                 {-1, -1, 0, 0}, {1, 1, 1, 1},  {-1, 1, 0, 1}};
-    glBufferData(GL_ARRAY_BUFFER, sizeof corners, corners, GL_STATIC_DRAW);
+    const GLsizei stride = 4 * sizeof(float);
+    glEnableVertexAttribArray(0);
+    glVertexAttribPointer(0, 2, GL_FLOAT, GL_FALSE, stride, nullptr);
+    glEnableVertexAttribArray(1);
+    glVertexAttribPointer(1, 2, GL_FLOAT, GL_FALSE, stride, reinterpret_cast<const void*>(2 * sizeof(float)));
     glBindVertexArray(0);
 }
 
-void CopyPass::draw(unsigned picture, const PixelSize& size) const {
+void CopyPass::draw(unsigned picture, const PixelSize& size, std::span<const PixelArea> areas) const {
+    std::vector<float> corners;
+    corners.reserve(areas.size() * 24);
+    for (const PixelArea& area : areas) {
+        const float left = static_cast<float>(area.x) / static_cast<float>(size.width);
+        const float right = static_cast<float>(area.right()) / static_cast<float>(size.width);
+        const float low = static_cast<float>(area.y) / static_cast<float>(size.height);
+        const float high = static_cast<float>(area.top()) / static_cast<float>(size.height);
+        for (const auto& [x, y] :
+             {std::pair(left, low), {right, low}, {right, high}, {left, low}, {right, high}, {left, high}})
+            corners.insert(corners.end(), {2 * x - 1, 2 * y - 1, x, y});
+    }
     begin(picture, size, exact_);
-    glBindVertexArray(array_.name());
-    glDrawArrays(GL_TRIANGLES, 0, 6);
+    drawTriangles(corners);
 }
 
 void CopyPass::stretch(unsigned picture, const PixelSize& size, double opacity) const {
     begin(picture, size, smooth_, opacity);
-    glBindVertexArray(array_.name());
-    glDrawArrays(GL_TRIANGLES, 0, 6);
+    drawTriangles({-1, -1, 0, 0, 1, -1, 1, 0, 1, 1, 1, 1, -1, -1, 0, 0, 1, 1, 1, 1, -1, 1, 0, 1});
 }
 
 void CopyPass::drawBent(unsigned picture, const PixelSize& size, const glm::dmat3& toPicture) const {
@@ -89,8 +88,12 @@ void CopyPass::drawBent(unsigned picture, const PixelSize& size, const glm::dmat
         }
     }
     begin(picture, size, smooth_);
-    glBindVertexArray(bentArray_.name());
-    glBindBuffer(GL_ARRAY_BUFFER, bentBuffer_.name());
+    drawTriangles(corners);
+}
+
+void CopyPass::drawTriangles(const std::vector<float>& corners) const {
+    glBindVertexArray(array_.name());
+    glBindBuffer(GL_ARRAY_BUFFER, buffer_.name());
     glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(corners.size() * sizeof(float)), corners.data(),
                  GL_STREAM_DRAW);
     glDrawArrays(GL_TRIANGLES, 0, static_cast<GLsizei>(corners.size() / 4));

@@ -6,6 +6,9 @@
 
 #include <glm/mat3x3.hpp>
 
+#include <span>
+#include <vector>
+
 namespace gull {
 
 /// Copies a picture onto the bound framebuffer. Whole rectangles, the shortest of programs and a picture of
@@ -13,8 +16,8 @@ namespace gull {
 class CopyPass {
   public:
     CopyPass();
-    /// Pixel by pixel; `size` is that of both.
-    void draw(unsigned picture, const PixelSize& size) const;
+    /// Pixel by pixel, within `areas`; `size` is that of both.
+    void draw(unsigned picture, const PixelSize& size, std::span<const PixelArea> areas) const;
     /// Stretched to `size`, and blended where `opacity` is below 1.
     void stretch(unsigned picture, const PixelSize& size, double opacity = 1) const;
     /// Slightly bent: what is seen at a place (0 to 1, origin lower left, homogeneous) is at `toPicture` of
@@ -24,6 +27,8 @@ class CopyPass {
 
   private:
     void begin(unsigned picture, const PixelSize& size, const GlSampler& sampler, double opacity = 1) const;
+    /// `corners`: clip space, then the place on the picture, of triangles.
+    void drawTriangles(const std::vector<float>& corners) const;
 
     Program program_;
     Program faded_;
@@ -31,8 +36,6 @@ class CopyPass {
     GlSampler smooth_;
     GlVertexArray array_;
     GlBuffer buffer_;
-    GlVertexArray bentArray_;
-    GlBuffer bentBuffer_;
 };
 
 }  // namespace gull

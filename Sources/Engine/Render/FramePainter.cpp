@@ -182,10 +182,12 @@ const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept) {
     if (!fast_ || !(fast_.size() == size)) {
         fast_ = Target(size, {{Format::bgra8}, Format::depth24});
         stale_.begin(size);
+        changes_.begin(size);
     }
     for (const PixelArea& area : backdrop_.update(frame.list.drifting, calm, kept, stage.time))
         stale_.mark(area);
     for (const PixelArea& area : stale_.take()) {
+        changes_.mark(area);
         copyArea(backdrop_.picture().colour(), fast_.colour(), area, false);
         copyArea(backdrop_.picture().depth(), fast_.depth(), area, true);
     }
@@ -211,15 +213,19 @@ const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept) {
 }
 
 void FramePainter::markTouched(const Frame& frame, const PixelArea& wet) {
-    stale_.mark(wet);
+    const auto mark = [&](const PixelArea& area) {
+        stale_.mark(area);
+        changes_.mark(area);
+    };
+    mark(wet);
     for (const std::vector<PixelArea>& areas : frame.reached)
-        for (const PixelArea& area : areas) stale_.mark(area);
+        for (const PixelArea& area : areas) mark(area);
     const DrawLayer& moving = frame.list.moving;
     for (const std::vector<DrawItem>* items : {&moving.opaque, &moving.blended})
-        for (const DrawItem& item : *items) stale_.mark(item.area);
+        for (const DrawItem& item : *items) mark(item.area);
     for (const ParticleItem& item : moving.particles) {
         const glm::dvec3 far(reach(*item.system));
-        stale_.mark(frame.view.area({-far, far}, item.model).grown(2));
+        mark(frame.view.area({-far, far}, item.model).grown(2));
     }
 }
 

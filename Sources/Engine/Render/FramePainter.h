@@ -19,6 +19,8 @@ class FramePainter {
     const Target& drawFull(const Stage& stage, KeptLayer& kept);
     /// The same made cheaply: what moves is developed alone and drawn over the backdrop.
     const Target& drawFast(const Stage& stage, KeptLayer& kept);
+    /// Where the cheap picture changed since this was last asked.
+    std::vector<PixelArea> takeChanges() { return changes_.take(); }
 
   private:
     struct Frame;
@@ -39,8 +41,9 @@ class FramePainter {
     Target multisampled_;  ///< full
     Target light_;         ///< full: resolved
     Target covered_;       ///< how far moving things cover the sun
-    DirtySquares stale_;   ///< where fast_ is not as the backdrop
     Target fast_;          ///< fast: developed, with depth
+    DirtySquares stale_;   ///< where fast_ is not as the backdrop
+    DirtySquares changes_;
 };
 
 }  // namespace gull

@@ -1,5 +1,6 @@
 #include "Engine/Render/Renderer.h"
 
+#include "Engine/Render/Presenter.h"
 #include "Engine/Render/SheetPainter.h"
 #include "Engine/Render/SnapshotPainter.h"
 #include "Engine/Render/Studio.h"
@@ -47,7 +48,7 @@ struct Renderer::Impl {
     RenderTier tier = RenderTier::full;
     WindowPainter window{studio, snapshots};
     SheetPainter sheets;
-    unsigned framebuffer = 0;  ///< drawn last
+    Presenter presenter{studio.copy};
 };
 
 Renderer::Renderer() : impl_(std::make_unique<Impl>()) {}
@@ -79,17 +80,32 @@ bool Renderer::settled() const {
 
 void Renderer::draw(const Stage& stage, const Size& size, unsigned framebuffer, bool wait) {
     requireSize(size);
-    impl_->window.draw(stage, {size.width, size.height}, framebuffer, impl_->tier, wait);
-    impl_->framebuffer = framebuffer;
+    Presenter& presenter = impl_->presenter;
+    presenter.begin(framebuffer, {size.width, size.height});
+    impl_->window.draw(stage, presenter, impl_->tier, wait);
+    glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
+    glViewport(0, 0, size.width, size.height);
 }
 
-void Renderer::drawOverlay(std::span<const Sheet> sheets, const Size& size) {
-    glBindFramebuffer(GL_FRAMEBUFFER, impl_->framebuffer);
-    impl_->sheets.draw(sheets, {size.width, size.height});
+void Renderer::drawOverlay(std::span<const Sheet> sheets) {
+    Presenter& presenter = impl_->presenter;
+    glBindFramebuffer(GL_FRAMEBUFFER, presenter.framebuffer());
+    impl_->sheets.draw(presenter.uncover(impl_->sheets.show(sheets, presenter.size())));
+}
+
+void Renderer::setPictureKept(bool kept) {
+    impl_->presenter.setKept(kept);
+}
+
+std::vector<PixelRect> Renderer::changes() const {
+    std::vector<PixelRect> changes;
+    for (const PixelArea& area : impl_->presenter.changes())
+        changes.push_back({area.x, impl_->presenter.size().height - area.top(), area.width, area.height});
+    return changes;
 }
 
 Image Renderer::readBack(const Size& size) {
-    glBindFramebuffer(GL_FRAMEBUFFER, impl_->framebuffer);
+    glBindFramebuffer(GL_FRAMEBUFFER, impl_->presenter.framebuffer());
     return readPixels({size.width, size.height});
 }
 

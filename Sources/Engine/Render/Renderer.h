@@ -1,12 +1,14 @@
 #pragma once
 
 #include "Engine/Raster/Image.h"
+#include "Engine/Raster/PixelRect.h"
 #include "Engine/Raster/Sheet.h"
 #include "Engine/Stage/Stage.h"
 
 #include <memory>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace gull {
 
@@ -59,9 +61,16 @@ class Renderer {
     /// True when the last draw() showed the kept layer at final quality.
     bool settled() const;
 
-    /// Blends `sheets`, back to front, over the framebuffer drawn last, which is of that size. A sheet's
-    /// changes are those since the last call.
-    void drawOverlay(std::span<const Sheet> sheets, const Size& size);
+    /// Blends `sheets`, back to front, over the framebuffer drawn last. A sheet's changes are those since the
+    /// last call.
+    void drawOverlay(std::span<const Sheet> sheets);
+
+    /// Tells whether the framebuffer still holds what was drawn into it last, sheets included (after a swap
+    /// of buffers a window's does not). Then the next draw() changes only what differs; otherwise, or untold,
+    /// it draws all.
+    void setPictureKept(bool kept);
+    /// Where the framebuffer differs from the frame before, from the top left; valid until the next draw().
+    std::vector<PixelRect> changes() const;
 
     /// Draws `stage` off screen at the full tier, 4x multisampled, complete, and returns the picture. A stage
     /// without background gives a transparent one. The kept layer of the window is left alone.

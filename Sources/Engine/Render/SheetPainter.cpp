@@ -6,6 +6,7 @@
 
 #include <epoxy/gl.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 
@@ -26,10 +27,65 @@ SheetPainter::SheetPainter()
                           reinterpret_cast<const void*>(offsetof(Vertex, value)));
 }
 
-void SheetPainter::draw(std::span<const Sheet> sheets, const PixelSize& size) {
-    size_ = size;
-    for (const Sheet& sheet : sheets) upload(sheet);
-    glViewport(0, 0, size.width, size.height);
+bool SheetPainter::Drawn::looksLike(const Drawn& other) const {
+    return id == other.id && place == other.place && opacity == other.opacity && wash == other.wash;
+}
+
+PixelArea SheetPainter::onFramebuffer(const PixelRect& place, const PixelRect& part) const {
+    const int top = place.y + part.y;
+    const PixelArea area{place.x + part.x, size_.height - top - part.height, part.width, part.height};
+    return area.intersection(PixelArea::whole(size_));
+}
+
+SheetPainter::Drawn SheetPainter::asDrawn(const Sheet& sheet) const {
+    Drawn drawn{sheet.id, sheet.place, sheet.opacity, sheet.wash, {}};
+    if (sheet.opacity <= 0) return drawn;
+    if (sheet.isWash()) {
+        drawn.parts.push_back(onFramebuffer(sheet.place, {0, 0, sheet.place.width, sheet.place.height}));
+    } else {
+        for (const PixelRect& part : sheet.coverage) drawn.parts.push_back(onFramebuffer(sheet.place, part));
+    }
+    return drawn;
+}
+
+std::vector<PixelArea> SheetPainter::show(std::span<const Sheet> sheets, const PixelSize& size) {
+    std::vector<PixelArea> changes;
+    const auto add = [&](const std::vector<PixelArea>& parts) {
+        changes.insert(changes.end(), parts.begin(), parts.end());
+    };
+    if (!(size_ == size)) {
+        size_ = size;
+        changes.push_back(PixelArea::whole(size));
+    }
+    sheets_ = sheets;
+    for (std::size_t i = 0; i < std::max(sheets.size(), drawn_.size()); ++i) {
+        if (i >= sheets.size()) {
+            add(drawn_[i].parts);
+            continue;
+        }
+        const Sheet& sheet = sheets[i];
+        upload(sheet);
+        Drawn drawn = asDrawn(sheet);
+        if (i >= drawn_.size()) {
+            add(drawn.parts);
+            drawn_.push_back(std::move(drawn));
+        } else if (drawn.looksLike(drawn_[i])) {
+            for (const PixelRect& part : sheet.changes)
+                if (sheet.opacity > 0) changes.push_back(onFramebuffer(sheet.place, part));
+            drawn_[i].parts = std::move(drawn.parts);
+        } else {
+            add(drawn_[i].parts);
+            add(drawn.parts);
+            drawn_[i] = std::move(drawn);
+        }
+    }
+    drawn_.resize(sheets.size());
+    return changes;
+}
+
+void SheetPainter::draw(std::span<const PixelArea> areas) {
+    if (areas.empty()) return;
+    glViewport(0, 0, size_.width, size_.height);
     glDisable(GL_DEPTH_TEST);
     glDisable(GL_SCISSOR_TEST);
     glDisable(GL_CULL_FACE);
@@ -37,14 +93,23 @@ void SheetPainter::draw(std::span<const Sheet> sheets, const PixelSize& size) {
     glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
     glBindVertexArray(array_.name());
     glBindBuffer(GL_ARRAY_BUFFER, buffer_.name());
-    for (const Sheet& sheet : sheets) {
-        if (sheet.opacity <= 0) continue;
+    for (std::size_t i = 0; i < sheets_.size(); ++i) {
+        const Sheet& sheet = sheets_[i];
         vertices_.clear();
+        for (const PixelArea& part : drawn_[i].parts) {
+            for (const PixelArea& area : areas) {
+                const PixelArea visible = part.intersection(area);
+                if (visible.empty()) continue;
+                if (sheet.isWash())
+                    addWash(sheet, visible);
+                else
+                    addBitmap(sheet, visible);
+            }
+        }
+        if (vertices_.empty()) continue;
         if (sheet.isWash()) {
-            addWash(sheet);
             drawVertices(wash_);
-        } else if (sheet.pixels != nullptr) {
-            addBitmap(sheet);
+        } else {
             bindTexture(unitSource, kept_[sheet.id].texture.name());
             const bool isFaded = sheet.opacity < 1;
             const Program& program = isFaded ? fadedBitmap_ : bitmap_;
@@ -85,47 +150,50 @@ void SheetPainter::upload(const Sheet& sheet) {
     glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
 }
 
-void SheetPainter::addWash(const Sheet& sheet) {
+void SheetPainter::addWash(const Sheet& sheet, const PixelArea& area) {
     const auto valueOf = [&](const GradientStop& stop) {
         const double a = stop.colour.a * sheet.opacity;
         return Value{static_cast<float>(stop.colour.r * a), static_cast<float>(stop.colour.g * a),
                      static_cast<float>(stop.colour.b * a), static_cast<float>(a)};
     };
     const auto rowOf = [&](const GradientStop& stop) {
-        return sheet.place.y + static_cast<int>(std::lround(stop.offset * sheet.place.height));
+        return size_.height - sheet.place.y - static_cast<int>(std::lround(stop.offset * sheet.place.height));
     };
     for (std::size_t i = 0; i + 1 < sheet.wash.size(); ++i) {
+        const int top = rowOf(sheet.wash[i]);
+        const int bottom = rowOf(sheet.wash[i + 1]);
+        const PixelArea part = area.intersection({area.x, bottom, area.width, top - bottom});
+        if (part.empty()) continue;
         const Value above = valueOf(sheet.wash[i]);
         const Value below = valueOf(sheet.wash[i + 1]);
-        const int top = rowOf(sheet.wash[i]);
-        addRectangle({sheet.place.x, top, sheet.place.width, rowOf(sheet.wash[i + 1]) - top},
-                     {above, above, below, below});
+        addRectangle(part, [&](int, int y) {
+            const float share = static_cast<float>(y - bottom) / static_cast<float>(top - bottom);
+            Value value;
+            for (std::size_t k = 0; k < value.size(); ++k)
+                value[k] = below[k] + (above[k] - below[k]) * share;
+            return value;
+        });
     }
 }
 
-void SheetPainter::addBitmap(const Sheet& sheet) {
-    const auto width = static_cast<float>(sheet.place.width);
-    const auto height = static_cast<float>(sheet.place.height);
-    for (const Sheet::Area& part : sheet.coverage) {
-        const float left = static_cast<float>(part.x) / width;
-        const float top = static_cast<float>(part.y) / height;
-        const float right = static_cast<float>(part.x + part.width) / width;
-        const float bottom = static_cast<float>(part.y + part.height) / height;
-        addRectangle({sheet.place.x + part.x, sheet.place.y + part.y, part.width, part.height},
-                     {Value{left, top}, {right, top}, {left, bottom}, {right, bottom}});
-    }
+void SheetPainter::addBitmap(const Sheet& sheet, const PixelArea& area) {
+    const int top = size_.height - sheet.place.y;
+    addRectangle(area, [&](int x, int y) {
+        return Value{static_cast<float>(x - sheet.place.x) / static_cast<float>(sheet.place.width),
+                     static_cast<float>(top - y) / static_cast<float>(sheet.place.height)};
+    });
 }
 
-void SheetPainter::addRectangle(const Sheet::Area& area, const std::array<Value, 4>& corners) {
-    const auto across = [&](int x) { return static_cast<float>(2.0 * x / size_.width - 1); };
-    const auto up = [&](int y) { return static_cast<float>(1 - 2.0 * y / size_.height); };
-    const Vertex topLeft{across(area.x), up(area.y), corners[0]};
-    const Vertex topRight{across(area.x + area.width), up(area.y), corners[1]};
-    const Vertex bottomLeft{across(area.x), up(area.y + area.height), corners[2]};
-    const Vertex bottomRight{across(area.x + area.width), up(area.y + area.height), corners[3]};
-    for (const Vertex& vertex : {bottomLeft, bottomRight, topRight, bottomLeft, topRight, topLeft}) {
+template <class ValueAt>
+void SheetPainter::addRectangle(const PixelArea& area, const ValueAt& valueAt) {
+    const auto corner = [&](int x, int y) {
+        return Vertex{static_cast<float>(2.0 * x / size_.width - 1),
+                      static_cast<float>(2.0 * y / size_.height - 1), valueAt(x, y)};
+    };
+    const Vertex lowerLeft = corner(area.x, area.y), lowerRight = corner(area.right(), area.y);
+    const Vertex upperLeft = corner(area.x, area.top()), upperRight = corner(area.right(), area.top());
+    for (const Vertex& vertex : {lowerLeft, lowerRight, upperRight, lowerLeft, upperRight, upperLeft})
         vertices_.push_back(vertex);
-    }
 }
 
 void SheetPainter::drawVertices(const Program& program) {

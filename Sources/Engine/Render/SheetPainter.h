@@ -21,14 +21,26 @@ class SheetPainter {
   public:
     SheetPainter();
 
-    /// Blends `sheets` over the bound framebuffer of `size`. What changed is uploaded; a bitmap of another
-    /// size than its sheet had before, all of it.
-    void draw(std::span<const Sheet> sheets, const PixelSize& size);
+    /// Takes over what is to be drawn next on a framebuffer of `size`, which must outlive that. What changed
+    /// is uploaded; a bitmap of another size than its sheet had before, all of it. Returns where the sheets
+    /// look otherwise than those before; areas may overlap.
+    std::vector<PixelArea> show(std::span<const Sheet> sheets, const PixelSize& size);
+    /// Blends the sheets shown over the bound framebuffer within `areas`, no two of which overlap.
+    void draw(std::span<const PixelArea> areas);
 
   private:
     struct Kept {
         GlTexture texture;
         PixelSize size;
+    };
+    /// A sheet as it was drawn last, its parts as pixels of the framebuffer.
+    struct Drawn {
+        int id = 0;
+        PixelRect place;
+        double opacity = 0;
+        std::vector<GradientStop> wash;
+        std::vector<PixelArea> parts;
+        bool looksLike(const Drawn& other) const;
     };
     /// A premultiplied colour, or the place on a texture.
     using Value = std::array<float, 4>;
@@ -38,10 +50,13 @@ class SheetPainter {
     };
 
     void upload(const Sheet& sheet);
-    void addWash(const Sheet& sheet);
-    void addBitmap(const Sheet& sheet);
-    /// `area`: pixels from the top left; `corners`: top left and right, bottom left and right.
-    void addRectangle(const Sheet::Area& area, const std::array<Value, 4>& corners);
+    PixelArea onFramebuffer(const PixelRect& place, const PixelRect& part) const;
+    Drawn asDrawn(const Sheet& sheet) const;
+    void addWash(const Sheet& sheet, const PixelArea& area);
+    void addBitmap(const Sheet& sheet, const PixelArea& area);
+    /// `valueAt` tells the value at a corner, pixels from the lower left.
+    template <class ValueAt>
+    void addRectangle(const PixelArea& area, const ValueAt& valueAt);
     void drawVertices(const Program& program);
 
     Program wash_;
@@ -51,6 +66,8 @@ class SheetPainter {
     GlBuffer buffer_;
     std::map<int, Kept> kept_;
     PixelSize size_;
+    std::span<const Sheet> sheets_;
+    std::vector<Drawn> drawn_;
     std::vector<Vertex> vertices_;
 };
 

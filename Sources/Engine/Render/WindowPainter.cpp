@@ -53,8 +53,9 @@ double shift(const Viewpoint& a, const Viewpoint& b) {
 WindowPainter::WindowPainter(Studio& studio, SnapshotPainter& snapshots)
     : studio_(studio), snapshots_(snapshots), frames_(studio), direct_(studio) {}
 
-void WindowPainter::draw(const Stage& stage, const PixelSize& size, unsigned framebuffer, RenderTier tier,
-                         bool wait) {
+void WindowPainter::draw(const Stage& stage, Presenter& window, RenderTier tier, bool wait) {
+    const PixelSize size = window.size();
+    const std::vector<PixelArea> whole{PixelArea::whole(size)};
     Viewpoint view = Viewpoint::of(stage, size);
     Viewpoint goal = stage.restingView ? view.standingAt(*stage.restingView) : view;
     bool gone = false;
@@ -76,23 +77,21 @@ void WindowPainter::draw(const Stage& stage, const PixelSize& size, unsigned fra
     bool resized = shown_ && !(shown_->view().size == size);
     settled_ = false;
     if (apart < nearView || resized) {
-        const Target& picture =
-            tier == RenderTier::full ? frames_.drawFull(stage, *shown_) : frames_.drawFast(stage, *shown_);
-        if (apart < sameView || resized)
-            present(picture, size, framebuffer);
-        else
-            presentWarped(picture, shown_->view(), view, framebuffer);
-        settled_ = !resized && apart < sameView && !shown_->pending();
-        if (travelled_ && !wait) fade(size, stage.time);
         if (wait) travelled_.reset();
+        const bool isFast = tier == RenderTier::fast;
+        const Target& picture = isFast ? frames_.drawFast(stage, *shown_) : frames_.drawFull(stage, *shown_);
+        if (apart < sameView || resized)
+            present(picture, window, isFast && !travelled_ ? frames_.takeChanges() : whole);
+        else
+            window.bend(picture.colour(), groundWarp(shown_->view(), view));
+        settled_ = !resized && apart < sameView && !shown_->pending();
+        if (travelled_) fade(window, stage.time);
     } else if (tier == RenderTier::full) {
-        present(snapshots_.draw(stage, size), size, framebuffer);
+        present(snapshots_.draw(stage, size), window, whole);
     } else {
-        present(direct_.draw(stage, view), size, framebuffer);
+        present(direct_.draw(stage, view), window, whole);
         travelled_ = stage.time;
     }
-    glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
-    glViewport(0, 0, size.width, size.height);
 }
 
 void WindowPainter::rehearse(const Stage& stage, RenderTier tier) {
@@ -120,28 +119,22 @@ void WindowPainter::build(const Stage& stage, const Viewpoint& goal, double budg
     shown_ = std::move(next_);
 }
 
-void WindowPainter::present(const Target& picture, const PixelSize& size, unsigned framebuffer) const {
-    glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
-    if (picture.size() == size)
-        studio_.copy.draw(picture.colour(), size);
+void WindowPainter::present(const Target& picture, Presenter& window,
+                            const std::vector<PixelArea>& changes) const {
+    if (picture.size() == window.size())
+        window.copy(picture.colour(), changes);
     else
-        studio_.copy.stretch(picture.colour(), size);
+        window.stretch(picture.colour());
 }
 
-void WindowPainter::presentWarped(const Target& picture, const Viewpoint& from, const Viewpoint& to,
-                                  unsigned framebuffer) const {
-    glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
-    studio_.copy.drawBent(picture.colour(), to.size, groundWarp(from, to));
-}
-
-void WindowPainter::fade(const PixelSize& size, double time) {
+void WindowPainter::fade(Presenter& window, double time) {
     double left = 1 - (time - *travelled_) / fadeTime;
     if (left <= 0 || left > 1 || !direct_.picture()) {
         travelled_.reset();
         return;
     }
     settled_ = false;
-    studio_.copy.stretch(direct_.picture().colour(), size, left);
+    window.fade(direct_.picture().colour(), left);
 }
 
 }  // namespace gull

@@ -3,6 +3,7 @@
 #include "Engine/Render/DirectPainter.h"
 #include "Engine/Render/FramePainter.h"
 #include "Engine/Render/KeptLayer.h"
+#include "Engine/Render/Presenter.h"
 #include "Engine/Render/Renderer.h"
 #include "Engine/Render/SnapshotPainter.h"
 
@@ -18,7 +19,8 @@ class WindowPainter {
   public:
     WindowPainter(Studio& studio, SnapshotPainter& snapshots);
 
-    void draw(const Stage& stage, const PixelSize& size, unsigned framebuffer, RenderTier tier, bool wait);
+    /// Between the presenter's begin() and uncover().
+    void draw(const Stage& stage, Presenter& window, RenderTier tier, bool wait);
     /// See Renderer.
     void rehearse(const Stage& stage, RenderTier tier);
     bool settled() const { return settled_; }
@@ -26,10 +28,8 @@ class WindowPainter {
   private:
     bool wantsBuilding(const Stage& stage, const Viewpoint& view, const Viewpoint& goal) const;
     void build(const Stage& stage, const Viewpoint& goal, double budget);
-    void present(const Target& picture, const PixelSize& size, unsigned framebuffer) const;
-    void presentWarped(const Target& picture, const Viewpoint& from, const Viewpoint& to,
-                       unsigned framebuffer) const;
-    void fade(const PixelSize& size, double time);
+    void present(const Target& picture, Presenter& window, const std::vector<PixelArea>& changes) const;
+    void fade(Presenter& window, double time);
 
     Studio& studio_;
     SnapshotPainter& snapshots_;

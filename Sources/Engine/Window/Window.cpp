@@ -2,6 +2,7 @@
 
 #include "Engine/Window/DesktopScale.h"
 #include "Engine/Window/KeyMap.h"
+#include "Engine/Window/PartialPresent.h"
 
 #include <SDL.h>
 #include <fmt/format.h>
@@ -21,6 +22,8 @@ struct Window::Impl {
     double unitsPerPoint = 1;  ///< SDL's window units in a point
     WindowHandlers handlers;
     AltTap altTap;
+    std::optional<PartialPresent> partial;
+    bool vsync = false;
     bool locked = false;
     std::map<std::int64_t, Contact> fingers;
 
@@ -93,6 +96,7 @@ Window::Window(const Options& options) : impl_(std::make_unique<Impl>()) {
             "OpenGL 3.3 is needed and was not found. Update the graphics driver, or install Mesa's software "
             "driver (on Debian the package libgl1-mesa-dri)");
     }
+    impl_->partial = PartialPresent::ofCurrentContext();
 }
 
 Window::~Window() {
@@ -116,11 +120,16 @@ void Window::pump(double timeout) {
 void Window::makeCurrent() {
     SDL_GL_MakeCurrent(impl_->window, impl_->context);
 }
-void Window::present() {
+bool Window::present(std::span<const Part> changes) {
+    if (impl_->partial && !impl_->vsync &&
+        impl_->partial->present({changes.begin(), changes.end()}, pixelWidth(), pixelHeight()))
+        return true;
     SDL_GL_SwapWindow(impl_->window);
+    return false;
 }
 
 void Window::setVsync(bool on) {
+    impl_->vsync = on;
     // Adaptive first: a late frame is then shown at once instead of waiting for the next refresh.
     if (!on || SDL_GL_SetSwapInterval(-1) != 0) SDL_GL_SetSwapInterval(on ? 1 : 0);
 }
@@ -244,6 +253,9 @@ void Window::Impl::handleWindow(const SDL_WindowEvent& event) {
     switch (event.event) {
         case SDL_WINDOWEVENT_SIZE_CHANGED:
             if (handlers.resized) handlers.resized();
+            break;
+        case SDL_WINDOWEVENT_EXPOSED:
+            if (handlers.exposed) handlers.exposed();
             break;
         case SDL_WINDOWEVENT_FOCUS_GAINED:
             if (handlers.focusChanged) handlers.focusChanged(true);

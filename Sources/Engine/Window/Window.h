@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,7 @@ struct WindowHandlers {
     /// All fingers of a trackpad that the window system itself reports (macOS), after each change.
     std::function<void(const std::vector<Contact>&)> contacts;
     std::function<void()> resized;
+    std::function<void()> exposed;               ///< the window system lost what was shown
     std::function<void(bool)> focusChanged;      ///< true: the window has the keyboard now
     std::function<void(bool)> minimisedChanged;  ///< true: minimised now
     std::function<void()> closeRequested;
@@ -31,6 +33,14 @@ struct WindowHandlers {
 /// Main thread only.
 class Window final : public PointerLock {
   public:
+    /// Pixels, from the top left corner.
+    struct Part {
+        int x = 0;
+        int y = 0;
+        int width = 0;
+        int height = 0;
+        bool operator==(const Part&) const = default;
+    };
     struct Options {
         std::string title = "Gullwick";
         int width = 1240;  ///< points
@@ -52,8 +62,10 @@ class Window final : public PointerLock {
     void pump(double timeout);
 
     void makeCurrent();
-    /// Shows what was drawn; waits for the screen's refresh only with vsync on.
-    void present();
+    /// Shows what was drawn; waits for the screen's refresh only with vsync on. `changes` is where it differs
+    /// from what is shown. True when all that was drawn is still there for the next frame to change, which is
+    /// so under X11 without vsync, mostly; otherwise the next frame is to be drawn whole.
+    bool present(std::span<const Part> changes);
     void setVsync(bool on);
 
     double width() const;

@@ -72,6 +72,7 @@ struct AppDelegate::Parts final : WindowCommands {
         handlers.contacts = [this](const std::vector<Contact>& contacts) { input.windowContacts(contacts); };
         handlers.raw = [this](const void* event) { controllers.handle(event); };
         handlers.resized = [this] { resized(); };
+        handlers.exposed = [this] { renderer.setPictureKept(false); };
         handlers.focusChanged = [this](bool focused) {
             focused ? surface.focusGained() : surface.focusLost();
         };
@@ -94,6 +95,7 @@ struct AppDelegate::Parts final : WindowCommands {
     void resized() {
         game.world().frame(window.width() / std::max(window.height(), 1.0));
         surface.setViewSize({window.width(), window.height()});
+        renderer.setPictureKept(false);
     }
 
     void runProbe() {
@@ -111,6 +113,7 @@ struct AppDelegate::Parts final : WindowCommands {
         view.height = [this] { return static_cast<int>(window.height()); };
         view.scale = [this] { return window.scale(); };
         view.snapshot = [this] {
+            renderer.setPictureKept(false);
             drawScene();
             return renderer.readBack(pixelSize());
         };
@@ -127,7 +130,7 @@ struct AppDelegate::Parts final : WindowCommands {
         surface.setCovered(overlay.wantsInput());
         drawScene();
         drawOverlay();
-        window.present();
+        present();
         if (probe) probe->framePresented();
         const double end = loop.now();
         chooseTier(end - lastPresent);
@@ -136,8 +139,14 @@ struct AppDelegate::Parts final : WindowCommands {
     }
 
     void drawOverlay() {
-        renderer.drawOverlay(overlay.update(loop.now(), window.width(), window.height(), window.scale()),
-                             pixelSize());
+        renderer.drawOverlay(overlay.update(loop.now(), window.width(), window.height(), window.scale()));
+    }
+
+    void present() {
+        std::vector<Window::Part> parts;
+        for (const PixelRect& part : renderer.changes())
+            parts.push_back({part.x, part.y, part.width, part.height});
+        renderer.setPictureKept(window.present(parts));
     }
 
     void chooseTier(double interval) {
