@@ -8,19 +8,22 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 
 namespace gull {
 
 namespace {
 
-/// What is drawn in one step.
-constexpr PixelSize tileSize{640, 128};
+// What is drawn in one step, pixels.
+constexpr PixelSize tileSize{320, 128};
+constexpr PixelSize edgeTileSize{320, 64};
+constexpr int stripHeight = 200;
 
-std::vector<PixelArea> tilesOf(const PixelArea& area) {
+std::vector<PixelArea> tilesOf(const PixelArea& area, const PixelSize& size) {
     std::vector<PixelArea> tiles;
-    for (int y = area.y; y < area.top(); y += tileSize.height)
-        for (int x = area.x; x < area.right(); x += tileSize.width)
-            tiles.push_back(PixelArea{x, y, tileSize.width, tileSize.height}.intersection(area));
+    for (int y = area.y; y < area.top(); y += size.height)
+        for (int x = area.x; x < area.right(); x += size.width)
+            tiles.push_back(PixelArea{x, y, size.width, size.height}.intersection(area));
     return tiles;
 }
 
@@ -56,7 +59,7 @@ void KeptLayer::begin(const Stage& stage, const Viewpoint& view) {
         farthest_ = Target({(size.width + 1) / 2, (size.height + 1) / 2}, {{}, Format::depth24});
         picture_ = Target(size, {{Format::bgra8}});
     }
-    if (!tile_) tile_ = Target(tileSize, {{Format::rgba16f}, Format::depth24, 4});
+    if (!tile_) tile_ = Target(edgeTileSize, {{Format::rgba16f}, Format::depth24, 4});
 }
 
 Shading KeptLayer::shading(const DrawList& list) const {
@@ -92,47 +95,80 @@ void KeptLayer::work(const Stage& stage, const DrawList& list, double budget) {
     const double start = now();
     do {
         takeStep(stage, list);
-        glFinish();
+        // Without a hurry the rasteriser works while the next step is thought of.
+        if (std::isfinite(budget)) glFinish();
     } while (work_.step != Step::done && now() - start < budget);
 }
 
 void KeptLayer::takeStep(const Stage& stage, const DrawList& list) {
-    const std::vector<PixelArea> tiles = tilesOf(work_.area);
+    const std::vector<PixelArea> parts = partsOf(work_.step, list);
+    if (work_.nextPart < parts.size()) drawPart(stage, list, parts[work_.nextPart++]);
+    if (work_.nextPart < parts.size()) return;
+    work_.step = static_cast<Step>(static_cast<int>(work_.step) + 1);
+    work_.nextPart = 0;
+}
+
+std::vector<PixelArea> KeptLayer::partsOf(Step step, const DrawList& list) const {
+    const bool everything = !work_.changed;
+    switch (step) {
+        case Step::shadow: {
+            if (!list.sun.light || !list.sun.light->castsShadow) return {};
+            if (!everything) return {work_.area};
+            const int size = list.sun.light->shadowMapSize;
+            return tilesOf(PixelArea{0, 0, size, size}, {size, size / 4});
+        }
+        case Step::depth:
+        case Step::contact:
+            return tilesOf(work_.area, {view_.size.width, stripHeight});
+        case Step::relief:
+            return work_.recast ? std::vector{work_.area} : std::vector<PixelArea>{};
+        case Step::tiles:
+            return tilesOf(work_.area, tileSize);
+        case Step::edges:
+            return tilesOf(work_.area, edgeTileSize);
+        case Step::glow:
+            return everything ? std::vector{work_.area} : std::vector<PixelArea>{};
+        case Step::develop:
+            if (!everything) return {work_.area.united(work_.painted)};
+            return tilesOf(work_.area, {view_.size.width, stripHeight});
+        case Step::done:
+            break;
+    }
+    return {};
+}
+
+void KeptLayer::drawPart(const Stage& stage, const DrawList& list, const PixelArea& part) {
     shadow_.bind(unitSunShadow);
     contact_.bind();
     switch (work_.step) {
         case Step::shadow:
-            if (work_.changed && work_.recast)
+            if (!work_.changed)
+                shadow_.drawPart(list.kept, list.sun.matrix, list.sun.light->shadowMapSize, studio_.sunDepth,
+                                 part);
+            else if (work_.recast)
                 shadow_.redraw(list.kept, list.sun.matrix, studio_.sunDepth, *work_.changed);
-            else if (!work_.changed && list.sun.light && list.sun.light->castsShadow)
-                shadow_.draw({&list.kept}, list.sun.matrix, list.sun.light->shadowMapSize, studio_.sunDepth);
             casters_ = casterHash(list.kept);
-            work_.step = Step::depth;
             break;
         case Step::depth:
-            drawDepth(list, work_.area);
-            if (work_.recast) readDepth(list, work_.area);
-            work_.step = Step::contact;
+            drawDepth(list, part);
+            break;
+        case Step::relief:
+            readDepth(list, part);
             break;
         case Step::contact:
-            if (shading(list).occlusion) contact_.draw(depth(), view_, work_.area);
-            work_.step = Step::tiles;
+            if (shading(list).occlusion) contact_.draw(depth(), view_, part);
             break;
         case Step::tiles:
-            drawTile(stage, list, tiles[work_.nextTile]);
-            if (++work_.nextTile == tiles.size()) {
-                work_.step = Step::edges;
-                work_.nextTile = 0;
-            }
+            drawTile(stage, list, part);
             break;
         case Step::edges:
-            drawEdges(stage, list, tiles[work_.nextTile]);
-            if (++work_.nextTile == tiles.size()) work_.step = Step::develop;
+            drawEdges(stage, list, part);
+            break;
+        case Step::glow:
+            findGlow(list);
             break;
         case Step::develop:
-            if (!work_.changed) findGlow(list);
-            develop(work_.area.united(work_.painted));
-            work_.step = Step::done;
+            develop(part);
             break;
         case Step::done:
             break;

@@ -56,7 +56,7 @@ class KeptLayer {
     const ShadowMap& shadow() const { return shadow_; }
 
   private:
-    enum class Step { shadow, depth, contact, tiles, edges, develop, done };
+    enum class Step { shadow, depth, relief, contact, tiles, edges, glow, develop, done };
     /// A part of the picture on its way from the shadow map to the developed picture.
     struct Work {
         PixelArea area;
@@ -64,13 +64,16 @@ class KeptLayer {
         bool recast = true;          ///< what stands there changed, too
         PixelArea painted;           ///< to be developed besides
         Step step = Step::done;
-        std::size_t nextTile = 0;
+        std::size_t nextPart = 0;  ///< of those that the step is taken in
     };
 
     void prepare(const Stage& stage, DrawList& list);
     /// Works for `budget` seconds, at least one step.
     void work(const Stage& stage, const DrawList& list, double budget);
+    /// A part of the step that it has come to: a few milliseconds.
     void takeStep(const Stage& stage, const DrawList& list);
+    std::vector<PixelArea> partsOf(Step step, const DrawList& list) const;
+    void drawPart(const Stage& stage, const DrawList& list, const PixelArea& part);
     /// Starts on what waits; nothing may be under way.
     void beginRedraw(const DrawList& list);
     void takeChanges(const std::vector<Stage::KeptChange>& changes);

@@ -23,16 +23,19 @@ Viewpoint lookingAlong(const glm::dmat4& matrix, const PixelSize& size) {
 
 }  // namespace
 
+void ShadowMap::prepare(int size) {
+    if (target_ && target_.size().width == size) return;
+    target_ = Target({size, size}, {{}, Format::depth16, 1});
+    bindTexture(unitUpload, target_.depth());
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_COMPARE_MODE, GL_COMPARE_REF_TO_TEXTURE);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_COMPARE_FUNC, GL_LEQUAL);
+}
+
 void ShadowMap::draw(const std::vector<const DrawLayer*>& layers, const glm::dmat4& matrix, int size,
                      const Program& depthFromSun, bool solid) {
-    if (!target_ || target_.size().width != size) {
-        target_ = Target({size, size}, {{}, Format::depth16, 1});
-        bindTexture(unitUpload, target_.depth());
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_COMPARE_MODE, GL_COMPARE_REF_TO_TEXTURE);
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_COMPARE_FUNC, GL_LEQUAL);
-    }
+    prepare(size);
     target_.bind();
     glDepthMask(GL_TRUE);
     glClearDepth(1);
@@ -44,8 +47,14 @@ void ShadowMap::draw(const std::vector<const DrawLayer*>& layers, const glm::dma
 void ShadowMap::redraw(const DrawLayer& layer, const glm::dmat4& matrix, const Program& depthFromSun,
                        const Box& changed) {
     PixelArea part = lookingAlong(matrix, target_.size()).area(changed).grown(2);
-    part = part.intersection(PixelArea::whole(target_.size()));
+    drawPart(layer, matrix, target_.size().width, depthFromSun,
+             part.intersection(PixelArea::whole(target_.size())));
+}
+
+void ShadowMap::drawPart(const DrawLayer& layer, const glm::dmat4& matrix, int size,
+                         const Program& depthFromSun, const PixelArea& part) {
     if (part.empty()) return;
+    prepare(size);
     target_.bind();
     glEnable(GL_SCISSOR_TEST);
     glScissor(part.x, part.y, part.width, part.height);

@@ -15,6 +15,9 @@ class ShadowMap {
     /// closed, so that sides turned away from the sun may be left out.
     void draw(const std::vector<const DrawLayer*>& layers, const glm::dmat4& matrix, int size,
               const Program& depthFromSun, bool solid = false);
+    /// The same within `part` of the map alone, which keeps the rest.
+    void drawPart(const DrawLayer& layer, const glm::dmat4& matrix, int size, const Program& depthFromSun,
+                  const PixelArea& part);
     /// Draws anew what lies within `changed` (world space) as the last draw() would.
     void redraw(const DrawLayer& layer, const glm::dmat4& matrix, const Program& depthFromSun,
                 const Box& changed);
@@ -23,6 +26,7 @@ class ShadowMap {
     int size() const { return target_.size().width; }
 
   private:
+    void prepare(int size);
     void drawCasters(const DrawLayer& layer, const glm::dmat4& matrix, const Program& depthFromSun,
                      bool solid, const PixelArea& part);
 

@@ -6,18 +6,26 @@
 #include <epoxy/gl.h>
 
 #include <algorithm>
+#include <chrono>
 #include <limits>
 
 namespace gull {
 
 namespace {
 
-constexpr double sameView = 0.05;      // pixels: too little to see
-constexpr double nearView = 14;        // pixels: a shake
-constexpr double buildBudget = 0.009;  // seconds a frame
+constexpr double sameView = 0.05;    // pixels: too little to see
+constexpr double nearView = 14;      // pixels: a shake
+constexpr double frameGoal = 0.031;  // seconds from frame to frame while something is built
+constexpr double leastShare =
+    0.35;  // of what the rest of a frame takes, for building: slow machines arrive too
+constexpr double mostBudget = 0.02;  // seconds a frame; all of it once the camera stands still
 constexpr double refreshBudget = 0.004;
 constexpr double unhurried = std::numeric_limits<double>::infinity();
 constexpr double fadeTime = 0.2;  // seconds, from the travelling picture to the kept one
+
+double now() {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
 
 /// World x, z on the ground to clip x, y, w.
 glm::dmat3 groundToClip(const Viewpoint& view) {
@@ -70,7 +78,9 @@ void WindowPainter::draw(const Stage& stage, Presenter& window, RenderTier tier,
     }
     if (gone) studio_.collectGarbage();  // with another beach the meshes of the last one go
     if (wait || wantsBuilding(stage, view, goal))
-        build(stage, wait ? view : goal, wait ? unhurried : buildBudget);
+        build(stage, wait ? view : goal, wait ? unhurried : budgetLeft(view));
+    else
+        built_ = 0;
     last_ = view;
 
     double apart = shown_ ? shift(shown_->view(), view) : 1e9;
@@ -108,7 +118,20 @@ bool WindowPainter::wantsBuilding(const Stage& stage, const Viewpoint& view, con
     return stage.restingView || (last_ && shift(*last_, view) < sameView);
 }
 
+/// What the rest of the last frame left of its time.
+double WindowPainter::budgetLeft(const Viewpoint& view) const {
+    if (last_ && shift(*last_, view) < sameView) return mostBudget;
+    const double rest = now() - begun_ - built_;
+    return std::min(std::max(frameGoal - rest, leastShare * rest), mostBudget);
+}
+
 void WindowPainter::build(const Stage& stage, const Viewpoint& goal, double budget) {
+    begun_ = now();
+    keepBuilding(stage, goal, budget);
+    built_ = now() - begun_;
+}
+
+void WindowPainter::keepBuilding(const Stage& stage, const Viewpoint& goal, double budget) {
     if (shown_ && shift(shown_->view(), goal) < sameView) return;
     if (!next_ || shift(next_->view(), goal) >= sameView) {
         if (!next_) next_ = std::make_unique<KeptLayer>(studio_);

@@ -27,7 +27,9 @@ class WindowPainter {
 
   private:
     bool wantsBuilding(const Stage& stage, const Viewpoint& view, const Viewpoint& goal) const;
+    double budgetLeft(const Viewpoint& view) const;
     void build(const Stage& stage, const Viewpoint& goal, double budget);
+    void keepBuilding(const Stage& stage, const Viewpoint& goal, double budget);
     void present(const Target& picture, Presenter& window, const std::vector<PixelArea>& changes) const;
     void fade(Presenter& window, double time);
 
@@ -37,6 +39,8 @@ class WindowPainter {
     DirectPainter direct_;
     std::unique_ptr<KeptLayer> shown_;
     std::unique_ptr<KeptLayer> next_;  ///< being built
+    double begun_ = 0;                 ///< when a frame's building last began, seconds of the system's clock
+    double built_ = 0;                 ///< seconds it took
     std::optional<Viewpoint> last_;    ///< of the frame before
     std::optional<double> travelled_;  ///< stage time of the last frame drawn directly
     bool settled_ = false;
