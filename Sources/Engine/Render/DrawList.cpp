@@ -1,7 +1,6 @@
 #include "Engine/Render/DrawList.h"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
 #include <glm/gtc/matrix_inverse.hpp>
 #include <glm/gtc/matrix_transform.hpp>
@@ -147,16 +146,70 @@ DrawList DrawList::of(const Stage& stage, const Viewpoint& view, MeshCache& mesh
     return list;
 }
 
+namespace {
+
+/// Fowler, Noll and Vo's hash (FNV-1a), a word at a time. Numbers are rounded to what can be seen, so that
+/// what comes to rest ever more slowly does rest.
+class Hash {
+  public:
+    static constexpr double step = 1.0 / 8192;  ///< world units; shares
+
+    std::uint64_t value() const { return value_; }
+    void mix(std::uint64_t word) { value_ = (value_ ^ word) * 1099511628211U; }
+    void mix(const void* pointer) { mix(reinterpret_cast<std::uintptr_t>(pointer)); }
+    void mix(std::initializer_list<double> numbers) {
+        for (double number : numbers) mix(static_cast<std::uint64_t>(std::llround(number / step)));
+    }
+    void mix(const Colour& colour) { mix({colour.r, colour.g, colour.b, colour.a}); }
+    void mix(const Channel& channel) {
+        mix(channel.texture.get());
+        if (!channel) return;
+        mix(channel.texture->version());
+        mix({channel.scale.x, channel.scale.y, channel.offset.x, channel.offset.y, channel.intensity});
+    }
+    void mix(const glm::dmat4& model) {
+        for (int column = 0; column < 4; ++column) mix({model[column].x, model[column].y, model[column].z});
+    }
+    void mix(const Material& material) {
+        for (const Channel* channel : {&material.diffuseMap, &material.normalMap, &material.multiplyMap})
+            mix(*channel);
+        for (const Colour* colour : {&material.diffuse, &material.multiply, &material.emission}) mix(*colour);
+        mix({material.metalness, material.roughness, material.sparkle, material.opacity});
+    }
+
+  private:
+    std::uint64_t value_ = 14695981039346656037U;
+};
+
+}  // namespace
+
 std::uint64_t casterHash(const DrawLayer& layer) {
-    std::uint64_t hash = 14695981039346656037U;
-    auto mix = [&](std::uint64_t value) { hash = (hash ^ value) * 1099511628211U; };
+    Hash hash;
     for (const DrawItem& item : layer.opaque) {
         if (!item.castsShadow) continue;
-        mix(reinterpret_cast<std::uintptr_t>(item.mesh));
-        for (int column = 0; column < 4; ++column)
-            for (int row = 0; row < 3; ++row) mix(std::bit_cast<std::uint64_t>(item.model[column][row]));
+        hash.mix(item.mesh);
+        hash.mix(item.model);
     }
-    return hash;
+    return hash.value();
+}
+
+std::optional<std::uint64_t> appearanceHash(const DrawLayer& layer) {
+    if (!layer.particles.empty()) return std::nullopt;
+    Hash hash;
+    for (const std::vector<DrawItem>* items : {&layer.opaque, &layer.blended}) {
+        hash.mix(items->size());
+        for (const DrawItem& item : *items) {
+            hash.mix(item.mesh);
+            hash.mix(item.element.firstChunk);
+            hash.mix(item.model);
+            hash.mix(*item.material);
+            hash.mix({item.opacity});
+        }
+    }
+    for (const Lamp& lamp : layer.lamps)
+        hash.mix({lamp.position.x, lamp.position.y, lamp.position.z, lamp.colour.r, lamp.colour.g,
+                  lamp.colour.b, lamp.start, lamp.end, lamp.exponent});
+    return hash.value();
 }
 
 }  // namespace gull

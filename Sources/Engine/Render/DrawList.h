@@ -86,8 +86,11 @@ struct DrawList {
                        Which which = Which::all);
 };
 
-/// Changes when anything of `layer` that throws a shadow comes, goes or moves.
+/// Changes when anything of `layer` that throws a shadow comes, goes or moves by more than can be seen.
 std::uint64_t casterHash(const DrawLayer& layer);
+/// Changes when anything of `layer` comes, goes, moves or looks otherwise; nothing while particles fly, which
+/// change all the time.
+std::optional<std::uint64_t> appearanceHash(const DrawLayer& layer);
 
 /// sRGB to linear; goes on above 1.
 glm::vec3 linear(const Colour& colour);

@@ -35,6 +35,13 @@ Shading movingShading(const DrawList& list, Shading::Output output) {
     return shading;
 }
 
+std::vector<PixelArea> within(const PixelArea& part, const std::vector<PixelArea>& areas) {
+    std::vector<PixelArea> inside;
+    for (const PixelArea& area : areas)
+        if (const PixelArea common = area.intersection(part); !common.empty()) inside.push_back(common);
+    return inside;
+}
+
 }  // namespace
 
 FramePainter::FramePainter(Studio& studio)
@@ -46,7 +53,7 @@ FramePainter::FramePainter(Studio& studio)
     glSamplerParameteri(quickSky_.name(), GL_TEXTURE_MAG_FILTER, GL_LINEAR);
 }
 
-FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept, int shrinkCover) {
+FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept) {
     const Viewpoint& view = kept.view();
     Frame frame{
         stage, view, DrawList::of(stage, view, studio_.meshes, DrawList::Which::notKept), FrameBlock(), {}};
@@ -79,7 +86,6 @@ FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept, int
     bindTexture(unitKeptDepth, kept.depth());
     bindTexture(unitBloom, kept.bloom());
     bindTexture(unitKeptPaint, kept.paint());
-    if (frame.shadow) drawCover(frame, shrinkCover);
     return frame;
 }
 
@@ -105,7 +111,8 @@ const Program& FramePainter::relightProgram(const Frame& frame, const KeptLayer&
     return found->second;
 }
 
-void FramePainter::drawCover(const Frame& frame, int shrink) {
+void FramePainter::drawCover(const Frame& frame, const PixelArea& part, int shrink) {
+    if (!frame.shadow) return;
     const PixelSize& size = frame.view.size;
     const PixelSize small{(size.width + shrink - 1) / shrink, (size.height + shrink - 1) / shrink};
     if (!covered_ || !(covered_.size() == small)) covered_ = Target(small, {{Format::r8}});
@@ -113,7 +120,7 @@ void FramePainter::drawCover(const Frame& frame, int shrink) {
     for (int marks : {ReliefGrid::shadowMark + 0, ReliefGrid::shadowMark | ReliefGrid::lampMark})
         // The smoothing at full resolution looks one pixel farther.
         for (const PixelArea& area : frame.reached[static_cast<std::size_t>(marks)])
-            shaded.push_back(area.grown(2));
+            shaded.push_back(area.intersection(part).grown(2));
     covered_.bind();
     glClearColor(0, 0, 0, 0);
     glClear(GL_COLOR_BUFFER_BIT);
@@ -125,11 +132,11 @@ void FramePainter::drawCover(const Frame& frame, int shrink) {
     bindTexture(unitMovingCover, covered_.colour());
 }
 
-void FramePainter::relight(const Frame& frame, const KeptLayer& kept) {
+void FramePainter::relight(const Frame& frame, const KeptLayer& kept, const PixelArea& part) {
     bindTexture(unitSource, kept.picture().colour());
     glDisable(GL_BLEND);
     for (int marks = 1; marks < 4; ++marks) {
-        const std::vector<PixelArea>& areas = frame.reached[static_cast<std::size_t>(marks)];
+        const std::vector<PixelArea> areas = within(part, frame.reached[static_cast<std::size_t>(marks)]);
         if (areas.empty()) continue;
         relightProgram(frame, kept, marks, true).use();
         studio_.areas.draw(areas);
@@ -137,8 +144,9 @@ void FramePainter::relight(const Frame& frame, const KeptLayer& kept) {
 }
 
 const Target& FramePainter::drawFull(const Stage& stage, KeptLayer& kept) {
-    Frame frame = begin(stage, kept, 1);
+    Frame frame = begin(stage, kept);
     const PixelSize& size = frame.view.size;
+    drawCover(frame, PixelArea::whole(size), 1);
     if (!light_ || !(light_.size() == size)) {
         multisampled_ = Target(size, {{Format::rgba16f}, Format::depth24, 4});
         light_ = Target(size, {{Format::rgba16f}});
@@ -171,10 +179,9 @@ const Target& FramePainter::drawFull(const Stage& stage, KeptLayer& kept) {
 }
 
 const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept) {
-    Frame frame = begin(stage, kept, 2);
+    Frame frame = begin(stage, kept);
     glBindSampler(unitEnvironment, quickSky_.name());
     const PixelSize& size = frame.view.size;
-    PixelArea whole = PixelArea::whole(size);
     Shading shading = movingShading(frame.list, Shading::Output::display);
     shading.plainFilm = !frame.view.camera.hdr;
     Shading calm = shading;
@@ -184,38 +191,60 @@ const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept) {
         stale_.begin(size);
         changes_.begin(size);
     }
-    for (const PixelArea& area : backdrop_.update(frame.list.drifting, calm, kept, stage.time))
-        stale_.mark(area);
-    for (const PixelArea& area : stale_.take()) {
-        changes_.mark(area);
-        copyArea(backdrop_.picture().colour(), fast_.colour(), area, false);
-        copyArea(backdrop_.picture().depth(), fast_.depth(), area, true);
-    }
+    const std::vector<PixelArea> renewed = backdrop_.update(frame.list.drifting, calm, kept, stage.time);
+    const PixelArea part = restore(frame, renewed);
+    if (part.empty()) return fast_;
+    drawCover(frame, part, 2);
     // Where things that move may stand in what drifts, that is drawn over them.
-    PixelArea wet = wetPart(frame);
+    const PixelArea wet = wetPart(frame).intersection(part);
     copyArea(kept.picture().colour(), fast_.colour(), wet, false);
     copyArea(kept.depth(), fast_.depth(), wet, true);
-    markTouched(frame, wet);
+    markTouched(frame, wet, part);
 
     fast_.bind();
     glDisable(GL_DEPTH_TEST);
-    relight(frame, kept);
+    relight(frame, kept, part);
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_LEQUAL);
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(part.x, part.y, part.width, part.height);
     shading.small = true;
     for (const DrawItem& item : frame.list.moving.opaque)
-        studio_.surfaces.draw(item, shading, frame.view, whole);
+        studio_.surfaces.draw(item, shading, frame.view, part);
     shading.small = false;
     backdrop_.draw(frame.list.drifting, calm, kept, wet, stage.time);
     const DrawLayer* layers[] = {&frame.list.moving};
-    studio_.drawBlended(layers, shading, frame.view, whole, stage.time);
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(part.x, part.y, part.width, part.height);
+    studio_.drawBlended(layers, shading, frame.view, part, stage.time);
+    glDisable(GL_SCISSOR_TEST);
     return fast_;
 }
 
-void FramePainter::markTouched(const Frame& frame, const PixelArea& wet) {
+PixelArea FramePainter::restore(const Frame& frame, const std::vector<PixelArea>& renewed) {
+    const auto copy = [&](const PixelArea& area) {
+        copyArea(backdrop_.picture().colour(), fast_.colour(), area, false);
+        copyArea(backdrop_.picture().depth(), fast_.depth(), area, true);
+        changes_.mark(area);
+    };
+    const std::optional<std::uint64_t> appearance = appearanceHash(frame.list.moving);
+    const bool rests = appearance && appearance == appearance_;
+    appearance_ = appearance;
+    if (rests) {
+        PixelArea part;
+        for (const PixelArea& area : renewed) part = part.united(area);
+        copy(part);
+        return part;
+    }
+    for (const PixelArea& area : renewed) stale_.mark(area);
+    for (const PixelArea& area : stale_.take()) copy(area);
+    return PixelArea::whole(frame.view.size);
+}
+
+void FramePainter::markTouched(const Frame& frame, const PixelArea& wet, const PixelArea& part) {
     const auto mark = [&](const PixelArea& area) {
         stale_.mark(area);
-        changes_.mark(area);
+        changes_.mark(area.intersection(part));
     };
     mark(wet);
     for (const std::vector<PixelArea>& areas : frame.reached)

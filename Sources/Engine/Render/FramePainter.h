@@ -5,7 +5,9 @@
 #include "Engine/Render/KeptLayer.h"
 #include "Engine/Render/MovingShadow.h"
 
+#include <cstdint>
 #include <map>
+#include <optional>
 
 namespace gull {
 
@@ -24,12 +26,15 @@ class FramePainter {
 
   private:
     struct Frame;
-    Frame begin(const Stage& stage, KeptLayer& kept, int shrinkCover);
+    Frame begin(const Stage& stage, KeptLayer& kept);
     const Program& relightProgram(const Frame& frame, const KeptLayer& kept, int marks, bool display);
-    void relight(const Frame& frame, const KeptLayer& kept);
-    void drawCover(const Frame& frame, int shrink);
+    void relight(const Frame& frame, const KeptLayer& kept, const PixelArea& part);
+    void drawCover(const Frame& frame, const PixelArea& part, int shrink);
+    /// Brings the bare backdrop, which was `renewed` there, back into fast_ and returns the part in which
+    /// what moves is to be drawn on it: all, or where it was renewed as long as nothing else changed.
+    PixelArea restore(const Frame& frame, const std::vector<PixelArea>& renewed);
     PixelArea wetPart(const Frame& frame) const;
-    void markTouched(const Frame& frame, const PixelArea& wet);
+    void markTouched(const Frame& frame, const PixelArea& wet, const PixelArea& part);
 
     Studio& studio_;
     MovingShadow shadow_;
@@ -44,6 +49,7 @@ class FramePainter {
     Target fast_;          ///< fast: developed, with depth
     DirtySquares stale_;   ///< where fast_ is not as the backdrop
     DirtySquares changes_;
+    std::optional<std::uint64_t> appearance_;  ///< of what moves on fast_
 };
 
 }  // namespace gull

@@ -118,6 +118,30 @@ TEST_F(WindowPicture, WhatMovesLeavesNothingBehind) {
     EXPECT_EQ(first, draw(shore.stage));
 }
 
+TEST_F(WindowPicture, WhatRestsIsDrawnAgainWhereTheSeaIs) {
+    renderer->setTier(RenderTier::fast);
+    const Renderer::Size large{1240, 800};
+    shore.stage.root.find("burst")->hidden = true;
+    shore.rig->position.z -= 3;
+    draw(shore.stage, large);
+    for (double rise : {0.25, -0.1}) {
+        // Strips of different heights of the sea, as while a tide rises.
+        for (int frame = 0; frame < 7; ++frame) {
+            shore.sea->position.y += rise / 7;
+            draw(shore.stage, large, false);
+        }
+        Image resting;
+        for (int frame = 0; frame <= Backdrop::mostStrips; ++frame) resting = draw(shore.stage, large, false);
+        shore.rig->hidden = true;
+        EXPECT_LT(psnr(resting, draw(shore.stage, large, false)), 45);
+        shore.rig->hidden = false;
+        EXPECT_EQ(resting, draw(shore.stage, large, false)) << "as if drawn anew";
+    }
+    const Image dim = draw(shore.stage, large, false);
+    shore.lamp->light->intensity *= 20;
+    EXPECT_NE(dim, draw(shore.stage, large, false)) << "a lamp alone changes all that it lights";
+}
+
 TEST_F(WindowPicture, ARehearsalIsNotSeen) {
     for (RenderTier tier : {RenderTier::fast, RenderTier::full}) {
         renderer->setTier(tier);
