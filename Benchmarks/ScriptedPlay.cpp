@@ -18,6 +18,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <map>
 #include <string>
 #include <vector>
@@ -29,6 +30,7 @@ struct Frame {
     std::string moment;
     double interval;
     double work;
+    double processor;  ///< time of all threads since the frame before, which other programs do not stretch
 };
 
 class ScriptedPlay {
@@ -114,7 +116,10 @@ class ScriptedPlay {
     }
 
     void record(const FrameTiming& timing) {
-        if (last_ > 0) frames_.push_back({moment_, timing.time - last_, timing.work});
+        const double processor = static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+        if (last_ > 0)
+            frames_.push_back({moment_, timing.time - last_, timing.work, processor - lastProcessor_});
+        lastProcessor_ = processor;
         last_ = timing.time;
         if (firstFrame_ == 0) firstFrame_ = timing.time;
         if (complete_ == 0 && timing.isComplete) complete_ = timing.time;
@@ -133,22 +138,24 @@ class ScriptedPlay {
             "resident\n",
             beach, frames_.size(), (firstFrame_ - opened_) * 1000, (complete_ - opened_) * 1000,
             residentMemory());
-        fmt::print("  {:<10}{:>7}{:>9}{:>11}{:>11}{:>14}{:>14}\n", "moment", "frames", "fps", "work p50",
-                   "work p95", "interval p95", "interval max");
+        fmt::print("  {:<10}{:>7}{:>9}{:>11}{:>11}{:>15}{:>14}{:>14}\n", "moment", "frames", "fps",
+                   "work p50", "work p95", "processor p50", "interval p95", "interval max");
         std::vector<std::string> order;
-        std::map<std::string, std::vector<double>> intervals, works;
+        std::map<std::string, std::vector<double>> intervals, works, processors;
         for (const Frame& frame : frames_) {
             if (!intervals.contains(frame.moment)) order.push_back(frame.moment);
             intervals[frame.moment].push_back(frame.interval * 1000);
             works[frame.moment].push_back(frame.work * 1000);
+            processors[frame.moment].push_back(frame.processor * 1000);
         }
         for (const std::string& moment : order) {
             const auto& values = intervals[moment];
             double total = 0;
             for (const double value : values) total += value;
-            fmt::print("  {:<10}{:>7}{:>9.1f}{:>11.2f}{:>11.2f}{:>14.2f}{:>14.2f}\n", moment, values.size(),
-                       1000.0 * static_cast<double>(values.size()) / total, quantile(works[moment], 0.5),
-                       quantile(works[moment], 0.95), quantile(values, 0.95), quantile(values, 1.0));
+            fmt::print("  {:<10}{:>7}{:>9.1f}{:>11.2f}{:>11.2f}{:>15.2f}{:>14.2f}{:>14.2f}\n", moment,
+                       values.size(), 1000.0 * static_cast<double>(values.size()) / total,
+                       quantile(works[moment], 0.5), quantile(works[moment], 0.95),
+                       quantile(processors[moment], 0.5), quantile(values, 0.95), quantile(values, 1.0));
         }
         constexpr double edges[] = {10, 15, 16, 17, 18, 20, 25, 33.4, 50, 100, 1e9};
         double low = 0;
@@ -167,6 +174,7 @@ class ScriptedPlay {
     MainLoop& loop_;
     std::string moment_ = "start";
     double last_ = 0;
+    double lastProcessor_ = 0;
     double opened_ = 0;
     double firstFrame_ = 0;
     double complete_ = 0;

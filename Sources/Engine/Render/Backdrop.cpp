@@ -87,6 +87,7 @@ void Backdrop::shadeHalf(const DrawLayer& drifting, const Shading& shading, cons
     half_.bind();
     glEnable(GL_SCISSOR_TEST);
     PixelArea part = halved(area);
+    const PixelArea reached = area.grown(4);  // at full resolution
     glScissor(part.x, part.y, part.width, part.height);
     glClearColor(0, 0, 0, 1);
     glClear(GL_COLOR_BUFFER_BIT);
@@ -98,13 +99,12 @@ void Backdrop::shadeHalf(const DrawLayer& drifting, const Shading& shading, cons
     film.lamps = {};
     film.bloom = kept.bloom() != 0;
     for (const DrawItem& item : drifting.blended)
-        if (isFilm(item)) studio_.surfaces.draw(item, film, kept.view(), PixelArea::whole(kept.view().size));
+        if (isFilm(item)) studio_.surfaces.draw(item, film, kept.view(), reached);
     // What floats hides the film and what it lets through: that is in the alpha.
     Shading floating = shading;
     floating.onFilm = true;
     for (const DrawItem& item : drifting.blended)
-        if (floats(item))
-            studio_.surfaces.draw(item, floating, kept.view(), PixelArea::whole(kept.view().size));
+        if (floats(item)) studio_.surfaces.draw(item, floating, kept.view(), reached);
     glDisable(GL_SCISSOR_TEST);
     bindTexture(unitKeptDepth, kept.depth());
 }
@@ -136,7 +136,7 @@ void Backdrop::draw(const DrawLayer& drifting, const Shading& shading, const Kep
         glBlendFuncSeparate(GL_ONE, GL_SRC_ALPHA, GL_ZERO, GL_ONE);
         glDepthMask(item.material->writesDepth ? GL_TRUE : GL_FALSE);
         glDisable(GL_CULL_FACE);
-        drawChunks(item, view, PixelArea::whole(view.size));
+        drawChunks(item, view, visible);
     }
     const DrawLayer* layers[] = {&over};
     studio_.drawBlended(layers, shading, view, visible, time);

@@ -10,7 +10,7 @@ namespace gull {
 class Backdrop {
   public:
     /// Pixels of a strip, about, and the most strips that a whole turn takes.
-    static constexpr int stripPixels = 150000;
+    static constexpr int stripPixels = 110000;
     static constexpr int mostStrips = 5;
 
     explicit Backdrop(Studio& studio);
