@@ -81,7 +81,7 @@ DetectorRig::DetectorRig(Node& parent, Textures& textures)
 
 void DetectorRig::buildCoil(Textures& textures) {
     Assembly frame;
-    frame.add(primitives::torus(0.64, 0.075, 64, 12), {0, 0, 0}, {0, 0, 0}, {1, 0.7, 1});
+    frame.add(primitives::torus(0.64, 0.075, 48, 10), {0, 0, 0}, {0, 0, 0}, {1, 0.7, 1});
 
     auto disc = Materials::pbr(Colour{0.05, 0.05, 0.06, 0.62}, 0, 0.5);
     disc->blend = Material::Blend::alpha;
@@ -95,7 +95,7 @@ void DetectorRig::buildCoil(Textures& textures) {
     part(tilt_, primitives::cylinder(0.13, 0.08, 32), orange(), {0, 0.03, 0});
 
     led_ = Materials::pbr(RGB{0.1, 0.1, 0.1}, 0, 0.3);
-    part(tilt_, primitives::torus(0.5, 0.026, 64, 6), led_, {0, 0.03, 0});
+    part(tilt_, primitives::torus(0.5, 0.026, 48, 6), led_, {0, 0.03, 0});
 
     light_ = std::make_shared<Light>();
     light_->kind = Light::Kind::omni;
