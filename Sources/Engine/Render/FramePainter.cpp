@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
+#include <functional>
 
 namespace gull {
 
@@ -239,6 +241,62 @@ PixelArea FramePainter::restore(const Frame& frame, const std::vector<PixelArea>
     for (const PixelArea& area : renewed) stale_.mark(area);
     for (const PixelArea& area : stale_.take()) copy(area);
     return PixelArea::whole(frame.view.size);
+}
+
+bool FramePainter::rehearseFast(const Stage& stage, KeptLayer& kept, double budget) {
+    if (!fast_) return false;
+    Frame frame = begin(stage, kept);
+    glBindSampler(unitEnvironment, quickSky_.name());
+    Shading shading = movingShading(frame.list, Shading::Output::display);
+    shading.plainFilm = !frame.view.camera.hdr;
+    std::vector<std::function<void()>> things;
+    const PixelArea corner{0, 0, 1, 1}, whole = PixelArea::whole(frame.view.size);
+    for (int marks = 1; marks < 4; ++marks) {
+        if ((marks & ReliefGrid::shadowMark) != 0 && !frame.shadow) continue;
+        if ((marks & ReliefGrid::lampMark) != 0 && frame.lamps == 0) continue;
+        things.emplace_back([&, marks] {
+            relightProgram(frame, kept, marks, true).use();
+            studio_.areas.draw({corner});
+        });
+    }
+    for (const DrawItem& item : frame.list.moving.opaque) {
+        things.emplace_back([&] {
+            shading.small = true;
+            studio_.surfaces.draw(item, shading, frame.view, whole);
+            shading.small = false;
+        });
+    }
+    auto blend = [&](const DrawLayer& layer) {
+        const DrawLayer* layers[] = {&layer};
+        studio_.drawBlended(layers, shading, frame.view, whole, stage.time);
+    };
+    for (const DrawItem& item : frame.list.moving.blended)
+        things.emplace_back([&] { blend({{}, {item}, {}, {}}); });
+    for (const ParticleItem& item : frame.list.moving.particles)
+        things.emplace_back([&] { blend({{}, {}, {item}, {}}); });
+
+    drawCover(frame, corner, 2);
+    stale_.mark(corner);
+    appearance_.reset();
+    fast_.bind();
+    glDisable(GL_BLEND);
+    bindTexture(unitSource, kept.picture().colour());
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(corner.x, corner.y, corner.width, corner.height);
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_LEQUAL);
+    const auto start = std::chrono::steady_clock::now();
+    std::chrono::duration<double> spent{0};
+    while (rehearsed_ < things.size()) {
+        things[rehearsed_++]();
+        glFinish();
+        spent = std::chrono::steady_clock::now() - start;
+        if (spent.count() >= budget) break;
+    }
+    glDisable(GL_SCISSOR_TEST);
+    if (rehearsed_ < things.size()) return false;
+    rehearsed_ = 0;
+    return true;
 }
 
 void FramePainter::markTouched(const Frame& frame, const PixelArea& wet, const PixelArea& part) {

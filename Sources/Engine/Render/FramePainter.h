@@ -21,6 +21,10 @@ class FramePainter {
     const Target& drawFull(const Stage& stage, KeptLayer& kept);
     /// The same made cheaply: what moves is developed alone and drawn over the backdrop.
     const Target& drawFast(const Stage& stage, KeptLayer& kept);
+    /// Draws what moves, and its light and shadow, thing by thing for about `budget` seconds (at least one),
+    /// as drawFast() would but where the backdrop is put back the next time. True when nothing is left;
+    /// else the next call goes on.
+    bool rehearseFast(const Stage& stage, KeptLayer& kept, double budget);
     /// Where the cheap picture changed since this was last asked.
     std::vector<PixelArea> takeChanges() { return changes_.take(); }
 
@@ -50,6 +54,7 @@ class FramePainter {
     DirtySquares stale_;   ///< where fast_ is not as the backdrop
     DirtySquares changes_;
     std::optional<std::uint64_t> appearance_;  ///< of what moves on fast_
+    std::size_t rehearsed_ = 0;                ///< how many things the rehearsal under way has drawn
 };
 
 }  // namespace gull

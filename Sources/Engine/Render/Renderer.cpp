@@ -71,8 +71,8 @@ void Renderer::setTier(RenderTier tier) {
 RenderTier Renderer::tier() const {
     return impl_->tier;
 }
-void Renderer::rehearse(const Stage& stage) {
-    impl_->window.rehearse(stage, impl_->tier);
+bool Renderer::rehearse(const Stage& stage, double budget) {
+    return impl_->window.rehearse(stage, impl_->tier, budget);
 }
 bool Renderer::settled() const {
     return impl_->window.settled();

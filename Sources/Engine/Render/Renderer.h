@@ -56,8 +56,9 @@ class Renderer {
     /// and goes on building it within a few milliseconds a frame; `wait` builds it to the end first.
     void draw(const Stage& stage, const Size& size, unsigned framebuffer, bool wait = false);
     /// Draws `stage` once more where nobody sees it, over the kept layer drawn last: what is in it now and
-    /// was not before gets its programs compiled. Does nothing before the first kept layer.
-    void rehearse(const Stage& stage);
+    /// was not before gets its programs compiled. Works for about `budget` seconds; true when all of it was
+    /// drawn, else the next call, with the same in the stage, goes on. Needs a kept layer.
+    bool rehearse(const Stage& stage, double budget);
     /// True when the last draw() showed the kept layer at final quality.
     bool settled() const;
 

@@ -104,12 +104,11 @@ void WindowPainter::draw(const Stage& stage, Presenter& window, RenderTier tier,
     }
 }
 
-void WindowPainter::rehearse(const Stage& stage, RenderTier tier) {
-    if (!shown_ || !shown_->complete() || !shown_->showsContent(stage)) return;
-    if (tier == RenderTier::full)
-        frames_.drawFull(stage, *shown_);
-    else
-        frames_.drawFast(stage, *shown_);
+bool WindowPainter::rehearse(const Stage& stage, RenderTier tier, double budget) {
+    if (!shown_ || !shown_->complete() || !shown_->showsContent(stage)) return false;
+    if (tier == RenderTier::fast) return frames_.rehearseFast(stage, *shown_, budget);
+    frames_.drawFull(stage, *shown_);
+    return true;
 }
 
 bool WindowPainter::wantsBuilding(const Stage& stage, const Viewpoint& view, const Viewpoint& goal) const {

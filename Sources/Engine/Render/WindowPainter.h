@@ -22,7 +22,7 @@ class WindowPainter {
     /// Between the presenter's begin() and uncover().
     void draw(const Stage& stage, Presenter& window, RenderTier tier, bool wait);
     /// See Renderer.
-    void rehearse(const Stage& stage, RenderTier tier);
+    bool rehearse(const Stage& stage, RenderTier tier, double budget);
     bool settled() const { return settled_; }
 
   private:

@@ -159,13 +159,16 @@ struct AppDelegate::Parts final : WindowCommands {
         lastPhase = phase;
     }
 
-    /// One costly thing a frame, while nothing moves that would show it.
+    /// One costly thing a frame, while nothing moves that would show it; what is then left to rehearse, now
+    /// and then during play.
     void prepareAhead() {
-        if (overlay.prepareIcon()) return;
-        if (feedback.prepareOne()) return;
-        if (!renderer.settled() || rehearsed == BeachScene::rehearsals()) return;
-        game.world().beginRehearsal(rehearsed++);
-        renderer.rehearse(game.world().stage());
+        const bool flyingIn = game.phase == GameController::Phase::intro;
+        if (flyingIn && (overlay.prepareIcon() || feedback.prepareOne())) return;
+        if (rehearsed == BeachScene::rehearsals()) return;
+        if (!flyingIn && ++framesUnrehearsed < rehearsalGap) return;
+        framesUnrehearsed = 0;
+        game.world().beginRehearsal(rehearsed);
+        if (renderer.rehearse(game.world().stage(), rehearsalBudget)) ++rehearsed;
         game.world().endRehearsal();
     }
 
@@ -179,7 +182,8 @@ struct AppDelegate::Parts final : WindowCommands {
         if (game.world().time == drawnTime || window.isMinimised()) return;
         drawFrame();
         drawnTime = game.world().time;
-        if (game.phase == GameController::Phase::intro) prepareAhead();
+        if (game.phase == GameController::Phase::intro || game.phase == GameController::Phase::playing)
+            prepareAhead();
     }
 
     // WindowCommands
@@ -212,7 +216,10 @@ struct AppDelegate::Parts final : WindowCommands {
     Overlay overlay{game, settings, icons, [this] { return menus(); }};
     std::optional<FrameProbe> probe;
     std::function<void(const FrameTiming&)> observer;
-    int rehearsed = 0;  ///< on the first beach, what later ones show too
+    static constexpr double rehearsalBudget = 0.004;  // seconds a frame
+    static constexpr int rehearsalGap = 4;            // frames of play
+    int rehearsed = 0;                                ///< on the first beach, what later ones show too
+    int framesUnrehearsed = 0;
     double drawnTime = -1;
     double stepTime = 0;
     double lastPresent = 0;

@@ -150,7 +150,10 @@ TEST_F(WindowPicture, ARehearsalIsNotSeen) {
         place.layer = Layer::moving;
         place.position = {-1, 1, 0};
         place.add(makeNode(primitives::sphere(0.5), std::make_shared<Material>()));
-        renderer->rehearse(shore.stage);
+        int calls = 1;
+        while (!renderer->rehearse(shore.stage, 0) && calls < 50) ++calls;
+        EXPECT_LT(calls, 50);
+        EXPECT_EQ(calls > 1, tier == RenderTier::fast) << "one thing at a time";
         place.removeFromParent();
         EXPECT_EQ(before, draw(shore.stage));
     }
