@@ -260,6 +260,11 @@ bool FramePainter::rehearseFast(const Stage& stage, KeptLayer& kept, double budg
         });
     }
     for (const DrawItem& item : frame.list.moving.opaque) {
+        // A picture may have to be painted first.
+        for (const Channel* map : {&item.material->diffuseMap, &item.material->normalMap})
+            if (*map)
+                things.emplace_back(
+                    [&, map] { studio_.textures.bind(unitDiffuse, *map, TextureCache::Filter::quick); });
         things.emplace_back([&] {
             shading.small = true;
             studio_.surfaces.draw(item, shading, frame.view, whole);

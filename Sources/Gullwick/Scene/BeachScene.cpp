@@ -170,23 +170,28 @@ void BeachScene::dig(const PlotPoint& at, const Hunt::DigOutcome& outcome) {
 }
 
 int BeachScene::rehearsals() {
-    return static_cast<int>(allKinds().size()) + 1;
+    return 1 + 3 * static_cast<int>(allKinds().size());
 }
 
 void BeachScene::beginRehearsal(int number) {
-    // First the rig's own lamp alone, then each item as it comes up.
+    // First the rig's own lamp and a spray, then each item as it comes up: in that lamp and its own glow, in
+    // its glow alone, and unlit.
+    const int kinds = static_cast<int>(allKinds().size()), round = (number - 1 + kinds) / kinds;
     Node& place = stage_.root.addChild("rehearsal");
     place.layer = Layer::moving;
     place.position = Terrain::world({0.5, 0.5}) + glm::dvec3(0, 0.5, 0);
-    auto lamp = std::make_shared<Light>();
-    lamp->kind = Light::Kind::omni;
-    lamp->intensity = 1;
-    lamp->attenuationEnd = 2;
-    place.addChild("lamp").light = lamp;
-    if (number > 0)
-        parts_->digs.show(allKinds()[static_cast<std::size_t>(number - 1)], place, time);
-    else
+    if (round <= 1) {
+        auto lamp = std::make_shared<Light>();
+        lamp->kind = Light::Kind::omni;
+        lamp->intensity = 1;
+        lamp->attenuationEnd = 2;
+        place.addChild("lamp").light = lamp;
+    }
+    if (round == 0)
         parts_->digs.showSpray(place, time);
+    else
+        parts_->digs.show(allKinds()[static_cast<std::size_t>((number - 1) % kinds)], place, time,
+                          round <= 2);
 }
 
 void BeachScene::endRehearsal() {
