@@ -170,6 +170,7 @@ struct AppDelegate::Parts final : WindowCommands {
         game.world().beginRehearsal(rehearsed);
         if (renderer.rehearse(game.world().stage(), rehearsalBudget)) ++rehearsed;
         game.world().endRehearsal();
+        if (rehearsed == BeachScene::rehearsals()) renderer.collectGarbage();
     }
 
     void turn() {

@@ -22,7 +22,8 @@ namespace {
 
 constexpr double trailUploadGap = 0.05;  // seconds
 constexpr double shakeDecay = 9;         // a second
-constexpr double undulation = 0.03;      // of the sand between two looks at its height
+constexpr int rehearsalsOfKind = 3;
+constexpr double undulation = 0.03;  // of the sand between two looks at its height
 
 /// The part of the world that a rectangle of the trail lies on.
 Box worldBox(const PixelRect& rect) {
@@ -85,6 +86,11 @@ struct BeachScene::Parts {
     std::shared_ptr<Material> sand;
     Node* beachRoot = nullptr;
     double lastTrailUpload = 0;
+    struct Rehearsal {
+        std::unique_ptr<Node> place;
+        int kind = -1;  ///< counts allKinds(); before them, a spray
+    };
+    Rehearsal rehearsal;  ///< kept between rehearsals of one kind
 };
 
 BeachScene::BeachScene(DelayedWork& delayedWork)
@@ -170,32 +176,41 @@ void BeachScene::dig(const PlotPoint& at, const Hunt::DigOutcome& outcome) {
 }
 
 int BeachScene::rehearsals() {
-    return 1 + 3 * static_cast<int>(allKinds().size());
+    return 1 + rehearsalsOfKind * static_cast<int>(allKinds().size());
+}
+
+std::unique_ptr<Node> BeachScene::makeRehearsal(int kind) const {
+    auto place = std::make_unique<Node>("rehearsal");
+    place->layer = Layer::moving;
+    place->position = Terrain::world({0.5, 0.5}) + glm::dvec3(0, 0.5, 0);
+    auto lamp = std::make_shared<Light>();
+    lamp->kind = Light::Kind::omni;
+    lamp->intensity = 1;
+    lamp->attenuationEnd = 2;
+    place->addChild("lamp").light = lamp;
+    if (kind < 0)
+        parts_->digs.showSpray(*place, time);
+    else
+        parts_->digs.show(allKinds()[static_cast<std::size_t>(kind)], *place, time);
+    return place;
 }
 
 void BeachScene::beginRehearsal(int number) {
-    // First the rig's own lamp and a spray, then each item as it comes up: in that lamp and its own glow, in
+    // First a spray in the rig's own lamp, then each item as it comes up: in that lamp and its own glow, in
     // its glow alone, and unlit.
-    const int kinds = static_cast<int>(allKinds().size()), round = (number - 1 + kinds) / kinds;
-    Node& place = stage_.root.addChild("rehearsal");
-    place.layer = Layer::moving;
-    place.position = Terrain::world({0.5, 0.5}) + glm::dvec3(0, 0.5, 0);
-    if (round <= 1) {
-        auto lamp = std::make_shared<Light>();
-        lamp->kind = Light::Kind::omni;
-        lamp->intensity = 1;
-        lamp->attenuationEnd = 2;
-        place.addChild("lamp").light = lamp;
-    }
-    if (round == 0)
-        parts_->digs.showSpray(place, time);
-    else
-        parts_->digs.show(allKinds()[static_cast<std::size_t>((number - 1) % kinds)], place, time,
-                          round <= 2);
+    const int kind = (number + rehearsalsOfKind - 1) / rehearsalsOfKind - 1;
+    const int round = number == 0 ? 0 : (number - 1) % rehearsalsOfKind;
+    Parts::Rehearsal& rehearsal = parts_->rehearsal;
+    if (!rehearsal.place || rehearsal.kind != kind) rehearsal = {makeRehearsal(kind), kind};
+    Node& place = stage_.root.add(std::move(rehearsal.place));
+    place.find("lamp")->hidden = round > 0;
+    if (Node* glow = place.find("glow")) glow->hidden = round > 1;
+    for (const Node* node : {&place, place.children().back().get()})
+        for (const auto& system : node->particles) system->start = time - 0.1;
 }
 
 void BeachScene::endRehearsal() {
-    if (Node* place = stage_.root.find("rehearsal")) place->removeFromParent();
+    if (Node* place = stage_.root.find("rehearsal")) parts_->rehearsal.place = place->removeFromParent();
 }
 
 const std::vector<Reveal>& BeachScene::reveals() const {

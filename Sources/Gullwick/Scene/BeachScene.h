@@ -63,7 +63,7 @@ class BeachScene {
     /// How many rehearsals there are.
     static int rehearsals();
     /// Puts up something that play shows later, for a renderer that wants to prepare for it; `number` counts
-    /// from 0. endRehearsal() must follow before anybody sees it.
+    /// from 0 and may be repeated. endRehearsal() must follow before anybody sees it.
     void beginRehearsal(int number);
     void endRehearsal();
     /// What was dug up on this beach, the reveals that are done included.
@@ -77,6 +77,8 @@ class BeachScene {
     Textures& textures() { return textures_; }
 
   private:
+    std::unique_ptr<Node> makeRehearsal(int kind) const;
+
     struct Parts;
 
     Stage stage_;

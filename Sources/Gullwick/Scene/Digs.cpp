@@ -161,11 +161,10 @@ std::shared_ptr<ParticleSystem> Digs::sparkle(ItemKind kind, double time) const 
     return sparks;
 }
 
-void Digs::show(ItemKind kind, Node& place, double time, bool glowing) const {
+void Digs::show(ItemKind kind, Node& place, double time) const {
     Node& item = place.add(ItemModels::node(kind, textures_));
     if (!isTreasure(kind)) return;
     item.particles.push_back(sparkle(kind, time - 0.1));
-    if (!glowing) return;
     auto light = glow();
     light->intensity = 1;
     item.addChild("glow").light = std::move(light);

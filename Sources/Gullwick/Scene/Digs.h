@@ -29,9 +29,8 @@ class Digs {
 
     const std::vector<Reveal>& reveals() const { return reveals_; }
 
-    /// The item with its sparkle and, if `glowing`, its light as a reveal shows them / a spray of sand, at
-    /// `place`.
-    void show(ItemKind kind, Node& place, double time, bool glowing) const;
+    /// The item with its light and sparkle as a reveal shows them / a spray of sand, at `place`.
+    void show(ItemKind kind, Node& place, double time) const;
     void showSpray(Node& place, double time) const;
 
   private:

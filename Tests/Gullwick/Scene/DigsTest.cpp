@@ -151,7 +151,7 @@ TEST(Digs, rehearseEverythingThatMayComeUpAndLeaveNothing) {
         EXPECT_EQ(place.layer, Layer::moving);
         std::size_t lamps = 0, shown = 0;
         forEachNode(place, [&](const Node& node) {
-            if (node.light) ++lamps;
+            if (node.light && !node.hidden) ++lamps;
             if (node.geometry) ++shown;
             for (const auto& system : node.particles) {
                 EXPECT_FALSE(isOver(*system, scene.time));
