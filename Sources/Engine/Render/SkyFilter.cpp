@@ -20,18 +20,36 @@ std::array<float, 256> makeDecodeTable() {
     return table;
 }
 
-/// A polynomial for atan on 0..1, error below 1e-5; a million directions are looked up.
+/// A polynomial for atan on 0..1, error below 1e-5. Without a branch, so that it is computed for several
+/// directions at once; a million of them are looked up.
 float fastAtan2(float y, float x) {
     float ax = std::abs(x), ay = std::abs(y);
-    float big = std::max(ax, ay), t = big > 0 ? std::min(ax, ay) / big : 0;
+    float big = ax < ay ? ay : ax, small = ax < ay ? ax : ay;
+    float t = small / (big < 1e-30F ? 1e-30F : big);
     float s = t * t;
     float r =
         t * (0.99997726F + s * (-0.33262347F +
                                 s * (0.19354346F + s * (-0.11643287F + s * (0.05265332F - s * 0.0117212F)))));
-    if (ay > ax) r = pi / 2 - r;
-    if (x < 0) r = pi - r;
-    return y < 0 ? -r : r;
+    const float steep = pi / 2 - r;
+    r = ay > ax ? steep : r;
+    const float behind = pi - r;
+    r = x < 0 ? behind : r;
+    return std::copysign(r, y);
 }
+
+/// Directions of length 1, and where on a panorama they point: u and v from 0 to 1, v = 0 is up.
+struct Directions {
+    static constexpr std::size_t most = 128;
+    std::array<float, most> x, y, z, flat, u, v;
+
+    void findPlaces(std::size_t count) {
+        for (std::size_t i = 0; i < count; ++i) flat[i] = std::sqrt(x[i] * x[i] + z[i] * z[i]);
+        for (std::size_t i = 0; i < count; ++i) {
+            u[i] = fastAtan2(x[i], -z[i]) / (2 * pi) + 0.5F;
+            v[i] = 0.5F - fastAtan2(y[i], flat[i]) / pi;
+        }
+    }
+};
 
 /// An equirectangular picture and its halvings.
 struct Panorama {
@@ -90,24 +108,18 @@ struct Panorama {
         return sum / weights;
     }
 
-    glm::vec3 bilinear(const Level& level, float u, float v) const {
+    static glm::vec3 bilinear(const Level& level, float u, float v) {
         float x = u * static_cast<float>(level.width) - 0.5F;
         float y = std::clamp(v * static_cast<float>(level.height) - 0.5F, 0.0F,
                              static_cast<float>(level.height - 1));
-        float fx = std::floor(x), fy = std::floor(y);
-        int x0 = (static_cast<int>(fx) + level.width) % level.width, x1 = (x0 + 1) % level.width;
-        int y0 = static_cast<int>(fy), y1 = std::min(y0 + 1, level.height - 1);
-        float s = x - fx, t = y - fy;
+        // Rounded down by hand: neither std::floor nor % is one instruction everywhere.
+        int x0 = static_cast<int>(x), y0 = static_cast<int>(y);
+        if (static_cast<float>(x0) > x) --x0;
+        float s = x - static_cast<float>(x0), t = y - static_cast<float>(y0);
+        if (x0 < 0) x0 += level.width;
+        int x1 = x0 + 1 < level.width ? x0 + 1 : 0, y1 = std::min(y0 + 1, level.height - 1);
         return (level.at(x0, y0) * (1 - s) + level.at(x1, y0) * s) * (1 - t) +
                (level.at(x0, y1) * (1 - s) + level.at(x1, y1) * s) * t;
-    }
-
-    /// `direction` of length 1; `level` 0 is the finest, any number beyond the coarsest counts as that.
-    glm::vec3 look(const glm::vec3& direction, std::size_t level) const {
-        float u = fastAtan2(direction.x, -direction.z) / (2 * pi) + 0.5F;
-        float flat = std::sqrt(direction.x * direction.x + direction.z * direction.z);
-        float v = 0.5F - fastAtan2(direction.y, flat) / pi;
-        return bilinear(levels[std::min(level, levels.size() - 1)], u, v);
     }
 };
 
@@ -128,17 +140,21 @@ glm::vec3 faceDirection(int face, float s, float t) {
     }
 }
 
-/// One direction of the lobe that a rough mirror sends light into, in the mirror direction's own frame.
-struct LobeLook {
-    glm::vec3 direction;  ///< z along the mirror direction
-    float weight;
-    std::size_t level;  ///< of the panorama: its pixels cover about this look's share of the sky
+/// The directions of the lobe that a rough mirror sends light into, in the mirror direction's own frame (z
+/// along it).
+struct Lobe {
+    std::size_t count = 0;
+    std::array<float, Directions::most> x, y, z;
+    /// Of the panorama: its pixels cover about this look's share of the sky.
+    std::array<const Panorama::Level*, Directions::most> level;
+    float weights = 0;  ///< each look's is its z
 };
 
 /// Importance samples of the Trowbridge-Reitz lobe seen straight on, with the sky level whose pixels cover
 /// each sample's solid angle: level = log2(sample's angle / pixel's angle) / 2.
-std::vector<LobeLook> lobe(float roughness, int looks, int panoramaWidth) {
-    std::vector<LobeLook> result;
+Lobe lobe(float roughness, int looks, const Panorama& sky) {
+    Lobe result;
+    const auto panoramaWidth = static_cast<float>(sky.levels.front().width);
     float alpha = roughness * roughness, a2 = alpha * alpha;
     for (int i = 0; i < looks; ++i) {
         float e = (static_cast<float>(i) + 0.5F) / static_cast<float>(looks);
@@ -151,27 +167,34 @@ std::vector<LobeLook> lobe(float roughness, int looks, int panoramaWidth) {
         float d = cosine2 * (a2 - 1) + 1;
         float density = a2 / (pi * d * d) / 4;
         float sampleAngle = 1 / (static_cast<float>(looks) * density);
-        float pixelAngle =
-            2 * pi * pi / (static_cast<float>(panoramaWidth) * static_cast<float>(panoramaWidth));
+        float pixelAngle = 2 * pi * pi / (panoramaWidth * panoramaWidth);
         float level = 0.5F * std::log2(sampleAngle / pixelAngle) + 0.5F;
-        result.push_back({light, light.z, static_cast<std::size_t>(std::lround(std::max(level, 0.0F)))});
+        const auto wanted = static_cast<std::size_t>(std::lround(std::max(level, 0.0F)));
+        result.x[result.count] = light.x;
+        result.y[result.count] = light.y;
+        result.z[result.count] = light.z;
+        result.level[result.count] = &sky.levels[std::min(wanted, sky.levels.size() - 1)];
+        result.weights += light.z;
+        ++result.count;
     }
     return result;
 }
 
-glm::vec3 lookThrough(const Panorama& sky, const std::vector<LobeLook>& looks, const glm::vec3& mirror) {
-    glm::vec3 side = glm::normalize(
+glm::vec3 lookThrough(const Lobe& lobe, const glm::vec3& mirror) {
+    const glm::vec3 side = glm::normalize(
         glm::cross(std::abs(mirror.y) < 0.9F ? glm::vec3(0, 1, 0) : glm::vec3(1, 0, 0), mirror));
-    glm::vec3 up = glm::cross(mirror, side);
-    glm::vec3 sum(0);
-    float weights = 0;
-    for (const LobeLook& look : looks) {
-        sum += sky.look(side * look.direction.x + up * look.direction.y + mirror * look.direction.z,
-                        look.level) *
-               look.weight;
-        weights += look.weight;
+    const glm::vec3 up = glm::cross(mirror, side);
+    Directions to;
+    for (std::size_t i = 0; i < lobe.count; ++i) {
+        to.x[i] = side.x * lobe.x[i] + up.x * lobe.y[i] + mirror.x * lobe.z[i];
+        to.y[i] = side.y * lobe.x[i] + up.y * lobe.y[i] + mirror.y * lobe.z[i];
+        to.z[i] = side.z * lobe.x[i] + up.z * lobe.y[i] + mirror.z * lobe.z[i];
     }
-    return sum / weights;
+    to.findPlaces(lobe.count);
+    glm::vec3 sum(0);
+    for (std::size_t i = 0; i < lobe.count; ++i)
+        sum += Panorama::bilinear(*lobe.level[i], to.u[i], to.v[i]) * lobe.z[i];
+    return sum / lobe.weights;
 }
 
 /// Projects the sky on nine spherical harmonics, each times its basis constant squared and the share of its
@@ -213,23 +236,31 @@ FilteredSky filterSky(const Image& sky, const glm::vec3& groundGain, float mirro
 
     constexpr int looksOf[FilteredSky::levels] = {1, 16, 32, 64, 64, 64};
     for (int level = 0; level < FilteredSky::levels; ++level) {
-        int size = FilteredSky::baseSize >> level;
-        float roughness = static_cast<float>(level) / (FilteredSky::levels - 1);
-        std::vector<LobeLook> looks;
-        if (level > 0) looks = lobe(roughness, looksOf[level], sky.width);
+        const int size = FilteredSky::baseSize >> level;
+        const float roughness = static_cast<float>(level) / (FilteredSky::levels - 1);
+        Lobe looks;
+        if (level > 0) looks = lobe(roughness, looksOf[level], panorama);
         auto& faces = result.faces[static_cast<std::size_t>(level)];
         faces.reserve(static_cast<std::size_t>(6 * size * size));
-        for (int face = 0; face < 6; ++face)
-            for (int y = 0; y < size; ++y)
-                for (int x = 0; x < size; ++x) {
-                    float s = (static_cast<float>(x) + 0.5F) / static_cast<float>(size) * 2 - 1;
-                    float t = (static_cast<float>(y) + 0.5F) / static_cast<float>(size) * 2 - 1;
-                    glm::vec3 direction = faceDirection(face, s, t);
-                    faces.emplace_back(
-                        level == 0 ? panorama.look(direction, 0)
-                                   : glm::mix(lookThrough(panorama, looks, direction), mean, mirrorFill),
-                        1.0F);
-                }
+        for (int row = 0; row < 6 * size; ++row) {
+            Directions to;
+            const float t = (static_cast<float>(row % size) + 0.5F) / static_cast<float>(size) * 2 - 1;
+            for (int x = 0; x < size; ++x) {
+                const float s = (static_cast<float>(x) + 0.5F) / static_cast<float>(size) * 2 - 1;
+                const glm::vec3 direction = faceDirection(row / size, s, t);
+                const auto i = static_cast<std::size_t>(x);
+                to.x[i] = direction.x;
+                to.y[i] = direction.y;
+                to.z[i] = direction.z;
+            }
+            const auto count = static_cast<std::size_t>(size);
+            if (level == 0) to.findPlaces(count);
+            for (std::size_t i = 0; i < count; ++i)
+                faces.emplace_back(
+                    level == 0 ? Panorama::bilinear(panorama.levels.front(), to.u[i], to.v[i])
+                               : glm::mix(lookThrough(looks, {to.x[i], to.y[i], to.z[i]}), mean, mirrorFill),
+                    1.0F);
+        }
     }
     return result;
 }
