@@ -11,7 +11,7 @@ namespace gull {
 
 namespace {
 constexpr int shadowMapSize = 1024;
-constexpr double shadowLife = 0.5;      // seconds of stage time
+constexpr double shadowLife = 3;        // seconds of stage time
 constexpr std::size_t manyPixels = 50;  // a triangle: from there on they cost more than the triangles
 
 std::size_t triangles(const DrawItem& item) {
@@ -21,9 +21,11 @@ std::size_t triangles(const DrawItem& item) {
 }
 }  // namespace
 
-const Target& DirectPainter::draw(const Stage& stage, const Viewpoint& fullView) {
+const Target& DirectPainter::draw(const Stage& stage, const Viewpoint& fullView, bool fast) {
     Viewpoint view = fullView;
-    view.size = {std::max(1, fullView.size.width / 2), std::max(1, fullView.size.height / 2)};
+    const double share = fast ? 0.4 : 0.5;
+    view.size = {std::max(1, static_cast<int>(fullView.size.width * share)),
+                 std::max(1, static_cast<int>(fullView.size.height * share))};
     if (!picture_ || !(picture_.size() == view.size))
         picture_ = Target(view.size, {{Format::bgra8}, Format::depth16});
     DrawList list = DrawList::of(stage, view, studio_.meshes, DrawList::Which::coarse);
@@ -68,6 +70,12 @@ const Target& DirectPainter::draw(const Stage& stage, const Viewpoint& fullView)
     shading.small = false;
     studio_.drawBlended(layers, shading, view, whole, stage.time);
     return picture_;
+}
+
+void DirectPainter::arrived() {
+    picture_ = {};
+    shadow_ = {};
+    shadowOf_ = 0;
 }
 
 }  // namespace gull

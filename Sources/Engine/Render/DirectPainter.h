@@ -7,14 +7,16 @@
 namespace gull {
 
 /// Draws a whole stage from anywhere in one quick pass, for the moments when the camera travels and nothing
-/// can be kept: half resolution, no multisampling, no contact shadows, matt surfaces.
+/// can be kept: at half resolution or less, no multisampling, no contact shadows, matt surfaces.
 class DirectPainter {
   public:
     explicit DirectPainter(Studio& studio) : studio_(studio) {}
 
-    /// Half the size of `view`; lasts until the next draw.
-    const Target& draw(const Stage& stage, const Viewpoint& view);
-    /// The last picture; empty before any.
+    /// Half the size of `view`, less while it moves `fast`; lasts until the next draw.
+    const Target& draw(const Stage& stage, const Viewpoint& view, bool fast);
+    /// Gives the memory back that only a journey needs.
+    void arrived();
+    /// The last picture; empty before any and after arrived().
     const Target& picture() const { return picture_; }
 
   private:

@@ -15,9 +15,10 @@ namespace {
 
 constexpr double sameView = 0.05;    // pixels: too little to see
 constexpr double nearView = 14;      // pixels: a shake
+constexpr double fastView = 6;       // pixels a frame: blurs what is seen anyway
 constexpr double frameGoal = 0.031;  // seconds from frame to frame while something is built
 constexpr double leastShare =
-    0.35;  // of what the rest of a frame takes, for building: slow machines arrive too
+    0.25;  // of what the rest of a frame takes, for building: slow machines arrive too
 constexpr double mostBudget = 0.02;  // seconds a frame; all of it once the camera stands still
 constexpr double refreshBudget = 0.004;
 constexpr double unhurried = std::numeric_limits<double>::infinity();
@@ -81,6 +82,7 @@ void WindowPainter::draw(const Stage& stage, Presenter& window, RenderTier tier,
         build(stage, wait ? view : goal, wait ? unhurried : budgetLeft(view));
     else
         built_ = 0;
+    const double speed = last_ ? shift(*last_, view) : 0;
     last_ = view;
 
     double apart = shown_ ? shift(shown_->view(), view) : 1e9;
@@ -99,7 +101,7 @@ void WindowPainter::draw(const Stage& stage, Presenter& window, RenderTier tier,
     } else if (tier == RenderTier::full) {
         present(snapshots_.draw(stage, size), window, whole);
     } else {
-        present(direct_.draw(stage, view), window, whole);
+        present(direct_.draw(stage, view, speed > fastView), window, whole);
         travelled_ = stage.time;
     }
 }
@@ -153,6 +155,7 @@ void WindowPainter::fade(Presenter& window, double time) {
     double left = 1 - (time - *travelled_) / fadeTime;
     if (left <= 0 || left > 1 || !direct_.picture()) {
         travelled_.reset();
+        direct_.arrived();
         return;
     }
     settled_ = false;
