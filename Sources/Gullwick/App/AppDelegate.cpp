@@ -218,7 +218,7 @@ struct AppDelegate::Parts final : WindowCommands {
     std::optional<FrameProbe> probe;
     std::function<void(const FrameTiming&)> observer;
     static constexpr double rehearsalBudget = 0.004;  // seconds a frame
-    static constexpr int rehearsalGap = 4;            // frames of play
+    static constexpr int rehearsalGap = 10;           // frames of play
     int rehearsed = 0;                                ///< on the first beach, what later ones show too
     int framesUnrehearsed = 0;
     double drawnTime = -1;
