@@ -2,13 +2,13 @@
 
 #include "Engine/Render/CopyArea.h"
 #include "Engine/Render/Shaders.h"
+#include "Engine/Render/Stopwatch.h"
 #include "Engine/Render/TextureUnits.h"
 
 #include <epoxy/gl.h>
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <functional>
 
 namespace gull {
@@ -290,14 +290,11 @@ bool FramePainter::rehearseFast(const Stage& stage, KeptLayer& kept, double budg
     glScissor(corner.x, corner.y, corner.width, corner.height);
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_LEQUAL);
-    const auto start = std::chrono::steady_clock::now();
-    std::chrono::duration<double> spent{0};
-    while (rehearsed_ < things.size()) {
-        things[rehearsed_++]();
+    const Stopwatch watch;
+    do {
+        if (rehearsed_ < things.size()) things[rehearsed_++]();
         glFinish();
-        spent = std::chrono::steady_clock::now() - start;
-        if (spent.count() >= budget) break;
-    }
+    } while (rehearsed_ < things.size() && watch.elapsed() < budget);
     glDisable(GL_SCISSOR_TEST);
     if (rehearsed_ < things.size()) return false;
     rehearsed_ = 0;

@@ -2,12 +2,12 @@
 
 #include "Engine/Render/CopyArea.h"
 #include "Engine/Render/Shaders.h"
+#include "Engine/Render/Stopwatch.h"
 #include "Engine/Render/TextureUnits.h"
 
 #include <epoxy/gl.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 
 namespace gull {
@@ -25,10 +25,6 @@ std::vector<PixelArea> tilesOf(const PixelArea& area, const PixelSize& size) {
         for (int x = area.x; x < area.right(); x += size.width)
             tiles.push_back(PixelArea{x, y, size.width, size.height}.intersection(area));
     return tiles;
-}
-
-double now() {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
 }  // namespace
@@ -92,12 +88,12 @@ bool KeptLayer::build(const Stage& stage, double budget) {
 }
 
 void KeptLayer::work(const Stage& stage, const DrawList& list, double budget) {
-    const double start = now();
+    const Stopwatch watch;
     do {
         takeStep(stage, list);
         // Without a hurry the rasteriser works while the next step is thought of.
         if (std::isfinite(budget)) glFinish();
-    } while (work_.step != Step::done && now() - start < budget);
+    } while (work_.step != Step::done && watch.elapsed() < budget);
 }
 
 void KeptLayer::takeStep(const Stage& stage, const DrawList& list) {
@@ -305,20 +301,20 @@ bool KeptLayer::refresh(const Stage& stage, double budget) {
         const auto changes = stage.keptChangesSince(serial_);
         if (!changes || !complete()) return false;
         serial_ = stage.keptSerial();
-        takeChanges(*changes);
+        follow(*changes);
     }
     if (!complete() || !pending()) return true;
     DrawList list;
     prepare(stage, list);
-    const double start = now();
+    const Stopwatch watch;
     do {
         if (work_.step == Step::done) beginRedraw(list);
         if (work_.step != Step::done) work(stage, list, budget);
-    } while (pending() && now() - start < budget);
+    } while (pending() && watch.elapsed() < budget);
     return true;
 }
 
-void KeptLayer::takeChanges(const std::vector<Stage::KeptChange>& changes) {
+void KeptLayer::follow(const std::vector<Stage::KeptChange>& changes) {
     for (const auto& [serial, box, onlyPaint] : changes) {
         if (!onlyPaint) {
             waiting_.push_back(box);

@@ -76,7 +76,8 @@ class KeptLayer {
     void drawPart(const Stage& stage, const DrawList& list, const PixelArea& part);
     /// Starts on what waits; nothing may be under way.
     void beginRedraw(const DrawList& list);
-    void takeChanges(const std::vector<Stage::KeptChange>& changes);
+    /// Takes in what was touched: draws paint at once where it may, lets the rest wait.
+    void follow(const std::vector<Stage::KeptChange>& changes);
     void drawDepth(const DrawList& list, const PixelArea& area);
     void readDepth(const DrawList& list, const PixelArea& area);
     /// One sample a pixel, which is enough where no edge is.

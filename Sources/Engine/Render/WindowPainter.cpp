@@ -1,12 +1,6 @@
 #include "Engine/Render/WindowPainter.h"
 
-#include "Engine/Render/Shaders.h"
-#include "Engine/Render/TextureUnits.h"
-
-#include <epoxy/gl.h>
-
 #include <algorithm>
-#include <chrono>
 #include <limits>
 
 namespace gull {
@@ -23,10 +17,6 @@ constexpr double mostBudget = 0.02;  // seconds a frame; all of it once the came
 constexpr double refreshBudget = 0.004;
 constexpr double unhurried = std::numeric_limits<double>::infinity();
 constexpr double fadeTime = 0.2;  // seconds, from the travelling picture to the kept one
-
-double now() {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
 
 /// World x, z on the ground to clip x, y, w.
 glm::dmat3 groundToClip(const Viewpoint& view) {
@@ -122,14 +112,14 @@ bool WindowPainter::wantsBuilding(const Stage& stage, const Viewpoint& view, con
 /// What the rest of the last frame left of its time.
 double WindowPainter::budgetLeft(const Viewpoint& view) const {
     if (last_ && shift(*last_, view) < sameView) return mostBudget;
-    const double rest = now() - begun_ - built_;
+    const double rest = sinceBuilding_.elapsed() - built_;
     return std::min(std::max(frameGoal - rest, leastShare * rest), mostBudget);
 }
 
 void WindowPainter::build(const Stage& stage, const Viewpoint& goal, double budget) {
-    begun_ = now();
+    sinceBuilding_ = {};
     keepBuilding(stage, goal, budget);
-    built_ = now() - begun_;
+    built_ = sinceBuilding_.elapsed();
 }
 
 void WindowPainter::keepBuilding(const Stage& stage, const Viewpoint& goal, double budget) {

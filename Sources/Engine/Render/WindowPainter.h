@@ -6,6 +6,7 @@
 #include "Engine/Render/Presenter.h"
 #include "Engine/Render/Renderer.h"
 #include "Engine/Render/SnapshotPainter.h"
+#include "Engine/Render/Stopwatch.h"
 
 #include <memory>
 #include <optional>
@@ -39,7 +40,7 @@ class WindowPainter {
     DirectPainter direct_;
     std::unique_ptr<KeptLayer> shown_;
     std::unique_ptr<KeptLayer> next_;  ///< being built
-    double begun_ = 0;                 ///< when a frame's building last began, seconds of the system's clock
+    Stopwatch sinceBuilding_;          ///< began in a frame the last time
     double built_ = 0;                 ///< seconds it took
     std::optional<Viewpoint> last_;    ///< of the frame before
     std::optional<double> travelled_;  ///< stage time of the last frame drawn directly
