@@ -13,6 +13,7 @@ void returnLargeBlocks() {
     // Setting the threshold stops the C library from raising it with every large block that is freed.
     constexpr int largeBlock = 1 << 20;  // bytes
     mallopt(M_MMAP_THRESHOLD, largeBlock);
+    mallopt(M_TRIM_THRESHOLD, 2 * largeBlock);
 #endif
 }
 
