@@ -28,7 +28,7 @@ const Target& DirectPainter::draw(const Stage& stage, const Viewpoint& fullView,
                  std::max(1, static_cast<int>(fullView.size.height * share))};
     if (!picture_ || !(picture_.size() == view.size))
         picture_ = Target(view.size, {{Format::bgra8}, Format::depth16});
-    DrawList list = DrawList::of(stage, view, studio_.meshes, DrawList::Which::coarse);
+    DrawList list = DrawList::of(stage, view, studio_.meshes, DrawList::Which::all, DrawList::Detail::coarse);
     FrameBlock block =
         frameBlock(stage, view, list, studio_.environments.bind(stage.environment, list.sun.onGround()),
                    studio_.options);

@@ -26,8 +26,8 @@ struct Inherited {
 class Gatherer {
   public:
     Gatherer(const Stage& stage, const Viewpoint& view, MeshCache& meshes, DrawList::Which which,
-             DrawList& list)
-        : stage_(stage), view_(view), meshes_(meshes), which_(which), list_(list) {}
+             DrawList::Detail detail, DrawList& list)
+        : stage_(stage), view_(view), meshes_(meshes), which_(which), detail_(detail), list_(list) {}
 
     void visit(const Node& node, const Inherited& from) {
         if (node.hidden || node.opacity <= 0) return;
@@ -54,7 +54,7 @@ class Gatherer {
   private:
     void addGeometry(const Node& node, const Inherited& here, DrawLayer& layer) {
         if (node.materials.empty() || node.geometry->indices.empty()) return;
-        bool coarse = which_ == DrawList::Which::coarse && node.coarseGeometry;
+        bool coarse = detail_ == DrawList::Detail::coarse && node.coarseGeometry;
         const Mesh& mesh = meshes_.mesh(coarse ? node.coarseGeometry : node.geometry);
         PixelArea area = view_.area(mesh.bounds, here.world);
         if (area.empty() && !node.castsShadow) return;
@@ -120,6 +120,7 @@ class Gatherer {
     const Viewpoint& view_;
     MeshCache& meshes_;
     DrawList::Which which_;
+    DrawList::Detail detail_;
     DrawList& list_;
 };
 
@@ -137,9 +138,10 @@ void sort(DrawLayer& layer) {
 
 }  // namespace
 
-DrawList DrawList::of(const Stage& stage, const Viewpoint& view, MeshCache& meshes, Which which) {
+DrawList DrawList::of(const Stage& stage, const Viewpoint& view, MeshCache& meshes, Which which,
+                      Detail detail) {
     DrawList list;
-    Gatherer(stage, view, meshes, which, list).visit(stage.root, {});
+    Gatherer(stage, view, meshes, which, detail, list).visit(stage.root, {});
     sort(list.kept);
     sort(list.drifting);
     sort(list.moving);

@@ -69,10 +69,10 @@ struct DrawLayer {
 /// A stage flattened for one view: nothing hidden, world transforms computed, the layers apart. Borrows from
 /// the stage and the mesh cache; good until either changes.
 struct DrawList {
-    enum class Which {
-        all,
-        coarse,  ///< all, in coarse geometries where there are any
-        notKept
+    enum class Which { all, notKept };
+    enum class Detail {
+        fine,
+        coarse,  ///< coarse geometries where there are any
     };
 
     DrawLayer kept;
@@ -82,8 +82,8 @@ struct DrawList {
     glm::vec3 ambient{0};
 
     /// The first directional light is the sun.
-    static DrawList of(const Stage& stage, const Viewpoint& view, MeshCache& meshes,
-                       Which which = Which::all);
+    static DrawList of(const Stage& stage, const Viewpoint& view, MeshCache& meshes, Which which = Which::all,
+                       Detail detail = Detail::fine);
 };
 
 /// Changes when anything of `layer` that throws a shadow comes, goes or moves by more than can be seen.

@@ -55,10 +55,13 @@ FramePainter::FramePainter(Studio& studio)
     glSamplerParameteri(quickSky_.name(), GL_TEXTURE_MAG_FILTER, GL_LINEAR);
 }
 
-FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept) {
+FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept, DrawList::Detail detail) {
     const Viewpoint& view = kept.view();
-    Frame frame{
-        stage, view, DrawList::of(stage, view, studio_.meshes, DrawList::Which::notKept), FrameBlock(), {}};
+    Frame frame{stage,
+                view,
+                DrawList::of(stage, view, studio_.meshes, DrawList::Which::notKept, detail),
+                FrameBlock(),
+                {}};
     const DrawList& list = frame.list;
     frame.block =
         frameBlock(stage, view, list, studio_.environments.bind(stage.environment, list.sun.onGround()),
@@ -146,7 +149,7 @@ void FramePainter::relight(const Frame& frame, const KeptLayer& kept, const Pixe
 }
 
 const Target& FramePainter::drawFull(const Stage& stage, KeptLayer& kept) {
-    Frame frame = begin(stage, kept);
+    Frame frame = begin(stage, kept, DrawList::Detail::fine);
     const PixelSize& size = frame.view.size;
     drawCover(frame, PixelArea::whole(size), 1);
     if (!light_ || !(light_.size() == size)) {
@@ -181,7 +184,7 @@ const Target& FramePainter::drawFull(const Stage& stage, KeptLayer& kept) {
 }
 
 const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept) {
-    Frame frame = begin(stage, kept);
+    Frame frame = begin(stage, kept, DrawList::Detail::coarse);
     glBindSampler(unitEnvironment, quickSky_.name());
     const PixelSize& size = frame.view.size;
     Shading shading = movingShading(frame.list, Shading::Output::display);
@@ -245,7 +248,7 @@ PixelArea FramePainter::restore(const Frame& frame, const std::vector<PixelArea>
 
 bool FramePainter::rehearseFast(const Stage& stage, KeptLayer& kept, double budget) {
     if (!fast_) return false;
-    Frame frame = begin(stage, kept);
+    Frame frame = begin(stage, kept, DrawList::Detail::coarse);
     glBindSampler(unitEnvironment, quickSky_.name());
     Shading shading = movingShading(frame.list, Shading::Output::display);
     shading.plainFilm = !frame.view.camera.hdr;

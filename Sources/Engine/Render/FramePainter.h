@@ -30,7 +30,7 @@ class FramePainter {
 
   private:
     struct Frame;
-    Frame begin(const Stage& stage, KeptLayer& kept);
+    Frame begin(const Stage& stage, KeptLayer& kept, DrawList::Detail detail);
     const Program& relightProgram(const Frame& frame, const KeptLayer& kept, int marks, bool display);
     void relight(const Frame& frame, const KeptLayer& kept, const PixelArea& part);
     void drawCover(const Frame& frame, const PixelArea& part, int shrink);

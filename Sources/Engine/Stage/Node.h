@@ -47,7 +47,7 @@ class Node {
     Layer layer = Layer::inherited;  ///< the root's is kept
 
     GeometryRef geometry;
-    /// The same in far fewer triangles, for quick pictures from a camera that travels; none: geometry serves.
+    /// The same in fewer triangles, for quick pictures; none: geometry serves.
     GeometryRef coarseGeometry;
     std::vector<std::shared_ptr<Material>> materials;
     std::shared_ptr<Light> light;

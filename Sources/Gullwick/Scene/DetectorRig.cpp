@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <glm/trigonometric.hpp>
 #include <numbers>
 
@@ -36,9 +37,23 @@ MaterialRef steel() {
     return Materials::pbr(RGB{0.32, 0.34, 0.37}, 0.8, 0.35);
 }
 
-Node& part(Node& parent, Geometry geometry, const MaterialRef& material, const glm::dvec3& at = {0, 0, 0},
+/// How finely what is round is cut into triangles: the rig is drawn anew every frame, and so is its shadow.
+class Fineness {
+  public:
+    static constexpr double fine = 1, coarse = 2.0 / 3;
+
+    explicit constexpr Fineness(double share) : share_(share) {}
+    int operator()(int pieces) const { return static_cast<int>(std::lround(share_ * pieces)); }
+
+  private:
+    double share_;
+};
+using Shape = std::function<Geometry(Fineness)>;
+
+Node& part(Node& parent, const Shape& shape, const MaterialRef& material, const glm::dvec3& at = {0, 0, 0},
            const glm::dvec3& angles = {0, 0, 0}) {
-    Node& node = parent.add(makeNode(std::move(geometry), material));
+    Node& node = parent.add(makeNode(shape(Fineness(Fineness::fine)), material));
+    node.coarseGeometry = std::make_shared<const Geometry>(shape(Fineness(Fineness::coarse)));
     node.position = at;
     node.eulerAngles = angles;
     return node;
@@ -49,7 +64,7 @@ class Assembly {
   public:
     /// `angles`: of the axes along which the mesh's bounds are taken.
     explicit Assembly(const glm::dvec3& angles = {0, 0, 0}) { frame_.eulerAngles = angles; }
-    void add(Geometry geometry, const glm::dvec3& at = {0, 0, 0}, const glm::dvec3& angles = {0, 0, 0},
+    void add(const Geometry& geometry, const glm::dvec3& at = {0, 0, 0}, const glm::dvec3& angles = {0, 0, 0},
              const glm::dvec3& scale = {1, 1, 1}) {
         Node place;
         place.position = at;
@@ -57,9 +72,7 @@ class Assembly {
         place.scale = scale;
         mesh_.append(geometry, glm::inverse(frame_.localTransform()) * place.localTransform());
     }
-    void build(Node& parent, const MaterialRef& material) {
-        part(parent, mesh_.take(), material, {0, 0, 0}, frame_.eulerAngles);
-    }
+    Geometry take() { return mesh_.take(); }
 
   private:
     Node frame_;
@@ -80,22 +93,24 @@ DetectorRig::DetectorRig(Node& parent, Textures& textures)
 }
 
 void DetectorRig::buildCoil(Textures& textures) {
-    Assembly frame;
-    frame.add(primitives::torus(0.64, 0.075, 48, 10), {0, 0, 0}, {0, 0, 0}, {1, 0.7, 1});
+    const auto frame = [](Fineness in) {
+        Assembly assembly;
+        assembly.add(primitives::torus(0.64, 0.075, in(48), in(10)), {0, 0, 0}, {0, 0, 0}, {1, 0.7, 1});
+        for (const double degrees : {0.0, 60.0, 120.0})
+            assembly.add(primitives::box(1.2, 0.035, 0.06, 0.01), {}, {0, glm::radians(degrees), 0});
+        return assembly.take();
+    };
+    part(tilt_, frame, dark());
 
     auto disc = Materials::pbr(Colour{0.05, 0.05, 0.06, 0.62}, 0, 0.5);
     disc->blend = Material::Blend::alpha;
     disc->opacity = 0.7;
-    part(tilt_, primitives::cylinder(0.6, 0.02, 48), disc);
-
-    for (const double degrees : {0.0, 60.0, 120.0}) {
-        frame.add(primitives::box(1.2, 0.035, 0.06, 0.01), {}, {0, glm::radians(degrees), 0});
-    }
-    frame.build(tilt_, dark());
-    part(tilt_, primitives::cylinder(0.13, 0.08, 32), orange(), {0, 0.03, 0});
+    part(
+        tilt_, [](Fineness in) { return primitives::cylinder(0.6, 0.02, in(48)); }, disc);
+    part(tilt_, [](Fineness in) { return primitives::cylinder(0.13, 0.08, in(32)); }, orange(), {0, 0.03, 0});
 
     led_ = Materials::pbr(RGB{0.1, 0.1, 0.1}, 0, 0.3);
-    part(tilt_, primitives::torus(0.5, 0.026, 48, 6), led_, {0, 0.03, 0});
+    part(tilt_, [](Fineness in) { return primitives::torus(0.5, 0.026, in(48), in(6)); }, led_, {0, 0.03, 0});
 
     light_ = std::make_shared<Light>();
     light_->kind = Light::Kind::omni;
@@ -125,25 +140,38 @@ void DetectorRig::buildShaft() {
         return direction * distance + glm::dvec3(0, above, 0);
     };
 
-    Assembly body({-tilt, 0, 0});
-    body.add(primitives::box(0.12, 0.16, 0.22, 0.03), {0, 0.1, 0});
-    part(yaw_, primitives::cylinder(0.06, 5, 24), steel(), onShaft(2.5, shaftFoot), along);
-    part(yaw_, primitives::cylinder(0.062, 0.18, 24), paint, onShaft(1.6, shaftFoot), along);
-    body.add(primitives::box(0.34, 0.2, 0.5, 0.05), onShaft(3.1, 2 * shaftFoot), {-tilt, 0, 0});
-    body.add(primitives::cylinder(0.075, 0.7, 24), onShaft(3.75, shaftFoot), along);
-    body.build(yaw_, black);
-    part(yaw_, primitives::tube(0.16, 0.2, 0.22, 32), paint, onShaft(4.85, shaftFoot + 0.12), along);
+    const glm::dvec3 bodyAngles(-tilt, 0, 0);
+    const auto body = [&](Fineness in) {
+        Assembly assembly(bodyAngles);
+        assembly.add(primitives::box(0.12, 0.16, 0.22, 0.03), {0, 0.1, 0});
+        assembly.add(primitives::box(0.34, 0.2, 0.5, 0.05), onShaft(3.1, 2 * shaftFoot), bodyAngles);
+        assembly.add(primitives::cylinder(0.075, 0.7, in(24)), onShaft(3.75, shaftFoot), along);
+        return assembly.take();
+    };
+    part(
+        yaw_, [](Fineness in) { return primitives::cylinder(0.06, 5, in(24)); }, steel(),
+        onShaft(2.5, shaftFoot), along);
+    part(
+        yaw_, [](Fineness in) { return primitives::cylinder(0.062, 0.18, in(24)); }, paint,
+        onShaft(1.6, shaftFoot), along);
+    part(yaw_, body, black, {0, 0, 0}, bodyAngles);
+    part(
+        yaw_, [](Fineness in) { return primitives::tube(0.16, 0.2, 0.22, in(32)); }, paint,
+        onShaft(4.85, shaftFoot + 0.12), along);
 
     // The cable winds from the coil's hub up to the control box.
-    std::vector<glm::dvec3> cable;
-    constexpr int points = 63;
-    for (int i = 0; i <= points; ++i) {
-        const double s = static_cast<double>(i) / points, turn = s * 7 * 2 * std::numbers::pi;
-        const glm::dvec3 out =
-            glm::dvec3(1, 0, 0) * std::cos(turn) + glm::dvec3(0, direction.z, -direction.y) * std::sin(turn);
-        cable.push_back(onShaft(0.15 + 2.7 * s, shaftFoot) + out * 0.074);
-    }
-    part(yaw_, shapes::bar(cable, {0.013}, 4), black);
+    const auto cable = [&](Fineness in) {
+        std::vector<glm::dvec3> path;
+        const int points = in(63);
+        for (int i = 0; i <= points; ++i) {
+            const double s = static_cast<double>(i) / points, turn = s * 7 * 2 * std::numbers::pi;
+            const glm::dvec3 out = glm::dvec3(1, 0, 0) * std::cos(turn) +
+                                   glm::dvec3(0, direction.z, -direction.y) * std::sin(turn);
+            path.push_back(onShaft(0.15 + 2.7 * s, shaftFoot) + out * 0.074);
+        }
+        return shapes::bar(path, {0.013}, in(4));
+    };
+    part(yaw_, cable, black);
 }
 
 void DetectorRig::place(const glm::dvec3& at, const glm::dvec2& velocity, double dt, double lift) {
