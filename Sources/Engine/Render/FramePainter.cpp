@@ -18,10 +18,7 @@ struct FramePainter::Frame {
     const Viewpoint& view;
     DrawList list;
     FrameBlock block;
-    /// Where exactly these of a ReliefGrid's marks reach, by the marks.
-    std::array<std::vector<PixelArea>, 4> reached;
-    bool shadow = false;
-    int lamps = 0;
+    MovingLight::Reach reach;
 };
 
 namespace {
@@ -37,20 +34,10 @@ Shading movingShading(const DrawList& list, Shading::Output output) {
     return shading;
 }
 
-std::vector<PixelArea> within(const PixelArea& part, const std::vector<PixelArea>& areas) {
-    std::vector<PixelArea> inside;
-    for (const PixelArea& area : areas)
-        if (const PixelArea common = area.intersection(part); !common.empty()) inside.push_back(common);
-    return inside;
-}
-
 }  // namespace
 
 FramePainter::FramePainter(Studio& studio)
-    : studio_(studio),
-      cover_("moving cover", shaders::relightVertex, shaders::coverFragment, {"OUT_COVER"}),
-      quickSky_(GlSampler::make()),
-      backdrop_(studio) {
+    : studio_(studio), light_(studio), quickSky_(GlSampler::make()), backdrop_(studio) {
     glSamplerParameteri(quickSky_.name(), GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_NEAREST);
     glSamplerParameteri(quickSky_.name(), GL_TEXTURE_MAG_FILTER, GL_LINEAR);
 }
@@ -68,7 +55,7 @@ FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept, Dra
                    studio_.options);
     std::vector<Lamp> lamps = list.moving.lamps;
     setLamps(frame.block, lamps);
-    frame.lamps = FrameBlock::lampsInProgram(lamps.size());
+    frame.reach.lamps = FrameBlock::lampsInProgram(lamps.size());
     ReliefGrid& relief = kept.relief();
     relief.clear();
     for (const Lamp& lamp : lamps) {
@@ -77,12 +64,12 @@ FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept, Dra
         else
             relief.markAllLit();
     }
-    frame.shadow =
+    frame.reach.shadow =
         shadow_.draw(list.moving, list.sun, studio_.sunDepth, studio_.options, frame.block, relief);
     for (int marks = 1; marks < 4; ++marks)
-        frame.reached[static_cast<std::size_t>(marks)] = relief.marked(marks);
+        frame.reach.areas[static_cast<std::size_t>(marks)] = relief.marked(marks);
     studio_.uniforms.upload(frame.block);
-    if (frame.shadow) shadow_.bind(unitMovingShadow);
+    if (frame.reach.shadow) shadow_.bind(unitMovingShadow);
     kept.shadow().bind(unitSunShadow);
     bindTexture(unitKeptLit, kept.light().colour(0));
     bindTexture(unitKeptShade, kept.light().colour(1));
@@ -94,79 +81,16 @@ FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept, Dra
     return frame;
 }
 
-const Program& FramePainter::relightProgram(const Frame& frame, const KeptLayer& kept, int marks,
-                                            bool display) {
-    bool shadow = (marks & ReliefGrid::shadowMark) != 0, lamps = (marks & ReliefGrid::lampMark) != 0;
-    bool plain = !frame.view.camera.hdr, paint = kept.paint() != 0;
-    int key = (shadow ? 1 : 0) + (display ? 2 : 0) + (plain ? 4 : 0) + (paint ? 8 : 0) +
-              (lamps ? frame.lamps * 16 : 0);
-    auto found = relightPrograms_.find(key);
-    if (found == relightPrograms_.end()) {
-        std::vector<std::string> defines;
-        if (shadow) defines.emplace_back("MOVING_SHADOW");
-        if (lamps && frame.lamps > 0) defines.push_back("LAMPS " + std::to_string(frame.lamps));
-        if (display) defines.emplace_back("OUT_DISPLAY");
-        if (plain) defines.emplace_back("PLAIN_FILM");
-        if (paint) defines.emplace_back("PAINT");
-        found =
-            relightPrograms_
-                .emplace(key, Program("relight", shaders::relightVertex, shaders::relightFragment, defines))
-                .first;
-    }
-    return found->second;
-}
-
-void FramePainter::drawCover(const Frame& frame, const PixelArea& part, int shrink) {
-    if (!frame.shadow) return;
-    const PixelSize& size = frame.view.size;
-    const PixelSize small{(size.width + shrink - 1) / shrink, (size.height + shrink - 1) / shrink};
-    if (!covered_ || !(covered_.size() == small)) covered_ = Target(small, {{Format::r8}});
-    std::vector<PixelArea> shaded;
-    for (int marks : {ReliefGrid::shadowMark + 0, ReliefGrid::shadowMark | ReliefGrid::lampMark})
-        // The smoothing at full resolution looks one pixel farther.
-        for (const PixelArea& area : frame.reached[static_cast<std::size_t>(marks)])
-            shaded.push_back(area.intersection(part).grown(2));
-    covered_.bind();
-    glClearColor(0, 0, 0, 0);
-    glClear(GL_COLOR_BUFFER_BIT);
-    glDisable(GL_DEPTH_TEST);
-    glDisable(GL_BLEND);
-    cover_.use();
-    cover_.set("shrink", shrink);
-    studio_.areas.draw(shaded);
-    bindTexture(unitMovingCover, covered_.colour());
-}
-
-void FramePainter::relight(const Frame& frame, const KeptLayer& kept, const PixelArea& part) {
-    bindTexture(unitSource, kept.picture().colour());
-    glDisable(GL_BLEND);
-    for (int marks = 1; marks < 4; ++marks) {
-        const std::vector<PixelArea> areas = within(part, frame.reached[static_cast<std::size_t>(marks)]);
-        if (areas.empty()) continue;
-        relightProgram(frame, kept, marks, true).use();
-        studio_.areas.draw(areas);
-    }
-}
-
 const Target& FramePainter::drawFull(const Stage& stage, KeptLayer& kept) {
     Frame frame = begin(stage, kept, DrawList::Detail::fine);
     const PixelSize& size = frame.view.size;
-    drawCover(frame, PixelArea::whole(size), 1);
-    if (!light_ || !(light_.size() == size)) {
+    if (!resolved_ || !(resolved_.size() == size)) {
         multisampled_ = Target(size, {{Format::rgba16f}, Format::depth24, 4});
-        light_ = Target(size, {{Format::rgba16f}});
+        resolved_ = Target(size, {{Format::rgba16f}});
         picture_ = Target(size, {{Format::bgra8}});
     }
     PixelArea whole = PixelArea::whole(size);
-    multisampled_.bind();
-    glEnable(GL_DEPTH_TEST);
-    glDepthFunc(GL_ALWAYS);
-    glDepthMask(GL_TRUE);
-    int marks = (frame.shadow ? ReliefGrid::shadowMark : 0) | (frame.lamps > 0 ? ReliefGrid::lampMark : 0);
-    const Program& program = relightProgram(frame, kept, marks, false);
-    glDisable(GL_BLEND);
-    program.use();
-    studio_.screen.draw(program);
+    light_.drawOver(multisampled_, frame.reach, kept);
 
     glDepthFunc(GL_LEQUAL);
     Shading shading = movingShading(frame.list, Shading::Output::linear);
@@ -175,11 +99,11 @@ const Target& FramePainter::drawFull(const Stage& stage, KeptLayer& kept) {
     for (const DrawLayer* layer : layers)
         for (const DrawItem& item : layer->opaque) studio_.surfaces.draw(item, shading, frame.view, whole);
     studio_.drawBlended(layers, shading, frame.view, whole, stage.time);
-    studio_.resolve.draw(multisampled_, {whole}, light_, 0, 0);
+    studio_.resolve.draw(multisampled_, {whole}, resolved_, 0, 0);
 
-    unsigned bloom = studio_.development.bloom(light_.colour(), frame.view);
+    unsigned bloom = studio_.development.bloom(resolved_.colour(), frame.view);
     picture_.bind();
-    studio_.development.develop(light_.colour(), bloom, 0, frame.view);
+    studio_.development.develop(resolved_.colour(), bloom, 0, frame.view);
     return picture_;
 }
 
@@ -199,7 +123,7 @@ const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept) {
     const std::vector<PixelArea> renewed = backdrop_.update(frame.list.drifting, calm, kept, stage.time);
     const PixelArea part = restore(frame, renewed);
     if (part.empty()) return fast_;
-    drawCover(frame, part, 2);
+    light_.find(frame.reach, kept, part);
     // Where things that move may stand in what drifts, that is drawn over them.
     const PixelArea wet = wetPart(frame).intersection(part);
     copyArea(kept.picture().colour(), fast_.colour(), wet, false);
@@ -208,7 +132,7 @@ const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept) {
 
     fast_.bind();
     glDisable(GL_DEPTH_TEST);
-    relight(frame, kept, part);
+    light_.apply(frame.reach, part);
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_LEQUAL);
     glEnable(GL_SCISSOR_TEST);
@@ -254,14 +178,12 @@ bool FramePainter::rehearseFast(const Stage& stage, KeptLayer& kept, double budg
     shading.plainFilm = !frame.view.camera.hdr;
     std::vector<std::function<void()>> things;
     const PixelArea corner{0, 0, 1, 1}, whole = PixelArea::whole(frame.view.size);
-    for (int marks = 1; marks < 4; ++marks) {
-        if ((marks & ReliefGrid::shadowMark) != 0 && !frame.shadow) continue;
-        if ((marks & ReliefGrid::lampMark) != 0 && frame.lamps == 0) continue;
+    for (int marks = 1; marks < 4; ++marks)
         things.emplace_back([&, marks] {
-            relightProgram(frame, kept, marks, true).use();
-            studio_.areas.draw({corner});
+            light_.rehearse(frame.reach, kept, marks);
+            fast_.bind();
+            glEnable(GL_DEPTH_TEST);
         });
-    }
     for (const DrawItem& item : frame.list.moving.opaque) {
         // A picture may have to be painted first.
         for (const Channel* map : {&item.material->diffuseMap, &item.material->normalMap})
@@ -283,12 +205,10 @@ bool FramePainter::rehearseFast(const Stage& stage, KeptLayer& kept, double budg
     for (const ParticleItem& item : frame.list.moving.particles)
         things.emplace_back([&] { blend({{}, {}, {item}, {}}); });
 
-    drawCover(frame, corner, 2);
     stale_.mark(corner);
     appearance_.reset();
     fast_.bind();
     glDisable(GL_BLEND);
-    bindTexture(unitSource, kept.picture().colour());
     glEnable(GL_SCISSOR_TEST);
     glScissor(corner.x, corner.y, corner.width, corner.height);
     glEnable(GL_DEPTH_TEST);
@@ -310,7 +230,7 @@ void FramePainter::markTouched(const Frame& frame, const PixelArea& wet, const P
         changes_.mark(area.intersection(part));
     };
     mark(wet);
-    for (const std::vector<PixelArea>& areas : frame.reached)
+    for (const std::vector<PixelArea>& areas : frame.reach.areas)
         for (const PixelArea& area : areas) mark(area);
     const DrawLayer& moving = frame.list.moving;
     for (const std::vector<DrawItem>* items : {&moving.opaque, &moving.blended})
@@ -323,7 +243,7 @@ void FramePainter::markTouched(const Frame& frame, const PixelArea& wet, const P
 
 PixelArea FramePainter::wetPart(const Frame& frame) const {
     PixelArea wet;
-    for (const std::vector<PixelArea>& areas : frame.reached)
+    for (const std::vector<PixelArea>& areas : frame.reach.areas)
         for (const PixelArea& area : areas) wet = wet.united(area.intersection(backdrop_.reach()));
     for (const DrawItem& item : frame.list.moving.opaque)
         wet = wet.united(item.area.intersection(backdrop_.reach()));

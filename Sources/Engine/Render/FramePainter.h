@@ -3,10 +3,10 @@
 #include "Engine/Render/Backdrop.h"
 #include "Engine/Render/DirtySquares.h"
 #include "Engine/Render/KeptLayer.h"
+#include "Engine/Render/MovingLight.h"
 #include "Engine/Render/MovingShadow.h"
 
 #include <cstdint>
-#include <map>
 #include <optional>
 
 namespace gull {
@@ -31,9 +31,6 @@ class FramePainter {
   private:
     struct Frame;
     Frame begin(const Stage& stage, KeptLayer& kept, DrawList::Detail detail);
-    const Program& relightProgram(const Frame& frame, const KeptLayer& kept, int marks, bool display);
-    void relight(const Frame& frame, const KeptLayer& kept, const PixelArea& part);
-    void drawCover(const Frame& frame, const PixelArea& part, int shrink);
     /// Brings the bare backdrop, which was `renewed` there, back into fast_ and returns the part in which
     /// what moves is to be drawn on it: all, or where it was renewed as long as nothing else changed.
     PixelArea restore(const Frame& frame, const std::vector<PixelArea>& renewed);
@@ -42,14 +39,12 @@ class FramePainter {
 
     Studio& studio_;
     MovingShadow shadow_;
-    Program cover_;
+    MovingLight light_;
     GlSampler quickSky_;  ///< mirrors take the nearest mipmap
-    std::map<int, Program> relightPrograms_;
     Backdrop backdrop_;
     Target picture_;       ///< full: developed
     Target multisampled_;  ///< full
-    Target light_;         ///< full: resolved
-    Target covered_;       ///< how far moving things cover the sun
+    Target resolved_;      ///< full
     Target fast_;          ///< fast: developed, with depth
     DirtySquares stale_;   ///< where fast_ is not as the backdrop
     DirtySquares changes_;

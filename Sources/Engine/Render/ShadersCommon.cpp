@@ -175,9 +175,8 @@ void main() {
 )glsl";
 
 const std::string_view relightVertex = R"glsl(
-#if defined(OUT_DISPLAY) || defined(OUT_COVER)
+#ifdef IN_RECTANGLES
 layout(location = 0) in vec2 pixel;
-#define IN_RECTANGLES
 #endif
 // Where the pixel's ray goes per unit of distance along the camera's axis, in the world and in the moving
 // shadow map: a point is then one multiplication away from its depth.

@@ -20,7 +20,7 @@ float covered(sampler2DShadow map, vec3 c, float radius, float gap, float least)
     float first = texture(map, c) + texture(map, vec3(c.xy + a, c.z)) + texture(map, vec3(c.xy + b, c.z)) +
                   texture(map, vec3(c.xy - a, c.z)) + texture(map, vec3(c.xy - b, c.z));
     float open = first * 0.2;
-#ifdef OUT_DISPLAY
+#ifdef FEW_LOOKS
     const int looks = 8;
 #else
     const int looks = 16;
@@ -38,6 +38,16 @@ float covered(sampler2DShadow map, vec3 c, float radius, float gap, float least)
     if (count > 0) open = sum / float(looks);
     return (1.0 - open) * inside.x * inside.y;
 }
+
+#ifdef MOVING_SHADOW
+// What is left of the light where moving things cover the sun so far. `shade`: share of the light that is not
+// the sun's; w: how far resting things cover it.
+vec3 gainUnder(vec4 shade, float moving) {
+    float before = 1.0 - kSun.w * shade.a;
+    float now = 1.0 - kSun.w * max(shade.a, moving);
+    return shade.rgb + (1.0 - shade.rgb) * (now / before);
+}
+#endif
 
 #ifdef LAMPS
 // Full strength up to the start, then falling to nothing at the end with the lamp's exponent.
@@ -70,38 +80,27 @@ vec4 filmOver(vec3 whole, vec3 within, float alpha, float mirror, float thicknes
 }
 )glsl";
 
-// How far moving things cover the sun, at the full resolution or a part of it.
+// How far moving things cover the sun.
 const std::string_view coverFragment = R"glsl(
 uniform sampler2D keptDepth;
 uniform sampler2DShadow movingShadow;
-uniform int shrink;  // pixels of the picture to one of the target
 in vec3 shadowRay;
 flat in vec3 shadowEye;
 flat in vec4 kMoving;
 layout(location = 0) out vec4 outColour;
 void main() {
-    ivec2 last = textureSize(keptDepth, 0) - 1;
-    float depth = texelFetch(keptDepth, min(ivec2(gl_FragCoord.xy) * shrink + shrink / 2, last), 0).r;
-    vec3 c = shadowEye + shadowRay * axisDistance(depth);
+    vec3 c = shadowEye + shadowRay * axisDistance(texelFetch(keptDepth, ivec2(gl_FragCoord.xy), 0).r);
     outColour = vec4(covered(movingShadow, vec3(c.xy, c.z - kMoving.z), kMoving.x, 0.0, 0.0));
 }
 )glsl";
 
 // The kept layer with the moving layer's shadow and lamps on it. Where a resting shadow lies already the
-// moving one adds nothing: the sun's part is scaled by the new cover over the old. OUT_DISPLAY starts from
-// the developed picture and changes it by what the change of light does to it.
+// moving one adds nothing: the sun's part is scaled by the new cover over the old.
 const std::string_view relightFragment = R"glsl(
-#ifdef OUT_DISPLAY
-uniform sampler2D source;  // the developed picture
-#else
 uniform sampler2D keptLit;
-#endif
-#if defined(LAMPS) || !defined(OUT_DISPLAY)
-#define IN_DEPTH
 uniform sampler2D keptDepth;
 #ifdef PAINT
 uniform sampler2D keptPaint;
-#endif
 #endif
 #ifdef MOVING_SHADOW
 uniform sampler2D keptShade;
@@ -118,38 +117,80 @@ void main() {
     ivec2 pixel = ivec2(gl_FragCoord.xy);
     vec3 gain = vec3(1.0), added = vec3(0.0), paint = vec3(1.0);
 #ifdef MOVING_SHADOW
-    vec4 shade = texelFetch(keptShade, pixel, 0);
-    float moving = textureLod(movingCover, st, 0.0).r;
-    float before = 1.0 - kSun.w * shade.a;
-    float now = 1.0 - kSun.w * max(shade.a, moving);
-    gain = shade.rgb + (1.0 - shade.rgb) * (now / before);
+    gain = gainUnder(texelFetch(keptShade, pixel, 0), textureLod(movingCover, st, 0.0).r);
 #endif
-#ifdef IN_DEPTH
     float depth = texelFetch(keptDepth, pixel, 0).r;
 #ifdef PAINT
     paint = texelFetch(keptPaint, pixel, 0).rgb;
     paint *= paint;
-#endif
 #endif
 #ifdef LAMPS
     vec3 body = texelFetch(keptSurface, pixel, 0).rgb;
     vec3 n = texelFetch(keptNormal, pixel, 0).xyz * 2.0 - 1.0;
     added = body * body * lampLight(kEye.xyz + ray * axisDistance(depth), n) * paint;
 #endif
-#ifdef OUT_DISPLAY
-    vec4 shown = texelFetch(source, pixel, 0);
-    vec3 light = exposed(shown.rgb);
-    added *= kPicture.z;
-#ifndef PLAIN_FILM
-    added *= vignetteAt(st) * kFilm.rgb;
-#endif
-    outColour = vec4(shown.rgb + shownAgain(light * gain + added) - shownAgain(light), shown.a);
-#else
     vec4 lit = texelFetch(keptLit, pixel, 0);
     outColour = vec4(lit.rgb * paint * gain + added, lit.a);
     gl_FragDepth = depth;
-#endif
 }
+)glsl";
+
+// What the same does to the developed picture, at half resolution: how it is scaled (alpha) and what is added
+// then, which is exact for the mean of four pixels and keeps the grain between them.
+const std::string_view changeFragment = R"glsl(
+uniform sampler2D source;  // the developed picture
+uniform sampler2D keptDepth;
+#ifdef MOVING_SHADOW
+uniform sampler2D keptShade;
+uniform sampler2DShadow movingShadow;
+in vec3 shadowRay;
+flat in vec3 shadowEye;
+flat in vec4 kMoving;
+#endif
+#ifdef LAMPS
+uniform sampler2D keptSurface;
+uniform sampler2D keptNormal;
+#ifdef PAINT
+uniform sampler2D keptPaint;
+#endif
+in vec3 ray;
+#endif
+layout(location = 0) out vec4 outColour;
+void main() {
+    ivec2 last = textureSize(keptDepth, 0) - 1;
+    float along = axisDistance(texelFetch(keptDepth, min(ivec2(gl_FragCoord.xy) * 2 + 1, last), 0).r);
+    vec2 at = gl_FragCoord.xy * 2.0 * kPicture.xy;  // where four pixels meet
+    vec3 shown = textureLod(source, at, 0.0).rgb;
+    vec3 light = exposed(shown), changed = light;
+#ifdef MOVING_SHADOW
+    vec3 c = shadowEye + shadowRay * along;
+    float moving = covered(movingShadow, vec3(c.xy, c.z - kMoving.z), kMoving.x, 0.0, 0.0);
+    changed *= gainUnder(textureLod(keptShade, at, 0.0), moving);
+#endif
+#ifdef LAMPS
+    vec3 body = textureLod(keptSurface, at, 0.0).rgb;
+    vec3 n = textureLod(keptNormal, at, 0.0).xyz * 2.0 - 1.0;
+    vec3 added = body * body * lampLight(kEye.xyz + ray * along, n) * kPicture.z;
+#ifdef PAINT
+    vec3 paint = textureLod(keptPaint, at, 0.0).rgb;
+    added *= paint * paint;
+#endif
+#ifndef PLAIN_FILM
+    added *= vignetteAt(at) * kFilm.rgb;
+#endif
+    changed += added;
+#endif
+    vec3 wanted = max(shown + shownAgain(changed) - shownAgain(light), 0.0);
+    vec3 gain = wanted / max(shown, vec3(1.0 / 255.0));
+    float scale = min(min(gain.r, gain.g), min(gain.b, 1.0));
+    outColour = vec4(wanted - shown * scale, scale);
+}
+)glsl";
+
+const std::string_view applyFragment = R"glsl(
+uniform sampler2D source;
+layout(location = 0) out vec4 outColour;
+void main() { outColour = textureLod(source, gl_FragCoord.xy * kPicture.xy, 0.0); }
 )glsl";
 
 // A film made at half resolution, blended over the developed picture at full resolution. Drawn with

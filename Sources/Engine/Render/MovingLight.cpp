@@ -1,0 +1,115 @@
+#include "Engine/Render/MovingLight.h"
+
+#include "Engine/Render/Shaders.h"
+#include "Engine/Render/TextureUnits.h"
+
+#include <epoxy/gl.h>
+
+#include <string>
+
+namespace gull {
+
+namespace {
+
+std::vector<PixelArea> within(const PixelArea& part, const std::vector<PixelArea>& areas) {
+    std::vector<PixelArea> inside;
+    for (const PixelArea& area : areas)
+        if (const PixelArea common = area.intersection(part); !common.empty()) inside.push_back(common);
+    return inside;
+}
+
+}  // namespace
+
+MovingLight::MovingLight(Studio& studio)
+    : studio_(studio),
+      cover_("moving cover", shaders::relightVertex, shaders::coverFragment, {"IN_RECTANGLES"}),
+      apply_("change of light", shaders::relightVertex, shaders::applyFragment, {"IN_RECTANGLES"}) {}
+
+const Program& MovingLight::program(bool change, const Reach& reach, int marks, const KeptLayer& kept) {
+    const bool shadow = (marks & ReliefGrid::shadowMark) != 0, lamps = (marks & ReliefGrid::lampMark) != 0;
+    const bool plain = !kept.view().camera.hdr, paint = kept.paint() != 0;
+    const int key = (shadow ? 1 : 0) + (change ? 2 : 0) + (plain ? 4 : 0) + (paint ? 8 : 0) +
+                    (lamps ? reach.lamps * 16 : 0);
+    if (auto found = programs_.find(key); found != programs_.end()) return found->second;
+    std::vector<std::string> defines;
+    if (shadow) defines.emplace_back("MOVING_SHADOW");
+    if (lamps && reach.lamps > 0) defines.push_back("LAMPS " + std::to_string(reach.lamps));
+    if (change) defines.emplace_back("IN_RECTANGLES");
+    if (change) defines.emplace_back("FEW_LOOKS");
+    if (plain) defines.emplace_back("PLAIN_FILM");
+    if (paint) defines.emplace_back("PAINT");
+    return programs_
+        .emplace(key, Program(change ? "find change of light" : "relight", shaders::relightVertex,
+                              change ? shaders::changeFragment : shaders::relightFragment, defines))
+        .first->second;
+}
+
+void MovingLight::drawOver(const Target& target, const Reach& reach, const KeptLayer& kept) {
+    glDisable(GL_BLEND);
+    if (reach.shadow) {
+        if (!covered_ || !(covered_.size() == target.size()))
+            covered_ = Target(target.size(), {{Format::r8}});
+        covered_.bind();
+        glClearColor(0, 0, 0, 0);
+        glClear(GL_COLOR_BUFFER_BIT);
+        glDisable(GL_DEPTH_TEST);
+        cover_.use();
+        for (int marks : {ReliefGrid::shadowMark + 0, ReliefGrid::shadowMark | ReliefGrid::lampMark})
+            studio_.areas.draw(reach.areas[static_cast<std::size_t>(marks)]);
+        bindTexture(unitMovingCover, covered_.colour());
+    }
+    target.bind();
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_ALWAYS);
+    glDepthMask(GL_TRUE);
+    const Program& relight = program(
+        false, reach,
+        (reach.shadow ? ReliefGrid::shadowMark : 0) | (reach.lamps > 0 ? ReliefGrid::lampMark : 0), kept);
+    relight.use();
+    studio_.screen.draw(relight);
+}
+
+void MovingLight::begin(const KeptLayer& kept) {
+    const PixelSize& size = kept.view().size;
+    const PixelSize half{(size.width + 1) / 2, (size.height + 1) / 2};
+    if (!change_ || !(change_.size() == half)) change_ = Target(half, {{Format::rgba8}});
+    change_.bind();
+    glDisable(GL_DEPTH_TEST);
+    glDisable(GL_BLEND);
+    bindTexture(unitSource, kept.picture().colour());
+}
+
+void MovingLight::find(const Reach& reach, const KeptLayer& kept, const PixelArea& part) {
+    begin(kept);
+    glClearColor(0, 0, 0, 1);
+    glClear(GL_COLOR_BUFFER_BIT);
+    for (int marks = 1; marks < 4; ++marks) {
+        // Smoothing at full resolution looks one pixel of the half farther.
+        const auto areas = within(part.grown(2), reach.areas[static_cast<std::size_t>(marks)]);
+        if (areas.empty()) continue;
+        program(true, reach, marks, kept).use();
+        studio_.areas.draw(areas);
+    }
+}
+
+void MovingLight::rehearse(const Reach& reach, const KeptLayer& kept, int marks) {
+    if ((marks & ReliefGrid::shadowMark) != 0 && !reach.shadow) return;
+    if ((marks & ReliefGrid::lampMark) != 0 && reach.lamps == 0) return;
+    begin(kept);
+    program(true, reach, marks, kept).use();
+    studio_.areas.draw({{0, 0, 2, 2}});
+}
+
+void MovingLight::apply(const Reach& reach, const PixelArea& part) {
+    std::vector<PixelArea> areas;
+    for (const std::vector<PixelArea>& reached : reach.areas)
+        for (const PixelArea& area : within(part, reached)) areas.push_back(area);
+    bindTexture(unitSource, change_.colour());
+    glEnable(GL_BLEND);
+    glBlendFuncSeparate(GL_ONE, GL_SRC_ALPHA, GL_ZERO, GL_ONE);
+    apply_.use();
+    studio_.areas.draw(areas);
+    glDisable(GL_BLEND);
+}
+
+}  // namespace gull
