@@ -11,9 +11,11 @@ namespace gull {
 struct FrameBlock {
     static constexpr unsigned binding = 0;
     static constexpr int mostLamps = 4;
-    /// For how many lamps a program that shall light by `lamps` is made: none, one or the most, so that few
-    /// programs serve any number. Those that are not there are dark.
-    static int lampsInProgram(std::size_t lamps) { return lamps < 2 ? static_cast<int>(lamps) : mostLamps; }
+    /// The numbers of lamps that programs are made for, so that few programs serve any number: the rig's lamp
+    /// and one treasure's are what play shows.
+    static constexpr int lampPrograms[] = {0, 1, 2, mostLamps};
+    /// For how many lamps a program that shall light by `lamps` is made. Those that are not there are dark.
+    static int lampsInProgram(std::size_t lamps) { return lamps < 3 ? static_cast<int>(lamps) : mostLamps; }
 
     glm::mat4 viewProjection{1};
     glm::mat4 inverseViewProjection{1};

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <functional>
 
 namespace gull {
@@ -23,8 +24,17 @@ struct FramePainter::Frame {
 
 namespace {
 
-/// Share of a lamp's reach beyond which its light is too weak to tell.
-constexpr double visibleReach = 0.85;
+/// The weakest light on a surface that can be told on the film: half a step of eight bits, about.
+constexpr double weakestLight = 0.006;
+
+/// How far from `lamp`, which has a limit, its light can be told; `exposure`: from scene light to the film.
+double visibleReach(const Lamp& lamp, double exposure) {
+    const double strength = std::max({lamp.colour.r, lamp.colour.g, lamp.colour.b}) * exposure;
+    if (strength <= weakestLight) return 0;
+    // What is left of it is the share of the way to the end, from full to nothing, to its exponent.
+    const double left = std::pow(weakestLight / strength, 1 / lamp.exponent);
+    return lamp.end - std::max(lamp.end - lamp.start, 0.0) * left;
+}
 
 Shading movingShading(const DrawList& list, Shading::Output output) {
     Shading shading;
@@ -58,9 +68,11 @@ FramePainter::Frame FramePainter::begin(const Stage& stage, KeptLayer& kept, Dra
     frame.reach.lamps = FrameBlock::lampsInProgram(lamps.size());
     ReliefGrid& relief = kept.relief();
     relief.clear();
+    const double exposure =
+        frame.block.eye.w * std::max({frame.block.film.r, frame.block.film.g, frame.block.film.b});
     for (const Lamp& lamp : lamps) {
         if (lamp.end > 0)
-            relief.markReach(lamp.position, lamp.end * visibleReach);
+            relief.markReach(lamp.position, visibleReach(lamp, exposure));
         else
             relief.markAllLit();
     }
@@ -178,30 +190,42 @@ bool FramePainter::rehearseFast(const Stage& stage, KeptLayer& kept, double budg
     shading.plainFilm = !frame.view.camera.hdr;
     std::vector<std::function<void()>> things;
     const PixelArea corner{0, 0, 1, 1}, whole = PixelArea::whole(frame.view.size);
-    for (int marks = 1; marks < 4; ++marks)
-        things.emplace_back([&, marks] {
-            light_.rehearse(frame.reach, kept, marks);
-            fast_.bind();
-            glEnable(GL_DEPTH_TEST);
-        });
+    // In any number of lamps, whatever shines now. Without an end they reach everything.
+    const std::array<Lamp, FrameBlock::mostLamps> lamps{};
+    const auto light = [&](int count) {
+        shading.lamps = std::span(lamps).first(static_cast<std::size_t>(count));
+    };
+    for (int count : FrameBlock::lampPrograms)
+        for (int marks = 1; marks < 4; ++marks)
+            things.emplace_back([&, count, marks] {
+                light_.rehearse({{}, frame.reach.shadow, count}, kept, marks);
+                fast_.bind();
+                glEnable(GL_DEPTH_TEST);
+            });
     for (const DrawItem& item : frame.list.moving.opaque) {
         // A picture may have to be painted first.
         for (const Channel* map : {&item.material->diffuseMap, &item.material->normalMap})
             if (*map)
                 things.emplace_back(
                     [&, map] { studio_.textures.bind(unitDiffuse, *map, TextureCache::Filter::quick); });
-        things.emplace_back([&] {
-            shading.small = true;
-            studio_.surfaces.draw(item, shading, frame.view, whole);
-            shading.small = false;
-        });
+        for (int count : FrameBlock::lampPrograms)
+            things.emplace_back([&, count] {
+                light(count);
+                shading.small = true;
+                studio_.surfaces.draw(item, shading, frame.view, whole);
+                shading.small = false;
+            });
     }
     auto blend = [&](const DrawLayer& layer) {
         const DrawLayer* layers[] = {&layer};
         studio_.drawBlended(layers, shading, frame.view, whole, stage.time);
     };
     for (const DrawItem& item : frame.list.moving.blended)
-        things.emplace_back([&] { blend({{}, {item}, {}, {}}); });
+        for (int count : FrameBlock::lampPrograms)
+            things.emplace_back([&, count] {
+                light(count);
+                blend({{}, {item}, {}, {}});
+            });
     for (const ParticleItem& item : frame.list.moving.particles)
         things.emplace_back([&] { blend({{}, {}, {item}, {}}); });
 

@@ -59,8 +59,8 @@ PASSED vec4 kTile;       // xy: origin of the tile; zw: lens, see axisDistance
 PASSED vec4 kSun;        // direction toward it, blackness of its shadow
 PASSED vec4 kSunColour;  // colour, edge radius of its shadow
 #ifdef LAMPS
-PASSED vec4 kLampPlace[4];
-PASSED vec4 kLampLight[4];
+PASSED vec4 kLampPlace[LAMPS];
+PASSED vec4 kLampLight[LAMPS];
 PASSED vec4 kLampExponents;
 #endif
 #endif
@@ -78,7 +78,7 @@ void passFrame() {
     kSun = frame.sunDirection;
     kSunColour = frame.sunColour;
 #ifdef LAMPS
-    for (int i = 0; i < 4; ++i) {
+    for (int i = 0; i < LAMPS; ++i) {
         kLampPlace[i] = frame.lampPlace[i];
         kLampLight[i] = frame.lampLight[i];
     }

@@ -22,8 +22,7 @@ namespace {
 
 constexpr double trailUploadGap = 0.05;  // seconds
 constexpr double shakeDecay = 9;         // a second
-constexpr int rehearsalsOfKind = 3;
-constexpr double undulation = 0.03;  // of the sand between two looks at its height
+constexpr double undulation = 0.03;      // of the sand between two looks at its height
 
 /// The part of the world that a rectangle of the trail lies on.
 Box worldBox(const PixelRect& rect) {
@@ -88,9 +87,9 @@ struct BeachScene::Parts {
     double lastTrailUpload = 0;
     struct Rehearsal {
         std::unique_ptr<Node> place;
-        int kind = -1;  ///< counts allKinds(); before them, a spray
+        int number = -1;
     };
-    Rehearsal rehearsal;  ///< kept between rehearsals of one kind
+    Rehearsal rehearsal;  ///< kept while it is repeated
 };
 
 BeachScene::BeachScene(DelayedWork& delayedWork)
@@ -176,36 +175,26 @@ void BeachScene::dig(const PlotPoint& at, const Hunt::DigOutcome& outcome) {
 }
 
 int BeachScene::rehearsals() {
-    return 1 + rehearsalsOfKind * static_cast<int>(allKinds().size());
+    return 1 + static_cast<int>(allKinds().size());
 }
 
-std::unique_ptr<Node> BeachScene::makeRehearsal(int kind) const {
+std::unique_ptr<Node> BeachScene::makeRehearsal(int number) const {
     auto place = std::make_unique<Node>("rehearsal");
     place->layer = Layer::moving;
     place->position = Terrain::world({0.5, 0.5}) + glm::dvec3(0, 0.5, 0);
-    auto lamp = std::make_shared<Light>();
-    lamp->kind = Light::Kind::omni;
-    lamp->intensity = 1;
-    lamp->attenuationEnd = 2;
-    place->addChild("lamp").light = lamp;
-    if (kind < 0)
+    if (number == 0)
         parts_->digs.showSpray(*place, time);
     else
-        parts_->digs.show(allKinds()[static_cast<std::size_t>(kind)], *place, time);
+        parts_->digs.show(allKinds()[static_cast<std::size_t>(number - 1)], *place, time);
     return place;
 }
 
 void BeachScene::beginRehearsal(int number) {
-    // First a spray in the rig's own lamp, then each item as it comes up: in that lamp and its own glow, in
-    // its glow alone, and unlit.
-    const int kind = (number + rehearsalsOfKind - 1) / rehearsalsOfKind - 1;
-    const int round = number == 0 ? 0 : (number - 1) % rehearsalsOfKind;
+    // First a spray, then each item as it comes up.
     Parts::Rehearsal& rehearsal = parts_->rehearsal;
-    if (!rehearsal.place || rehearsal.kind != kind) rehearsal = {makeRehearsal(kind), kind};
+    if (!rehearsal.place || rehearsal.number != number) rehearsal = {makeRehearsal(number), number};
     Node& place = stage_.root.add(std::move(rehearsal.place));
-    place.find("lamp")->hidden = round > 0;
-    if (Node* glow = place.find("glow")) glow->hidden = round > 1;
-    for (const Node* node : {&place, place.children().back().get()})
+    for (const Node* node : {&place, place.children().empty() ? &place : place.children().back().get()})
         for (const auto& system : node->particles) system->start = time - 0.1;
 }
 

@@ -60,6 +60,7 @@ std::unique_ptr<Node> twin(const Node& node) {
     copy->scale = node.scale;
     copy->castsShadow = node.castsShadow;
     copy->geometry = node.geometry;
+    copy->coarseGeometry = node.coarseGeometry;
     copy->materials = node.materials;
     for (const auto& child : node.children()) copy->add(twin(*child));
     return copy;

@@ -69,6 +69,11 @@ Node& part(Node& parent, Geometry geometry, std::vector<MaterialRef> materials,
     return node;
 }
 
+/// The same in `geometry`'s fewer triangles where it is drawn anew every frame, a hundred pixels wide.
+void coarser(Node& node, Geometry geometry) {
+    node.coarseGeometry = std::make_shared<const Geometry>(std::move(geometry));
+}
+
 /// A cut stone throws each facet's light about inside: some facets come out dark, some bright, all darker
 /// toward the point.
 Geometry cutStone(double radius, int facets) {
@@ -93,7 +98,7 @@ void coin(Node& parent, Textures& textures) {
 }
 
 void ring(Node& parent) {
-    part(parent, torus(0.26, 0.055, 64), {gold()}, {}, {quarter, 0, 0});
+    coarser(part(parent, torus(0.26, 0.055, 64), {gold()}, {}, {quarter, 0, 0}), torus(0.26, 0.055, 48, 12));
     part(parent,
          shapes::lathe({{0, 0},
                         {0.1, 0},
@@ -112,19 +117,25 @@ void ring(Node& parent) {
 void roundCase(Node& parent, const MaterialRef& metal, const MaterialRef& face, double height,
                double bezelPipe, double front, double glassRadius, double glassDepth) {
     part(parent, cylinder(0.32, height, 64), {metal, face, metal}, {}, {quarter, 0, 0});
-    part(parent, torus(0.32, bezelPipe, 64), {metal}, {0, 0, front}, {quarter, 0, 0});
-    part(parent, sphere(0.315, 48), {metal}, {0, 0, -0.5 * height}).scale = {1, 1, 0.14};
+    coarser(part(parent, torus(0.32, bezelPipe, 64), {metal}, {0, 0, front}, {quarter, 0, 0}),
+            torus(0.32, bezelPipe, 48, 8));
+    Node& back = part(parent, sphere(0.315, 48), {metal}, {0, 0, -0.5 * height});
+    back.scale = {1, 1, 0.14};
+    coarser(back, sphere(0.315, 28));
     Node& crystal = part(parent, sphere(glassRadius, 48), {glass()}, {0, 0, front});
     crystal.scale = {1, 1, glassDepth};
     crystal.castsShadow = false;
+    coarser(crystal, sphere(glassRadius, 28));
 }
 
 void watch(Node& parent, Textures& textures) {
     roundCase(parent, gold(), Materials::pictured(textures.watchDial(), 0, 0.4), 0.11, 0.03, 0.055, 0.31,
               0.16);
     part(parent, cylinder(0.045, 0.1, 24), {gold()}, {0, 0.36, 0});
-    part(parent, torus(0.07, 0.018, 32, 16), {gold()}, {0, 0.46, 0}, {0, 0, quarter});
-    part(parent, torus(0.035, 0.01, 24, 12), {gold()}, {0, 0.535, 0}, {quarter, 0, 0});
+    coarser(part(parent, torus(0.07, 0.018, 32, 16), {gold()}, {0, 0.46, 0}, {0, 0, quarter}),
+            torus(0.07, 0.018, 20, 6));
+    coarser(part(parent, torus(0.035, 0.01, 24, 12), {gold()}, {0, 0.535, 0}, {quarter, 0, 0}),
+            torus(0.035, 0.01, 14, 5));
 }
 
 void key(Node& parent) {
@@ -138,8 +149,10 @@ void key(Node& parent) {
         return bare;
     };
     part(parent, worn(cylinder(0.04, 0.72, 24)), {metal}, {}, {0, 0, quarter});
-    part(parent, worn(torus(0.13, 0.035, 40, 16)), {metal}, {-0.48, 0, 0}, {quarter, 0, 0});
-    part(parent, worn(torus(0.05, 0.02, 24, 12)), {metal}, {-0.3, 0, 0}, {0, 0, quarter});
+    coarser(part(parent, worn(torus(0.13, 0.035, 40, 16)), {metal}, {-0.48, 0, 0}, {quarter, 0, 0}),
+            worn(torus(0.13, 0.035, 28, 8)));
+    coarser(part(parent, worn(torus(0.05, 0.02, 24, 12)), {metal}, {-0.3, 0, 0}, {0, 0, quarter}),
+            worn(torus(0.05, 0.02, 16, 6)));
     const auto tooth = [&](double height, double x, double y) {
         part(parent, worn(box(0.06, height, 0.05, 0.008)), {metal}, {x, y, 0});
     };
@@ -151,12 +164,13 @@ void key(Node& parent) {
 void compass(Node& parent, Textures& textures) {
     roundCase(parent, brass(), Materials::pictured(textures.compassRose(), 0, 0.5), 0.12, 0.035, 0.06, 0.3,
               0.2);
-    part(parent, torus(0.07, 0.022, 32, 16), {brass()}, {0, 0.39, 0}, {0, 0, quarter});
+    coarser(part(parent, torus(0.07, 0.022, 32, 16), {brass()}, {0, 0.39, 0}, {0, 0, quarter}),
+            torus(0.07, 0.022, 20, 6));
 }
 
 /// Coins strewn over the hoard's dome, half sunk into it.
-Geometry strewnCoins() {
-    const Geometry disc = cylinder(0.055, 0.016, 20);
+Geometry strewnCoins(int segments) {
+    const Geometry disc = cylinder(0.055, 0.016, segments);
     Xorshift draws(41);
     MeshBuilder mesh;
     for (int i = 0; i < 26; ++i) {
@@ -179,8 +193,10 @@ void chest(Node& outer, Textures& textures) {
 
     part(parent, box(1.1, 0.55, 0.7, 0.03), {wood});
     for (const double x : hoops) part(parent, box(0.07, 0.57, 0.72), {metal}, {x, 0, 0});
-    part(parent, sphere(0.5, 48), {gold()}, {0, 0.26, 0}).scale = {1, 0.28, 0.6};
-    part(parent, strewnCoins(), {gold(0.3)});
+    Node& hoard = part(parent, sphere(0.5, 48), {gold()}, {0, 0.26, 0});
+    hoard.scale = {1, 0.28, 0.6};
+    coarser(hoard, sphere(0.5, 24));
+    coarser(part(parent, strewnCoins(20), {gold(0.3)}), strewnCoins(10));
     part(parent, box(0.2, 0.2, 0.03, 0.01), {metal}, {0, 0.15, 0.36});
     part(parent, box(0.04, 0.08, 0.034), {Materials::pbr(RGB{0.05, 0.04, 0.03}, 0, 0.9)}, {0, 0.13, 0.362});
 
@@ -190,7 +206,9 @@ void chest(Node& outer, Textures& textures) {
     Node& dome = part(lid, cylinder(0.35, 1.1, 48), {wood}, {0, 0, 0.35}, {0, 0, quarter});
     dome.scale = {0.55, 1, 1};
     for (const double x : hoops) {
-        part(lid, torus(0.35, 0.035, 48, 16), {metal}, {x, 0, 0.35}, {0, 0, quarter}).scale = {0.55, 1, 1};
+        Node& hoop = part(lid, torus(0.35, 0.035, 48, 16), {metal}, {x, 0, 0.35}, {0, 0, quarter});
+        hoop.scale = {0.55, 1, 1};
+        coarser(hoop, torus(0.35, 0.035, 32, 8));
     }
     part(lid, box(0.16, 0.2, 0.04), {metal}, {0, 0.18, 0.36});
     part(lid, box(0.12, 0.16, 0.03, 0.01), {metal}, {0, 0, 0.72});
