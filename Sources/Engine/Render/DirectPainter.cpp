@@ -11,6 +11,7 @@ namespace gull {
 
 namespace {
 constexpr int shadowMapSize = 1024;
+constexpr double deepest = 1000;        // world units
 constexpr double shadowLife = 3;        // seconds of stage time
 constexpr std::size_t manyPixels = 50;  // a triangle: from there on they cost more than the triangles
 
@@ -18,6 +19,19 @@ std::size_t triangles(const DrawItem& item) {
     const std::vector<Mesh::Chunk>& chunks = item.mesh->chunks;
     const Mesh::Chunk& last = chunks[item.element.firstChunk + item.element.chunkCount - 1];
     return (last.first + last.count - chunks[item.element.firstChunk].first) / 3;
+}
+/// What nobody sees from `eye`, because it lies below a film, which is bottomless in these pictures.
+Box belowFilms(const DrawLayer& layer, const glm::dvec3& eye) {
+    Box hidden;
+    for (const DrawItem& item : layer.blended) {
+        if (!isFilm(item)) continue;
+        Box below = transformed(item.mesh->bounds, item.model);
+        if (eye.y <= below.max.y) continue;
+        below.max.y = below.min.y;
+        below.min.y -= deepest;
+        hidden = below;
+    }
+    return hidden;
 }
 }  // namespace
 
@@ -58,6 +72,7 @@ const Target& DirectPainter::draw(const Stage& stage, const Viewpoint& fullView,
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_LEQUAL);
+    shading.hidden = belowFilms(list.drifting, view.eye);
     const DrawLayer* layers[] = {&list.kept, &list.drifting, &list.moving};
     for (const DrawLayer* layer : layers)
         for (const DrawItem& item : layer->opaque) {
@@ -66,8 +81,14 @@ const Target& DirectPainter::draw(const Stage& stage, const Viewpoint& fullView,
                 manyPixels * triangles(item);
             studio_.surfaces.draw(item, shading, view, whole);
         }
-    studio_.drawSky(stage, view, shading.output);
     shading.small = false;
+    shading.hidden = {};
+    // Films before the sky and all else that is blended: they let nothing through.
+    std::erase_if(list.drifting.blended, [&](const DrawItem& item) {
+        if (isFilm(item)) studio_.surfaces.draw(item, shading, view, whole);
+        return isFilm(item);
+    });
+    studio_.drawSky(stage, view, shading.output);
     studio_.drawBlended(layers, shading, view, whole, stage.time);
     return picture_;
 }

@@ -11,7 +11,8 @@ extern const std::string_view lighting;       ///< shadow edges, lamps, films of
 extern const std::string_view relightVertex;  ///< rectangles of the picture, or all of it
 extern const std::string_view surfaceVertex;
 extern const std::string_view surfaceFragment;
-extern const std::string_view depthVertex;  ///< position only; same result as surfaceVertex
+extern const std::string_view mattFragment;  ///< after surfaceVertex, MATT
+extern const std::string_view depthVertex;   ///< position only; same result as surfaceVertex
 extern const std::string_view depthFragment;
 extern const std::string_view farAwayVertex;  ///< rectangles of the picture at the farthest depth
 extern const std::string_view paintVertex;    ///< what a multiply map puts onto a kept surface

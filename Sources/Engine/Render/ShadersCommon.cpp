@@ -86,8 +86,9 @@ void passFrame() {
 #endif
 #endif
 }
-#else
+#endif
 
+#if !defined(VERTEX) || defined(MATT)
 float luminance(vec3 c) { return dot(c, vec3(0.2126, 0.7152, 0.0722)); }
 
 // sRGB's curve within 0.4 % by three square roots: far cheaper than pow on a CPU.

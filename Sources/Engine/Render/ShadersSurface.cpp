@@ -24,6 +24,12 @@ uniform vec4 multiply;      // onto the result; w: brightest light
 uniform vec4 emission;      // w: occlusion of the sun
 uniform vec4 surface;       // metalness, roughness, bend of the normal map, density of water
 uniform vec4 mapStrength;   // diffuse, multiply, glint spread, sparkle
+#ifdef MATT
+uniform vec4 diffuseMean;   // of the diffuse map, as stored; w: 1 where both sides show
+// Developed: the surface with its map's mean in shadow, and what the sun adds to that.
+out vec3 shaded;
+out vec3 sunny;
+#endif
 
 invariant gl_Position;
 out vec3 position;
@@ -68,7 +74,26 @@ void main() {
 #endif
     shadowAt = (frame.sunMatrix * vec4(world.xyz + normal * frame.sunShape.x, 1.0)).xyz;
     shadowAt.z -= frame.sunShape.y;
+#ifdef MATT
+    vec3 toEye = frame.eye.xyz - position;
+    if (diffuseMean.w > 0.5 && dot(normal, toEye) < 0.0) normal = -normal;
+#endif
     skyHere = skyLight(normal) + frame.ambient.rgb;
+#ifdef MATT
+    vec3 body = baseColour.rgb * mix(vec3(1.0), decoded(diffuseMean.rgb), mapStrength.x);
+#if LIGHTING == 0
+    vec3 shade = body, sun = vec3(0.0);
+#else
+    vec3 shade = body * skyHere;
+    vec3 sun = body * (max(dot(normal, frame.sunDirection.xyz), 0.0) * frame.sunColour.rgb) * multiply.rgb;
+#endif
+    shade = (shade + emission.rgb) * multiply.rgb + sun * (1.0 - frame.sunDirection.w);
+    float fog = fogAt(length(toEye));
+    vec2 pixel = (gl_Position.xy / gl_Position.w * 0.5 + 0.5) * frame.picture.xy;
+    shaded = developed(mix(min(shade, vec3(multiply.w)), kFog.rgb, fog), pixel);
+    shade += sun * frame.sunDirection.w;
+    sunny = developed(mix(min(shade, vec3(multiply.w)), kFog.rgb, fog), pixel) - shaded;
+#endif
 #ifndef SMALL
     kSkyX = frame.irradiance[3].rgb;
     kSkyY = frame.irradiance[1].rgb;
@@ -78,6 +103,29 @@ void main() {
     kSurface = surface;
     kStrength = mapStrength;
 #endif
+}
+)glsl";
+
+// A matt surface, lit and developed at its vertices.
+const std::string_view mattFragment = R"glsl(
+in vec2 diffuseAt;
+in vec3 shadowAt;
+in vec3 shaded;
+in vec3 sunny;
+uniform sampler2D diffuseMap;
+uniform vec4 diffuseGain;  // 1 / diffuseMean
+uniform sampler2DShadow sunShadow;
+out vec4 outColour;
+void main() {
+#ifdef SUN_SHADOW
+    vec3 colour = shaded + sunny * texture(sunShadow, shadowAt);
+#else
+    vec3 colour = shaded + sunny;
+#endif
+#ifdef DIFFUSE_MAP
+    colour *= texture(diffuseMap, diffuseAt).rgb * diffuseGain.rgb;
+#endif
+    outColour = vec4(colour, 1.0);
 }
 )glsl";
 

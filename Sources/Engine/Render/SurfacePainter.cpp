@@ -26,6 +26,10 @@ int reachingLamps(const DrawItem& item, const Shading& shading) {
     return 0;
 }
 
+bool isMatt(const DrawItem& item, const Shading& shading) {
+    return shading.matt && !item.blended && item.material->metalness < 0.5;
+}
+
 void setState(const DrawItem& item, bool overwrite, bool onFilm) {
     const Material& material = *item.material;
     if (item.blended && !overwrite) {
@@ -57,7 +61,7 @@ void setCulling(const DrawItem& item) {
     }
 }
 
-void drawChunks(const DrawItem& item, const Viewpoint& view, const PixelArea& area) {
+void drawChunks(const DrawItem& item, const Viewpoint& view, const PixelArea& area, const Box& hidden) {
     glBindVertexArray(item.mesh->array.name());
     std::uint32_t first = 0, count = 0;
     auto flush = [&] {
@@ -70,6 +74,8 @@ void drawChunks(const DrawItem& item, const Viewpoint& view, const PixelArea& ar
     for (std::size_t i = 0; i < item.element.chunkCount; ++i) {
         const Mesh::Chunk& chunk = item.mesh->chunks[item.element.firstChunk + i];
         bool touches = !cull || !view.area(chunk.bounds, item.model).intersection(area).empty();
+        if (touches && !hidden.empty() && hidden.contains(transformed(chunk.bounds, item.model)))
+            touches = false;
         if (!touches || (count > 0 && chunk.first != first + count)) flush();
         if (!touches) continue;
         if (count == 0) first = chunk.first;
@@ -85,22 +91,47 @@ void SurfacePainter::draw(const DrawItem& item, const Shading& shading, const Vi
     shader.use();
     bool quick = shading.output == Shading::Output::display || shading.output == Shading::Output::film;
     setMaterial(shader, item, quick ? TextureCache::Filter::quick : TextureCache::Filter::fine);
+    if (isMatt(item, shading)) setMean(shader, *item.material);
     setState(item, shading.output == Shading::Output::film, shading.onFilm);
-    drawChunks(item, view, area);
+    drawChunks(item, view, area, shading.hidden);
+}
+
+/// Of the matt surfaces of a quick picture: few, for quick pictures come first.
+const Program& SurfacePainter::mattProgram(const DrawItem& item, const Shading& shading) {
+    const Material& material = *item.material;
+    const bool lit = material.lighting != Material::Lighting::constant;
+    const std::pair<bool, const char*> switches[] = {
+        {static_cast<bool>(material.diffuseMap), "DIFFUSE_MAP"},
+        {lit && shading.sunShadow, "SUN_SHADOW"},
+        {shading.plainFilm, "PLAIN_FILM"},
+        {lit, "LIGHTING 1"},
+        {!lit, "LIGHTING 0"},
+    };
+    std::uint32_t key = 0, bit = 1;
+    for (const auto& [on, name] : switches) {
+        if (on) key |= bit;
+        bit <<= 1;
+    }
+    if (auto found = mattPrograms_.find(key); found != mattPrograms_.end()) return found->second;
+    std::vector<std::string> defines{"MATT", "SMALL"};
+    for (const auto& [on, name] : switches)
+        if (on) defines.emplace_back(name);
+    return mattPrograms_
+        .emplace(key, Program("matt surface", shaders::surfaceVertex, shaders::mattFragment, defines))
+        .first->second;
 }
 
 const Program& SurfacePainter::program(const DrawItem& item, const Shading& shading) {
     const Material& material = *item.material;
+    if (isMatt(item, shading)) return mattProgram(item, shading);
     auto lighting = static_cast<unsigned>(material.lighting == Material::Lighting::constant  ? 0
                                           : material.lighting == Material::Lighting::lambert ? 1
                                                                                              : 2);
-    const bool matt = shading.matt && !item.blended && material.metalness < 0.5;
-    if (matt) lighting = std::min(lighting, 1U);
     bool shaded = lighting != 0;
     const std::pair<bool, const char*> switches[] = {
         {static_cast<bool>(material.diffuseMap), "DIFFUSE_MAP"},
-        {shaded && material.normalMap && !matt, "NORMAL_MAP"},
-        {material.multiplyMap && shading.output != Shading::Output::kept && !matt, "MULTIPLY_MAP"},
+        {shaded && material.normalMap, "NORMAL_MAP"},
+        {material.multiplyMap && shading.output != Shading::Output::kept, "MULTIPLY_MAP"},
         {material.multiplyMap && shading.output == Shading::Output::kept, "PAINTED"},
         {isFilm(item), "SMOOTH"},
         {item.blended && material.blend == Material::Blend::add, "ADDED"},
@@ -134,6 +165,13 @@ const Program& SurfacePainter::program(const DrawItem& item, const Shading& shad
     return programs_
         .emplace(key, Program("surface", shaders::surfaceVertex, shaders::surfaceFragment, defines))
         .first->second;
+}
+
+void SurfacePainter::setMean(const Program& program, const Material& material) {
+    glm::vec3 mean(1);
+    if (material.diffuseMap) mean = textures_.mean(*material.diffuseMap.texture);
+    program.set("diffuseMean", glm::vec4(mean, material.doubleSided ? 1 : 0));
+    program.set("diffuseGain", glm::vec4(1.0F / glm::max(mean, glm::vec3(1.0F / 255)), 0));
 }
 
 void SurfacePainter::setMaterial(const Program& program, const DrawItem& item, TextureCache::Filter filter) {

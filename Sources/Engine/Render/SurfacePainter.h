@@ -28,8 +28,9 @@ struct Shading {
     bool plainFilm = false;       ///< no tone mapping, for cameras without it
     bool onFilm = false;          ///< blended onto a film shaded before, see Output::film
     bool small = false;           ///< many small triangles rather than many pixels
-    bool matt = false;            ///< opaque surfaces but metals without mirror, normal map and paint
+    bool matt = false;            ///< opaque surfaces but metals are lit at their vertices; for display
     bool waterDepth = false;      ///< water looks up how deep it is in the picture's depth
+    Box hidden;                   ///< what lies in it is not drawn, world space
 };
 
 /// Draws surfaces. A program is compiled for each combination that is asked for, the first time it is.
@@ -44,11 +45,14 @@ class SurfacePainter {
 
   private:
     const Program& program(const DrawItem& item, const Shading& shading);
+    const Program& mattProgram(const DrawItem& item, const Shading& shading);
+    void setMean(const Program& program, const Material& material);
     void setMaterial(const Program& program, const DrawItem& item, TextureCache::Filter filter);
 
     TextureCache& textures_;
     const RenderOptions& options_;
     std::unordered_map<std::uint32_t, Program> programs_;
+    std::unordered_map<std::uint32_t, Program> mattPrograms_;
 };
 
 /// A wide, smooth sheet of liquid: shaded as a film over what lies below.
@@ -57,7 +61,8 @@ bool isFilm(const DrawItem& item);
 /// Leaves out the sides of `item` that face away, as its material asks.
 void setCulling(const DrawItem& item);
 
-/// Issues the draw calls for the chunks of `item` that touch `area`; its vertex array is left bound.
-void drawChunks(const DrawItem& item, const Viewpoint& view, const PixelArea& area);
+/// Issues the draw calls for the chunks of `item` that touch `area` and stand out of `hidden`; its vertex
+/// array is left bound.
+void drawChunks(const DrawItem& item, const Viewpoint& view, const PixelArea& area, const Box& hidden = {});
 
 }  // namespace gull

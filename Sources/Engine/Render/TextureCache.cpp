@@ -139,6 +139,7 @@ void TextureCache::upload(Entry& entry, const Texture& texture, bool mipmaps) {
             height = std::max(1, height / 2);
             fill(level, width, height, pixels);
         }
+        entry.mean = glm::vec3(pixels[0], pixels[1], pixels[2]) / 255.0F;
     } else if (PixelRect rect = texture.changedSince(entry.version); rect.width > 0 && rect.height > 0) {
         std::vector<std::uint8_t> pixels = straightPixels(image, rect);
         glTexSubImage2D(GL_TEXTURE_2D, 0, rect.x, image.height - rect.y - rect.height, rect.width,
@@ -147,6 +148,10 @@ void TextureCache::upload(Entry& entry, const Texture& texture, bool mipmaps) {
     entry.hasMipmaps = mipmaps;
     entry.version = texture.version();
     texture.forgetPixels();
+}
+
+glm::vec3 TextureCache::mean(const Texture& texture) const {
+    return entries_.at(texture.id()).mean;
 }
 
 void TextureCache::collectGarbage() {

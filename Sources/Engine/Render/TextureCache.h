@@ -5,6 +5,7 @@
 #include "Engine/Stage/Texture.h"
 
 #include <cstdint>
+#include <glm/vec3.hpp>
 #include <memory>
 #include <unordered_map>
 
@@ -27,6 +28,8 @@ class TextureCache {
     void bind(int unit, const Channel& channel, Filter filter) {
         bind(unit, channel.texture, channel.wrapS, channel.wrapT, filter);
     }
+    /// The mean colour as stored, of a texture that has been bound with mipmaps.
+    glm::vec3 mean(const Texture& texture) const;
     void collectGarbage();
 
   private:
@@ -35,6 +38,7 @@ class TextureCache {
         GlTexture texture;
         std::uint64_t version = 0;
         bool hasMipmaps = false;  ///< of this version
+        glm::vec3 mean{1};        ///< the last mipmap
     };
     void upload(Entry& entry, const Texture& texture, bool mipmaps);
 

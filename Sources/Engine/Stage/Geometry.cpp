@@ -1,6 +1,7 @@
 #include "Engine/Stage/Geometry.h"
 
 #include <glm/common.hpp>
+#include <glm/vector_relational.hpp>
 
 namespace gull {
 
@@ -13,6 +14,11 @@ void Box::include(const Box& other) {
     if (other.empty()) return;
     min = glm::min(min, other.min);
     max = glm::max(max, other.max);
+}
+
+bool Box::contains(const Box& other) const {
+    return !other.empty() && glm::all(glm::greaterThanEqual(other.min, min)) &&
+           glm::all(glm::lessThanEqual(other.max, max));
 }
 
 Box Geometry::bounds() const {

@@ -17,6 +17,7 @@ struct Box {
     bool empty() const { return min.x > max.x; }
     void include(const glm::dvec3& point);
     void include(const Box& other);
+    bool contains(const Box& other) const;  ///< false for an empty one
     glm::dvec3 size() const { return empty() ? glm::dvec3(0) : max - min; }
 };
 

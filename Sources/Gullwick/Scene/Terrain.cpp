@@ -74,6 +74,7 @@ constexpr double spacing = 0.5;
 constexpr std::uint32_t coarseStep = 4;
 constexpr double left = -38;
 constexpr double top = -24;
+constexpr double alwaysSunk = -10;  // z up to which no dune reaches up to the water
 constexpr double detailTile = 3.2;
 constexpr RGB wetSand{0.32, 0.27, 0.22};
 constexpr std::uint64_t noiseSeed = 77;
@@ -189,7 +190,10 @@ Geometry SandMesh::coarse(const BeachLook& look) const {
         }
     }
     geometry.indices = gridIndices((columns - 1) / coarseStep + 1, (rows - 1) / coarseStep + 1);
-    geometry.elements = {{0, static_cast<std::uint32_t>(geometry.indices.size())}};
+    // What always lies under the sea, then the rest.
+    const auto sunk = static_cast<std::uint32_t>((alwaysSunk - top) / (spacing * coarseStep)) * 6 *
+                      ((columns - 1) / coarseStep);
+    geometry.elements = {{0, sunk}, {sunk, static_cast<std::uint32_t>(geometry.indices.size()) - sunk}};
     return geometry;
 }
 
