@@ -17,7 +17,7 @@ namespace {
 // What is drawn in one step, pixels.
 constexpr PixelSize tileSize{320, 128};
 constexpr PixelSize edgeTileSize{320, 64};
-constexpr int stripHeight = 200;
+constexpr int stripHeight = 100;
 
 std::vector<PixelArea> tilesOf(const PixelArea& area, const PixelSize& size) {
     std::vector<PixelArea> tiles;
@@ -111,7 +111,7 @@ std::vector<PixelArea> KeptLayer::partsOf(Step step, const DrawList& list) const
             if (!list.sun.light || !list.sun.light->castsShadow) return {};
             if (!everything) return {work_.area};
             const int size = list.sun.light->shadowMapSize;
-            return tilesOf(PixelArea{0, 0, size, size}, {size, size / 4});
+            return tilesOf(PixelArea{0, 0, size, size}, {size, size / 8});
         }
         case Step::depth:
         case Step::contact:

@@ -1,6 +1,7 @@
 #include "Engine/Render/WindowPainter.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace gull {
@@ -13,7 +14,7 @@ constexpr double fastView = 6;       // pixels a frame: blurs what is seen anywa
 constexpr double frameGoal = 0.031;  // seconds from frame to frame while something is built
 constexpr double leastShare =
     0.25;  // of what the rest of a frame takes, for building: slow machines arrive too
-constexpr double mostBudget = 0.02;  // seconds a frame; all of it once the camera stands still
+constexpr double mostBudget = 0.012;  // seconds a frame; all of it once the camera stands still
 constexpr double refreshBudget = 0.004;
 constexpr double unhurried = std::numeric_limits<double>::infinity();
 constexpr double fadeTime = 0.2;  // seconds, from the travelling picture to the kept one
@@ -128,7 +129,11 @@ void WindowPainter::keepBuilding(const Stage& stage, const Viewpoint& goal, doub
         if (!next_) next_ = std::make_unique<KeptLayer>(studio_);
         next_->begin(stage, goal);
     }
-    if (!next_->build(stage, budget)) return;
+    // The first frame that shows it fills the whole backdrop: enough for one frame.
+    if (!next_->complete()) {
+        const bool done = next_->build(stage, budget);
+        if (!done || std::isfinite(budget)) return;
+    }
     next_->refresh(stage, budget);
     shown_ = std::move(next_);
 }
