@@ -37,8 +37,8 @@ void layOnSlope(Node& node, const glm::dvec3& at, double yaw) {
 }
 
 /// A scallop of radius 1 with its hinge at -x.
-Geometry scallop() {
-    const Geometry ball = mesh::displaced(primitives::sphere(1, 28), [](const glm::dvec3& p) {
+Geometry scallop(int segments) {
+    const Geometry ball = mesh::displaced(primitives::sphere(1, segments), [](const glm::dvec3& p) {
         const double fan = std::atan2(p.z, p.x + 1.15);
         const double rib = std::cos(18 * fan);
         const double narrow = 0.5 + 0.5 * std::clamp((p.x + 1.0) / 1.1, 0.0, 1.0);
@@ -130,13 +130,14 @@ void scatter(Node& into, const BeachLook&, SplitMix64& rng, int shells) {
         {{0.98, 0.88, 0.84}, {0.96, 0.78, 0.66}, {0.9, 0.86, 0.8}, {0.98, 0.7, 0.62}}};
     std::array<std::shared_ptr<Material>, 4> colours;
     for (std::size_t i = 0; i < palette.size(); ++i) colours[i] = Materials::pbr(palette[i], 0, 0.45);
-    const GeometryRef shell = shared(scallop());
+    const GeometryRef shell = shared(scallop(28)), coarseShell = shared(scallop(10));
     for (int i = 0; i < shells; ++i) {
         const double x = uniform(rng, -18, 18);
         const double z = uniform(rng, -6.5, 9);
         const double radius = uniform(rng, 0.06, 0.11);
         const double yaw = uniform(rng, 0, 6);
         Node& node = part(into, shell, colours[static_cast<std::size_t>(i % 4)]);
+        node.coarseGeometry = coarseShell;
         node.name = "shell";
         layOnSlope(node, onSand(x, z, 0.01), yaw);
         node.scale = glm::dvec3(1, 0.35, 0.8) * radius;

@@ -91,6 +91,12 @@ TEST(Terrain, theCoarseSandLiesOnTheFineOne) {
             farthest = std::max(farthest, std::abs(middle.y - Terrain::height(middle.x, middle.z)));
     }
     EXPECT_LT(farthest, 0.08);
+
+    // Its first element is left out of quick pictures: the sea covers it even at its lowest.
+    ASSERT_EQ(coarse.elements.size(), 2U);
+    EXPECT_GT(coarse.elements[0].count, 0U);
+    for (std::size_t i = 0; i < coarse.elements[0].count; ++i)
+        EXPECT_LT(coarse.vertices[coarse.indices[i]].position.y, -0.26);
 }
 
 TEST(Look, everyBeachBeyondTheSeventhSharesTheLastLight) {
