@@ -73,12 +73,14 @@ void Backdrop::findReach(const DrawLayer& drifting, const KeptLayer& kept) {
 }
 
 PixelArea Backdrop::nextStrip() {
-    int strips = std::clamp((reach_.width * reach_.height + stripPixels - 1) / stripPixels, 1, mostStrips);
-    strip_ = (strip_ + 1) % strips;
-    // On even rows, where the half-resolution picture divides them too.
-    auto row = [&](int i) { return reach_.y + (reach_.height * i / strips & ~1); };
-    int bottom = row(strip_), end = strip_ + 1 == strips ? reach_.top() : row(strip_ + 1);
-    return {reach_.x, bottom, reach_.width, end - bottom};
+    const int pixels = studio_.pace.pixels();
+    const int strips = std::clamp((reach_.width * reach_.height + pixels - 1) / pixels, 1, mostStrips);
+    // From an even row to an even row, where the half-resolution picture divides too.
+    const int rows = ((reach_.height + strips - 1) / strips + 1) & ~1;
+    if (nextRow_ < reach_.y || nextRow_ >= reach_.top()) nextRow_ = reach_.y;
+    const PixelArea strip{reach_.x, nextRow_, reach_.width, std::min(rows, reach_.top() - nextRow_)};
+    nextRow_ = strip.top();
+    return strip;
 }
 
 void Backdrop::shadeHalf(const DrawLayer& drifting, const Shading& shading, const KeptLayer& kept,

@@ -9,9 +9,8 @@ namespace gull {
 /// shaded at half resolution.
 class Backdrop {
   public:
-    /// Pixels of a strip, about, and the most strips that a whole turn takes.
-    static constexpr int stripPixels = 110000;
-    static constexpr int mostStrips = 5;
+    /// That a whole turn takes; how large a strip is says the studio's pace.
+    static constexpr int mostStrips = 10;
 
     explicit Backdrop(Studio& studio);
 
@@ -40,7 +39,7 @@ class Backdrop {
     Target picture_;
     Target half_;
     PixelArea reach_;
-    int strip_ = 0;
+    int nextRow_ = 0;  ///< of the picture, where the next strip begins
 };
 
 }  // namespace gull

@@ -71,6 +71,9 @@ void Renderer::setTier(RenderTier tier) {
 RenderTier Renderer::tier() const {
     return impl_->tier;
 }
+void Renderer::frameTook(double seconds) {
+    impl_->studio.pace.frameTook(seconds);
+}
 bool Renderer::rehearse(const Stage& stage, double budget) {
     return impl_->window.rehearse(stage, impl_->tier, budget);
 }

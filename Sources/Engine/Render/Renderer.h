@@ -55,6 +55,9 @@ class Renderer {
     /// bound. While the kept layer is not up to date at its final quality the frame shows the best there is
     /// and goes on building it within a few milliseconds a frame; `wait` builds it to the end first.
     void draw(const Stage& stage, const Size& size, unsigned framebuffer, bool wait = false);
+    /// Tells how many seconds of work the last frame took, overlay and the way to the screen included. Where
+    /// the processor draws, what drifts then takes more or less of the next ones.
+    void frameTook(double seconds);
     /// Draws `stage` once more where nobody sees it, over the kept layer drawn last: what is in it now and
     /// was not before gets its programs compiled. Works for about `budget` seconds; true when all of it was
     /// drawn, else the next call, with the same in the stage, goes on. Needs a kept layer.

@@ -12,6 +12,7 @@
 #include "Engine/Render/ResolvePass.h"
 #include "Engine/Render/ScreenPass.h"
 #include "Engine/Render/ShadowMap.h"
+#include "Engine/Render/StripPace.h"
 #include "Engine/Render/SurfacePainter.h"
 #include "Engine/Render/TextureCache.h"
 
@@ -33,6 +34,7 @@ struct Studio {
     AreaPass areas;
     ResolvePass resolve;
     CopyPass copy;
+    StripPace pace;
     SurfacePainter surfaces;
     ParticlePainter particles;
     Development development;

@@ -133,6 +133,7 @@ struct AppDelegate::Parts final : WindowCommands {
         present();
         if (probe) probe->framePresented();
         const double end = loop.now();
+        renderer.frameTook(end - start + stepTime);
         chooseTier(end - lastPresent);
         lastPresent = end;
         if (observer) observer({end, end - start + stepTime, renderer.settled()});
