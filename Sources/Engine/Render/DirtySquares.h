@@ -9,7 +9,7 @@ namespace gull {
 /// Which parts of a picture must be restored, in squares: many small areas come out as few.
 class DirtySquares {
   public:
-    static constexpr int squareSize = 64;  ///< pixels, as a tile of a software rasteriser
+    static constexpr int squareSize = 32;  ///< pixels
 
     /// For a picture of `size`; everything is dirty.
     void begin(const PixelSize& size);

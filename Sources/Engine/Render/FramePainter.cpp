@@ -130,6 +130,7 @@ const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept) {
     if (!fast_ || !(fast_.size() == size)) {
         fast_ = Target(size, {{Format::bgra8}, Format::depth24});
         stale_.begin(size);
+        staleDepth_.begin(size);
         changes_.begin(size);
     }
     const std::vector<PixelArea> renewed = backdrop_.update(frame.list.drifting, calm, kept, stage.time);
@@ -163,10 +164,12 @@ const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept) {
 }
 
 PixelArea FramePainter::restore(const Frame& frame, const std::vector<PixelArea>& renewed) {
-    const auto copy = [&](const PixelArea& area) {
+    const auto copyColour = [&](const PixelArea& area) {
         copyArea(backdrop_.picture().colour(), fast_.colour(), area, false);
-        copyArea(backdrop_.picture().depth(), fast_.depth(), area, true);
         changes_.mark(area);
+    };
+    const auto copyDepth = [&](const PixelArea& area) {
+        copyArea(backdrop_.picture().depth(), fast_.depth(), area, true);
     };
     const std::optional<std::uint64_t> appearance = appearanceHash(frame.list.moving);
     const bool rests = appearance && appearance == appearance_;
@@ -174,11 +177,16 @@ PixelArea FramePainter::restore(const Frame& frame, const std::vector<PixelArea>
     if (rests) {
         PixelArea part;
         for (const PixelArea& area : renewed) part = part.united(area);
-        copy(part);
+        copyColour(part);
+        copyDepth(part);
         return part;
     }
-    for (const PixelArea& area : renewed) stale_.mark(area);
-    for (const PixelArea& area : stale_.take()) copy(area);
+    for (const PixelArea& area : renewed) {
+        stale_.mark(area);
+        staleDepth_.mark(area);
+    }
+    for (const PixelArea& area : stale_.take()) copyColour(area);
+    for (const PixelArea& area : staleDepth_.take()) copyDepth(area);
     return PixelArea::whole(frame.view.size);
 }
 
@@ -230,6 +238,7 @@ bool FramePainter::rehearseFast(const Stage& stage, KeptLayer& kept, double budg
         things.emplace_back([&] { blend({{}, {}, {item}, {}}); });
 
     stale_.mark(corner);
+    staleDepth_.mark(corner);
     appearance_.reset();
     fast_.bind();
     glDisable(GL_BLEND);
@@ -254,11 +263,15 @@ void FramePainter::markTouched(const Frame& frame, const PixelArea& wet, const P
         changes_.mark(area.intersection(part));
     };
     mark(wet);
+    staleDepth_.mark(wet);
     for (const std::vector<PixelArea>& areas : frame.reach.areas)
         for (const PixelArea& area : areas) mark(area);
     const DrawLayer& moving = frame.list.moving;
     for (const std::vector<DrawItem>* items : {&moving.opaque, &moving.blended})
-        for (const DrawItem& item : *items) mark(item.area);
+        for (const DrawItem& item : *items) {
+            mark(item.area);
+            if (item.material->writesDepth) staleDepth_.mark(item.area);
+        }
     for (const ParticleItem& item : moving.particles) {
         const glm::dvec3 far(reach(*item.system));
         mark(frame.view.area({-far, far}, item.model).grown(2));

@@ -42,11 +42,12 @@ class FramePainter {
     MovingLight light_;
     GlSampler quickSky_;  ///< mirrors take the nearest mipmap
     Backdrop backdrop_;
-    Target picture_;       ///< full: developed
-    Target multisampled_;  ///< full
-    Target resolved_;      ///< full
-    Target fast_;          ///< fast: developed, with depth
-    DirtySquares stale_;   ///< where fast_ is not as the backdrop
+    Target picture_;           ///< full: developed
+    Target multisampled_;      ///< full
+    Target resolved_;          ///< full
+    Target fast_;              ///< fast: developed, with depth
+    DirtySquares stale_;       ///< where fast_ is not as the backdrop
+    DirtySquares staleDepth_;  ///< the same for its depth
     DirtySquares changes_;
     std::optional<std::uint64_t> appearance_;  ///< of what moves on fast_
     std::size_t rehearsed_ = 0;                ///< how many things the rehearsal under way has drawn

@@ -11,7 +11,7 @@ class StripPace {
   public:
     /// Seconds of work, of the sixtieth that a frame has; about a third of the frames takes longer.
     static constexpr double goal = 0.0112;
-    static constexpr double least = 40000, most = 4e6;
+    static constexpr double least = 55000, most = 4e6;
 
     /// `seconds`: of work for the last frame, all in all.
     void frameTook(double seconds) {
