@@ -9,7 +9,7 @@ namespace gull {
 /// shaded at half resolution.
 class Backdrop {
   public:
-    /// That a whole turn takes; how large a strip is says the studio's pace.
+    /// The most strips that a whole turn takes; the studio's pace says how large one is.
     static constexpr int mostStrips = 10;
 
     explicit Backdrop(Studio& studio);

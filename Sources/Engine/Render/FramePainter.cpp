@@ -204,12 +204,14 @@ bool FramePainter::rehearseFast(const Stage& stage, KeptLayer& kept, double budg
         shading.lamps = std::span(lamps).first(static_cast<std::size_t>(count));
     };
     for (int count : FrameBlock::lampPrograms)
-        for (int marks = 1; marks < 4; ++marks)
+        for (int marks = 1; marks < 4; ++marks) {
+            if ((count > 0) != ((marks & ReliefGrid::lampMark) != 0)) continue;
             things.emplace_back([&, count, marks] {
                 light_.rehearse({{}, frame.reach.shadow, count}, kept, marks);
                 fast_.bind();
                 glEnable(GL_DEPTH_TEST);
             });
+        }
     for (const DrawItem& item : frame.list.moving.opaque) {
         // A picture may have to be painted first.
         for (const Channel* map : {&item.material->diffuseMap, &item.material->normalMap})

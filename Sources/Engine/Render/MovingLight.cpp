@@ -23,7 +23,7 @@ std::vector<PixelArea> within(const PixelArea& part, const std::vector<PixelArea
 MovingLight::MovingLight(Studio& studio)
     : studio_(studio),
       cover_("moving cover", shaders::relightVertex, shaders::coverFragment, {"IN_RECTANGLES"}),
-      apply_("change of light", shaders::relightVertex, shaders::applyFragment, {"IN_RECTANGLES"}) {}
+      apply_("change of light", shaders::relightVertex, shaders::filmFragment, {"IN_RECTANGLES"}) {}
 
 const Program& MovingLight::program(bool change, const Reach& reach, int marks, const KeptLayer& kept) {
     const bool shadow = (marks & ReliefGrid::shadowMark) != 0, lamps = (marks & ReliefGrid::lampMark) != 0;
@@ -34,8 +34,7 @@ const Program& MovingLight::program(bool change, const Reach& reach, int marks, 
     std::vector<std::string> defines;
     if (shadow) defines.emplace_back("MOVING_SHADOW");
     if (lamps && reach.lamps > 0) defines.push_back("LAMPS " + std::to_string(reach.lamps));
-    if (change) defines.emplace_back("IN_RECTANGLES");
-    if (change) defines.emplace_back("FEW_LOOKS");
+    if (change) defines.insert(defines.end(), {"IN_RECTANGLES", "FEW_LOOKS"});
     if (plain) defines.emplace_back("PLAIN_FILM");
     if (paint) defines.emplace_back("PAINT");
     return programs_
@@ -94,7 +93,6 @@ void MovingLight::find(const Reach& reach, const KeptLayer& kept, const PixelAre
 
 void MovingLight::rehearse(const Reach& reach, const KeptLayer& kept, int marks) {
     if ((marks & ReliefGrid::shadowMark) != 0 && !reach.shadow) return;
-    if ((marks & ReliefGrid::lampMark) != 0 && reach.lamps == 0) return;
     begin(kept);
     program(true, reach, marks, kept).use();
     studio_.areas.draw({{0, 0, 2, 2}});

@@ -32,6 +32,7 @@ class MovingLight {
     void rehearse(const Reach& reach, const KeptLayer& kept, int marks);
 
   private:
+    /// Sets up what find() draws into and with.
     void begin(const KeptLayer& kept);
     /// Lights what has these marks, or finds the `change` that this makes.
     const Program& program(bool change, const Reach& reach, int marks, const KeptLayer& kept);

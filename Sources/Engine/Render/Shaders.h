@@ -32,8 +32,7 @@ extern const std::string_view sheetVertex;  ///< rectangles of a sheet
 extern const std::string_view sheetFragment;
 extern const std::string_view relightFragment;   ///< the kept layer under moving shadows and lamps
 extern const std::string_view changeFragment;    ///< what they do to the developed picture
-extern const std::string_view applyFragment;     ///< a half-resolution change of the picture, put to use
-extern const std::string_view filmFragment;      ///< a half-resolution sea laid over what is below
+extern const std::string_view filmFragment;      ///< what was made at half resolution, laid over the picture
 extern const std::string_view farthestFragment;  ///< depth at half resolution, the farthest of its pixels
 
 }  // namespace gull::shaders

@@ -187,14 +187,9 @@ void main() {
 }
 )glsl";
 
-const std::string_view applyFragment = R"glsl(
-uniform sampler2D source;
-layout(location = 0) out vec4 outColour;
-void main() { outColour = textureLod(source, gl_FragCoord.xy * kPicture.xy, 0.0); }
-)glsl";
-
-// A film made at half resolution, blended over the developed picture at full resolution. Drawn with
-// surfaceVertex on the film's own geometry, so that its edges and depth are exact.
+// What was made at half resolution, blended over the developed picture at full resolution: a film, drawn with
+// surfaceVertex on its own geometry so that its edges and depth are exact, or a change of light, drawn in
+// rectangles.
 const std::string_view filmFragment = R"glsl(
 uniform sampler2D source;
 layout(location = 0) out vec4 outColour;

@@ -69,7 +69,7 @@ Node& part(Node& parent, Geometry geometry, std::vector<MaterialRef> materials,
     return node;
 }
 
-/// The same in `geometry`'s fewer triangles where it is drawn anew every frame, a hundred pixels wide.
+/// Gives `node` fewer triangles for quick pictures, in which it is about a hundred pixels wide.
 void coarser(Node& node, Geometry geometry) {
     node.coarseGeometry = std::make_shared<const Geometry>(std::move(geometry));
 }

@@ -107,6 +107,26 @@ TEST_F(WindowPicture, WhatDriftsIsWholeAgainAfterAFewFrames) {
     }
 }
 
+TEST_F(WindowPicture, WhatDriftsTakesAsMuchOfAFrameAsThereIsTimeFor) {
+    renderer->setTier(RenderTier::fast);
+    const Renderer::Size large{1240, 800};
+    draw(shore.stage, large);
+    const auto framesUntilWhole = [&](double took) {
+        for (int frame = 0; frame < 300; ++frame) renderer->frameTook(took);
+        shore.sea->position.y += 0.05;
+        std::vector<Image> pictures;
+        for (int frame = 0; frame <= Backdrop::mostStrips; ++frame)
+            pictures.push_back(draw(shore.stage, large, false));
+        const auto whole = std::find(pictures.begin(), pictures.end(), pictures.back());
+        return static_cast<int>(whole - pictures.begin()) + 1;
+    };
+    const int slow = framesUntilWhole(0.1);
+    EXPECT_GE(slow, 4);
+    EXPECT_LE(slow, Backdrop::mostStrips);
+    EXPECT_EQ(framesUntilWhole(0.001), 1);
+    EXPECT_GE(framesUntilWhole(0.1), 4);
+}
+
 TEST_F(WindowPicture, WhatMovesLeavesNothingBehind) {
     renderer->setTier(RenderTier::fast);
     Image first = draw(shore.stage);
