@@ -123,7 +123,7 @@ TEST_F(WindowPicture, WhatDriftsTakesAsMuchOfAFrameAsThereIsTimeFor) {
     const int slow = framesUntilWhole(0.1);
     EXPECT_GE(slow, 4);
     EXPECT_LE(slow, Backdrop::mostStrips);
-    EXPECT_EQ(framesUntilWhole(0.001), 1);
+    EXPECT_LE(framesUntilWhole(0.001), 2) << "the turn that was begun, and a whole one";
     EXPECT_GE(framesUntilWhole(0.1), 4);
 }
 
