@@ -61,7 +61,7 @@ void WindowPainter::draw(const Stage& stage, Presenter& window, RenderTier tier,
     bool gone = false;
     const double refreshing = wait || tier == RenderTier::full ? unhurried : refreshBudget;
     if (shown_ && !(shown_->showsContent(stage) && shown_->refresh(stage, refreshing))) {
-        shown_.reset();
+        spare_ = std::move(shown_);
         gone = true;
     }
     if (next_ && !next_->showsContent(stage)) {
@@ -126,7 +126,7 @@ void WindowPainter::build(const Stage& stage, const Viewpoint& goal, double budg
 void WindowPainter::keepBuilding(const Stage& stage, const Viewpoint& goal, double budget) {
     if (shown_ && shift(shown_->view(), goal) < sameView) return;
     if (!next_ || shift(next_->view(), goal) >= sameView) {
-        if (!next_) next_ = std::make_unique<KeptLayer>(studio_);
+        if (!next_) next_ = spare_ ? std::move(spare_) : std::make_unique<KeptLayer>(studio_);
         next_->begin(stage, goal);
     }
     // The first frame that shows it fills the whole backdrop: enough for one frame.

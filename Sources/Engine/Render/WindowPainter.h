@@ -39,11 +39,12 @@ class WindowPainter {
     FramePainter frames_;
     DirectPainter direct_;
     std::unique_ptr<KeptLayer> shown_;
-    std::unique_ptr<KeptLayer> next_;  ///< being built
-    Stopwatch sinceBuilding_;          ///< began in a frame the last time
-    double built_ = 0;                 ///< seconds it took
-    std::optional<Viewpoint> last_;    ///< of the frame before
-    std::optional<double> travelled_;  ///< stage time of the last frame drawn directly
+    std::unique_ptr<KeptLayer> next_;   ///< being built
+    std::unique_ptr<KeptLayer> spare_;  ///< of another beach: its pictures serve again
+    Stopwatch sinceBuilding_;           ///< began in a frame the last time
+    double built_ = 0;                  ///< seconds it took
+    std::optional<Viewpoint> last_;     ///< of the frame before
+    std::optional<double> travelled_;   ///< stage time of the last frame drawn directly
     bool settled_ = false;
 };
 
