@@ -37,8 +37,9 @@ bool KeptLayer::shows(const Stage& stage, const Viewpoint& view) const {
     return showsContent(stage) && view_.size == view.size && view_.viewProjection == view.viewProjection;
 }
 
-void KeptLayer::begin(const Stage& stage, const Viewpoint& view) {
+void KeptLayer::begin(const Stage& stage, const Viewpoint& view, int mostShadow) {
     stage_ = &stage;
+    mostShadow_ = mostShadow;
     view_ = view;
     serial_ = stage.keptSerial();
     done_ = false;
@@ -56,6 +57,10 @@ void KeptLayer::begin(const Stage& stage, const Viewpoint& view) {
         picture_ = Target(size, {{Format::bgra8}});
     }
     if (!tile_) tile_ = Target(edgeTileSize, {{Format::rgba16f}, Format::depth24, 4});
+}
+
+int KeptLayer::shadowSize(const DrawList& list) const {
+    return std::min(list.sun.light->shadowMapSize, mostShadow_);
 }
 
 Shading KeptLayer::shading(const DrawList& list) const {
@@ -110,7 +115,7 @@ std::vector<PixelArea> KeptLayer::partsOf(Step step, const DrawList& list) const
         case Step::shadow: {
             if (!list.sun.light || !list.sun.light->castsShadow) return {};
             if (!everything) return {work_.area};
-            const int size = list.sun.light->shadowMapSize;
+            const int size = shadowSize(list);
             return tilesOf(PixelArea{0, 0, size, size}, {size, size / 8});
         }
         case Step::depth:
@@ -139,8 +144,7 @@ void KeptLayer::drawPart(const Stage& stage, const DrawList& list, const PixelAr
     switch (work_.step) {
         case Step::shadow:
             if (!work_.changed)
-                shadow_.drawPart(list.kept, list.sun.matrix, list.sun.light->shadowMapSize, studio_.sunDepth,
-                                 part);
+                shadow_.drawPart(list.kept, list.sun.matrix, shadowSize(list), studio_.sunDepth, part);
             else if (work_.recast)
                 shadow_.redraw(list.kept, list.sun.matrix, studio_.sunDepth, *work_.changed);
             casters_ = casterHash(list.kept);

@@ -21,8 +21,9 @@ class KeptLayer {
           contact_(studio.screen, studio.options, studio.contactShadows),
           paint_(studio.textures, studio.paint) {}
 
-    /// Forgets everything and starts to build what `stage` keeps, seen through `view`.
-    void begin(const Stage& stage, const Viewpoint& view);
+    /// Forgets everything and starts to build what `stage` keeps, seen through `view`. The sun's shadow map
+    /// has as many texels a side as the light asks for, `mostShadow` at most.
+    void begin(const Stage& stage, const Viewpoint& view, int mostShadow);
     /// Builds on for about `budget` seconds (at least one step); true when complete. `stage` as in begin().
     bool build(const Stage& stage, double budget);
     /// Follows what was touched since it was begun or last refreshed; false when everything was. What changed
@@ -89,6 +90,7 @@ class KeptLayer {
     void findGlow(const DrawList& list);
     /// Lays the paint on and makes the picture.
     void develop(const PixelArea& area);
+    int shadowSize(const DrawList& list) const;  ///< `list` has a sun
     Shading shading(const DrawList& list) const;
 
     Studio& studio_;
@@ -101,6 +103,7 @@ class KeptLayer {
 
     std::uint64_t casters_ = 0;  ///< what threw shadows when the map was drawn
     FrameBlock block_;
+    int mostShadow_ = 1;
     ShadowMap shadow_;
     ContactShadows contact_;
     Target depth_;

@@ -45,8 +45,10 @@ Program::Program(std::string_view name, std::string_view vertex, std::string_vie
     glAttachShader(name_, vertexShader);
     glAttachShader(name_, fragmentShader);
     glLinkProgram(name_);
-    glDeleteShader(vertexShader);
-    glDeleteShader(fragmentShader);
+    for (const GLuint shader : {vertexShader, fragmentShader}) {
+        glDetachShader(name_, shader);  // attached ones live as long as the program
+        glDeleteShader(shader);
+    }
     GLint done = 0;
     glGetProgramiv(name_, GL_LINK_STATUS, &done);
     if (!done) {

@@ -17,6 +17,7 @@ constexpr double leastShare =
 constexpr double mostBudget = 0.012;  // seconds a frame; all of it once the camera stands still
 constexpr double refreshBudget = 0.004;
 constexpr double unhurried = std::numeric_limits<double>::infinity();
+constexpr int mostShadow = 3072;  // of the fast tier: 14 MB less than 4096 and hard to tell from it
 constexpr double fadeTime = 0.2;  // seconds, from the travelling picture to the kept one
 
 /// World x, z on the ground to clip x, y, w.
@@ -70,7 +71,7 @@ void WindowPainter::draw(const Stage& stage, Presenter& window, RenderTier tier,
     }
     if (gone) studio_.collectGarbage();  // with another beach the meshes of the last one go
     if (wait || wantsBuilding(stage, view, goal))
-        build(stage, wait ? view : goal, wait ? unhurried : budgetLeft(view));
+        build(stage, wait ? view : goal, tier, wait ? unhurried : budgetLeft(view));
     else
         built_ = 0;
     const double speed = last_ ? shift(*last_, view) : 0;
@@ -117,17 +118,17 @@ double WindowPainter::budgetLeft(const Viewpoint& view) const {
     return std::min(std::max(frameGoal - rest, leastShare * rest), mostBudget);
 }
 
-void WindowPainter::build(const Stage& stage, const Viewpoint& goal, double budget) {
+void WindowPainter::build(const Stage& stage, const Viewpoint& goal, RenderTier tier, double budget) {
     sinceBuilding_ = {};
-    keepBuilding(stage, goal, budget);
+    keepBuilding(stage, goal, tier, budget);
     built_ = sinceBuilding_.elapsed();
 }
 
-void WindowPainter::keepBuilding(const Stage& stage, const Viewpoint& goal, double budget) {
+void WindowPainter::keepBuilding(const Stage& stage, const Viewpoint& goal, RenderTier tier, double budget) {
     if (shown_ && shift(shown_->view(), goal) < sameView) return;
     if (!next_ || shift(next_->view(), goal) >= sameView) {
         if (!next_) next_ = spare_ ? std::move(spare_) : std::make_unique<KeptLayer>(studio_);
-        next_->begin(stage, goal);
+        next_->begin(stage, goal, tier == RenderTier::fast ? mostShadow : std::numeric_limits<int>::max());
     }
     // The first frame that shows it fills the whole backdrop: enough for one frame.
     if (!next_->complete()) {

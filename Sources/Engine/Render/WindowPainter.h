@@ -29,8 +29,8 @@ class WindowPainter {
   private:
     bool wantsBuilding(const Stage& stage, const Viewpoint& view, const Viewpoint& goal) const;
     double budgetLeft(const Viewpoint& view) const;
-    void build(const Stage& stage, const Viewpoint& goal, double budget);
-    void keepBuilding(const Stage& stage, const Viewpoint& goal, double budget);
+    void build(const Stage& stage, const Viewpoint& goal, RenderTier tier, double budget);
+    void keepBuilding(const Stage& stage, const Viewpoint& goal, RenderTier tier, double budget);
     void present(const Target& picture, Presenter& window, const std::vector<PixelArea>& changes) const;
     void fade(Presenter& window, double time);
 
