@@ -14,9 +14,9 @@ class Backdrop {
 
     explicit Backdrop(Studio& studio);
 
-    /// Follows what changed in `kept` and makes the next strip; returns where the picture changed. The Frame
-    /// block must hold the kept layer's view, its textures must be bound; `shading` is that of developed
-    /// pictures.
+    /// Follows what changed in `kept` and makes the next strip, unless `kept` is at work on a change; returns
+    /// where the picture changed. The Frame block must hold the kept layer's view, its textures must be
+    /// bound; `shading` is that of developed pictures.
     std::vector<PixelArea> update(const DrawLayer& drifting, const Shading& shading, KeptLayer& kept,
                                   double time);
     /// Developed, with depth.

@@ -234,7 +234,7 @@ FilteredSky filterSky(const Image& sky, const glm::vec3& groundGain, float mirro
     result.irradiance = project(*small);
     const glm::vec3 mean = panorama.mean();
 
-    constexpr int looksOf[FilteredSky::levels] = {1, 16, 32, 64, 64, 64};
+    constexpr int looksOf[FilteredSky::levels] = {1, 8, 24, 48, 64, 64};
     for (int level = 0; level < FilteredSky::levels; ++level) {
         const int size = FilteredSky::baseSize >> level;
         const float roughness = static_cast<float>(level) / (FilteredSky::levels - 1);

@@ -101,10 +101,12 @@ BeachScene::~BeachScene() = default;
 
 void BeachScene::setBeach(int number) {
     if (number < 0) brokenPrecondition("beach %d: beaches are numbered from 1", number);
+    const bool again = parts_->beachRoot && number == beachNumber_;
     beachNumber_ = number;
     look_ = BeachLook::forBeach(number);
 
-    if (parts_->beachRoot) parts_->beachRoot->removeFromParent();
+    std::unique_ptr<Node> last;
+    if (parts_->beachRoot) last = parts_->beachRoot->removeFromParent();
     Node& beach = stage_.root.addChild("beach");
     parts_->beachRoot = &beach;
     parts_->digs.begin(beach, look_);
@@ -118,14 +120,20 @@ void BeachScene::setBeach(int number) {
     // Grains flash in a strong sun only.
     parts_->sand->sparkle = std::clamp((look_.sunIntensity - 600) / 600, 0.0, 1.6);
 
-    Node& sand = beach.add(makeNode(parts_->sandMesh.coloured(look_), parts_->sand));
-    sand.coarseGeometry = std::make_shared<const Geometry>(parts_->sandMesh.coarse(look_));
-    sand.name = "sand";
-    sand.castsShadow = false;
-    Node& surroundings = beach.add(makeNode(parts_->sandMesh.surroundings(look_), parts_->sand));
-    surroundings.name = "surroundings";
-    surroundings.castsShadow = false;
-    beach.add(Dressing::build(number, look_, textures_));
+    // Every visit finds the same ground and the same props on it.
+    if (again) {
+        for (const char* name : {"sand", "surroundings", "dressing"})
+            beach.add(last->find(name)->removeFromParent());
+    } else {
+        Node& sand = beach.add(makeNode(parts_->sandMesh.coloured(look_), parts_->sand));
+        sand.coarseGeometry = std::make_shared<const Geometry>(parts_->sandMesh.coarse(look_));
+        sand.name = "sand";
+        sand.castsShadow = false;
+        Node& surroundings = beach.add(makeNode(parts_->sandMesh.surroundings(look_), parts_->sand));
+        surroundings.name = "surroundings";
+        surroundings.castsShadow = false;
+        beach.add(Dressing::build(number, look_, textures_));
+    }
 
     parts_->sea.setLook(look_, textures_);
     tide = 0;

@@ -98,9 +98,7 @@ Image sandDetail() {
         grain.y = draws.unit() * size;
         marks.push_back(grain);
     }
-    FloatImage sand(size, size, {0.93F, 0.92F, 0.9F, 1});
-    sand.add(marks);
-    return sand.image();
+    return FloatImage::painted(size, size, {0.93F, 0.92F, 0.9F, 1}, marks);
 }
 
 Image sandNormal() {
