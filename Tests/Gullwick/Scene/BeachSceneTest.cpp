@@ -314,6 +314,13 @@ TEST(BeachScene, opensABeachAfresh) {
     EXPECT_NE(scene.stage().root.find("rowboat"), nullptr);
     EXPECT_FALSE(world.node("sand").castsShadow);
 
+    const Node* ground = scene.stage().root.find("sand");
+    scene.dig({0.5, 0.5}, treasure(ItemKind::coin));
+    scene.setBeach(4);
+    EXPECT_EQ(scene.stage().root.find("sand"), ground) << "the same beach keeps its ground";
+    EXPECT_EQ(nodesNamed(scene.stage().root, "dressing").size(), 1u);
+    EXPECT_EQ(nodesNamed(scene.stage().root, "beach").size(), 1u);
+
     for (const int number : {0, 9, 12345}) {
         scene.setBeach(number);
         EXPECT_EQ(scene.look(), BeachLook::forBeach(8));
