@@ -17,7 +17,7 @@ constexpr double leastShare =
 constexpr double mostBudget = 0.012;  // seconds a frame; all of it once the camera stands still
 constexpr double refreshBudget = 0.004;
 constexpr double unhurried = std::numeric_limits<double>::infinity();
-constexpr int mostShadow = 3072;  // of the fast tier: 14 MB less than 4096 and hard to tell from it
+constexpr int mostShadow = 3072;  // of the fast tier: 15 MB less than 4096 and hard to tell from it
 constexpr double fadeTime = 0.2;  // seconds, from the travelling picture to the kept one
 
 /// World x, z on the ground to clip x, y, w.

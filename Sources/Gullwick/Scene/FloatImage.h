@@ -58,9 +58,11 @@ class FloatImage {
         int to;
         int height;
     };
+    /// The part of a disc that lies in `band`, into its rows.
     void addRows(const Disc& disc, const Band& band);
     template <typename Coverage>
     void addRound(const Disc& disc, double reach, const Band& band, Coverage coverage);
+    /// Writes four bytes a pixel, as image() tells.
     void round(std::uint8_t* out) const;
 
     int width_;
