@@ -273,7 +273,7 @@ void main() {
     outShade = vec4(shade / max(lit, vec3(1e-4)), cover);
 #ifdef PAINTED
     vec3 dimmed = (scattered + sunBody * (1.0 - kSun.w * cover)) * kMultiply.rgb * (1.0 - fog);
-    float paint = clamp(luminance(dimmed) / max(luminance(lit), 1e-4), 0.0, 1.0);
+    float paint = clamp(luminance(dimmed) / max(luminance(lit), 1e-4), 0.0, 1.0) * step(1e-4, kStrength.y);
 #else
     float paint = 0.0;
 #endif

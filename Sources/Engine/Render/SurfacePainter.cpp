@@ -7,6 +7,7 @@
 #include <epoxy/gl.h>
 
 #include <algorithm>
+#include <array>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,19 @@ int reachingLamps(const DrawItem& item, const Shading& shading) {
         if (lamp.end <= 0 || glm::distance(lamp.position, item.middle) < lamp.end + item.radius)
             return FrameBlock::lampsInProgram(shading.lamps.size());
     return 0;
+}
+
+/// What rests is shaded by one program with every map, for the sake of few programs: what a material lacks is
+/// bound as a picture that changes nothing.
+bool hasAllMaps(const DrawItem& item, const Shading& shading) {
+    return shading.output == Shading::Output::kept && !item.blended &&
+           item.material->lighting == Material::Lighting::physicallyBased;
+}
+
+Image onePixel(std::array<std::uint8_t, 4> colour) {
+    Image image(1, 1);
+    std::copy(colour.begin(), colour.end(), image.pixels.begin());
+    return image;
 }
 
 bool isMatt(const DrawItem& item, const Shading& shading) {
@@ -84,6 +98,12 @@ void drawChunks(const DrawItem& item, const Viewpoint& view, const PixelArea& ar
     flush();
 }
 
+SurfacePainter::SurfacePainter(TextureCache& textures, const RenderOptions& options)
+    : textures_(textures),
+      options_(options),
+      white_(std::make_shared<Texture>(Texture::Encoding::srgb, onePixel({255, 255, 255, 255}))),
+      level_(std::make_shared<Texture>(Texture::Encoding::linear, onePixel({128, 128, 255, 255}))) {}
+
 void SurfacePainter::draw(const DrawItem& item, const Shading& shading, const Viewpoint& view,
                           const PixelArea& area) {
     if (item.area.intersection(area).empty()) return;
@@ -91,6 +111,7 @@ void SurfacePainter::draw(const DrawItem& item, const Shading& shading, const Vi
     shader.use();
     bool quick = shading.output == Shading::Output::display || shading.output == Shading::Output::film;
     setMaterial(shader, item, quick ? TextureCache::Filter::quick : TextureCache::Filter::fine);
+    if (hasAllMaps(item, shading)) bindMissing(*item.material);
     if (isMatt(item, shading)) setMean(shader, *item.material);
     setState(item, shading.output == Shading::Output::film, shading.onFilm);
     drawChunks(item, view, area, shading.hidden);
@@ -127,12 +148,12 @@ const Program& SurfacePainter::program(const DrawItem& item, const Shading& shad
     auto lighting = static_cast<unsigned>(material.lighting == Material::Lighting::constant  ? 0
                                           : material.lighting == Material::Lighting::lambert ? 1
                                                                                              : 2);
-    bool shaded = lighting != 0;
+    const bool shaded = lighting != 0, all = hasAllMaps(item, shading);
     const std::pair<bool, const char*> switches[] = {
-        {static_cast<bool>(material.diffuseMap), "DIFFUSE_MAP"},
-        {shaded && material.normalMap, "NORMAL_MAP"},
+        {all || material.diffuseMap, "DIFFUSE_MAP"},
+        {all || (shaded && material.normalMap), "NORMAL_MAP"},
         {material.multiplyMap && shading.output != Shading::Output::kept, "MULTIPLY_MAP"},
-        {material.multiplyMap && shading.output == Shading::Output::kept, "PAINTED"},
+        {all, "PAINTED"},
         {isFilm(item), "SMOOTH"},
         {item.blended && material.blend == Material::Blend::add, "ADDED"},
         {shaded && shading.sunShadow && !item.blended, "SUN_SHADOW"},
@@ -146,8 +167,8 @@ const Program& SurfacePainter::program(const DrawItem& item, const Shading& shad
         {shading.waterDepth && isFilm(item), "WATER_DEPTH"},
         {lighting == 2 && !item.blended, "ROUGHNESS"},
         {shading.small, "SMALL"},
-        {lighting == 2 && material.sparkle > 0 && shading.output != Shading::Output::display &&
-             !shading.small,
+        {all || (lighting == 2 && material.sparkle > 0 && shading.output != Shading::Output::display &&
+                 !shading.small),
          "SPARKLE"},
     };
     int lamps = shaded ? reachingLamps(item, shading) : 0;
@@ -165,6 +186,13 @@ const Program& SurfacePainter::program(const DrawItem& item, const Shading& shad
     return programs_
         .emplace(key, Program("surface", shaders::surfaceVertex, shaders::surfaceFragment, defines))
         .first->second;
+}
+
+void SurfacePainter::bindMissing(const Material& material) {
+    if (!material.diffuseMap)
+        textures_.bind(unitDiffuse, white_, Wrap::clamp, Wrap::clamp, TextureCache::Filter::base);
+    if (!material.normalMap)
+        textures_.bind(unitNormal, level_, Wrap::clamp, Wrap::clamp, TextureCache::Filter::base);
 }
 
 void SurfacePainter::setMean(const Program& program, const Material& material) {
@@ -198,9 +226,12 @@ void SurfacePainter::setMaterial(const Program& program, const DrawItem& item, T
     program.set("diffuse", glm::vec4(linear(material.diffuse), item.blended ? alpha : 1.0F));
     program.set("multiply", glm::vec4(linear(material.multiply), options_.brightestLight));
     program.set("emission", glm::vec4(linear(material.emission), options_.occlusionOfSun));
-    program.set("surface", glm::vec4(material.metalness, material.roughness, material.normalMap.intensity,
+    auto strength = [](const Channel& channel) {
+        return channel ? static_cast<float>(channel.intensity) : 0;
+    };
+    program.set("surface", glm::vec4(material.metalness, material.roughness, strength(material.normalMap),
                                      options_.waterDensity));
-    program.set("mapStrength", glm::vec4(material.diffuseMap.intensity, material.multiplyMap.intensity,
+    program.set("mapStrength", glm::vec4(strength(material.diffuseMap), strength(material.multiplyMap),
                                          options_.glintSpread, material.sparkle));
 }
 

@@ -6,6 +6,7 @@
 #include "Engine/Render/TextureCache.h"
 
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <unordered_map>
 
@@ -36,8 +37,7 @@ struct Shading {
 /// Draws surfaces. A program is compiled for each combination that is asked for, the first time it is.
 class SurfacePainter {
   public:
-    SurfacePainter(TextureCache& textures, const RenderOptions& options)
-        : textures_(textures), options_(options) {}
+    SurfacePainter(TextureCache& textures, const RenderOptions& options);
 
     /// Draws the chunks of `item` that touch `area` (pixels of the picture). Sets blending, culling and depth
     /// writing for it.
@@ -46,11 +46,13 @@ class SurfacePainter {
   private:
     const Program& program(const DrawItem& item, const Shading& shading);
     const Program& mattProgram(const DrawItem& item, const Shading& shading);
+    void bindMissing(const Material& material);
     void setMean(const Program& program, const Material& material);
     void setMaterial(const Program& program, const DrawItem& item, TextureCache::Filter filter);
 
     TextureCache& textures_;
     const RenderOptions& options_;
+    std::shared_ptr<Texture> white_, level_;  ///< maps that change nothing
     std::unordered_map<std::uint32_t, Program> programs_;
     std::unordered_map<std::uint32_t, Program> mattPrograms_;
 };

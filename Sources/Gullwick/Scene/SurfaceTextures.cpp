@@ -209,15 +209,15 @@ class FoamWeb {
     /// How much nearer the nearest mesh's middle is than the next one's.
     double inside(double x, double y) const {
         const glm::dvec2 at(x / pixelsAcross * length, y / pixelsUp * depth);
-        double first = 1e9, second = 1e9;
+        double first = 1e9, second = 1e9;  // squared
         for (const glm::dvec2& mesh : meshes_) {
             double across = std::abs(at.x - mesh.x);
             across = std::min(across, length - across);
-            const double distance = std::hypot(across, at.y - mesh.y);
-            second = std::min(second, std::max(first, distance));
-            first = std::min(first, distance);
+            const double up = at.y - mesh.y, squared = across * across + up * up;
+            second = std::min(second, std::max(first, squared));
+            first = std::min(first, squared);
         }
-        return second - first;
+        return std::sqrt(second) - std::sqrt(first);
     }
     std::array<glm::dvec2, 46> meshes_;
 };
