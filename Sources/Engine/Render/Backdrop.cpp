@@ -36,7 +36,7 @@ Backdrop::Backdrop(Studio& studio)
     : studio_(studio), film_("film over a picture", shaders::surfaceVertex, shaders::filmFragment) {}
 
 std::vector<PixelArea> Backdrop::update(const DrawLayer& drifting, const Shading& shading, KeptLayer& kept,
-                                        double time) {
+                                        double time, bool moving) {
     const PixelSize& size = kept.view().size;
     PixelArea whole = PixelArea::whole(size);
     std::vector<PixelArea> areas = kept.takeChanges();
@@ -53,7 +53,7 @@ std::vector<PixelArea> Backdrop::update(const DrawLayer& drifting, const Shading
                  halved(area).intersection(PixelArea::whole(half_.size())), true);
     if (anew) {
         shadeHalf(drifting, shading, kept, reach_);
-    } else if (!reach_.empty() && !kept.pending()) {  // else this frame has enough to do
+    } else if (moving && !reach_.empty() && !kept.pending()) {  // else this frame has enough to do
         areas.push_back(nextStrip());
         shadeHalf(drifting, shading, kept, areas.back());
     }

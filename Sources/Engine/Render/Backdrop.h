@@ -14,11 +14,11 @@ class Backdrop {
 
     explicit Backdrop(Studio& studio);
 
-    /// Follows what changed in `kept` and makes the next strip, unless `kept` is at work on a change; returns
-    /// where the picture changed. The Frame block must hold the kept layer's view, its textures must be
-    /// bound; `shading` is that of developed pictures.
+    /// Follows what changed in `kept` and, when `moving`, makes the next strip, unless `kept` is at work on a
+    /// change; returns where the picture changed. The Frame block must hold the kept layer's view, its
+    /// textures must be bound; `shading` is that of developed pictures.
     std::vector<PixelArea> update(const DrawLayer& drifting, const Shading& shading, KeptLayer& kept,
-                                  double time);
+                                  double time, bool moving);
     /// Developed, with depth.
     const Target& picture() const { return picture_; }
 

@@ -9,6 +9,8 @@ namespace gull {
 namespace {
 
 constexpr double sameView = 0.05;    // pixels: too little to see
+constexpr double stillView = 0.25;   // pixels: nobody sees a shake so faint, and bending would only blur
+constexpr double shakenView = 1;     // pixels: nobody sees whether the sea moves too
 constexpr double nearView = 14;      // pixels: a shake
 constexpr double fastView = 6;       // pixels a frame: blurs what is seen anyway
 constexpr double frameGoal = 0.031;  // seconds from frame to frame while something is built
@@ -82,9 +84,10 @@ void WindowPainter::draw(const Stage& stage, Presenter& window, RenderTier tier,
     settled_ = false;
     if (apart < nearView || resized) {
         if (wait) travelled_.reset();
-        const bool isFast = tier == RenderTier::fast;
-        const Target& picture = isFast ? frames_.drawFast(stage, *shown_) : frames_.drawFull(stage, *shown_);
-        if (apart < sameView || resized)
+        const bool isFast = tier == RenderTier::fast, shaken = apart > shakenView && !resized;
+        const Target& picture =
+            isFast ? frames_.drawFast(stage, *shown_, !shaken) : frames_.drawFull(stage, *shown_);
+        if (apart < stillView || resized)
             present(picture, window, isFast && !travelled_ ? frames_.takeChanges() : whole);
         else
             window.bend(picture.colour(), groundWarp(shown_->view(), view));
