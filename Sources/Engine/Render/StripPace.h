@@ -6,16 +6,19 @@ namespace gull {
 
 /// How much of what drifts a frame may draw anew so that frames keep their time: the sea comes round faster
 /// where there is time to spare and slower while much else moves. Follows how long frames take; a few slow
-/// ones do not upset it.
+/// ones do not upset it, but where many come too late it gives way.
 class StripPace {
   public:
     /// Seconds of work, of the sixtieth that a frame has; about a third of the frames takes longer.
     static constexpr double goal = 0.0112;
+    /// Seconds of work with which a frame misses its sixtieth, or nearly.
+    static constexpr double late = 0.016;
     static constexpr double least = 55000, most = 4e6;
 
     /// `seconds`: of work for the last frame, all in all.
     void frameTook(double seconds) {
-        pixels_ = std::clamp(pixels_ * (seconds > goal ? 0.97 : 1.015), least, most);
+        const double change = seconds > late ? 0.9 : seconds > goal ? 0.97 : 1.015;
+        pixels_ = std::clamp(pixels_ * change, least, most);
     }
     int pixels() const { return static_cast<int>(pixels_); }
 
