@@ -73,13 +73,13 @@ class ScriptedPlay {
 
     Task<bool> playBeach(int beach) {
         frames_.clear();
-        moment_ = "opening";
+        moment_ = "fly-in";
         opened_ = loop_.now();
         firstFrame_ = complete_ = 0;
         game_.beginBeach(beach, true, static_cast<std::uint64_t>(beach) * 101);
-        co_await wait(0.5);
-        moment_ = "fly-in";
-        co_await wait(1.3);
+        co_await wait(1.4);
+        moment_ = "arrival";
+        co_await wait(0.4);
         moment_ = "sweep";
         co_await sweep(5);
         moment_ = "ping";

@@ -53,7 +53,7 @@ std::vector<PixelArea> Backdrop::update(const DrawLayer& drifting, const Shading
                  halved(area).intersection(PixelArea::whole(half_.size())), true);
     if (anew) {
         shadeHalf(drifting, shading, kept, reach_);
-    } else if (moving && !reach_.empty() && !kept.pending()) {  // else this frame has enough to do
+    } else if (moving && !reach_.empty() && !kept.pending()) {  // a change is enough for a frame
         areas.push_back(nextStrip());
         shadeHalf(drifting, shading, kept, areas.back());
     }

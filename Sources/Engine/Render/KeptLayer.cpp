@@ -33,10 +33,6 @@ bool KeptLayer::showsContent(const Stage& stage) const {
     return stage_ == &stage && stage.keptChangesSince(serial_).has_value();
 }
 
-bool KeptLayer::shows(const Stage& stage, const Viewpoint& view) const {
-    return showsContent(stage) && view_.size == view.size && view_.viewProjection == view.viewProjection;
-}
-
 void KeptLayer::begin(const Stage& stage, const Viewpoint& view, int mostShadow) {
     stage_ = &stage;
     mostShadow_ = mostShadow;

@@ -35,11 +35,7 @@ class KeptLayer {
     bool complete() const { return begun() && done_; }
     /// Whether a change is not in the picture yet.
     bool pending() const { return work_.step != Step::done || !waiting_.empty(); }
-    /// True when it shows (or will show) this stage as seen through this view, and the stage's kept content
-    /// has not changed as a whole since.
-    bool shows(const Stage& stage, const Viewpoint& view) const;
-    /// Whether it shows this stage's present content through the lens and size of `view`, wherever that
-    /// stands.
+    /// Whether it shows (or will show) this stage, whose kept content has not changed as a whole since.
     bool showsContent(const Stage& stage) const;
     const Viewpoint& view() const { return view_; }
 
@@ -103,7 +99,7 @@ class KeptLayer {
 
     std::uint64_t casters_ = 0;  ///< what threw shadows when the map was drawn
     FrameBlock block_;
-    int mostShadow_ = 1;
+    int mostShadow_ = 0;
     ShadowMap shadow_;
     ContactShadows contact_;
     Target depth_;

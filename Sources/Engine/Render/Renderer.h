@@ -47,7 +47,7 @@ class Renderer {
 
     static GraphicsInfo graphicsInfo();
 
-    /// Takes effect at the next stage or at the next whole redraw of the kept layer.
+    /// Takes effect at once, but that what is kept stays until it is drawn anew.
     void setTier(RenderTier tier);
     RenderTier tier() const;
 

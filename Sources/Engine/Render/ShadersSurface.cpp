@@ -66,12 +66,7 @@ layout(location = 0) out vec4 outColour;
 // T = dp1 x-scaled by du, B by dv, both orthogonal to the normal's cross products.
 // w: length of the averaged normal, below 1 where the map's detail is smaller than a pixel.
 vec4 bentNormal(vec3 n) {
-#ifdef OUT_FILM
-    // As fine as at full resolution: the glints of the sun are in the detail.
     vec3 sampled = texture(normalMap, normalAt).xyz * 2.0 - 1.0;
-#else
-    vec3 sampled = texture(normalMap, normalAt).xyz * 2.0 - 1.0;
-#endif
     float kept = clamp(length(sampled), 0.05, 1.0);
     vec3 dp1 = dFdx(position), dp2 = dFdy(position);
     vec2 duv1 = dFdx(normalAt), duv2 = dFdy(normalAt);

@@ -9,7 +9,7 @@ namespace gull {
 /// ones do not upset it, but where many come too late it gives way.
 class StripPace {
   public:
-    /// Seconds of work, of the sixtieth that a frame has; about a third of the frames takes longer.
+    /// Seconds of work, of the sixtieth that a frame has; up to a third of the frames takes longer.
     static constexpr double goal = 0.0112;
     /// Seconds of work with which a frame misses its sixtieth, or nearly.
     static constexpr double late = 0.016;

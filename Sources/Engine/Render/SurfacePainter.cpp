@@ -153,7 +153,7 @@ const Program& SurfacePainter::program(const DrawItem& item, const Shading& shad
         {all || material.diffuseMap, "DIFFUSE_MAP"},
         {all || (shaded && material.normalMap), "NORMAL_MAP"},
         {material.multiplyMap && shading.output != Shading::Output::kept, "MULTIPLY_MAP"},
-        {all, "PAINTED"},
+        {all || (material.multiplyMap && shading.output == Shading::Output::kept), "PAINTED"},
         {isFilm(item), "SMOOTH"},
         {item.blended && material.blend == Material::Blend::add, "ADDED"},
         {shaded && shading.sunShadow && !item.blended, "SUN_SHADOW"},

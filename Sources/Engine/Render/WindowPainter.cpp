@@ -10,12 +10,12 @@ namespace {
 
 constexpr double sameView = 0.05;    // pixels: too little to see
 constexpr double stillView = 0.25;   // pixels: nobody sees a shake so faint, and bending would only blur
-constexpr double shakenView = 1;     // pixels: nobody sees whether the sea moves too
+constexpr double shakenView = 1;     // pixels: nobody sees whether the sea moves too, unless from a flight
 constexpr double nearView = 14;      // pixels: a shake
 constexpr double fastView = 6;       // pixels a frame: blurs what is seen anyway
 constexpr double frameGoal = 0.031;  // seconds from frame to frame while something is built
-constexpr double leastShare =
-    0.25;  // of what the rest of a frame takes, for building: slow machines arrive too
+// Of what the rest of a frame takes, for building: slow machines arrive too.
+constexpr double leastShare = 0.25;
 constexpr double mostBudget = 0.012;  // seconds a frame; all of it once the camera stands still
 constexpr double refreshBudget = 0.004;
 constexpr double unhurried = std::numeric_limits<double>::infinity();
@@ -68,7 +68,7 @@ void WindowPainter::draw(const Stage& stage, Presenter& window, RenderTier tier,
         gone = true;
     }
     if (next_ && !next_->showsContent(stage)) {
-        next_.reset();
+        spare_ = std::move(next_);
         gone = true;
     }
     if (gone) studio_.collectGarbage();  // with another beach the meshes of the last one go
@@ -84,7 +84,7 @@ void WindowPainter::draw(const Stage& stage, Presenter& window, RenderTier tier,
     settled_ = false;
     if (apart < nearView || resized) {
         if (wait) travelled_.reset();
-        const bool isFast = tier == RenderTier::fast, shaken = apart > shakenView && !resized;
+        const bool isFast = tier == RenderTier::fast, shaken = apart > shakenView && !resized && !travelled_;
         const Target& picture =
             isFast ? frames_.drawFast(stage, *shown_, !shaken) : frames_.drawFull(stage, *shown_);
         if (apart < stillView || resized)

@@ -40,7 +40,7 @@ class WindowPainter {
     DirectPainter direct_;
     std::unique_ptr<KeptLayer> shown_;
     std::unique_ptr<KeptLayer> next_;   ///< being built
-    std::unique_ptr<KeptLayer> spare_;  ///< of another beach: its pictures serve again
+    std::unique_ptr<KeptLayer> spare_;  ///< shows nothing that still is: to be begun anew, for its targets
     Stopwatch sinceBuilding_;           ///< began in a frame the last time
     double built_ = 0;                  ///< seconds it took
     std::optional<Viewpoint> last_;     ///< of the frame before

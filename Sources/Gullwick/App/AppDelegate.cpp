@@ -40,7 +40,7 @@ struct AppDelegate::Parts final : WindowCommands {
         }
         renderer.setTier(tiers.tier());
         // The frame timer sets the pace; waiting for the screen too is free on a GPU only.
-        window.setVsync(!Renderer::graphicsInfo().isSoftware);
+        window.setVsync(!software);
         connect();
         resized();
         if (probePath) runProbe();
@@ -133,7 +133,8 @@ struct AppDelegate::Parts final : WindowCommands {
         present();
         if (probe) probe->framePresented();
         const double end = loop.now();
-        renderer.frameTook(end - start + stepTime);
+        // On a card the time goes into waiting for the screen, and nothing has to give way.
+        renderer.frameTook(software ? end - start + stepTime : 0);
         chooseTier(end - lastPresent);
         lastPresent = end;
         if (observer) observer({end, end - start + stepTime, renderer.settled()});
@@ -204,7 +205,8 @@ struct AppDelegate::Parts final : WindowCommands {
     AppSettings settings{AppSettings::defaultFile(std::getenv)};
     Window window;
     Renderer renderer;
-    TierChooser tiers{Renderer::graphicsInfo().isSoftware};
+    const bool software = Renderer::graphicsInfo().isSoftware;
+    TierChooser tiers{software};
     AudioDevice audio;
     Trackpads trackpads;
     GameControllers controllers{[this] { return clock.now(); }};

@@ -8,11 +8,19 @@
 
 namespace gull {
 
-FloatImage::FloatImage(int width, int height, const Pixel& fill) : width_(width), height_(height) {
+namespace {
+
+void requirePowersOfTwo(int width, int height) {
     if (width < 1 || height < 1 || !std::has_single_bit(static_cast<unsigned>(width)) ||
         !std::has_single_bit(static_cast<unsigned>(height))) {
         brokenPrecondition("FloatImage: sides of %d by %d, not powers of two", width, height);
     }
+}
+
+}  // namespace
+
+FloatImage::FloatImage(int width, int height, const Pixel& fill) : width_(width), height_(height) {
+    requirePowersOfTwo(width, height);
     pixels_.assign(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), fill);
 }
 
@@ -60,6 +68,7 @@ void FloatImage::add(const Disc& disc) {
 }
 
 Image FloatImage::painted(int width, int height, const Pixel& fill, const std::vector<Disc>& discs) {
+    requirePowersOfTwo(width, height);
     const int rows = std::min(16, height);
     FloatImage part(width, rows, fill);
     const int bands = height / rows;

@@ -42,7 +42,7 @@ class FloatImage {
     void add(const Disc& disc);
     /// The picture of all of them in order on `fill`, as add() and image() make it. Worked off in bands of
     /// rows that fit the processor's cache, and never whole in floats: thousands of discs all over a large
-    /// picture take a fraction of the time.
+    /// picture take a fraction of the time. Sides as in the constructor.
     static Image painted(int width, int height, const Pixel& fill, const std::vector<Disc>& discs);
 
     /// Rounded, clamped to 0..1; the fourth component is the alpha.

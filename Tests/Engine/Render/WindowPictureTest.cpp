@@ -206,6 +206,48 @@ TEST_F(WindowPicture, AShakeShiftsTheKeptPicture) {
         << "edges of props shift a little";
 }
 
+TEST_F(WindowPicture, WhatDriftsStandsStillWhileThePictureShakes) {
+    renderer->setTier(RenderTier::fast);
+    const Renderer::Size large{1240, 800};
+    shore.rig->hidden = true;  // where it stands in the water the sea moves always
+    draw(shore.stage, large);
+    const glm::dvec3 rest = shore.camera->position;
+    shore.camera->position += glm::dvec3(0.03, 0.04, 0.04);
+    const Image shaken = draw(shore.stage, large, false);
+    shore.sea->position.y += 0.25;
+    for (int frame = 0; frame < 3; ++frame) EXPECT_EQ(shaken, draw(shore.stage, large, false));
+    shore.camera->position = rest;
+    Image after;
+    for (int frame = 0; frame <= Backdrop::mostStrips; ++frame) after = draw(shore.stage, large, false);
+    shore.stage.touchKept();
+    EXPECT_GE(psnr(after, draw(shore.stage, large)), 50) << "and comes round afterwards";
+}
+
+TEST_F(WindowPicture, PaintShowsWhateverTheLighting) {
+    renderer->setTier(RenderTier::fast);
+    shore.groundMaterial->lighting = Material::Lighting::lambert;
+    const Image bare = draw(shore.stage);
+    shore.marks->replace(plainTexture({0.4, 0.4, 0.4, 1}, 320, 200)->image());
+    shore.stage.touchKept();
+    const Image painted = draw(shore.stage);
+    EXPECT_LT(psnr(bare, painted, beach), 25);
+    EXPECT_GE(psnr(painted, renderer->snapshot(shore.stage, size), beach), 34);
+}
+
+TEST_F(WindowPicture, AKeptLayerBegunAnewServesAnotherStageAndSize) {
+    renderer->setTier(RenderTier::fast);
+    draw(shore.stage);
+    ShoreStage other;
+    other.marks->replace(plainTexture({0.4, 0.6, 0.8, 1}, 320, 200)->image());
+    const Renderer::Size wide{700, 400};
+    const Image reused = draw(other.stage, wide);
+    EXPECT_EQ(reused, draw(other.stage, wide));
+    EXPECT_GE(psnr(reused, renderer->snapshot(other.stage, wide), {0, 180, 700, 220}), 34);
+    renderer->setTier(RenderTier::full);
+    other.stage.touchKept();
+    EXPECT_GE(psnr(draw(other.stage, size), renderer->snapshot(other.stage, size)), 36);
+}
+
 TEST_F(WindowPicture, AFlightIsShownAtOnceInCoarseShapesAndEndsInTheKeptPicture) {
     renderer->setTier(RenderTier::fast);
     const glm::dvec3 rest = shore.camera->position;

@@ -314,10 +314,14 @@ TEST(BeachScene, opensABeachAfresh) {
     EXPECT_NE(scene.stage().root.find("rowboat"), nullptr);
     EXPECT_FALSE(world.node("sand").castsShadow);
 
-    const Node* ground = scene.stage().root.find("sand");
+    const std::shared_ptr<const Geometry> ground = world.node("sand").geometry;
     scene.dig({0.5, 0.5}, treasure(ItemKind::coin));
+    ASSERT_NE(scene.stage().root.find("rim"), nullptr);
     scene.setBeach(4);
-    EXPECT_EQ(scene.stage().root.find("sand"), ground) << "the same beach keeps its ground";
+    EXPECT_EQ(world.node("sand").geometry, ground) << "the same beach keeps its ground";
+    for (const char* trace : {"rim", "heap", "spray"})
+        EXPECT_EQ(scene.stage().root.find(trace), nullptr) << "but no " << trace;
+    EXPECT_TRUE(scene.reveals().empty());
     EXPECT_EQ(nodesNamed(scene.stage().root, "dressing").size(), 1u);
     EXPECT_EQ(nodesNamed(scene.stage().root, "beach").size(), 1u);
 
