@@ -28,8 +28,8 @@ struct CampaignProgress {
 
     /// The progress kept in `file`; fresh when it is missing, unreadable or damaged (it is left as it is).
     static CampaignProgress load(const std::filesystem::path& file);
-    /// Replaces `file` in one step, making its folder when needed. A failure is silent: the progress in
-    /// memory is still right.
+    /// Replaces `file` in one step, making its folder when needed. A damaged file is set aside first, as
+    /// `<file>.damaged`. A failure is silent: the progress in memory is still right.
     void save(const std::filesystem::path& file) const;
 
     bool operator==(const CampaignProgress&) const = default;

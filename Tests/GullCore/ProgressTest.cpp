@@ -76,6 +76,15 @@ TEST(CampaignProgress, aDamagedOrUnreadableFileMeansAFreshStartAndIsLeftAlone) {
     CampaignProgress{}.save(folder.path());
     CampaignProgress{}.save("");
     EXPECT_EQ(readText(file), R"({"stars":{"1":3}})");
+
+    CampaignProgress progress;
+    progress.record(1, 2, 100);
+    progress.save(file);
+    EXPECT_EQ(CampaignProgress::load(file), progress);
+    EXPECT_EQ(readText(folder / "progress.json.damaged"), R"({"stars":{"1":3}})") << "for who can mend it";
+    writeText(folder / "progress.json.damaged", "");
+    progress.save(file);
+    EXPECT_EQ(readText(folder / "progress.json.damaged"), "") << "a sound file is not set aside";
 }
 
 }  // namespace
