@@ -103,7 +103,11 @@ void WindowPainter::draw(const Stage& stage, Presenter& window, RenderTier tier,
 
 bool WindowPainter::rehearse(const Stage& stage, RenderTier tier, double budget) {
     if (!shown_ || !shown_->complete() || !shown_->showsContent(stage)) return false;
-    if (tier == RenderTier::fast) return frames_.rehearseFast(stage, *shown_, budget);
+    if (tier == RenderTier::fast) {
+        if (journeyRehearsed_ || travelled_) return frames_.rehearseFast(stage, *shown_, budget);
+        journeyRehearsed_ = direct_.rehearse(stage, shown_->view(), budget);
+        return false;
+    }
     frames_.drawFull(stage, *shown_);
     return true;
 }

@@ -45,6 +45,7 @@ class WindowPainter {
     double built_ = 0;                  ///< seconds it took
     std::optional<Viewpoint> last_;     ///< of the frame before
     std::optional<double> travelled_;   ///< stage time of the last frame drawn directly
+    bool journeyRehearsed_ = false;     ///< what a flight takes is compiled
     bool settled_ = false;
 };
 
