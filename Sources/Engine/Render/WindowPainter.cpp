@@ -13,7 +13,7 @@ constexpr double stillView = 0.25;   // pixels: nobody sees a shake so faint, an
 constexpr double shakenView = 1;     // pixels: nobody sees whether the sea moves too, unless from a flight
 constexpr double nearView = 14;      // pixels: a shake
 constexpr double fastView = 6;       // pixels a frame: blurs what is seen anyway
-constexpr double frameGoal = 0.031;  // seconds from frame to frame while something is built
+constexpr double frameGoal = 0.027;  // seconds from frame to frame while something is built
 // Of what the rest of a frame takes, for building: slow machines arrive too.
 constexpr double leastShare = 0.25;
 constexpr double mostBudget = 0.012;  // seconds a frame; all of it once the camera stands still
