@@ -57,9 +57,7 @@ CampaignProgress CampaignProgress::load(const std::filesystem::path& file) {
 void CampaignProgress::save(const std::filesystem::path& file) const {
     if (const auto before = SmallFile::read(file).bytes;
         before && !before->empty() && !Json::readProgress(*before)) {
-        std::filesystem::path aside = file;
-        aside += ".damaged";
-        SmallFile::replace(aside, *before);
+        SmallFile::setAside(file, *before);
     }
     SmallFile::replace(file, Json::write(*this));
 }

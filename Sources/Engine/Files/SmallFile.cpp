@@ -128,4 +128,10 @@ Outcome replace(const std::filesystem::path& file, std::string_view bytes) {
     return outcome;
 }
 
+Outcome setAside(const std::filesystem::path& file, std::string_view bytes) {
+    std::filesystem::path aside = file;
+    aside += ".damaged";
+    return replace(aside, bytes);
+}
+
 }  // namespace gull::SmallFile

@@ -36,6 +36,9 @@ Contents read(const std::filesystem::path& file);
 /// that is not a regular file is never replaced.
 Outcome replace(const std::filesystem::path& file, std::string_view bytes);
 
+/// Keeps `bytes`, what a damaged `file` holds, beside it as `<file>.damaged`, in the place of an older one.
+Outcome setAside(const std::filesystem::path& file, std::string_view bytes);
+
 }  // namespace SmallFile
 
 }  // namespace gull

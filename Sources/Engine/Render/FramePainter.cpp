@@ -119,7 +119,7 @@ const Target& FramePainter::drawFull(const Stage& stage, KeptLayer& kept) {
     return picture_;
 }
 
-const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept, bool drifting) {
+const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept, bool moving) {
     Frame frame = begin(stage, kept, DrawList::Detail::coarse);
     glBindSampler(unitEnvironment, quickSky_.name());
     const PixelSize& size = frame.view.size;
@@ -134,7 +134,7 @@ const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept, bool d
         changes_.begin(size);
     }
     const std::vector<PixelArea> renewed =
-        backdrop_.update(frame.list.drifting, calm, kept, stage.time, drifting);
+        backdrop_.update(frame.list.drifting, calm, kept, stage.time, moving);
     const PixelArea part = restore(frame, renewed);
     if (part.empty()) return fast_;
     light_.find(frame.reach, kept, part);

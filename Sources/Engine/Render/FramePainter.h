@@ -20,8 +20,8 @@ class FramePainter {
     /// layer's own view. Lasts until the next draw. Everything multisampled in scene light.
     const Target& drawFull(const Stage& stage, KeptLayer& kept);
     /// The same made cheaply: what moves is developed alone and drawn over the backdrop. What drifts moves on
-    /// only when `drifting`.
-    const Target& drawFast(const Stage& stage, KeptLayer& kept, bool drifting);
+    /// only when `moving`.
+    const Target& drawFast(const Stage& stage, KeptLayer& kept, bool moving);
     /// Draws what moves, and its light and shadow, thing by thing for about `budget` seconds (at least one),
     /// as drawFast() would but where the backdrop is put back the next time. True when nothing is left;
     /// else the next call goes on.

@@ -145,10 +145,8 @@ void AppSettings::assign(const char* key, Published<bool>& value, bool on) {
     value = on;
     if (!isWritable_) return;
     if (isDamaged_) {
-        fs::path aside = file_;
-        aside += ".damaged";
-        if (const auto kept = SmallFile::replace(aside, text_); !kept) {
-            complain(fmt::format("cannot be set aside as {} ({}); it stays as it is", aside.string(),
+        if (const auto kept = SmallFile::setAside(file_, text_); !kept) {
+            complain(fmt::format("cannot be set aside as {}.damaged ({}); it stays as it is", file_.string(),
                                  kept.failure));
             isWritable_ = false;
             return;
