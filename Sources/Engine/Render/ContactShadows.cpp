@@ -30,6 +30,7 @@ void ContactShadows::draw(unsigned depth, const Viewpoint& view, const PixelArea
     programs_.find.use();
     programs_.find.set("reach", glm::vec4(options_.occlusionRadius, options_.occlusionRadius * p[1][1] / 2,
                                           options_.occlusionStrength, 1 / aspect));
+    programs_.find.set("looks", 12);
     screen_.draw(programs_.find);
 
     result_.bind();
@@ -37,6 +38,7 @@ void ContactShadows::draw(unsigned depth, const Viewpoint& view, const PixelArea
     bindTexture(unitSource, raw_.colour());
     programs_.blur.use();
     programs_.blur.set("texel", glm::vec2(1.0 / half.width, 1.0 / half.height));
+    programs_.blur.set("rows", 4);
     screen_.draw(programs_.blur);
     glDisable(GL_SCISSOR_TEST);
 }

@@ -74,11 +74,13 @@ void main() {
 
 // How much of the sky above a point its surroundings hide, from the depth of the picture alone. Each of
 // twelve looks on a spiral adds (n . d - bias) / |d|^2, fading to nothing at the radius; the spiral is turned
-// by one of sixteen angles in a 4 x 4 pattern that the blur averages out again.
+// by one of sixteen angles in a 4 x 4 pattern that the blur averages out again. Loops are counted by uniforms
+// here, so that they stay loops: unrolled they take longer to compile than to run.
 const std::string_view occlusionFragment = R"glsl(
 in vec2 st;
 uniform sampler2D keptDepth;
 uniform vec4 reach;    // x: radius, y: radius in picture heights at distance 1, z: strength, w: 1 / aspect
+uniform int looks;
 out vec4 outColour;
 
 // The point belongs to the texel that the depth comes from: half a texel beside it, slopes would hide themselves.
@@ -100,8 +102,8 @@ void main() {
     float pixels = reach.y / -p.z;
     float limit = reach.x * reach.x;
     float sum = 0.0;
-    for (int i = 0; i < 12; ++i) {
-        float share = (float(i) + 0.5) / 12.0;
+    for (int i = 0; i < looks; ++i) {
+        float share = (float(i) + 0.5) / float(looks);
         float angle = turn + float(i) * 2.39996323;
         vec2 at = st + vec2(cos(angle) * reach.w, sin(angle)) * (share * pixels);
         vec3 d = viewPoint(at) - p;
@@ -109,7 +111,7 @@ void main() {
         float fade = max(1.0 - dd / limit, 0.0);
         sum += max(dot(n, d) + p.z * 0.002, 0.0) / (dd + 0.004) * fade * fade * sqrt(dd);
     }
-    float open = clamp(1.0 - sum * (2.0 / 12.0), 0.0, 1.0);
+    float open = clamp(1.0 - sum * 2.0 / float(looks), 0.0, 1.0);
     outColour = vec4(pow(open, reach.z));
 }
 )glsl";
@@ -119,12 +121,13 @@ in vec2 st;
 uniform sampler2D source;
 uniform sampler2D keptDepth;
 uniform vec2 texel;    // of the source
+uniform int rows;      // of four texels each that are averaged
 out vec4 outColour;
 float range(vec2 at) { return axisDistance(textureLod(keptDepth, at, 0.0).r); }
 void main() {
     float here = range(st);
     vec2 sum = vec2(0.0);
-    for (int y = 0; y < 4; ++y)
+    for (int y = 0; y < rows; ++y)
         for (int x = 0; x < 4; ++x) {
             vec2 at = st + (vec2(float(x), float(y)) - 1.5) * texel;
             float weight = max(1.0 - abs(range(at) - here) * 4.0 / max(abs(here) * 0.1, 0.2), 0.001);

@@ -28,15 +28,17 @@ int reachingLamps(const DrawItem& item, const Shading& shading) {
 }
 
 /// What rests is shaded by one program with every map, for the sake of few programs: what a material lacks is
-/// bound as a picture that changes nothing.
+/// bound as a picture that changes nothing. It is sampled as the others are, for a rasteriser in software
+/// compiles a program anew for every way in which its textures are sampled.
 bool hasAllMaps(const DrawItem& item, const Shading& shading) {
     return shading.output == Shading::Output::kept && !item.blended &&
            item.material->lighting == Material::Lighting::physicallyBased;
 }
 
-Image onePixel(std::array<std::uint8_t, 4> colour) {
-    Image image(1, 1);
-    std::copy(colour.begin(), colour.end(), image.pixels.begin());
+/// Of two by two pixels, so that it has smaller levels as other pictures do.
+Image plainPicture(std::array<std::uint8_t, 4> colour) {
+    Image image(2, 2);
+    for (std::size_t i = 0; i < image.pixels.size(); ++i) image.pixels[i] = colour[i % 4];
     return image;
 }
 
@@ -101,8 +103,8 @@ void drawChunks(const DrawItem& item, const Viewpoint& view, const PixelArea& ar
 SurfacePainter::SurfacePainter(TextureCache& textures, const RenderOptions& options)
     : textures_(textures),
       options_(options),
-      white_(std::make_shared<Texture>(Texture::Encoding::srgb, onePixel({255, 255, 255, 255}))),
-      level_(std::make_shared<Texture>(Texture::Encoding::linear, onePixel({128, 128, 255, 255}))) {}
+      white_(std::make_shared<Texture>(Texture::Encoding::srgb, plainPicture({255, 255, 255, 255}))),
+      level_(std::make_shared<Texture>(Texture::Encoding::linear, plainPicture({128, 128, 255, 255}))) {}
 
 void SurfacePainter::draw(const DrawItem& item, const Shading& shading, const Viewpoint& view,
                           const PixelArea& area) {
@@ -190,9 +192,9 @@ const Program& SurfacePainter::program(const DrawItem& item, const Shading& shad
 
 void SurfacePainter::bindMissing(const Material& material) {
     if (!material.diffuseMap)
-        textures_.bind(unitDiffuse, white_, Wrap::clamp, Wrap::clamp, TextureCache::Filter::base);
+        textures_.bind(unitDiffuse, white_, Wrap::repeat, Wrap::repeat, TextureCache::Filter::fine);
     if (!material.normalMap)
-        textures_.bind(unitNormal, level_, Wrap::clamp, Wrap::clamp, TextureCache::Filter::base);
+        textures_.bind(unitNormal, level_, Wrap::repeat, Wrap::repeat, TextureCache::Filter::fine);
 }
 
 void SurfacePainter::setMean(const Program& program, const Material& material) {
