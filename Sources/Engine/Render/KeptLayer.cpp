@@ -208,7 +208,7 @@ void KeptLayer::drawTile(const Stage& stage, const DrawList& list, const PixelAr
     glScissor(area.x, area.y, area.width, area.height);
     glClearColor(0, 0, 0, 0);
     if (!stage.background) glClear(GL_COLOR_BUFFER_BIT);
-    drawSurfaces(stage, list, area, false);
+    drawSurfaces(stage, list, area);
     glDisable(GL_SCISSOR_TEST);
 }
 
@@ -235,7 +235,7 @@ void KeptLayer::drawEdges(const Stage& stage, const DrawList& list, const PixelA
     studio_.farAway.use();
     studio_.areas.draw(cells);
     glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
-    drawSurfaces(stage, list, part, true);
+    drawSurfaces(stage, list, part);
     glDisable(GL_SCISSOR_TEST);
     for (PixelArea& cell : cells) {
         cell.x -= area.x;
@@ -246,13 +246,12 @@ void KeptLayer::drawEdges(const Stage& stage, const DrawList& list, const PixelA
     studio_.uniforms.upload(block_);
 }
 
-void KeptLayer::drawSurfaces(const Stage& stage, const DrawList& list, const PixelArea& area, bool onlyLit) {
+void KeptLayer::drawSurfaces(const Stage& stage, const DrawList& list, const PixelArea& area) {
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_LEQUAL);
-    Shading how = shading(list);
-    how.onlyLit = onlyLit;
+    const Shading how = shading(list);
     for (const DrawItem& item : list.kept.opaque) studio_.surfaces.draw(item, how, view_, area);
-    studio_.drawSky(stage, view_, onlyLit ? Shading::Output::linear : how.output);
+    studio_.drawSky(stage, view_, how.output);
 }
 
 void KeptLayer::findGlow(const DrawList& list) {

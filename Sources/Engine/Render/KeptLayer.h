@@ -81,7 +81,7 @@ class KeptLayer {
     void drawTile(const Stage& stage, const DrawList& list, const PixelArea& area);
     /// Draws the light again with four samples a pixel in the cells of `area` that show an edge.
     void drawEdges(const Stage& stage, const DrawList& list, const PixelArea& area);
-    void drawSurfaces(const Stage& stage, const DrawList& list, const PixelArea& area, bool onlyLit);
+    void drawSurfaces(const Stage& stage, const DrawList& list, const PixelArea& area);
     /// What shines over its surroundings, the sun in the sea included: that moves, but hardly from its place.
     void findGlow(const DrawList& list);
     /// Lays the paint on and makes the picture.

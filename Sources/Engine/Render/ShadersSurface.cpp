@@ -274,8 +274,6 @@ void main() {
 #endif
     outSurface = vec4(sqrt(body * (1.0 - fog) * opening), paint);
     outNormal = vec4(n * 0.5 + 0.5, 1.0);
-#elif defined(OUT_LIT)
-    outColour = vec4(lit, 1.0);
 #elif defined(OUT_DISPLAY)
     vec3 straight = alpha > 0.0 ? colour / alpha : colour;
 #ifdef ADDED

@@ -16,12 +16,11 @@ namespace gull {
 struct Shading {
     enum class Output {
         linear,   ///< scene light into one target
-        kept,     ///< lit, shade, surface and normal into four
+        kept,     ///< lit, shade, surface and normal into four; lit alone where there is only one target
         display,  ///< developed for the screen, and scene light into a second target
         film      ///< a smooth surface's two kinds of light into two targets, to be mixed later
     };
     Output output = Output::linear;
-    bool onlyLit = false;  ///< of what is kept, the first target alone
     bool sunShadow = true;
     bool occlusion = false;       ///< reads the contact shadows of the picture
     std::span<const Lamp> lamps;  ///< those of the Frame block; borrowed
