@@ -161,12 +161,14 @@ TEST_F(Session, BadFilesAndValuesNeverStopTheGame) {
     std::ofstream(home_.path() / "config" / "Gullwick" / "settings.json") << "\x01noise{{{";
     const auto game = start({"--nosuch"}, {{"GULLWICK_SAVE", home_.path().string()},  // a folder
                                            {"GW_CAM", "up,there"},
+                                           {"GW_FOV", "wide"},
                                            {"GULLWICK_SCALE", "huge"}});
     ASSERT_TRUE(desktop_.waitForWindow("Gullwick", windowSeconds)) << game->errors();
     pause(2);
     EXPECT_TRUE(game->isRunning());
     EXPECT_THAT(game->errors(), HasSubstr("--nosuch"));
     EXPECT_THAT(game->errors(), HasSubstr("GULLWICK_SCALE"));
+    EXPECT_THAT(game->errors(), testing::AllOf(HasSubstr("GW_CAM"), HasSubstr("GW_FOV")));
     EXPECT_THAT(game->errors(), HasSubstr("settings.json"));
     desktop_.key("ctrl+q");
     EXPECT_EQ(game->wait(10), 0);

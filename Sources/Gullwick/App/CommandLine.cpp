@@ -1,5 +1,7 @@
 #include "Gullwick/App/CommandLine.h"
 
+#include "Gullwick/App/Numbers.h"
+
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -18,21 +20,29 @@ struct Flag {
     std::string_view name;
     std::string_view value;  ///< what follows it; empty: nothing does
     std::string_view text;
+    /// Whether it can make something of a value; null where it takes any, or has its own words for a wrong
+    /// one.
+    bool (*reads)(std::string_view) = nullptr;
 };
+
+template <auto parse>
+bool readsBy(std::string_view value) {
+    return parse(value).has_value();
+}
 
 constexpr std::array flags = {
     Flag{"--shot", "FILE", "render a moment of play to a PNG file (default shot.png)"},
     Flag{"--icon", "FILE", "the same, close up on the coil's spot"},
     Flag{"--icons", "FOLDER", "write a PNG of every item into FOLDER"},
     Flag{"--size", "WxH", "size of the picture in points (default 1400x900)"},
-    Flag{"--beach", "N", "which beach, 1 to 8 (default 1)"},
-    Flag{"--seed", "N", "bury by this seed: the same picture every time"},
-    Flag{"--elapse", "SECONDS", "let that much tide run first"},
-    Flag{"--find", "COUNT", "dig up the first COUNT treasures"},
-    Flag{"--junk", "COUNT", "dig up the first COUNT pieces of junk"},
-    Flag{"--coil", "X,Y", "put the coil there, each 0 to 1"},
+    Flag{"--beach", "N", "which beach, 1 to 8 (default 1)", readsBy<parseInteger>},
+    Flag{"--seed", "N", "bury by this seed: the same picture every time", readsBy<parseUnsigned>},
+    Flag{"--elapse", "SECONDS", "let that much tide run first", readsBy<parseNumber>},
+    Flag{"--find", "COUNT", "dig up the first COUNT treasures", readsBy<parseInteger>},
+    Flag{"--junk", "COUNT", "dig up the first COUNT pieces of junk", readsBy<parseInteger>},
+    Flag{"--coil", "X,Y", "put the coil there, each 0 to 1", readsBy<parsePoint>},
     Flag{"--trail", "", "sweep a wavy trail across the plot"},
-    Flag{"--reveal", "SECONDS", "catch the next treasure that long after its dig"},
+    Flag{"--reveal", "SECONDS", "catch the next treasure that long after its dig", readsBy<parseNumber>},
     Flag{"--ping", "", "show the ping arrow"},
     Flag{"--flood", "", "let the sea flood the beach"},
     Flag{"--finish", "", "end the beach: the result card"},
@@ -100,9 +110,16 @@ std::vector<std::string> CommandLine::complaints() const {
     std::vector<std::string> result;
     for (std::size_t i = 0; i < arguments_.size(); ++i) {
         const std::string& word = arguments_[i];
-        if (findFlag(word)) continue;
         const Flag* before = i > 0 ? findFlag(arguments_[i - 1]) : nullptr;
-        if (before && !before->value.empty()) continue;
+        const bool isValue = before && !before->value.empty();
+        if (isValue && before->reads && !before->reads(word)) {
+            result.push_back(fmt::format("{} takes {}; \"{}\" is none, so that it has no effect",
+                                         before->name, before->value, word));
+        } else if (isValue && !before->reads && before->value[0] != '[' && findFlag(word)) {
+            result.push_back(fmt::format("{} takes {}, and the next word, \"{}\", is taken for it",
+                                         before->name, before->value, word));
+        }
+        if (isValue || findFlag(word)) continue;
         if (i + 1 == arguments_.size() && mode() == Mode::selfTest) continue;
         result.push_back(fmt::format(
             "\"{}\" is no option of Gullwick and is ignored. Did you mean {}? (--help lists them)", word,

@@ -23,7 +23,8 @@ class CommandLine {
 
     /// Help, version and devices come first, then pictures, then the self-test; else the game.
     Mode mode() const;
-    /// One sentence for every word that is none of ours, with the flag that was probably meant.
+    /// One sentence for every word that is none of ours, with the flag that was probably meant, and for every
+    /// value that its flag can make nothing of.
     std::vector<std::string> complaints() const;
 
     static std::string help();

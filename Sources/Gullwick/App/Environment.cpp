@@ -1,6 +1,7 @@
 #include "Gullwick/App/Environment.h"
 
 #include "Gullwick/App/Numbers.h"
+#include "Gullwick/Scene/SceneCamera.h"
 
 #include <fmt/format.h>
 
@@ -21,6 +22,19 @@ std::optional<double> requestedScale() {
     if (scale && *scale >= 0.5 && *scale <= 4) return scale;
     fmt::print(stderr, "gullwick: GULLWICK_SCALE takes a number from 0.5 to 4; \"{}\" is ignored\n", *text);
     return std::nullopt;
+}
+
+std::vector<std::string> cameraComplaints() {
+    std::vector<std::string> result;
+    for (const char* name : {"GW_CAM", "GW_LOOK"}) {
+        const auto text = environmentVariable(name);
+        if (text && !SceneCamera::parseTriple(text->c_str()))
+            result.push_back(
+                fmt::format("{} takes three numbers, \"x,y,z\"; \"{}\" is ignored", name, *text));
+    }
+    if (const auto text = environmentVariable("GW_FOV"); text && !parseNumber(*text))
+        result.push_back(fmt::format("GW_FOV takes degrees, a number; \"{}\" is ignored", *text));
+    return result;
 }
 
 }  // namespace gull

@@ -1,5 +1,6 @@
 #include "Gullwick/App/Numbers.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -38,6 +39,25 @@ std::optional<std::uint64_t> parseUnsigned(std::string_view text) {
 std::optional<double> parseNumber(std::string_view text) {
     const auto value = parseWhole<double>(text);
     return value && std::isfinite(*value) ? value : std::nullopt;
+}
+
+std::vector<std::string_view> split(std::string_view text, char separator) {
+    std::vector<std::string_view> pieces;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find(separator), text.size());
+        if (end > 0) pieces.push_back(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return pieces;
+}
+
+std::optional<PlotPoint> parsePoint(std::string_view text) {
+    std::vector<double> numbers;
+    for (const std::string_view piece : split(text, ',')) {
+        if (const auto number = parseNumber(piece)) numbers.push_back(*number);
+    }
+    if (numbers.size() < 2) return std::nullopt;
+    return PlotPoint{numbers[0], numbers[1]};
 }
 
 }  // namespace gull

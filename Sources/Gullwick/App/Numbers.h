@@ -1,8 +1,11 @@
 #pragma once
 
+#include "GullCore/Beach.h"
+
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 namespace gull {
 
@@ -12,5 +15,9 @@ std::optional<std::int64_t> parseInteger(std::string_view text);
 std::optional<std::uint64_t> parseUnsigned(std::string_view text);
 /// A whole text as a finite number ("1.5", "-2e3").
 std::optional<double> parseNumber(std::string_view text);
+/// The pieces between separators, empty ones left out. Borrows from `text`.
+std::vector<std::string_view> split(std::string_view text, char separator);
+/// A place as "x,y"; pieces that are no numbers are skipped, and what comes after two. Nothing with fewer.
+std::optional<PlotPoint> parsePoint(std::string_view text);
 
 }  // namespace gull

@@ -14,17 +14,6 @@ namespace gull {
 
 namespace {
 
-/// The pieces between separators, empty ones left out.
-std::vector<std::string_view> split(std::string_view text, char separator) {
-    std::vector<std::string_view> pieces;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find(separator), text.size());
-        if (end > 0) pieces.push_back(text.substr(0, end));
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-    return pieces;
-}
-
 /// Narrows to int; far beyond any use stays far beyond any use.
 int narrowed(std::int64_t value) {
     constexpr std::int64_t limit = std::numeric_limits<int>::max();
@@ -62,17 +51,6 @@ std::optional<double> readNumber(const CommandLine& commandLine, std::string_vie
     return text ? parseNumber(*text) : std::nullopt;
 }
 
-std::optional<PlotPoint> readPoint(const CommandLine& commandLine) {
-    const auto text = commandLine.value("--coil");
-    if (!text) return std::nullopt;
-    std::vector<double> numbers;
-    for (const std::string_view piece : split(*text, ',')) {
-        if (const auto number = parseNumber(piece)) numbers.push_back(*number);
-    }
-    if (numbers.size() < 2) return std::nullopt;
-    return PlotPoint{numbers[0], numbers[1]};
-}
-
 }  // namespace
 
 std::variant<SnapshotOptions, std::string> SnapshotOptions::parse(const CommandLine& commandLine) {
@@ -93,7 +71,7 @@ std::variant<SnapshotOptions, std::string> SnapshotOptions::parse(const CommandL
     if (const auto problem = readCount(commandLine, "--find", options.find)) return *problem;
     if (const auto problem = readCount(commandLine, "--junk", options.junk)) return *problem;
     options.elapse = readNumber(commandLine, "--elapse");
-    options.coil = readPoint(commandLine);
+    if (const auto text = commandLine.value("--coil")) options.coil = parsePoint(*text);
     options.trail = commandLine.has("--trail");
     options.reveal = readNumber(commandLine, "--reveal");
     options.ping = commandLine.has("--ping");

@@ -1,6 +1,7 @@
 #include "Gullwick/App/AppDelegate.h"
 #include "Gullwick/App/CommandLine.h"
 #include "Gullwick/App/Devices.h"
+#include "Gullwick/App/Environment.h"
 #include "Gullwick/App/Memory.h"
 #include "Gullwick/App/SelfTestRun.h"
 #include "Gullwick/App/Snapshot.h"
@@ -39,6 +40,8 @@ int main(int argc, char** argv) {
     gull::returnLargeBlocks();
     const gull::CommandLine commandLine(std::vector<std::string>(argv + 1, argv + argc));
     for (const std::string& complaint : commandLine.complaints())
+        fmt::print(stderr, "gullwick: {}\n", complaint);
+    for (const std::string& complaint : gull::cameraComplaints())
         fmt::print(stderr, "gullwick: {}\n", complaint);
     int status = 1;
     try {

@@ -50,11 +50,19 @@ TEST(CommandLine, ValueFollowsTheFirstOccurrence) {
 }
 
 TEST(CommandLine, StrangersAreNamedWithWhatWasMeant) {
-    EXPECT_THAT(line({"--shto", "--beach", "junk"}).complaints(), ElementsAre(HasSubstr("--shot?")));
+    EXPECT_THAT(line({"--shto", "--icons", "junk"}).complaints(), ElementsAre(HasSubstr("--shot?")));
     EXPECT_THAT(line({"--shot", "a.png", "--coil", "-1,2", "--nohud"}).complaints(), IsEmpty());
     EXPECT_THAT(line({"--selftest", "2,x"}).complaints(), IsEmpty());
     EXPECT_THAT(line({"2,x", "--selftest", "3"}).complaints(), ElementsAre(HasSubstr("2,x")));
     EXPECT_THAT(line({"--nohud", "extra"}).complaints(), ElementsAre(HasSubstr("extra")));
+}
+
+TEST(CommandLine, ValuesThatSayNothingAreNamed) {
+    EXPECT_THAT(line({"--shot", "a.png", "--beach", "two", "--find", "3", "--coil", "0.5", "--seed", "-1"})
+                    .complaints(),
+                ElementsAre(HasSubstr("\"two\""), HasSubstr("--coil takes X,Y"), HasSubstr("--seed")));
+    EXPECT_THAT(line({"--shot", "--beach", "3"}).complaints(), ElementsAre(HasSubstr("--shot takes FILE")));
+    EXPECT_THAT(line({"--selftest", "--nohud"}).complaints(), IsEmpty());
 }
 
 TEST(Numbers, WholeTextsOnly) {
