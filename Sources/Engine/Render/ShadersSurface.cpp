@@ -148,7 +148,7 @@ void main() {
     vec3 l = kSun.xyz;
     float nl = max(dot(n, l), 0.0);
 #ifdef SUN_SHADOW
-#ifdef OUT_DISPLAY
+#if defined(OUT_DISPLAY) || defined(SMOOTH)
     cover = 1.0 - texture(sunShadow, shadowAt);
 #else
     // As wide as the pixel reaches: what is thinner would come and go along its length.
@@ -216,8 +216,9 @@ void main() {
 
     float fog = fogAt(range);
 #ifdef SMOOTH
-    vec3 within = min((scattered + sunBody + kEmission.rgb) * kMultiply.rgb, vec3(kMultiply.w));
-    vec3 top = min((mirrored + sunGlint) * kMultiply.rgb, vec3(kMultiply.w));
+    vec3 below = scattered + sunBody * (1.0 - kSun.w * cover) + kEmission.rgb;
+    vec3 within = min(below * kMultiply.rgb, vec3(kMultiply.w));
+    vec3 top = min((mirrored + sunGlint * (1.0 - cover)) * kMultiply.rgb, vec3(kMultiply.w));
     float mirror = f0.x * share.x + share.y;
     within *= 1.0 - mirror;
     float thickness = 1e3;
@@ -242,11 +243,11 @@ void main() {
     dry += glow;
     wet += glow;
 #endif
-    vec3 below = developed(dry, gl_FragCoord.xy * 2.0), above = developed(wet, gl_FragCoord.xy * 2.0);
-    vec3 gain = above / max(below, vec3(1e-3));
+    vec3 under = developed(dry, gl_FragCoord.xy * 2.0), above = developed(wet, gl_FragCoord.xy * 2.0);
+    vec3 gain = above / max(under, vec3(1e-3));
     float scale = (1.0 - alpha) * luminance(gain) * luminance(dry) / max(luminance(wet), 1e-4);
     scale = clamp(scale, 0.0, min(min(gain.r, gain.g), min(gain.b, 1.0)));
-    outFilm = vec4(above - below * scale, scale);
+    outFilm = vec4(above - under * scale, scale);
 #endif
 #else
     vec3 shade = min((scattered + mirrored + kEmission.rgb) * kMultiply.rgb, vec3(kMultiply.w));

@@ -158,7 +158,7 @@ const Program& SurfacePainter::program(const DrawItem& item, const Shading& shad
         {all || (material.multiplyMap && shading.output == Shading::Output::kept), "PAINTED"},
         {isFilm(item), "SMOOTH"},
         {item.blended && material.blend == Material::Blend::add, "ADDED"},
-        {shaded && shading.sunShadow && !item.blended, "SUN_SHADOW"},
+        {shaded && shading.sunShadow && (!item.blended || isFilm(item)), "SUN_SHADOW"},
         {shaded && shading.occlusion && !item.blended, "OCCLUSION"},
         {shading.bloom && shading.output == Shading::Output::film, "BLOOM"},
         {shading.output == Shading::Output::kept, "OUT_KEPT"},

@@ -88,6 +88,16 @@ TEST_F(Snapshot, ShadowsAreDarkerByTheLightsAlphaAndEndWhereTheyShould) {
     double lit = std::sqrt(0.5);
     EXPECT_THAT(double(image.at(32 + 16, 32)[0]), DoubleNear(encodedByte(lit * 0.45), steps)) << "x = 0.5";
     EXPECT_THAT(double(image.at(32 - 16, 32)[0]), DoubleNear(encodedByte(lit), steps)) << "x = -0.5";
+
+    flat.material = std::make_shared<Material>();  // water: what it mirrors of the sun is hidden too
+    flat.material->diffuse = {0, 0, 0, 0.5};
+    flat.material->roughness = 0.5;
+    flat.material->blend = Material::Blend::alpha;
+    flat.material->smooth = true;
+    flat.plane->materials = {flat.material};
+    image = renderer->snapshot(flat.stage, {65, 65});
+    EXPECT_GT(image.at(32 - 16, 32)[0], 20);
+    EXPECT_LT(image.at(32 + 16, 32)[0], 2);
 }
 
 TEST_F(Snapshot, BlendsInLinearLightAndInOrder) {
