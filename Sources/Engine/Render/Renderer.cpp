@@ -81,6 +81,19 @@ bool Renderer::settled() const {
     return impl_->window.settled();
 }
 
+void Renderer::sketch(const Size& size, const Colour& above, const Colour& below, double share) {
+    glBindFramebuffer(GL_FRAMEBUFFER, 0);
+    auto fill = [](const Colour& c) {
+        glClearColor(static_cast<float>(c.r), static_cast<float>(c.g), static_cast<float>(c.b), 1);
+        glClear(GL_COLOR_BUFFER_BIT);
+    };
+    fill(above);
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(0, 0, size.width, size.height - static_cast<int>(size.height * share));
+    fill(below);
+    glDisable(GL_SCISSOR_TEST);
+}
+
 void Renderer::draw(const Stage& stage, const Size& size, unsigned framebuffer, bool wait) {
     requireSize(size);
     Presenter& presenter = impl_->presenter;
