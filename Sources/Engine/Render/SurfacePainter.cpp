@@ -19,12 +19,14 @@ glm::vec4 place(const Channel& channel) {
     return {glm::vec2(channel.scale), glm::vec2(channel.offset)};
 }
 
-/// The whole list when any lamp reaches the item, for the sake of few programs.
+/// The whole list when any lamp reaches the item, for the sake of few programs. Small things are all lit by
+/// it: what that costs their few pixels is less than a program more.
 int reachingLamps(const DrawItem& item, const Shading& shading) {
-    for (const Lamp& lamp : shading.lamps)
-        if (lamp.end <= 0 || glm::distance(lamp.position, item.middle) < lamp.end + item.radius)
-            return FrameBlock::lampsInProgram(shading.lamps.size());
-    return 0;
+    const auto reaches = [&](const Lamp& lamp) {
+        return lamp.end <= 0 || glm::distance(lamp.position, item.middle) < lamp.end + item.radius;
+    };
+    const bool isLit = shading.small || std::any_of(shading.lamps.begin(), shading.lamps.end(), reaches);
+    return isLit ? FrameBlock::lampsInProgram(shading.lamps.size()) : 0;
 }
 
 /// What rests is shaded by one program with every map, for the sake of few programs: what a material lacks is
