@@ -7,6 +7,12 @@
 
 namespace gull {
 
+namespace {
+// Uniforms only so that the loops stay loops, see the shaders.
+constexpr int looks = 12;
+constexpr int blurRows = 4;
+}  // namespace
+
 ContactShadows::Programs::Programs()
     : find("contact shadows", shaders::fullScreen, shaders::occlusionFragment),
       blur("contact shadow blur", shaders::fullScreen, shaders::occlusionBlurFragment) {}
@@ -30,7 +36,7 @@ void ContactShadows::draw(unsigned depth, const Viewpoint& view, const PixelArea
     programs_.find.use();
     programs_.find.set("reach", glm::vec4(options_.occlusionRadius, options_.occlusionRadius * p[1][1] / 2,
                                           options_.occlusionStrength, 1 / aspect));
-    programs_.find.set("looks", 12);
+    programs_.find.set("looks", looks);
     screen_.draw(programs_.find);
 
     result_.bind();
@@ -38,7 +44,7 @@ void ContactShadows::draw(unsigned depth, const Viewpoint& view, const PixelArea
     bindTexture(unitSource, raw_.colour());
     programs_.blur.use();
     programs_.blur.set("texel", glm::vec2(1.0 / half.width, 1.0 / half.height));
-    programs_.blur.set("rows", 4);
+    programs_.blur.set("rows", blurRows);
     screen_.draw(programs_.blur);
     glDisable(GL_SCISSOR_TEST);
 }

@@ -272,6 +272,7 @@ void KeptLayer::findGlow(const DrawList& list) {
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_LEQUAL);
     Shading shading;
+    shading.sunShadow = list.sun.light && list.sun.light->castsShadow;
     shading.waterDepth = true;
     for (const DrawItem& item : list.drifting.blended)
         if (isFilm(item)) studio_.surfaces.draw(item, shading, view_, PixelArea::whole(view_.size));

@@ -81,8 +81,9 @@ bool Renderer::settled() const {
     return impl_->window.settled();
 }
 
-void Renderer::sketch(const Size& size, const Colour& above, const Colour& below, double share) {
-    glBindFramebuffer(GL_FRAMEBUFFER, 0);
+void Renderer::sketch(const Size& size, unsigned framebuffer, const Colour& above, const Colour& below,
+                      double share) {
+    glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
     auto fill = [](const Colour& c) {
         glClearColor(static_cast<float>(c.r), static_cast<float>(c.g), static_cast<float>(c.b), 1);
         glClear(GL_COLOR_BUFFER_BIT);

@@ -51,9 +51,10 @@ class Renderer {
     void setTier(RenderTier tier);
     RenderTier tier() const;
 
-    /// Fills the window with two plain colours, `above` down to `share` of its height: something to look at
-    /// until the first picture is there.
-    void sketch(const Size& size, const Colour& above, const Colour& below, double share);
+    /// Fills the framebuffer object `framebuffer` (0: the window's) with two plain colours, `above` down to
+    /// `share` of its height: something to look at until the first picture is there.
+    void sketch(const Size& size, unsigned framebuffer, const Colour& above, const Colour& below,
+                double share);
     /// Draws `stage` into the framebuffer object `framebuffer` (0: the window's), whole size, and leaves it
     /// bound. While the kept layer is not up to date at its final quality the frame shows the best there is
     /// and goes on building it within a few milliseconds a frame; `wait` builds it to the end first.

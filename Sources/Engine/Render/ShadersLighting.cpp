@@ -39,6 +39,13 @@ float covered(sampler2DShadow map, vec3 c, float radius, float gap, float least)
     return (1.0 - open) * inside.x * inside.y;
 }
 
+// The same from a single look, with an edge as narrow as the map's texels. Toward the map's border it runs out:
+// beyond, where water and far sand still lie, nothing is known.
+float coveredOnce(sampler2DShadow map, vec3 c) {
+    vec2 margin = min(c.xy, 1.0 - c.xy);
+    return (1.0 - texture(map, c)) * clamp(min(margin.x, margin.y) * 16.0, 0.0, 1.0);
+}
+
 #ifdef MOVING_SHADOW
 // What is left of the light where moving things cover the sun so far. `shade`: share of the light that is not
 // the sun's; w: how far resting things cover it.

@@ -5,7 +5,7 @@ namespace gull::shaders {
 const std::string_view skyFragment = R"glsl(
 in vec2 st;
 uniform sampler2D diffuseMap;  // equirectangular: u follows the azimuth, the middle is -z; v = 1 is up
-out vec4 outColour;
+layout(location = 0) out vec4 outColour;
 #ifdef OUT_KEPT
 layout(location = 1) out vec4 outShade;
 layout(location = 2) out vec4 outSurface;
@@ -121,7 +121,7 @@ in vec2 st;
 uniform sampler2D source;
 uniform sampler2D keptDepth;
 uniform vec2 texel;    // of the source
-uniform int rows;      // of four texels each that are averaged
+uniform int rows;      // of four texels each that are averaged: 4
 out vec4 outColour;
 float range(vec2 at) { return axisDistance(textureLod(keptDepth, at, 0.0).r); }
 void main() {

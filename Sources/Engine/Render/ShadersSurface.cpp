@@ -149,7 +149,7 @@ void main() {
     float nl = max(dot(n, l), 0.0);
 #ifdef SUN_SHADOW
 #if defined(OUT_DISPLAY) || defined(SMOOTH)
-    cover = 1.0 - texture(sunShadow, shadowAt);
+    cover = coveredOnce(sunShadow, shadowAt);  // waves hide how soft a shadow's edge is
 #else
     // As wide as the pixel reaches: what is thinner would come and go along its length.
     vec2 across = dFdx(shadowAt.xy), along = dFdy(shadowAt.xy);
@@ -218,6 +218,7 @@ void main() {
 #ifdef SMOOTH
     vec3 below = scattered + sunBody * (1.0 - kSun.w * cover) + kEmission.rgb;
     vec3 within = min(below * kMultiply.rgb, vec3(kMultiply.w));
+    // Ground in shadow keeps a share of the sun, a mirror shows it or does not.
     vec3 top = min((mirrored + sunGlint * (1.0 - cover)) * kMultiply.rgb, vec3(kMultiply.w));
     float mirror = f0.x * share.x + share.y;
     within *= 1.0 - mirror;

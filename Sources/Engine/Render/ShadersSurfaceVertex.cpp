@@ -118,7 +118,7 @@ uniform sampler2DShadow sunShadow;
 out vec4 outColour;
 void main() {
 #ifdef SUN_SHADOW
-    vec3 colour = shaded + sunny * texture(sunShadow, shadowAt);
+    vec3 colour = shaded + sunny * (1.0 - coveredOnce(sunShadow, shadowAt));
 #else
     vec3 colour = shaded + sunny;
 #endif

@@ -123,18 +123,19 @@ struct AppDelegate::Parts final : WindowCommands {
 
     Renderer::Size pixelSize() const { return {window.pixelWidth(), window.pixelHeight()}; }
 
-    /// Sea and sand as two plain colours while the first picture is made: where the driver has never seen the
-    /// programs before, that takes seconds.
+    /// Sea and sand as two plain colours while the first picture is made: with a driver that compiles
+    /// programs when they first draw, that takes seconds once.
     void sketch() {
         const BeachLook& look = game.world().look();
         const RGB sea = look.water.mixed(look.skyMid, skyInSea);
-        renderer.sketch(pixelSize(), sea.scaled(sketchLight).colour(), look.sand.scaled(sketchLight).colour(),
-                        seaShare);
+        renderer.sketch(pixelSize(), 0, sea.scaled(sketchLight).colour(),
+                        look.sand.scaled(sketchLight).colour(), seaShare);
         const Window::Part whole{0, 0, window.pixelWidth(), window.pixelHeight()};
         window.present({&whole, 1});
     }
 
-    /// The very first picture is worth waiting for: nothing is seen before it, so all work goes into it.
+    /// The very first picture is worth waiting for: only the sketch is seen before it, so all work goes into
+    /// it.
     void drawScene() { renderer.draw(game.world().stage(), pixelSize(), 0, drawnTime < 0); }
 
     void drawFrame() {
@@ -232,9 +233,9 @@ struct AppDelegate::Parts final : WindowCommands {
     Overlay overlay{game, settings, icons, [this] { return menus(); }};
     std::optional<FrameProbe> probe;
     std::function<void(const FrameTiming&)> observer;
-    static constexpr double sketchLight = 0.85;       // of the colours, as the lens shows them
-    static constexpr double skyInSea = 0.35;          // share of the sky that the sea mirrors
-    static constexpr double seaShare = 0.34;          // of the picture's height
+    static constexpr double sketchLight = 0.85;  // the picture is this much darker than the look's colours
+    static constexpr double skyInSea = 0.35;     // share of the sky that the sea mirrors
+    static constexpr double seaShare = 0.34;     // of the picture's height
     static constexpr double rehearsalBudget = 0.004;  // seconds a frame
     static constexpr int rehearsalGap = 10;           // frames of play
     int rehearsed = 0;                                ///< on the first beach, what later ones show too

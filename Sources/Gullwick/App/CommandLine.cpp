@@ -18,7 +18,7 @@ namespace {
 
 struct Flag {
     std::string_view name;
-    std::string_view value;  ///< what follows it; empty: nothing does
+    std::string_view value;  ///< what follows it, in brackets where it may; empty: nothing does
     std::string_view text;
     /// Whether it can make something of a value; null where it takes any, or has its own words for a wrong
     /// one.
@@ -110,17 +110,19 @@ std::vector<std::string> CommandLine::complaints() const {
     std::vector<std::string> result;
     for (std::size_t i = 0; i < arguments_.size(); ++i) {
         const std::string& word = arguments_[i];
+        if (i + 1 == arguments_.size() && mode() == Mode::selfTest) continue;  // the beaches
         const Flag* before = i > 0 ? findFlag(arguments_[i - 1]) : nullptr;
         const bool isValue = before && !before->value.empty();
-        if (isValue && before->reads && !before->reads(word)) {
-            result.push_back(fmt::format("{} takes {}; \"{}\" is none, so that it has no effect",
+        const auto first = std::find(arguments_.begin(), arguments_.end(), arguments_[i > 0 ? i - 1 : 0]);
+        const bool counts = isValue && static_cast<std::size_t>(first - arguments_.begin()) + 1 == i;
+        if (counts && before->reads && !before->reads(word)) {
+            result.push_back(fmt::format("{0} takes {1}; \"{2}\" is none, and {0} has no effect",
                                          before->name, before->value, word));
-        } else if (isValue && !before->reads && before->value[0] != '[' && findFlag(word)) {
+        } else if (counts && !before->reads && before->value[0] != '[' && findFlag(word)) {
             result.push_back(fmt::format("{} takes {}, and the next word, \"{}\", is taken for it",
                                          before->name, before->value, word));
         }
         if (isValue || findFlag(word)) continue;
-        if (i + 1 == arguments_.size() && mode() == Mode::selfTest) continue;
         result.push_back(fmt::format(
             "\"{}\" is no option of Gullwick and is ignored. Did you mean {}? (--help lists them)", word,
             closestFlag(word)));

@@ -32,7 +32,7 @@ std::vector<std::string> cameraComplaints() {
             result.push_back(
                 fmt::format("{} takes three numbers, \"x,y,z\"; \"{}\" is ignored", name, *text));
     }
-    if (const auto text = environmentVariable("GW_FOV"); text && !parseNumber(*text))
+    if (const auto text = environmentVariable("GW_FOV"); text && !SceneCamera::parseAngle(text->c_str()))
         result.push_back(fmt::format("GW_FOV takes degrees, a number; \"{}\" is ignored", *text));
     return result;
 }

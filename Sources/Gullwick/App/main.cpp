@@ -41,8 +41,10 @@ int main(int argc, char** argv) {
     const gull::CommandLine commandLine(std::vector<std::string>(argv + 1, argv + argc));
     for (const std::string& complaint : commandLine.complaints())
         fmt::print(stderr, "gullwick: {}\n", complaint);
-    for (const std::string& complaint : gull::cameraComplaints())
-        fmt::print(stderr, "gullwick: {}\n", complaint);
+    const gull::Mode mode = commandLine.mode();
+    if (mode == gull::Mode::game || mode == gull::Mode::snapshot)
+        for (const std::string& complaint : gull::cameraComplaints())
+            fmt::print(stderr, "gullwick: {}\n", complaint);
     int status = 1;
     try {
         status = run(commandLine);

@@ -42,10 +42,13 @@ std::optional<glm::dvec3> SceneCamera::parseTriple(const char* text) {
     return glm::dvec3(numbers[0], numbers[1], numbers[2]);
 }
 
+std::optional<double> SceneCamera::parseAngle(const char* text) {
+    return text ? number(text) : std::nullopt;
+}
+
 SceneCamera::SceneCamera(Stage& stage)
     : stage_(stage), node_(stage.root.addChild("camera")), camera_(std::make_shared<Camera>()) {
-    const char* angle = std::getenv("GW_FOV");
-    camera_->fieldOfView = angle ? number(angle).value_or(fieldOfView) : fieldOfView;
+    camera_->fieldOfView = parseAngle(std::getenv("GW_FOV")).value_or(fieldOfView);
     camera_->zNear = 0.5;
     camera_->zFar = 260;
     camera_->bloomIntensity = 0.45;

@@ -27,6 +27,8 @@ class SceneCamera {
     /// The three numbers of an environment variable's text, separated by commas; pieces that are no numbers
     /// are skipped. Nothing unless exactly three are left.
     static std::optional<glm::dvec3> parseTriple(const char* text);
+    /// The degrees of an environment variable's text; nothing unless all of it is a number.
+    static std::optional<double> parseAngle(const char* text);
 
   private:
     void readEnvironment();

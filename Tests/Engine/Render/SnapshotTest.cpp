@@ -98,6 +98,10 @@ TEST_F(Snapshot, ShadowsAreDarkerByTheLightsAlphaAndEndWhereTheyShould) {
     image = renderer->snapshot(flat.stage, {65, 65});
     EXPECT_GT(image.at(32 - 16, 32)[0], 20);
     EXPECT_LT(image.at(32 + 16, 32)[0], 2);
+    flat.sun->light->shadowOrthographicScale = 0.8;
+    image = renderer->snapshot(flat.stage, {65, 65});
+    EXPECT_LT(image.at(32 + 16, 32)[0], 2);
+    EXPECT_GT(image.at(32 + 16, 2)[0], 20) << "beyond the shadow map there is no shadow";
 }
 
 TEST_F(Snapshot, BlendsInLinearLightAndInOrder) {

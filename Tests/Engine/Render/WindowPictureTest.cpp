@@ -1,4 +1,5 @@
 #include "Engine/Render/Backdrop.h"
+#include "Engine/Render/SnapshotPainter.h"
 #include "Engine/Render/SoftwareContext.h"
 #include "Engine/Render/Target.h"
 #include "Engine/Render/TestStage.h"
@@ -37,6 +38,19 @@ TEST_F(WindowPicture, FastTierLooksTheSame) {
     Image picture = draw(shore.stage), truth = renderer->snapshot(shore.stage, size);
     EXPECT_GE(psnr(picture, truth, beach), 34);
     EXPECT_GE(psnr(picture, truth, {0, 0, 620, 140}), 28) << "the test stage's sea is all waves";
+}
+
+TEST_F(WindowPicture, ASketchHasTwoColoursAndLeavesNothingBehind) {
+    renderer->setTier(RenderTier::fast);
+    const Image alone = draw(shore.stage);
+    Target window({size.width, size.height}, {{Format::rgba8}});
+    renderer->sketch(size, window.framebuffer(), {1, 0, 0, 1}, {0, 0, 1, 1}, 0.25);
+    window.bind();
+    const Image sketch = readPixels({size.width, size.height});
+    EXPECT_EQ(sketch.at(300, 99)[0], 255) << "a quarter of 400 rows is red";
+    EXPECT_EQ(sketch.at(300, 100)[2], 255) << "the rest is blue";
+    renderer->draw(shore.stage, size, window.framebuffer(), true);
+    EXPECT_GE(psnr(renderer->readBack(size), alone), 60);
 }
 
 TEST_F(WindowPicture, ATouchedBoxIsDrawnAgainAsIfEverythingWere) {

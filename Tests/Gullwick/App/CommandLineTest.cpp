@@ -62,7 +62,9 @@ TEST(CommandLine, ValuesThatSayNothingAreNamed) {
                     .complaints(),
                 ElementsAre(HasSubstr("\"two\""), HasSubstr("--coil takes X,Y"), HasSubstr("--seed")));
     EXPECT_THAT(line({"--shot", "--beach", "3"}).complaints(), ElementsAre(HasSubstr("--shot takes FILE")));
+    EXPECT_THAT(line({"--shot", "a.png", "--shot", "--nohud"}).complaints(), IsEmpty()) << "the first counts";
     EXPECT_THAT(line({"--selftest", "--nohud"}).complaints(), IsEmpty());
+    EXPECT_THAT(line({"--selftest", "--coil", "3"}).complaints(), IsEmpty()) << "beach 3";
 }
 
 TEST(Numbers, WholeTextsOnly) {
