@@ -127,6 +127,10 @@ std::vector<std::string> CommandLine::complaints() const {
             "\"{}\" is no option of Gullwick and is ignored. Did you mean {}? (--help lists them)", word,
             closestFlag(word)));
     }
+    const Flag* last = arguments_.empty() ? nullptr : findFlag(arguments_.back());
+    if (last && last->reads && mode() != Mode::selfTest)
+        result.push_back(
+            fmt::format("{0} takes {1}; nothing follows, and {0} has no effect", last->name, last->value));
     return result;
 }
 

@@ -63,6 +63,7 @@ TEST(CommandLine, ValuesThatSayNothingAreNamed) {
                 ElementsAre(HasSubstr("\"two\""), HasSubstr("--coil takes X,Y"), HasSubstr("--seed")));
     EXPECT_THAT(line({"--shot", "--beach", "3"}).complaints(), ElementsAre(HasSubstr("--shot takes FILE")));
     EXPECT_THAT(line({"--shot", "a.png", "--shot", "--nohud"}).complaints(), IsEmpty()) << "the first counts";
+    EXPECT_THAT(line({"--shot", "a.png", "--seed"}).complaints(), ElementsAre(HasSubstr("nothing follows")));
     EXPECT_THAT(line({"--selftest", "--nohud"}).complaints(), IsEmpty());
     EXPECT_THAT(line({"--selftest", "--coil", "3"}).complaints(), IsEmpty()) << "beach 3";
 }
