@@ -149,7 +149,7 @@ void main() {
     float nl = max(dot(n, l), 0.0);
 #ifdef SUN_SHADOW
 #if defined(OUT_DISPLAY) || defined(SMOOTH)
-    cover = coveredOnce(sunShadow, shadowAt);  // waves hide how soft a shadow's edge is
+    cover = coveredOnce(sunShadow, shadowAt);  // motion and waves hide how soft a shadow's edge is
 #else
     // As wide as the pixel reaches: what is thinner would come and go along its length.
     vec2 across = dFdx(shadowAt.xy), along = dFdy(shadowAt.xy);
@@ -216,8 +216,8 @@ void main() {
 
     float fog = fogAt(range);
 #ifdef SMOOTH
-    vec3 below = scattered + sunBody * (1.0 - kSun.w * cover) + kEmission.rgb;
-    vec3 within = min(below * kMultiply.rgb, vec3(kMultiply.w));
+    vec3 within = scattered + sunBody * (1.0 - kSun.w * cover) + kEmission.rgb;
+    within = min(within * kMultiply.rgb, vec3(kMultiply.w));
     // Ground in shadow keeps a share of the sun, a mirror shows it or does not.
     vec3 top = min((mirrored + sunGlint * (1.0 - cover)) * kMultiply.rgb, vec3(kMultiply.w));
     float mirror = f0.x * share.x + share.y;
@@ -244,11 +244,11 @@ void main() {
     dry += glow;
     wet += glow;
 #endif
-    vec3 under = developed(dry, gl_FragCoord.xy * 2.0), above = developed(wet, gl_FragCoord.xy * 2.0);
-    vec3 gain = above / max(under, vec3(1e-3));
+    vec3 below = developed(dry, gl_FragCoord.xy * 2.0), above = developed(wet, gl_FragCoord.xy * 2.0);
+    vec3 gain = above / max(below, vec3(1e-3));
     float scale = (1.0 - alpha) * luminance(gain) * luminance(dry) / max(luminance(wet), 1e-4);
     scale = clamp(scale, 0.0, min(min(gain.r, gain.g), min(gain.b, 1.0)));
-    outFilm = vec4(above - under * scale, scale);
+    outFilm = vec4(above - below * scale, scale);
 #endif
 #else
     vec3 shade = min((scattered + mirrored + kEmission.rgb) * kMultiply.rgb, vec3(kMultiply.w));

@@ -23,6 +23,8 @@ struct Flag {
     /// Whether it can make something of a value; null where it takes any, or has its own words for a wrong
     /// one.
     bool (*reads)(std::string_view) = nullptr;
+
+    bool takesAny() const { return !reads && !value.empty() && value.front() != '['; }
 };
 
 template <auto parse>
@@ -108,29 +110,29 @@ Mode CommandLine::mode() const {
 
 std::vector<std::string> CommandLine::complaints() const {
     std::vector<std::string> result;
+    const bool testsItself = mode() == Mode::selfTest;
     for (std::size_t i = 0; i < arguments_.size(); ++i) {
         const std::string& word = arguments_[i];
-        if (i + 1 == arguments_.size() && mode() == Mode::selfTest) continue;  // the beaches
+        if (findFlag(word)) continue;
         const Flag* before = i > 0 ? findFlag(arguments_[i - 1]) : nullptr;
-        const bool isValue = before && !before->value.empty();
-        const auto first = std::find(arguments_.begin(), arguments_.end(), arguments_[i > 0 ? i - 1 : 0]);
-        const bool counts = isValue && static_cast<std::size_t>(first - arguments_.begin()) + 1 == i;
-        if (counts && before->reads && !before->reads(word)) {
-            result.push_back(fmt::format("{0} takes {1}; \"{2}\" is none, and {0} has no effect",
-                                         before->name, before->value, word));
-        } else if (counts && !before->reads && before->value[0] != '[' && findFlag(word)) {
-            result.push_back(fmt::format("{} takes {}, and the next word, \"{}\", is taken for it",
-                                         before->name, before->value, word));
-        }
-        if (isValue || findFlag(word)) continue;
+        if (before && !before->value.empty()) continue;
+        if (i + 1 == arguments_.size() && testsItself) continue;  // the beaches
         result.push_back(fmt::format(
             "\"{}\" is no option of Gullwick and is ignored. Did you mean {}? (--help lists them)", word,
             closestFlag(word)));
     }
-    const Flag* last = arguments_.empty() ? nullptr : findFlag(arguments_.back());
-    if (last && last->reads && mode() != Mode::selfTest)
-        result.push_back(
-            fmt::format("{0} takes {1}; nothing follows, and {0} has no effect", last->name, last->value));
+    for (const Flag& flag : flags) {
+        if (testsItself || !has(flag.name)) continue;
+        const auto given = value(flag.name);
+        if (flag.reads && !(given && flag.reads(*given))) {
+            const std::string what = given ? fmt::format("\"{}\" is none", *given) : "nothing follows";
+            result.push_back(
+                fmt::format("{0} takes {1}; {2}, and {0} has no effect", flag.name, flag.value, what));
+        } else if (flag.takesAny() && given && findFlag(*given)) {
+            result.push_back(fmt::format("{} takes {}, and the next word, \"{}\", is taken for it", flag.name,
+                                         flag.value, *given));
+        }
+    }
     return result;
 }
 
