@@ -251,7 +251,19 @@ void KeptLayer::drawSurfaces(const Stage& stage, const DrawList& list, const Pix
     glDepthFunc(GL_LEQUAL);
     const Shading how = shading(list);
     for (const DrawItem& item : list.kept.opaque) studio_.surfaces.draw(item, how, view_, area);
-    studio_.drawSky(stage, view_, how.output);
+    if (showsSky(area)) studio_.drawSky(stage, view_, how.output);
+}
+
+bool KeptLayer::showsSky(const PixelArea& area) const {
+    // A pixel more all round, of which some samples may lie in `area`'s.
+    const PixelArea looked = area.grown(1).intersection(PixelArea::whole(view_.size));
+    const auto width = static_cast<std::size_t>(view_.size.width);
+    for (int y = looked.y; y < looked.top(); ++y) {
+        const auto row = depths_.begin() + static_cast<std::ptrdiff_t>(static_cast<std::size_t>(y) * width);
+        if (std::any_of(row + looked.x, row + looked.right(), [](float depth) { return depth >= 1; }))
+            return true;
+    }
+    return false;
 }
 
 void KeptLayer::findGlow(const DrawList& list) {
