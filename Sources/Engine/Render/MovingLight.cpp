@@ -18,6 +18,10 @@ std::vector<PixelArea> within(const PixelArea& part, const std::vector<PixelArea
     return inside;
 }
 
+int allMarks(const MovingLight::Reach& reach) {
+    return (reach.shadow ? ReliefGrid::shadowMark : 0) | (reach.lamps > 0 ? ReliefGrid::lampMark : 0);
+}
+
 }  // namespace
 
 MovingLight::MovingLight(Studio& studio)
@@ -25,21 +29,23 @@ MovingLight::MovingLight(Studio& studio)
       cover_("moving cover", shaders::relightVertex, shaders::coverFragment, {"IN_RECTANGLES"}),
       apply_("change of light", shaders::relightVertex, shaders::filmFragment, {"IN_RECTANGLES"}) {}
 
-const Program& MovingLight::program(bool change, const Reach& reach, int marks, const KeptLayer& kept) {
-    const bool shadow = (marks & ReliefGrid::shadowMark) != 0, lamps = (marks & ReliefGrid::lampMark) != 0;
-    const bool plain = !kept.view().camera.hdr, paint = kept.paint() != 0;
-    const int key = (shadow ? 1 : 0) + (change ? 2 : 0) + (plain ? 4 : 0) + (paint ? 8 : 0) +
-                    (lamps ? reach.lamps * 16 : 0);
-    if (auto found = programs_.find(key); found != programs_.end()) return found->second;
+MovingLight::Kind MovingLight::kind(bool change, const Reach& reach, int marks, const KeptLayer& kept) {
+    return {change, (marks & ReliefGrid::shadowMark) != 0,
+            (marks & ReliefGrid::lampMark) != 0 ? reach.lamps : 0, !kept.view().camera.hdr,
+            kept.paint() != 0};
+}
+
+const Program& MovingLight::program(const Kind& kind) {
+    if (auto found = programs_.find(kind); found != programs_.end()) return found->second;
     std::vector<std::string> defines;
-    if (shadow) defines.emplace_back("MOVING_SHADOW");
-    if (lamps && reach.lamps > 0) defines.push_back("LAMPS " + std::to_string(reach.lamps));
-    if (change) defines.insert(defines.end(), {"IN_RECTANGLES", "FEW_LOOKS"});
-    if (plain) defines.emplace_back("PLAIN_FILM");
-    if (paint) defines.emplace_back("PAINT");
+    if (kind.shadow) defines.emplace_back("MOVING_SHADOW");
+    if (kind.lamps > 0) defines.push_back("LAMPS " + std::to_string(kind.lamps));
+    if (kind.change) defines.insert(defines.end(), {"IN_RECTANGLES", "FEW_LOOKS"});
+    if (kind.plainFilm) defines.emplace_back("PLAIN_FILM");
+    if (kind.paint) defines.emplace_back("PAINT");
     return programs_
-        .emplace(key, Program(change ? "find change of light" : "relight", shaders::relightVertex,
-                              change ? shaders::changeFragment : shaders::relightFragment, defines))
+        .emplace(kind, Program(kind.change ? "find change of light" : "relight", shaders::relightVertex,
+                               kind.change ? shaders::changeFragment : shaders::relightFragment, defines))
         .first->second;
 }
 
@@ -61,9 +67,7 @@ void MovingLight::drawOver(const Target& target, const Reach& reach, const KeptL
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_ALWAYS);
     glDepthMask(GL_TRUE);
-    const Program& relight = program(
-        false, reach,
-        (reach.shadow ? ReliefGrid::shadowMark : 0) | (reach.lamps > 0 ? ReliefGrid::lampMark : 0), kept);
+    const Program& relight = program(kind(false, reach, allMarks(reach), kept));
     relight.use();
     studio_.screen.draw(relight);
 }
@@ -82,11 +86,14 @@ void MovingLight::find(const Reach& reach, const KeptLayer& kept, const PixelAre
     begin(kept);
     glClearColor(0, 0, 0, 1);
     glClear(GL_COLOR_BUFFER_BIT);
+    // A program that is not there yet, for nothing was rehearsed, is stood in for by the one that does all.
+    const Kind all = kind(true, reach, allMarks(reach), kept);
     for (int marks = 1; marks < 4; ++marks) {
         // Smoothing at full resolution looks one pixel of the half farther.
         const auto areas = within(part.grown(2), reach.areas[static_cast<std::size_t>(marks)]);
         if (areas.empty()) continue;
-        program(true, reach, marks, kept).use();
+        const Kind wanted = kind(true, reach, marks, kept);
+        program(programs_.count(wanted) != 0 ? wanted : all).use();
         studio_.areas.draw(areas);
     }
 }
@@ -94,7 +101,7 @@ void MovingLight::find(const Reach& reach, const KeptLayer& kept, const PixelAre
 void MovingLight::rehearse(const Reach& reach, const KeptLayer& kept, int marks) {
     if ((marks & ReliefGrid::shadowMark) != 0 && !reach.shadow) return;
     begin(kept);
-    program(true, reach, marks, kept).use();
+    program(kind(true, reach, marks, kept)).use();
     studio_.areas.draw({{0, 0, 2, 2}});
 }
 

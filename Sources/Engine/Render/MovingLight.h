@@ -3,6 +3,7 @@
 #include "Engine/Render/KeptLayer.h"
 
 #include <array>
+#include <compare>
 #include <map>
 
 namespace gull {
@@ -32,15 +33,25 @@ class MovingLight {
     void rehearse(const Reach& reach, const KeptLayer& kept, int marks);
 
   private:
+    /// What a program does: lights what has some marks, or finds the `change` that this makes.
+    struct Kind {
+        bool change = false;
+        bool shadow = false;
+        int lamps = 0;
+        bool plainFilm = false;
+        bool paint = false;
+        auto operator<=>(const Kind&) const = default;
+    };
+
     /// Sets up what find() draws into and with.
     void begin(const KeptLayer& kept);
-    /// Lights what has these marks, or finds the `change` that this makes.
-    const Program& program(bool change, const Reach& reach, int marks, const KeptLayer& kept);
+    static Kind kind(bool change, const Reach& reach, int marks, const KeptLayer& kept);
+    const Program& program(const Kind& kind);
 
     Studio& studio_;
     Program cover_;
     Program apply_;
-    std::map<int, Program> programs_;
+    std::map<Kind, Program> programs_;
     Target covered_;  ///< how far moving things cover the sun
     Target change_;   ///< what is added to the picture; alpha: what scales it first
 };
