@@ -33,7 +33,9 @@ PixelArea halved(const PixelArea& area) {
 }  // namespace
 
 Backdrop::Backdrop(Studio& studio)
-    : studio_(studio), film_("film over a picture", shaders::surfaceVertex, shaders::filmFragment) {}
+    : studio_(studio),
+      film_(studio.stages, "film over a picture", {shaders::depthVertex},
+            {shaders::filmFragment, {"SMALL"}}) {}
 
 std::vector<PixelArea> Backdrop::update(const DrawLayer& drifting, const Shading& shading, KeptLayer& kept,
                                         double time, bool moving) {

@@ -13,9 +13,9 @@ constexpr int looks = 12;
 constexpr int blurRows = 4;
 }  // namespace
 
-ContactShadows::Programs::Programs()
-    : find("contact shadows", shaders::fullScreen, shaders::occlusionFragment),
-      blur("contact shadow blur", shaders::fullScreen, shaders::occlusionBlurFragment) {}
+ContactShadows::Programs::Programs(VertexStages& stages)
+    : find(stages, "contact shadows", {shaders::fullScreen}, {shaders::occlusionFragment}),
+      blur(stages, "contact shadow blur", {shaders::fullScreen}, {shaders::occlusionBlurFragment}) {}
 
 void ContactShadows::draw(unsigned depth, const Viewpoint& view, const PixelArea& area) {
     PixelSize half{(view.size.width + 1) / 2, (view.size.height + 1) / 2};

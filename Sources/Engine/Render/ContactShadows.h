@@ -13,7 +13,7 @@ class ContactShadows {
   public:
     /// Made once: what is compiled for one picture serves all.
     struct Programs {
-        Programs();
+        explicit Programs(VertexStages& stages);
         Program find;
         Program blur;
     };

@@ -20,9 +20,9 @@ constexpr int bentPieces = 8;
 
 }  // namespace
 
-CopyPass::CopyPass()
-    : program_("copy", shaders::sheetVertex, shaders::sheetFragment),
-      faded_("fading copy", shaders::sheetVertex, shaders::sheetFragment, {"FADED"}),
+CopyPass::CopyPass(VertexStages& stages)
+    : program_(stages, "copy", {shaders::sheetVertex}, {shaders::sheetFragment}),
+      faded_(stages, "fading copy", {shaders::sheetVertex}, {shaders::sheetFragment, {"FADED"}}),
       exact_(GlSampler::make()),
       smooth_(GlSampler::make()),
       array_(GlVertexArray::make()),

@@ -15,7 +15,7 @@ namespace gull {
 /// Format::bgra8: what a software rasteriser has a path for that is several times quicker than a blit.
 class CopyPass {
   public:
-    CopyPass();
+    explicit CopyPass(VertexStages& stages);
     /// Pixel by pixel, within `areas`; `size` is that of both.
     void draw(unsigned picture, const PixelSize& size, std::span<const PixelArea> areas) const;
     /// Stretched to `size`, and blended where `opacity` is below 1.

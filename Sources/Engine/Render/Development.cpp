@@ -10,10 +10,11 @@
 
 namespace gull {
 
-Development::Development(const ScreenPass& screen)
-    : screen_(screen),
-      bright_("bright pass", shaders::fullScreen, shaders::brightFragment),
-      blur_("glow", shaders::fullScreen, shaders::blurFragment) {}
+Development::Development(VertexStages& stages, const ScreenPass& screen)
+    : stages_(stages),
+      screen_(screen),
+      bright_(stages, "bright pass", {shaders::fullScreen}, {shaders::brightFragment}),
+      blur_(stages, "glow", {shaders::fullScreen}, {shaders::blurFragment}) {}
 
 unsigned Development::bloom(unsigned light, const Viewpoint& view) {
     const Camera& camera = view.camera;
@@ -61,7 +62,9 @@ void Development::develop(unsigned light, unsigned bloom, unsigned paint, const 
     if (paint != 0) defines.emplace_back("PAINT");
     auto found = films_.find(defines);
     if (found == films_.end())
-        found = films_.emplace(defines, Program("film", shaders::fullScreen, shaders::gradeFragment, defines))
+        found = films_
+                    .emplace(defines, Program(stages_, "film", {shaders::fullScreen},
+                                              {shaders::gradeFragment, defines}))
                     .first;
     const Program& program = found->second;
     glDisable(GL_DEPTH_TEST);

@@ -15,7 +15,7 @@ namespace gull {
 /// camera asks.
 class Development {
   public:
-    explicit Development(const ScreenPass& screen);
+    Development(VertexStages& stages, const ScreenPass& screen);
 
     /// The glow around what is brighter than the camera's threshold in `light` (a texture of the picture's
     /// size): a texture of a quarter of its size, or 0 when the camera wants none.
@@ -27,6 +27,7 @@ class Development {
     void develop(unsigned light, unsigned bloom, unsigned paint, const Viewpoint& view);
 
   private:
+    VertexStages& stages_;
     const ScreenPass& screen_;
     Program bright_;
     Program blur_;

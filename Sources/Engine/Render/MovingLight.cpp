@@ -26,8 +26,10 @@ int allMarks(const MovingLight::Reach& reach) {
 
 MovingLight::MovingLight(Studio& studio)
     : studio_(studio),
-      cover_("moving cover", shaders::relightVertex, shaders::coverFragment, {"IN_RECTANGLES"}),
-      apply_("change of light", shaders::relightVertex, shaders::filmFragment, {"IN_RECTANGLES"}) {}
+      cover_(studio.stages, "moving cover", {shaders::relightVertex, {"IN_RECTANGLES"}},
+             {shaders::coverFragment}),
+      apply_(studio.stages, "change of light", {shaders::relightVertex, {"IN_RECTANGLES"}},
+             {shaders::filmFragment}) {}
 
 MovingLight::Kind MovingLight::kind(bool change, const Reach& reach, int marks, const KeptLayer& kept) {
     return {change, (marks & ReliefGrid::shadowMark) != 0,
@@ -40,12 +42,18 @@ const Program& MovingLight::program(const Kind& kind) {
     std::vector<std::string> defines;
     if (kind.shadow) defines.emplace_back("MOVING_SHADOW");
     if (kind.lamps > 0) defines.push_back("LAMPS " + std::to_string(kind.lamps));
-    if (kind.change) defines.insert(defines.end(), {"IN_RECTANGLES", "FEW_LOOKS"});
+    std::vector<std::string> passed;  // what the vertex shader hands over
+    if (kind.lamps > 0) passed.push_back(defines.back());
+    if (kind.change) {
+        passed.emplace_back("IN_RECTANGLES");
+        defines.emplace_back("FEW_LOOKS");
+    }
     if (kind.plainFilm) defines.emplace_back("PLAIN_FILM");
     if (kind.paint) defines.emplace_back("PAINT");
     return programs_
-        .emplace(kind, Program(kind.change ? "find change of light" : "relight", shaders::relightVertex,
-                               kind.change ? shaders::changeFragment : shaders::relightFragment, defines))
+        .emplace(kind, Program(studio_.stages, kind.change ? "find change of light" : "relight",
+                               {shaders::relightVertex, passed},
+                               {kind.change ? shaders::changeFragment : shaders::relightFragment, defines}))
         .first->second;
 }
 

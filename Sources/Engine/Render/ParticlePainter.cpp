@@ -13,8 +13,8 @@ namespace {
 constexpr int floatsPerVertex = 9;  // position, texture coordinates, colour
 }
 
-ParticlePainter::ParticlePainter(TextureCache& textures)
-    : textures_(textures), array_(GlVertexArray::make()), buffer_(GlBuffer::make()) {
+ParticlePainter::ParticlePainter(VertexStages& stages, TextureCache& textures)
+    : stages_(stages), textures_(textures), array_(GlVertexArray::make()), buffer_(GlBuffer::make()) {
     glBindVertexArray(array_.name());
     glBindBuffer(GL_ARRAY_BUFFER, buffer_.name());
     auto attribute = [](GLuint place, GLint components, std::size_t first) {
@@ -75,7 +75,8 @@ const Program& ParticlePainter::program(bool added, bool display) {
     if (added) defines.emplace_back("ADDED");
     if (display) defines.emplace_back("OUT_DISPLAY");
     return programs_
-        .emplace(key, Program("particles", shaders::particleVertex, shaders::particleFragment, defines))
+        .emplace(key, Program(stages_, "particles", {shaders::particleVertex},
+                              {shaders::particleFragment, defines}))
         .first->second;
 }
 

@@ -12,7 +12,7 @@ namespace gull {
 /// Draws particle systems as camera-facing squares, one draw call a system.
 class ParticlePainter {
   public:
-    explicit ParticlePainter(TextureCache& textures);
+    ParticlePainter(VertexStages& stages, TextureCache& textures);
 
     /// What `item` shows at scene time `time`; `display`: developed for the screen.
     void draw(const ParticleItem& item, const Viewpoint& view, double time, bool display);
@@ -20,6 +20,7 @@ class ParticlePainter {
   private:
     const Program& program(bool added, bool display);
 
+    VertexStages& stages_;
     TextureCache& textures_;
     GlVertexArray array_;
     GlBuffer buffer_;

@@ -1,30 +1,29 @@
 #pragma once
 
+#include "Engine/Render/ShaderStage.h"
+
 #include <glm/mat3x3.hpp>
 #include <glm/mat4x4.hpp>
 #include <glm/vec2.hpp>
 #include <glm/vec3.hpp>
 #include <glm/vec4.hpp>
-#include <string>
+#include <memory>
 #include <string_view>
-#include <unordered_map>
-#include <vector>
 
 namespace gull {
 
-/// A linked pair of shaders. Uniforms are set by name; one that the linker dropped is ignored.
+/// A vertex and a fragment shader that work together. Uniforms are set by name, in both; one that neither
+/// uses is ignored. Vertex shaders are shared, uniforms with them: what a draw needs is set before it.
 class Program {
   public:
-    /// `defines` become "#define" lines at the head of both sources. Throws std::runtime_error with the
-    /// driver's message and `name` when it does not compile.
-    Program(std::string_view name, std::string_view vertex, std::string_view fragment,
-            const std::vector<std::string>& defines = {});
+    /// Throws std::runtime_error with the driver's message and `name` when a shader does not compile.
+    Program(VertexStages& stages, std::string_view name, const ShaderSource& vertex,
+            const ShaderSource& fragment);
     ~Program();
     Program(Program&& other) noexcept;
     Program& operator=(Program&&) = delete;
 
     void use() const;
-    /// The program must be in use.
     void set(const char* uniform, int value) const;
     void set(const char* uniform, float value) const;
     void set(const char* uniform, const glm::vec2& value) const;
@@ -34,10 +33,9 @@ class Program {
     void set(const char* uniform, const glm::mat4& value) const;
 
   private:
-    int location(const char* uniform) const;
-
-    unsigned name_ = 0;
-    mutable std::unordered_map<std::string, int> locations_;
+    std::shared_ptr<const ShaderStage> vertex_;
+    std::unique_ptr<const ShaderStage> fragment_;
+    unsigned pipeline_ = 0;
 };
 
 }  // namespace gull

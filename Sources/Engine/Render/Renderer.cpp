@@ -27,9 +27,11 @@ std::string glString(GLenum name) {
 /// Before any other OpenGL call of the renderer, so that an old context gets a clear answer.
 struct VersionCheck {
     VersionCheck() {
-        if (epoxy_gl_version() < 33)
-            throw std::runtime_error(
-                fmt::format("OpenGL 3.3 is needed; this machine offers \"{}\"", glString(GL_VERSION)));
+        const int version = epoxy_gl_version();
+        if (version < 33 || (version < 41 && !epoxy_has_gl_extension("GL_ARB_separate_shader_objects")))
+            throw std::runtime_error(fmt::format(
+                "OpenGL 4.1, or 3.3 with separate shader objects, is needed; this machine offers \"{}\"",
+                glString(GL_VERSION)));
     }
 };
 
@@ -47,7 +49,7 @@ struct Renderer::Impl {
     SnapshotPainter snapshots{studio};
     RenderTier tier = RenderTier::full;
     WindowPainter window{studio, snapshots};
-    SheetPainter sheets;
+    SheetPainter sheets{studio.stages};
     Presenter presenter{studio.copy};
 };
 

@@ -7,8 +7,8 @@
 
 namespace gull {
 
-ResolvePass::ResolvePass(AreaPass& areas)
-    : areas_(areas), program_("resolve", shaders::resolveVertex, shaders::resolveFragment) {}
+ResolvePass::ResolvePass(VertexStages& stages, AreaPass& areas)
+    : areas_(areas), program_(stages, "resolve", {shaders::resolveVertex}, {shaders::resolveFragment}) {}
 
 void ResolvePass::draw(const Target& from, const std::vector<PixelArea>& parts, const Target& to, int x,
                        int y) const {

@@ -10,7 +10,7 @@ namespace gull {
 /// own: a software rasteriser's blit is compiled anew in every process, and draws each area by itself.
 class ResolvePass {
   public:
-    explicit ResolvePass(AreaPass& areas);
+    ResolvePass(VertexStages& stages, AreaPass& areas);
 
     /// `parts` are pixels of `from`; the pixel (0, 0) of `from` goes to (x, y) of `to`.
     void draw(const Target& from, const std::vector<PixelArea>& parts, const Target& to, int x, int y) const;

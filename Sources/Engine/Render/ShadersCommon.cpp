@@ -28,6 +28,13 @@ layout(std140) uniform Frame {
     vec4 lampExponents;
 } frame;
 
+#ifdef VERTEX
+out gl_PerVertex { vec4 gl_Position; };
+#endif
+
+// Shaders are linked one by one: what passes from one to the other meets by its location. 0 to 8 and 23 to 31 are
+// here, each body has those between.
+
 // What every pixel needs comes to it as flat varyings: on a rasteriser in software a uniform costs each pixel
 // several times as much. Varyings cost each triangle instead, so that things of many small ones read uniforms.
 #ifdef SMALL
@@ -49,19 +56,19 @@ layout(std140) uniform Frame {
 #else
 #define PASSED flat in
 #endif
-PASSED vec4 kFilm;       // gain of each channel, hue keeping
-PASSED vec4 kVignette;   // intensity, power; gap of wide shadow edges, cast of mirrored skies
-PASSED vec4 kPicture;    // 1 / width, 1 / height, exposure, contrast
-PASSED vec4 kGrade;      // saturation, bloom intensity, fog start, 1 / fog length
-PASSED vec4 kFog;        // colour, exponent
-PASSED vec4 kEye;        // position, intensity of the environment
-PASSED vec4 kTile;       // xy: origin of the tile; zw: lens, see axisDistance
-PASSED vec4 kSun;        // direction toward it, blackness of its shadow
-PASSED vec4 kSunColour;  // colour, edge radius of its shadow
+layout(location = 0) PASSED vec4 kFilm;       // gain of each channel, hue keeping
+layout(location = 1) PASSED vec4 kVignette;   // intensity, power; gap of wide shadow edges, cast of mirrored skies
+layout(location = 2) PASSED vec4 kPicture;    // 1 / width, 1 / height, exposure, contrast
+layout(location = 3) PASSED vec4 kGrade;      // saturation, bloom intensity, fog start, 1 / fog length
+layout(location = 4) PASSED vec4 kFog;        // colour, exponent
+layout(location = 5) PASSED vec4 kEye;        // position, intensity of the environment
+layout(location = 6) PASSED vec4 kTile;       // xy: origin of the tile; zw: lens, see axisDistance
+layout(location = 7) PASSED vec4 kSun;        // direction toward it, blackness of its shadow
+layout(location = 8) PASSED vec4 kSunColour;  // colour, edge radius of its shadow
 #ifdef LAMPS
-PASSED vec4 kLampPlace[LAMPS];
-PASSED vec4 kLampLight[LAMPS];
-PASSED vec4 kLampExponents;
+layout(location = 23) PASSED vec4 kLampPlace[LAMPS];
+layout(location = 27) PASSED vec4 kLampLight[LAMPS];
+layout(location = 31) PASSED vec4 kLampExponents;
 #endif
 #endif
 
@@ -167,7 +174,7 @@ float fogAt(float range) { return softPower(clamp((range - kGrade.z) * kGrade.w,
 
 const std::string_view fullScreen = R"glsl(
 uniform float depth;
-out vec2 st;
+layout(location = 9) out vec2 st;
 void main() {
     passFrame();
     st = vec2(gl_VertexID == 1 ? 2.0 : 0.0, gl_VertexID == 2 ? 2.0 : 0.0);
@@ -181,11 +188,11 @@ layout(location = 0) in vec2 pixel;
 #endif
 // Where the pixel's ray goes per unit of distance along the camera's axis, in the world and in the moving
 // shadow map: a point is then one multiplication away from its depth.
-out vec3 ray;
-out vec3 shadowRay;
-flat out vec3 shadowEye;
-flat out vec4 kMoving;
-out vec2 st;
+layout(location = 9) out vec2 st;
+layout(location = 10) out vec3 ray;
+layout(location = 11) out vec3 shadowRay;
+layout(location = 12) flat out vec3 shadowEye;
+layout(location = 13) flat out vec4 kMoving;
 void main() {
     passFrame();
 #ifdef IN_RECTANGLES

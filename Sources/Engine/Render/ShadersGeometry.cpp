@@ -33,8 +33,8 @@ uniform mat4 model;
 uniform vec4 place;  // xy: scale, zw: offset
 uniform vec2 shape;  // which coordinates, intensity
 invariant gl_Position;
-out vec2 at;
-flat out float strength;
+layout(location = 9) out vec2 at;
+layout(location = 10) flat out float strength;
 void main() {
     vec4 world = model * vec4(inPosition, 1.0);
     gl_Position = frame.viewProjection * world;
@@ -44,8 +44,8 @@ void main() {
 )glsl";
 
 const std::string_view paintFragment = R"glsl(
-in vec2 at;
-flat in float strength;
+layout(location = 9) in vec2 at;
+layout(location = 10) flat in float strength;
 uniform sampler2D multiplyMap;
 uniform sampler2D keptSurface;
 uniform sampler2D keptDepth;

@@ -91,9 +91,9 @@ vec4 filmOver(vec3 whole, vec3 within, float alpha, float mirror, float thicknes
 const std::string_view coverFragment = R"glsl(
 uniform sampler2D keptDepth;
 uniform sampler2DShadow movingShadow;
-in vec3 shadowRay;
-flat in vec3 shadowEye;
-flat in vec4 kMoving;
+layout(location = 11) in vec3 shadowRay;
+layout(location = 12) flat in vec3 shadowEye;
+layout(location = 13) flat in vec4 kMoving;
 layout(location = 0) out vec4 outColour;
 void main() {
     vec3 c = shadowEye + shadowRay * axisDistance(texelFetch(keptDepth, ivec2(gl_FragCoord.xy), 0).r);
@@ -117,8 +117,8 @@ uniform sampler2D movingCover;
 uniform sampler2D keptSurface;
 uniform sampler2D keptNormal;
 #endif
-in vec3 ray;
-in vec2 st;
+layout(location = 9) in vec2 st;
+layout(location = 10) in vec3 ray;
 layout(location = 0) out vec4 outColour;
 void main() {
     ivec2 pixel = ivec2(gl_FragCoord.xy);
@@ -150,9 +150,9 @@ uniform sampler2D keptDepth;
 #ifdef MOVING_SHADOW
 uniform sampler2D keptShade;
 uniform sampler2DShadow movingShadow;
-in vec3 shadowRay;
-flat in vec3 shadowEye;
-flat in vec4 kMoving;
+layout(location = 11) in vec3 shadowRay;
+layout(location = 12) flat in vec3 shadowEye;
+layout(location = 13) flat in vec4 kMoving;
 #endif
 #ifdef LAMPS
 uniform sampler2D keptSurface;
@@ -160,7 +160,7 @@ uniform sampler2D keptNormal;
 #ifdef PAINT
 uniform sampler2D keptPaint;
 #endif
-in vec3 ray;
+layout(location = 10) in vec3 ray;
 #endif
 layout(location = 0) out vec4 outColour;
 void main() {

@@ -3,7 +3,7 @@
 namespace gull::shaders {
 
 const std::string_view skyFragment = R"glsl(
-in vec2 st;
+layout(location = 9) in vec2 st;
 uniform sampler2D diffuseMap;  // equirectangular: u follows the azimuth, the middle is -z; v = 1 is up
 layout(location = 0) out vec4 outColour;
 #ifdef OUT_KEPT
@@ -34,9 +34,9 @@ const std::string_view particleVertex = R"glsl(
 layout(location = 0) in vec3 inPosition;
 layout(location = 2) in vec2 inUv0;
 layout(location = 4) in vec4 inColour;
-out vec2 at;
-out vec4 colour;
-out float range;
+layout(location = 9) out vec2 at;
+layout(location = 10) out vec4 colour;
+layout(location = 11) out float range;
 void main() {
     passFrame();
     gl_Position = frame.viewProjection * vec4(inPosition, 1.0);
@@ -47,9 +47,9 @@ void main() {
 )glsl";
 
 const std::string_view particleFragment = R"glsl(
-in vec2 at;
-in vec4 colour;
-in float range;
+layout(location = 9) in vec2 at;
+layout(location = 10) in vec4 colour;
+layout(location = 11) in float range;
 uniform sampler2D diffuseMap;
 out vec4 outColour;
 void main() {
@@ -77,7 +77,7 @@ void main() {
 // by one of sixteen angles in a 4 x 4 pattern that the blur averages out again. Loops are counted by uniforms
 // here, so that they stay loops: unrolled they take longer to compile than to run.
 const std::string_view occlusionFragment = R"glsl(
-in vec2 st;
+layout(location = 9) in vec2 st;
 uniform sampler2D keptDepth;
 uniform vec4 reach;    // x: radius, y: radius in picture heights at distance 1, z: strength, w: 1 / aspect
 uniform int looks;
@@ -117,7 +117,7 @@ void main() {
 )glsl";
 
 const std::string_view occlusionBlurFragment = R"glsl(
-in vec2 st;
+layout(location = 9) in vec2 st;
 uniform sampler2D source;
 uniform sampler2D keptDepth;
 uniform vec2 texel;    // of the source
@@ -139,7 +139,7 @@ void main() {
 
 // A quarter of the size, and only what is brighter than the threshold.
 const std::string_view brightFragment = R"glsl(
-in vec2 st;
+layout(location = 9) in vec2 st;
 uniform sampler2D source;
 uniform vec2 texel;      // of the source
 uniform float threshold;
@@ -159,7 +159,7 @@ void main() {
 )glsl";
 
 const std::string_view blurFragment = R"glsl(
-in vec2 st;
+layout(location = 9) in vec2 st;
 uniform sampler2D source;
 uniform vec2 step_;      // from tap to tap
 out vec4 outColour;
@@ -176,7 +176,7 @@ void main() {
 )glsl";
 
 const std::string_view gradeFragment = R"glsl(
-in vec2 st;
+layout(location = 9) in vec2 st;
 uniform sampler2D source;
 #ifdef BLOOM
 uniform sampler2D bloom;
@@ -218,43 +218,30 @@ void main() {
 }
 )glsl";
 
-// Sheets that lie on the picture: rectangles of plain colours (WASH) or of a bitmap.
+// Sheets that lie on the picture: rectangles of plain colours (WASH) or of a bitmap. All four values are
+// passed: where they are not, llvmpipe does not know its linear path.
 const std::string_view sheetVertex = R"glsl(
 layout(location = 0) in vec2 inPosition;
 layout(location = 1) in vec4 inValue;
-#ifdef WASH
-out vec4 colour;
-#else
-out vec2 st;
-#endif
+layout(location = 9) out vec4 value;
 void main() {
-#ifdef WASH
-    colour = inValue;
-#else
-    st = inValue.xy;
-#endif
+    value = inValue;
     gl_Position = vec4(inPosition, 0.0, 1.0);
 }
 )glsl";
 
 const std::string_view sheetFragment = R"glsl(
-#ifdef WASH
-in vec4 colour;
-#else
-in vec2 st;
+layout(location = 9) in vec4 value;  // the colour; xy: a place in the bitmap
 uniform sampler2D source;
-#endif
-#ifdef FADED
 uniform float opacity;
-#endif
 out vec4 outColour;
 void main() {
 #ifdef WASH
-    outColour = colour;
+    outColour = value;
 #elif defined(FADED)
-    outColour = texture(source, st) * opacity;
+    outColour = texture(source, value.xy) * opacity;
 #else
-    outColour = texture(source, st);
+    outColour = texture(source, value.xy);
 #endif
 }
 )glsl";

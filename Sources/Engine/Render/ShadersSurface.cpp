@@ -3,17 +3,13 @@
 namespace gull::shaders {
 
 const std::string_view surfaceFragment = R"glsl(
-in vec3 position;
-in vec3 normal;
-in vec2 diffuseAt;
-in vec2 normalAt;
-in vec2 multiplyAt;
-in vec4 baseColour;
-#ifdef ROUGHNESS
-in float rough;
-#endif
-in vec3 shadowAt;
-in vec3 skyHere;
+layout(location = 9) in vec3 position;
+layout(location = 10) in vec3 normal;
+layout(location = 11) in vec4 mapsAt;
+layout(location = 12) in vec3 multiplyAt;
+layout(location = 13) in vec4 baseColour;
+layout(location = 14) in vec3 shadowAt;
+layout(location = 15) in vec3 skyHere;
 #ifdef SMALL
 uniform vec4 multiply;
 uniform vec4 emission;
@@ -27,13 +23,13 @@ uniform vec4 mapStrength;
 #define kSurface surface
 #define kStrength mapStrength
 #else
-flat in vec3 kSkyX;
-flat in vec3 kSkyY;
-flat in vec3 kSkyZ;
-flat in vec4 kMultiply;
-flat in vec4 kEmission;
-flat in vec4 kSurface;
-flat in vec4 kStrength;
+layout(location = 16) flat in vec3 kSkyX;
+layout(location = 17) flat in vec3 kSkyY;
+layout(location = 18) flat in vec3 kSkyZ;
+layout(location = 19) flat in vec4 kMultiply;
+layout(location = 20) flat in vec4 kEmission;
+layout(location = 21) flat in vec4 kSurface;
+layout(location = 22) flat in vec4 kStrength;
 #endif
 
 uniform sampler2D diffuseMap;
@@ -66,10 +62,10 @@ layout(location = 0) out vec4 outColour;
 // T = dp1 x-scaled by du, B by dv, both orthogonal to the normal's cross products.
 // w: length of the averaged normal, below 1 where the map's detail is smaller than a pixel.
 vec4 bentNormal(vec3 n) {
-    vec3 sampled = texture(normalMap, normalAt).xyz * 2.0 - 1.0;
+    vec3 sampled = texture(normalMap, mapsAt.zw).xyz * 2.0 - 1.0;
     float kept = clamp(length(sampled), 0.05, 1.0);
     vec3 dp1 = dFdx(position), dp2 = dFdy(position);
-    vec2 duv1 = dFdx(normalAt), duv2 = dFdy(normalAt);
+    vec2 duv1 = dFdx(mapsAt.zw), duv2 = dFdy(mapsAt.zw);
     vec3 a = cross(dp2, n), b = cross(n, dp1);
     vec3 t = a * duv1.x + b * duv2.x;
     vec3 s = a * duv1.y + b * duv2.y;
@@ -109,11 +105,11 @@ vec2 mirrorShare(float roughness, float nv) {
 void main() {
     vec4 base = baseColour;
 #ifdef DIFFUSE_MAP
-    vec4 painted = texture(diffuseMap, diffuseAt);
+    vec4 painted = texture(diffuseMap, mapsAt.xy);
     base *= vec4(mix(vec3(1.0), decoded(painted.rgb), kStrength.x), painted.a);
 #endif
 #ifdef MULTIPLY_MAP
-    base.rgb *= mix(vec3(1.0), decoded(texture(multiplyMap, multiplyAt).rgb), kStrength.y);
+    base.rgb *= mix(vec3(1.0), decoded(texture(multiplyMap, multiplyAt.xy).rgb), kStrength.y);
 #endif
     vec3 toEye = kEye.xyz - position;
     float range = length(toEye);
@@ -162,7 +158,7 @@ void main() {
     vec3 f0 = mix(vec3(0.04), base.rgb, kSurface.x);
     body = base.rgb * (1.0 - kSurface.x);
 #ifdef ROUGHNESS
-    float roughness = max(kSurface.y * rough, 0.045);
+    float roughness = max(kSurface.y * multiplyAt.z, 0.045);
 #else
     float roughness = max(kSurface.y, 0.045);
 #endif
@@ -181,7 +177,7 @@ void main() {
     vec2 lot = fract((grain.xx + grain.yz) * grain.zy);
     float aligned = max(dot(n, normalize(v + l)), 0.0);
     float chance = 0.0045 * aligned * aligned * aligned;
-    sunGlint += kSunColour.rgb * (step(1.0 - chance, lot.x) * lot.y * kStrength.w * step(0.9, rough));
+    sunGlint += kSunColour.rgb * (step(1.0 - chance, lot.x) * lot.y * kStrength.w * step(0.9, multiplyAt.z));
 #endif
     vec3 r = reflect(-v, n);
 #ifdef SMOOTH

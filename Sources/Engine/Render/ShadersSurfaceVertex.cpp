@@ -8,10 +8,7 @@ layout(location = 1) in vec3 inNormal;
 layout(location = 2) in vec2 inUv0;
 layout(location = 3) in vec2 inUv1;
 layout(location = 4) in vec4 inColour;
-#ifdef ROUGHNESS
 layout(location = 5) in float inRoughness;
-out float rough;
-#endif
 
 uniform mat4 model;
 uniform mat3 normalMatrix;
@@ -27,27 +24,26 @@ uniform vec4 mapStrength;   // diffuse, multiply, glint spread, sparkle
 #ifdef MATT
 uniform vec4 diffuseMean;   // of the diffuse map, as stored; w: 1 where both sides show
 // Developed: the surface with its map's mean in shadow, and what the sun adds to that.
-out vec3 shaded;
-out vec3 sunny;
+layout(location = 16) out vec3 shaded;
+layout(location = 17) out vec3 sunny;
 #endif
 
 invariant gl_Position;
-out vec3 position;
-out vec3 normal;
-out vec2 diffuseAt;
-out vec2 normalAt;
-out vec2 multiplyAt;
-out vec4 baseColour;
-out vec3 shadowAt;
-out vec3 skyHere;           // the sky's light on a white surface of this normal, ambient light included
+layout(location = 9) out vec3 position;
+layout(location = 10) out vec3 normal;
+layout(location = 11) out vec4 mapsAt;      // diffuse, normal
+layout(location = 12) out vec3 multiplyAt;  // z: roughness
+layout(location = 13) out vec4 baseColour;
+layout(location = 14) out vec3 shadowAt;
+layout(location = 15) out vec3 skyHere;           // the sky's light on a white surface of this normal, ambient light included
 #ifndef SMALL
-flat out vec3 kSkyX;        // how that changes as the normal bends
-flat out vec3 kSkyY;
-flat out vec3 kSkyZ;
-flat out vec4 kMultiply;
-flat out vec4 kEmission;
-flat out vec4 kSurface;
-flat out vec4 kStrength;
+layout(location = 16) flat out vec3 kSkyX;        // how that changes as the normal bends
+layout(location = 17) flat out vec3 kSkyY;
+layout(location = 18) flat out vec3 kSkyZ;
+layout(location = 19) flat out vec4 kMultiply;
+layout(location = 20) flat out vec4 kEmission;
+layout(location = 21) flat out vec4 kSurface;
+layout(location = 22) flat out vec4 kStrength;
 #endif
 
 // Nine spherical harmonics, the cosine lobe and 1/pi already in the coefficients.
@@ -65,13 +61,10 @@ void main() {
     gl_Position = frame.viewProjection * world;
     position = world.xyz;
     normal = normalize(normalMatrix * inNormal);
-    diffuseAt = (uvSets.x > 0.5 ? inUv1 : inUv0) * diffusePlace.xy + diffusePlace.zw;
-    normalAt = (uvSets.y > 0.5 ? inUv1 : inUv0) * normalPlace.xy + normalPlace.zw;
-    multiplyAt = (uvSets.z > 0.5 ? inUv1 : inUv0) * multiplyPlace.xy + multiplyPlace.zw;
+    mapsAt.xy = (uvSets.x > 0.5 ? inUv1 : inUv0) * diffusePlace.xy + diffusePlace.zw;
+    mapsAt.zw = (uvSets.y > 0.5 ? inUv1 : inUv0) * normalPlace.xy + normalPlace.zw;
+    multiplyAt = vec3((uvSets.z > 0.5 ? inUv1 : inUv0) * multiplyPlace.xy + multiplyPlace.zw, inRoughness);
     baseColour = diffuse * inColour;
-#ifdef ROUGHNESS
-    rough = inRoughness;
-#endif
     shadowAt = (frame.sunMatrix * vec4(world.xyz + normal * frame.sunShape.x, 1.0)).xyz;
     shadowAt.z -= frame.sunShape.y;
 #ifdef MATT
@@ -108,10 +101,10 @@ void main() {
 
 // A matt surface, lit and developed at its vertices.
 const std::string_view mattFragment = R"glsl(
-in vec2 diffuseAt;
-in vec3 shadowAt;
-in vec3 shaded;
-in vec3 sunny;
+layout(location = 11) in vec4 mapsAt;
+layout(location = 14) in vec3 shadowAt;
+layout(location = 16) in vec3 shaded;
+layout(location = 17) in vec3 sunny;
 uniform sampler2D diffuseMap;
 uniform vec4 diffuseGain;  // 1 / diffuseMean
 uniform sampler2DShadow sunShadow;
@@ -123,7 +116,7 @@ void main() {
     vec3 colour = shaded + sunny;
 #endif
 #ifdef DIFFUSE_MAP
-    colour *= texture(diffuseMap, diffuseAt).rgb * diffuseGain.rgb;
+    colour *= texture(diffuseMap, mapsAt.xy).rgb * diffuseGain.rgb;
 #endif
     outColour = vec4(colour, 1.0);
 }

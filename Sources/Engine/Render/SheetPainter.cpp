@@ -12,10 +12,10 @@
 
 namespace gull {
 
-SheetPainter::SheetPainter()
-    : wash_("sheet of colour", shaders::sheetVertex, shaders::sheetFragment, {"WASH"}),
-      bitmap_("sheet", shaders::sheetVertex, shaders::sheetFragment),
-      fadedBitmap_("fading sheet", shaders::sheetVertex, shaders::sheetFragment, {"FADED"}),
+SheetPainter::SheetPainter(VertexStages& stages)
+    : wash_(stages, "sheet of colour", {shaders::sheetVertex}, {shaders::sheetFragment, {"WASH"}}),
+      bitmap_(stages, "sheet", {shaders::sheetVertex}, {shaders::sheetFragment}),
+      fadedBitmap_(stages, "fading sheet", {shaders::sheetVertex}, {shaders::sheetFragment, {"FADED"}}),
       array_(GlVertexArray::make()),
       buffer_(GlBuffer::make()) {
     glBindVertexArray(array_.name());

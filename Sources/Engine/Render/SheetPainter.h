@@ -19,7 +19,7 @@ namespace gull {
 /// usual one.
 class SheetPainter {
   public:
-    SheetPainter();
+    explicit SheetPainter(VertexStages& stages);
 
     /// Takes over what is to be drawn next on a framebuffer of `size`, which must outlive that. What changed
     /// is uploaded; a bitmap of another size than its sheet had before, all of it. Returns where the sheets

@@ -11,18 +11,20 @@ namespace gull {
 
 Studio::Studio()
     : environments(options),
-      resolve(areas),
-      surfaces(textures, options),
-      particles(textures),
-      development(screen),
-      depth("depth", shaders::depthVertex, shaders::depthFragment),
-      sunDepth("sun depth", shaders::depthVertex, shaders::depthFragment, {"FROM_SUN"}),
-      sky("sky", shaders::fullScreen, shaders::skyFragment),
-      keptSky("kept sky", shaders::fullScreen, shaders::skyFragment, {"OUT_KEPT"}),
-      displaySky("developed sky", shaders::fullScreen, shaders::skyFragment, {"OUT_DISPLAY"}),
-      farthest("farthest depth", shaders::fullScreen, shaders::farthestFragment),
-      paint("paint", shaders::paintVertex, shaders::paintFragment),
-      farAway("far away", shaders::farAwayVertex, shaders::depthFragment) {}
+      resolve(stages, areas),
+      copy(stages),
+      surfaces(stages, textures, options),
+      particles(stages, textures),
+      development(stages, screen),
+      depth(stages, "depth", {shaders::depthVertex}, {shaders::depthFragment}),
+      sunDepth(stages, "sun depth", {shaders::depthVertex, {"FROM_SUN"}}, {shaders::depthFragment}),
+      sky(stages, "sky", {shaders::fullScreen}, {shaders::skyFragment}),
+      keptSky(stages, "kept sky", {shaders::fullScreen}, {shaders::skyFragment, {"OUT_KEPT"}}),
+      displaySky(stages, "developed sky", {shaders::fullScreen}, {shaders::skyFragment, {"OUT_DISPLAY"}}),
+      farthest(stages, "farthest depth", {shaders::fullScreen}, {shaders::farthestFragment}),
+      paint(stages, "paint", {shaders::paintVertex}, {shaders::paintFragment}),
+      farAway(stages, "far away", {shaders::farAwayVertex}, {shaders::depthFragment}),
+      contactShadows(stages) {}
 
 void Studio::drawDepth(const DrawLayer& layer, const Viewpoint& view, const PixelArea& area) {
     glEnable(GL_DEPTH_TEST);

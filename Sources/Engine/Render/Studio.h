@@ -26,6 +26,7 @@ struct Studio {
     Studio();
 
     RenderOptions options;
+    VertexStages stages;
     MeshCache meshes;
     TextureCache textures;
     EnvironmentCache environments;

@@ -102,8 +102,9 @@ void drawChunks(const DrawItem& item, const Viewpoint& view, const PixelArea& ar
     flush();
 }
 
-SurfacePainter::SurfacePainter(TextureCache& textures, const RenderOptions& options)
-    : textures_(textures),
+SurfacePainter::SurfacePainter(VertexStages& stages, TextureCache& textures, const RenderOptions& options)
+    : stages_(stages),
+      textures_(textures),
       options_(options),
       white_(std::make_shared<Texture>(Texture::Encoding::srgb, plainPicture({255, 255, 255, 255}))),
       level_(std::make_shared<Texture>(Texture::Encoding::linear, plainPicture({128, 128, 255, 255}))) {}
@@ -142,7 +143,8 @@ const Program& SurfacePainter::mattProgram(const DrawItem& item, const Shading& 
     for (const auto& [on, name] : switches)
         if (on) defines.emplace_back(name);
     return mattPrograms_
-        .emplace(key, Program("matt surface", shaders::surfaceVertex, shaders::mattFragment, defines))
+        .emplace(key, Program(stages_, "matt surface", {shaders::surfaceVertex, defines},
+                              {shaders::mattFragment, defines}))
         .first->second;
 }
 
@@ -186,8 +188,14 @@ const Program& SurfacePainter::program(const DrawItem& item, const Shading& shad
     for (const auto& [on, name] : switches)
         if (on) defines.emplace_back(name);
     if (lamps > 0) defines.push_back("LAMPS " + std::to_string(lamps));
+    std::vector<std::string> passed;  // what the vertex shader hands over
+    if (shading.small)
+        passed.emplace_back("SMALL");
+    else if (lamps > 0)
+        passed.push_back(defines.back());
     return programs_
-        .emplace(key, Program("surface", shaders::surfaceVertex, shaders::surfaceFragment, defines))
+        .emplace(key, Program(stages_, "surface", {shaders::surfaceVertex, passed},
+                              {shaders::surfaceFragment, defines}))
         .first->second;
 }
 

@@ -36,7 +36,7 @@ struct Shading {
 /// Draws surfaces. A program is compiled for each combination that is asked for, the first time it is.
 class SurfacePainter {
   public:
-    SurfacePainter(TextureCache& textures, const RenderOptions& options);
+    SurfacePainter(VertexStages& stages, TextureCache& textures, const RenderOptions& options);
 
     /// Draws the chunks of `item` that touch `area` (pixels of the picture). Sets blending, culling and depth
     /// writing for it.
@@ -49,6 +49,7 @@ class SurfacePainter {
     void setMean(const Program& program, const Material& material);
     void setMaterial(const Program& program, const DrawItem& item, TextureCache::Filter filter);
 
+    VertexStages& stages_;
     TextureCache& textures_;
     const RenderOptions& options_;
     std::shared_ptr<Texture> white_, level_;  ///< maps that change nothing
