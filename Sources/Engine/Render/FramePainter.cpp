@@ -154,7 +154,6 @@ const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept, bool m
     shading.small = true;
     for (const DrawItem& item : frame.list.moving.opaque)
         studio_.surfaces.draw(item, shading, frame.view, part);
-    shading.small = false;
     backdrop_.draw(frame.list.drifting, calm, kept, wet, stage.time);
     const DrawLayer* layers[] = {&frame.list.moving};
     glEnable(GL_SCISSOR_TEST);
@@ -197,6 +196,7 @@ bool FramePainter::rehearseFast(const Stage& stage, KeptLayer& kept, double budg
     glBindSampler(unitEnvironment, quickSky_.name());
     Shading shading = movingShading(frame.list, Shading::Output::display);
     shading.plainFilm = !frame.view.camera.hdr;
+    shading.small = true;
     std::vector<std::function<void()>> things;
     const PixelArea corner{0, 0, 1, 1}, whole = PixelArea::whole(frame.view.size);
     // In any number of lamps, whatever shines now. Without an end they reach everything.
@@ -222,9 +222,7 @@ bool FramePainter::rehearseFast(const Stage& stage, KeptLayer& kept, double budg
         for (int count : FrameBlock::lampPrograms)
             things.emplace_back([&, count] {
                 light(count);
-                shading.small = true;
                 studio_.surfaces.draw(item, shading, frame.view, whole);
-                shading.small = false;
             });
     }
     auto blend = [&](const DrawLayer& layer) {

@@ -19,13 +19,20 @@ glm::vec4 place(const Channel& channel) {
     return {glm::vec2(channel.scale), glm::vec2(channel.offset)};
 }
 
+/// Only those with light gain from it: the others are few and large.
+bool isSmall(const DrawItem& item, const Shading& shading) {
+    return shading.small && !shading.matt && item.material->lighting == Material::Lighting::physicallyBased &&
+           item.material->blend != Material::Blend::add;
+}
+
 /// The whole list when any lamp reaches the item, for the sake of few programs. Small things are all lit by
 /// it: what that costs their few pixels is less than a program more.
 int reachingLamps(const DrawItem& item, const Shading& shading) {
     const auto reaches = [&](const Lamp& lamp) {
         return lamp.end <= 0 || glm::distance(lamp.position, item.middle) < lamp.end + item.radius;
     };
-    const bool isLit = shading.small || std::any_of(shading.lamps.begin(), shading.lamps.end(), reaches);
+    const bool isLit =
+        isSmall(item, shading) || std::any_of(shading.lamps.begin(), shading.lamps.end(), reaches);
     return isLit ? FrameBlock::lampsInProgram(shading.lamps.size()) : 0;
 }
 
@@ -48,18 +55,19 @@ bool isMatt(const DrawItem& item, const Shading& shading) {
     return shading.matt && !item.blended && item.material->metalness < 0.5;
 }
 
-void setState(const DrawItem& item, bool overwrite, bool onFilm) {
+void setState(const DrawItem& item, const Shading& shading) {
     const Material& material = *item.material;
-    if (item.blended && !overwrite) {
+    const bool overwrite = shading.output == Shading::Output::film;
+    if ((item.blended || isSmall(item, shading)) && !overwrite) {
         glEnable(GL_BLEND);
-        if (onFilm)
+        if (shading.onFilm)
             glBlendFuncSeparate(GL_ONE, GL_ONE_MINUS_SRC_ALPHA, GL_ZERO, GL_ONE_MINUS_SRC_ALPHA);
         else
             glBlendFunc(GL_ONE, material.blend == Material::Blend::add ? GL_ONE : GL_ONE_MINUS_SRC_ALPHA);
     } else {
         glDisable(GL_BLEND);
     }
-    glDepthMask(material.writesDepth && !overwrite && !onFilm ? GL_TRUE : GL_FALSE);
+    glDepthMask(material.writesDepth && !overwrite && !shading.onFilm ? GL_TRUE : GL_FALSE);
     setCulling(item);
 }
 
@@ -118,7 +126,7 @@ void SurfacePainter::draw(const DrawItem& item, const Shading& shading, const Vi
     setMaterial(shader, item, quick ? TextureCache::Filter::quick : TextureCache::Filter::fine);
     if (hasAllMaps(item, shading)) bindMissing(*item.material);
     if (isMatt(item, shading)) setMean(shader, *item.material);
-    setState(item, shading.output == Shading::Output::film, shading.onFilm);
+    setState(item, shading);
     drawChunks(item, view, area, shading.hidden);
 }
 
@@ -154,7 +162,8 @@ const Program& SurfacePainter::program(const DrawItem& item, const Shading& shad
     auto lighting = static_cast<unsigned>(material.lighting == Material::Lighting::constant  ? 0
                                           : material.lighting == Material::Lighting::lambert ? 1
                                                                                              : 2);
-    const bool shaded = lighting != 0, all = hasAllMaps(item, shading);
+    const bool shaded = lighting != 0, all = hasAllMaps(item, shading), small = isSmall(item, shading);
+    const bool solid = !item.blended || small;
     const std::pair<bool, const char*> switches[] = {
         {all || material.diffuseMap, "DIFFUSE_MAP"},
         {all || (shaded && material.normalMap), "NORMAL_MAP"},
@@ -162,7 +171,7 @@ const Program& SurfacePainter::program(const DrawItem& item, const Shading& shad
         {all || (material.multiplyMap && shading.output == Shading::Output::kept), "PAINTED"},
         {isFilm(item), "SMOOTH"},
         {item.blended && material.blend == Material::Blend::add, "ADDED"},
-        {shaded && shading.sunShadow && (!item.blended || isFilm(item)), "SUN_SHADOW"},
+        {shaded && shading.sunShadow && (solid || isFilm(item)), "SUN_SHADOW"},
         {shaded && shading.occlusion && !item.blended, "OCCLUSION"},
         {shading.bloom && shading.output == Shading::Output::film, "BLOOM"},
         {shading.output == Shading::Output::kept, "OUT_KEPT"},
@@ -170,10 +179,10 @@ const Program& SurfacePainter::program(const DrawItem& item, const Shading& shad
         {shading.output == Shading::Output::film, "OUT_FILM"},
         {shading.plainFilm && shading.output == Shading::Output::display, "PLAIN_FILM"},
         {shading.waterDepth && isFilm(item), "WATER_DEPTH"},
-        {lighting == 2 && !item.blended, "ROUGHNESS"},
-        {shading.small, "SMALL"},
-        {all || (lighting == 2 && material.sparkle > 0 && shading.output != Shading::Output::display &&
-                 !shading.small),
+        {lighting == 2 && solid, "ROUGHNESS"},
+        {small, "SMALL"},
+        {all ||
+             (lighting == 2 && material.sparkle > 0 && shading.output != Shading::Output::display && !small),
          "SPARKLE"},
     };
     int lamps = shaded ? reachingLamps(item, shading) : 0;
@@ -189,7 +198,7 @@ const Program& SurfacePainter::program(const DrawItem& item, const Shading& shad
         if (on) defines.emplace_back(name);
     if (lamps > 0) defines.push_back("LAMPS " + std::to_string(lamps));
     std::vector<std::string> passed;  // what the vertex shader hands over
-    if (shading.small)
+    if (small)
         passed.emplace_back("SMALL");
     else if (lamps > 0)
         passed.push_back(defines.back());

@@ -27,7 +27,9 @@ struct Shading {
     bool bloom = false;           ///< a film takes the glow of the picture in
     bool plainFilm = false;       ///< no tone mapping, for cameras without it
     bool onFilm = false;          ///< blended onto a film shaded before, see Output::film
-    bool small = false;           ///< many small triangles rather than many pixels
+    /// Many small triangles rather than many pixels. Of these what is opaque and what lets something through
+    /// are drawn in one way, for the sake of few programs.
+    bool small = false;
     bool matt = false;            ///< opaque surfaces but metals are lit at their vertices; for display
     bool waterDepth = false;      ///< water looks up how deep it is in the picture's depth
     Box hidden;                   ///< what lies in it is not drawn, world space
