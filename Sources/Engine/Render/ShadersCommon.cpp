@@ -32,6 +32,11 @@ layout(std140) uniform Frame {
 out gl_PerVertex { vec4 gl_Position; };
 #endif
 
+// Never discards, but a software rasteriser cannot know: it compiles a pass without blending, depth or this twice,
+// the second time for blocks that are covered as a whole, which gains less than compiling takes.
+#define COMPILED_ONCE \
+    if (gl_FragCoord.x < 0.0) discard
+
 // Shaders are linked one by one: what passes from one to the other meets by its location. 0 to 8 and 23 to 31 are
 // here, each body has those between.
 

@@ -91,6 +91,7 @@ vec3 viewPoint(vec2 at) {
 }
 
 void main() {
+    COMPILED_ONCE;
     vec3 p = viewPoint(st);
     vec2 step_ = kPicture.xy;
     vec3 right = viewPoint(st + vec2(step_.x, 0.0)) - p, left = p - viewPoint(st - vec2(step_.x, 0.0));
@@ -125,6 +126,7 @@ uniform int rows;      // of four texels each that are averaged: 4
 out vec4 outColour;
 float range(vec2 at) { return axisDistance(textureLod(keptDepth, at, 0.0).r); }
 void main() {
+    COMPILED_ONCE;
     float here = range(st);
     vec2 sum = vec2(0.0);
     for (int y = 0; y < rows; ++y)
@@ -145,6 +147,7 @@ uniform vec2 texel;      // of the source
 uniform float threshold;
 out vec4 outColour;
 void main() {
+    COMPILED_ONCE;
     vec3 sum = vec3(0.0);
     for (int i = 0; i < 4; ++i) {
         vec2 at = st + (vec2(float(i & 1), float(i >> 1)) * 2.0 - 1.0) * texel;
@@ -164,6 +167,7 @@ uniform sampler2D source;
 uniform vec2 step_;      // from tap to tap
 out vec4 outColour;
 void main() {
+    COMPILED_ONCE;
     // Half of a Gaussian, weights of 9 taps two sigma wide.
     const float weight[5] = float[](0.2042, 0.1802, 0.1238, 0.0663, 0.0276);
     vec3 sum = textureLod(source, st, 0.0).rgb * weight[0];
@@ -186,6 +190,7 @@ uniform sampler2D keptPaint;
 #endif
 out vec4 outColour;
 void main() {
+    COMPILED_ONCE;
     vec4 c = textureLod(source, st, 0.0);
     vec3 light = c.a > 0.0 ? c.rgb / c.a : c.rgb;
 #ifdef PAINT
