@@ -27,6 +27,27 @@ std::vector<PixelArea> tilesOf(const PixelArea& area, const PixelSize& size) {
     return tiles;
 }
 
+/// Whether every ray through `area` meets the sheet that `film` is, as high or low as its waves may be, and
+/// that lies above `highest`.
+bool covers(const DrawItem& film, const Viewpoint& view, const PixelArea& area, double highest) {
+    const Box sheet = transformed(film.mesh->bounds, film.model);
+    if (sheet.min.y < highest) return false;
+    const glm::dmat4 toWorld = glm::inverse(view.viewProjection);
+    for (const int x : {area.x, area.right()})
+        for (const int y : {area.y, area.top()}) {
+            const glm::dvec2 at(2.0 * x / view.size.width - 1, 2.0 * y / view.size.height - 1);
+            const glm::dvec4 near = toWorld * glm::dvec4(at, -1, 1), far = toWorld * glm::dvec4(at, 1, 1);
+            const glm::dvec3 from = glm::dvec3(near) / near.w, way = glm::dvec3(far) / far.w - from;
+            if (way.y >= 0) return false;
+            for (const double height : {sheet.min.y, sheet.max.y}) {
+                const glm::dvec3 met = from + way * ((height - from.y) / way.y);
+                if (met.x < sheet.min.x || met.x > sheet.max.x || met.z < sheet.min.z || met.z > sheet.max.z)
+                    return false;
+            }
+        }
+    return true;
+}
+
 }  // namespace
 
 bool KeptLayer::showsContent(const Stage& stage) const {
@@ -52,6 +73,9 @@ void KeptLayer::begin(const Stage& stage, const Viewpoint& view, int mostShadow)
         farthest_ = Target({(size.width + 1) / 2, (size.height + 1) / 2}, {{}, Format::depth24});
         picture_ = Target(size, {{Format::bgra8}});
     }
+    light_.bind();  // the background is not drawn where nobody sees it
+    glClearColor(0, 0, 0, 0);
+    glClear(GL_COLOR_BUFFER_BIT);
     if (!tile_) tile_ = Target(edgeTileSize, {{Format::rgba16f}, Format::depth24, 4});
 }
 
@@ -251,19 +275,25 @@ void KeptLayer::drawSurfaces(const Stage& stage, const DrawList& list, const Pix
     glDepthFunc(GL_LEQUAL);
     const Shading how = shading(list);
     for (const DrawItem& item : list.kept.opaque) studio_.surfaces.draw(item, how, view_, area);
-    if (showsSky(area)) studio_.drawSky(stage, view_, how.output);
+    if (showsSky(list, area)) studio_.drawSky(stage, view_, how.output);
 }
 
-bool KeptLayer::showsSky(const PixelArea& area) const {
+bool KeptLayer::showsSky(const DrawList& list, const PixelArea& area) const {
     // A pixel more all round, of which some samples may lie in `area`'s.
     const PixelArea looked = area.grown(1).intersection(PixelArea::whole(view_.size));
     const auto width = static_cast<std::size_t>(view_.size.width);
+    PixelArea sky;
     for (int y = looked.y; y < looked.top(); ++y) {
-        const auto row = depths_.begin() + static_cast<std::ptrdiff_t>(static_cast<std::size_t>(y) * width);
-        if (std::any_of(row + looked.x, row + looked.right(), [](float depth) { return depth >= 1; }))
-            return true;
+        const float* row = &depths_[static_cast<std::size_t>(y) * width];
+        const auto isSky = [](float depth) { return depth >= 1; };
+        if (std::any_of(row + looked.x, row + looked.right(), isSky))
+            sky = sky.united({looked.x, y, looked.width, 1});
     }
-    return false;
+    if (sky.empty()) return false;
+    const double highest = relief_.highest(sky.grown(1));
+    return std::none_of(
+        list.drifting.blended.begin(), list.drifting.blended.end(),
+        [&](const DrawItem& item) { return isFilm(item) && covers(item, view_, sky, highest); });
 }
 
 void KeptLayer::findGlow(const DrawList& list) {

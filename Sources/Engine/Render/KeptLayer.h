@@ -82,9 +82,9 @@ class KeptLayer {
     /// Draws the light again with four samples a pixel in the cells of `area` that show an edge.
     void drawEdges(const Stage& stage, const DrawList& list, const PixelArea& area);
     void drawSurfaces(const Stage& stage, const DrawList& list, const PixelArea& area);
-    /// Whether anything there is as far as can be. By the depth read before: where none is, the sky's program
-    /// need not be compiled.
-    bool showsSky(const PixelArea& area) const;
+    /// Whether the background may be seen there, by the depth read before: not where a film, which is
+    /// bottomless there, lies before it and all that stands around it. Its program need not be compiled then.
+    bool showsSky(const DrawList& list, const PixelArea& area) const;
     /// What shines over its surroundings, the sun in the sea included: that moves, but hardly from its place.
     void findGlow(const DrawList& list);
     /// Lays the paint on and makes the picture.

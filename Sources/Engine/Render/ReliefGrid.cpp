@@ -122,6 +122,14 @@ PixelArea ReliefGrid::below(double height) const {
     return area;
 }
 
+double ReliefGrid::highest(const PixelArea& area) const {
+    double highest = std::numeric_limits<double>::lowest();
+    for (std::size_t i = 0; i < cells_.size(); ++i)
+        if (!cells_[i].empty && !cellArea(i).intersection(area).empty())
+            highest = std::max(highest, cells_[i].world.max.y);
+    return highest;
+}
+
 std::vector<PixelArea> ReliefGrid::marked(int marks) const {
     std::vector<PixelArea> areas;
     for (std::size_t i = 0; i < cells_.size(); ++i) {

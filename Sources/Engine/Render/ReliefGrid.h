@@ -32,6 +32,8 @@ class ReliefGrid {
     void markAllLit();
     /// What holds all squares where something is lower than `height` or nothing is at all.
     PixelArea below(double height) const;
+    /// The height that nothing seen in the squares that touch `area` is above, the background left out.
+    double highest(const PixelArea& area) const;
     /// The squares with exactly these marks, neighbours in a row joined.
     std::vector<PixelArea> marked(int marks) const;
 
