@@ -146,7 +146,7 @@ const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept, bool m
 
     fast_.bind();
     glDisable(GL_DEPTH_TEST);
-    light_.apply(frame.reach, part);
+    light_.apply(frame.reach, size, part);
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_LEQUAL);
     glEnable(GL_SCISSOR_TEST);

@@ -257,6 +257,9 @@ void KeptLayer::drawEdges(const Stage& stage, const DrawList& list, const PixelA
     glDepthFunc(GL_ALWAYS);
     glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
     studio_.farAway.use();
+    studio_.farAway.set("shift", glm::vec2(0));
+    studio_.farAway.set("texel", 1.0F / glm::vec2(view_.size.width, view_.size.height));
+    studio_.farAway.set("depth", 1.0F);
     studio_.areas.draw(cells);
     glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
     drawSurfaces(stage, list, part);

@@ -28,8 +28,7 @@ MovingLight::MovingLight(Studio& studio)
     : studio_(studio),
       cover_(studio.stages, "moving cover", {shaders::relightVertex, {"IN_RECTANGLES"}},
              {shaders::coverFragment}),
-      apply_(studio.stages, "change of light", {shaders::relightVertex, {"IN_RECTANGLES"}},
-             {shaders::filmFragment}) {}
+      apply_(studio.stages, "change of light", {shaders::areaVertex}, {shaders::filmFragment, {"SMALL"}}) {}
 
 MovingLight::Kind MovingLight::kind(bool change, const Reach& reach, int marks, const KeptLayer& kept) {
     return {change, (marks & ReliefGrid::shadowMark) != 0,
@@ -113,7 +112,7 @@ void MovingLight::rehearse(const Reach& reach, const KeptLayer& kept, int marks)
     studio_.areas.draw({{0, 0, 2, 2}});
 }
 
-void MovingLight::apply(const Reach& reach, const PixelArea& part) {
+void MovingLight::apply(const Reach& reach, const PixelSize& size, const PixelArea& part) {
     std::vector<PixelArea> areas;
     for (const std::vector<PixelArea>& reached : reach.areas)
         for (const PixelArea& area : within(part, reached)) areas.push_back(area);
@@ -121,6 +120,9 @@ void MovingLight::apply(const Reach& reach, const PixelArea& part) {
     glEnable(GL_BLEND);
     glBlendFuncSeparate(GL_ONE, GL_SRC_ALPHA, GL_ZERO, GL_ONE);
     apply_.use();
+    apply_.set("shift", glm::vec2(0));
+    apply_.set("texel", 1.0F / glm::vec2(size.width, size.height));
+    apply_.set("depth", 0.0F);
     studio_.areas.draw(areas);
     glDisable(GL_BLEND);
 }

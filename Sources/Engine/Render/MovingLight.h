@@ -26,8 +26,9 @@ class MovingLight {
     void drawOver(const Target& target, const Reach& reach, const KeptLayer& kept);
     /// Finds, at half resolution, how the developed picture changes within `part`. Binds a target of its own.
     void find(const Reach& reach, const KeptLayer& kept, const PixelArea& part);
-    /// Changes the bound target, which shows the kept layer's developed picture, so within `part`.
-    void apply(const Reach& reach, const PixelArea& part);
+    /// Changes the bound target, which is of this `size` and shows the kept layer's developed picture, so
+    /// within `part`.
+    void apply(const Reach& reach, const PixelSize& size, const PixelArea& part);
     /// Draws what find() draws for these marks, if anything, where it does not show. Binds a target of its
     /// own.
     void rehearse(const Reach& reach, const KeptLayer& kept, int marks);

@@ -8,7 +8,7 @@
 namespace gull {
 
 ResolvePass::ResolvePass(VertexStages& stages, AreaPass& areas)
-    : areas_(areas), program_(stages, "resolve", {shaders::resolveVertex}, {shaders::resolveFragment}) {}
+    : areas_(areas), program_(stages, "resolve", {shaders::areaVertex}, {shaders::resolveFragment}) {}
 
 void ResolvePass::draw(const Target& from, const std::vector<PixelArea>& parts, const Target& to, int x,
                        int y) const {
@@ -21,6 +21,7 @@ void ResolvePass::draw(const Target& from, const std::vector<PixelArea>& parts, 
     glBindTexture(GL_TEXTURE_2D_MULTISAMPLE, from.colour());
     program_.use();
     program_.set("shift", glm::vec2(x, y));
+    program_.set("depth", 0.0F);
     program_.set("texel", glm::vec2(1.0 / to.size().width, 1.0 / to.size().height));
     areas_.draw(parts);
     to.writeOnlyFirst(false);

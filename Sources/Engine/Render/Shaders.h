@@ -14,8 +14,8 @@ extern const std::string_view surfaceFragment;
 extern const std::string_view mattFragment;  ///< after surfaceVertex, MATT
 extern const std::string_view depthVertex;   ///< position only; same result as surfaceVertex
 extern const std::string_view depthFragment;
-extern const std::string_view farAwayVertex;  ///< rectangles of the picture at the farthest depth
-extern const std::string_view paintVertex;    ///< what a multiply map puts onto a kept surface
+extern const std::string_view areaVertex;   ///< rectangles of a picture
+extern const std::string_view paintVertex;  ///< what a multiply map puts onto a kept surface
 extern const std::string_view paintFragment;
 extern const std::string_view skyFragment;
 extern const std::string_view particleVertex;
@@ -26,7 +26,6 @@ extern const std::string_view brightFragment;
 extern const std::string_view blurFragment;
 extern const std::string_view gradeFragment;
 extern const std::string_view coverFragment;  ///< moving shadows alone
-extern const std::string_view resolveVertex;  ///< rectangles of a multisampled picture
 extern const std::string_view resolveFragment;
 extern const std::string_view sheetVertex;  ///< rectangles of a sheet
 extern const std::string_view sheetFragment;

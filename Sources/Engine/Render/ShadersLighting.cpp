@@ -194,9 +194,8 @@ void main() {
 }
 )glsl";
 
-// What was made at half resolution, blended over the developed picture at full resolution: a film, drawn with
-// surfaceVertex on its own geometry so that its edges and depth are exact, or a change of light, drawn in
-// rectangles.
+// What was made at half resolution, blended over the developed picture at full resolution: a film, drawn on
+// its own geometry so that its edges and depth are exact, or a change of light, drawn in rectangles.
 const std::string_view filmFragment = R"glsl(
 uniform sampler2D source;
 layout(location = 0) out vec4 outColour;

@@ -205,13 +205,6 @@ void main() {
 )glsl";
 
 // The mean of four samples a pixel.
-const std::string_view resolveVertex = R"glsl(
-layout(location = 0) in vec2 pixel;
-uniform vec2 shift;  // from the samples' pixels to the target's
-uniform vec2 texel;  // of the target
-void main() { gl_Position = vec4((pixel + shift) * texel * 2.0 - 1.0, 0.0, 1.0); }
-)glsl";
-
 const std::string_view resolveFragment = R"glsl(
 uniform sampler2DMS source;
 uniform vec2 shift;

@@ -23,7 +23,7 @@ Studio::Studio()
       displaySky(stages, "developed sky", {shaders::fullScreen}, {shaders::skyFragment, {"OUT_DISPLAY"}}),
       farthest(stages, "farthest depth", {shaders::fullScreen}, {shaders::farthestFragment}),
       paint(stages, "paint", {shaders::paintVertex}, {shaders::paintFragment}),
-      farAway(stages, "far away", {shaders::farAwayVertex}, {shaders::depthFragment}),
+      farAway(stages, "far away", {shaders::areaVertex}, {shaders::depthFragment}),
       contactShadows(stages) {}
 
 void Studio::drawDepth(const DrawLayer& layer, const Viewpoint& view, const PixelArea& area) {

@@ -30,9 +30,9 @@ struct Shading {
     /// Many small triangles rather than many pixels. Of these what is opaque and what lets something through
     /// are drawn in one way, for the sake of few programs.
     bool small = false;
-    bool matt = false;            ///< opaque surfaces but metals are lit at their vertices; for display
-    bool waterDepth = false;      ///< water looks up how deep it is in the picture's depth
-    Box hidden;                   ///< what lies in it is not drawn, world space
+    bool matt = false;        ///< opaque surfaces but metals are lit at their vertices; for display
+    bool waterDepth = false;  ///< water looks up how deep it is in the picture's depth
+    Box hidden;               ///< what lies in it is not drawn, world space
 };
 
 /// Draws surfaces. A program is compiled for each combination that is asked for, the first time it is.
