@@ -40,6 +40,19 @@ TEST_F(WindowPicture, FastTierLooksTheSame) {
     EXPECT_GE(psnr(picture, truth, {0, 0, 620, 140}), 28) << "the test stage's sea is all waves";
 }
 
+TEST_F(WindowPicture, TheBackgroundShowsWhereverNoWaterHidesIt) {
+    renderer->setTier(RenderTier::full);
+    shore.ground->hidden = true;
+    shore.camera->lookAt({0, -4, 0});  // steeply down: water all over, nothing below it
+    const auto nearness = [&] { return psnr(draw(shore.stage), renderer->snapshot(shore.stage, size)); };
+    shore.sea->scale = {1, 3, 1};
+    shore.stage.touchKept();
+    EXPECT_GE(nearness(), 36) << "under water alone";
+    shore.sea->scale = {0.02, 3, 1};
+    shore.stage.touchKept();
+    EXPECT_GE(nearness(), 36) << "beside the water";
+}
+
 TEST_F(WindowPicture, ASketchHasTwoColoursAndLeavesNothingBehind) {
     renderer->setTier(RenderTier::fast);
     const Image alone = draw(shore.stage);
