@@ -106,10 +106,4 @@ void Target::bind() const {
     glViewport(0, 0, size_.width, size_.height);
 }
 
-void Target::writeOnlyFirst(bool only) const {
-    const GLenum all[4] = {GL_COLOR_ATTACHMENT0, GL_COLOR_ATTACHMENT1, GL_COLOR_ATTACHMENT2,
-                           GL_COLOR_ATTACHMENT3};
-    glDrawBuffers(only ? 1 : static_cast<GLsizei>(colours_.size()), all);
-}
-
 }  // namespace gull

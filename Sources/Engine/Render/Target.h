@@ -34,8 +34,6 @@ class Target {
 
     /// Binds it for drawing with the viewport at its whole size.
     void bind() const;
-    /// Bound, it is drawn into its first colour alone, or again into all.
-    void writeOnlyFirst(bool only) const;
 
   private:
     PixelSize size_;
