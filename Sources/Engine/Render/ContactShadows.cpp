@@ -49,6 +49,16 @@ void ContactShadows::draw(unsigned depth, const Viewpoint& view, const PixelArea
     glDisable(GL_SCISSOR_TEST);
 }
 
+void ContactShadows::clear() {
+    constexpr PixelSize few{3, 3};  // no power of two, as most pictures
+    raw_ = Target();
+    if (!result_ || !(result_.size() == few)) result_ = Target(few, {{Format::rgba8}});
+    result_.bind();
+    glDisable(GL_SCISSOR_TEST);
+    glClearColor(1, 1, 1, 1);
+    glClear(GL_COLOR_BUFFER_BIT);
+}
+
 void ContactShadows::bind() const {
     bindTexture(unitOcclusion, result_ ? result_.colour() : 0);
 }

@@ -24,7 +24,9 @@ class ContactShadows {
     /// From `depth`, a depth texture of the whole picture; works within `area` only. Needs a perspective
     /// view.
     void draw(unsigned depth, const Viewpoint& view, const PixelArea& area);
-    /// Binds the result; before any draw(), or after clear(), one that darkens nothing.
+    /// Makes the result one that darkens nothing, of a few pixels.
+    void clear();
+    /// Binds the result.
     void bind() const;
 
   private:

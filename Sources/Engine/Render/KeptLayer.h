@@ -86,6 +86,7 @@ class KeptLayer {
     /// bottomless there, lies before it and all that stands around it. Its program need not be compiled then.
     bool showsSky(const DrawList& list, const PixelArea& area) const;
     /// What shines over its surroundings, the sun in the sea included: that moves, but hardly from its place.
+    /// Where it cannot be seen the sea is left out, and its program need not be compiled then.
     void findGlow(const DrawList& list);
     /// Lays the paint on and makes the picture.
     void develop(const PixelArea& area);

@@ -44,6 +44,15 @@ void ShadowMap::draw(const std::vector<const DrawLayer*>& layers, const glm::dma
         drawCasters(*layer, matrix, depthFromSun, solid, PixelArea::whole(target_.size()));
 }
 
+void ShadowMap::clear() {
+    prepare(3);  // no power of two, as most maps
+    target_.bind();
+    glDisable(GL_SCISSOR_TEST);
+    glDepthMask(GL_TRUE);
+    glClearDepth(1);
+    glClear(GL_DEPTH_BUFFER_BIT);
+}
+
 void ShadowMap::redraw(const DrawLayer& layer, const glm::dmat4& matrix, const Program& depthFromSun,
                        const Box& changed) {
     PixelArea part = lookingAlong(matrix, target_.size()).area(changed).grown(2);

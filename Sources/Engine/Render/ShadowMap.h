@@ -21,7 +21,9 @@ class ShadowMap {
     /// Draws anew what lies within `changed` (world space) as the last draw() would.
     void redraw(const DrawLayer& layer, const glm::dmat4& matrix, const Program& depthFromSun,
                 const Box& changed);
-    /// Binds the map (or an empty one that hides nothing) to `unit` for comparing looks.
+    /// Makes it a map that hides nothing, of a few texels.
+    void clear();
+    /// Binds the map to `unit` for comparing looks.
     void bind(int unit) const;
     int size() const { return target_.size().width; }
 

@@ -34,11 +34,12 @@ Target SnapshotPainter::draw(const Stage& stage, const PixelSize& size) {
     shading.sunShadow = list.sun.light && list.sun.light->castsShadow;
     shading.occlusion = view.camera.hdr && !view.camera.orthographicScale;
     ShadowMap shadow;
-    if (shading.sunShadow) {
+    if (shading.sunShadow)
         shadow.draw({&list.kept, &list.drifting, &list.moving}, list.sun.matrix,
                     list.sun.light->shadowMapSize, studio_.sunDepth);
-        shadow.bind(unitSunShadow);
-    }
+    else
+        shadow.clear();
+    shadow.bind(unitSunShadow);
     ContactShadows contact(studio_.screen, studio_.options, studio_.contactShadows);
     shading.waterDepth = shading.occlusion;
     Target depth;
@@ -48,9 +49,15 @@ Target SnapshotPainter::draw(const Stage& stage, const PixelSize& size) {
         glClear(GL_DEPTH_BUFFER_BIT);
         for (const DrawLayer* layer : layers) studio_.drawDepth(*layer, view, whole);
         contact.draw(depth.depth(), view, whole);
-        contact.bind();
         bindTexture(unitKeptDepth, depth.depth());
+    } else {
+        contact.clear();
     }
+    contact.bind();
+    // What bears no paint is drawn by the program for what rests in the window: one less to compile before
+    // the overlay has its first icon.
+    Shading plain = shading;
+    plain.output = Shading::Output::kept;
 
     Target light(size, {{Format::rgba16f}});
     PixelSize tileSize{size.width, std::min(size.height, rowsOfTile)};
@@ -67,7 +74,8 @@ Target SnapshotPainter::draw(const Stage& stage, const PixelSize& size) {
         glEnable(GL_DEPTH_TEST);
         glDepthFunc(GL_LEQUAL);
         for (const DrawLayer* layer : layers)
-            for (const DrawItem& item : layer->opaque) studio_.surfaces.draw(item, shading, view, area);
+            for (const DrawItem& item : layer->opaque)
+                studio_.surfaces.draw(item, item.material->multiplyMap ? shading : plain, view, area);
         studio_.drawSky(stage, view, shading.output);
         studio_.drawBlended(layers, shading, view, area, stage.time);
         studio_.resolve.draw(tile, {{0, 0, area.width, area.height}}, light, 0, y);

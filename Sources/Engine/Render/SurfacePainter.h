@@ -15,8 +15,10 @@ namespace gull {
 /// How the surfaces of one pass are shaded.
 struct Shading {
     enum class Output {
-        linear,   ///< scene light into one target
-        kept,     ///< lit, shade, surface and normal into four; lit alone where there is only one target
+        linear,  ///< scene light into one target
+        /// Lit, shade, surface and normal into four; lit alone where there is only one target. Sun shadows
+        /// and contact shadows are always looked up: bind empty ones where there are none.
+        kept,
         display,  ///< developed for the screen, and scene light into a second target
         film      ///< a smooth surface's two kinds of light into two targets, to be mixed later
     };
