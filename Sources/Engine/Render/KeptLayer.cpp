@@ -14,7 +14,7 @@ namespace gull {
 
 namespace {
 
-// What is drawn in one step, pixels.
+// What is drawn in one step where a frame waits for it, pixels.
 constexpr PixelSize tileSize{320, 128};
 constexpr PixelSize edgeTileSize{416, 48};  // in whole squares; of no power of two, as other pictures' tiles
 constexpr int stripHeight = 100;
@@ -143,6 +143,7 @@ bool KeptLayer::build(const Stage& stage, double budget) {
 void KeptLayer::work(const Stage& stage, const DrawList& list, double budget) {
     const Stopwatch watch;
     do {
+        if (work_.nextPart == 0) work_.hurried = std::isfinite(budget);
         takeStep(stage, list);
         // Without a hurry the rasteriser works while the next step is thought of.
         if (std::isfinite(budget)) glFinish();
@@ -159,27 +160,30 @@ void KeptLayer::takeStep(const Stage& stage, const DrawList& list) {
 
 std::vector<PixelArea> KeptLayer::partsOf(Step step, const DrawList& list) const {
     const bool everything = !work_.changed;
+    // What is drawn in many parts is sent to the graphics card many times.
+    const PixelSize whole = view_.size;
+    const PixelSize strip = work_.hurried ? PixelSize{whole.width, stripHeight} : whole;
     switch (step) {
         case Step::shadow: {
             if (!list.sun.light || !list.sun.light->castsShadow) return {};
             if (!everything) return {work_.area};
             const int size = shadowSize(list);
-            return tilesOf(PixelArea{0, 0, size, size}, {size, size / 8});
+            return tilesOf(PixelArea{0, 0, size, size}, {size, work_.hurried ? size / 8 : size});
         }
         case Step::depth:
         case Step::contact:
-            return tilesOf(work_.area, {view_.size.width, stripHeight});
+            return tilesOf(work_.area, strip);
         case Step::relief:
             return work_.recast ? std::vector{work_.area} : std::vector<PixelArea>{};
         case Step::tiles:
-            return tilesOf(work_.area, tileSize);
+            return tilesOf(work_.area, work_.hurried ? tileSize : whole);
         case Step::edges:
             return tilesOf(work_.area, edgeTileSize);
         case Step::glow:
             return everything ? std::vector{work_.area} : std::vector<PixelArea>{};
         case Step::develop:
             if (!everything) return {work_.area.united(work_.painted)};
-            return tilesOf(work_.area, {view_.size.width, stripHeight});
+            return tilesOf(work_.area, strip);
         case Step::done:
             break;
     }

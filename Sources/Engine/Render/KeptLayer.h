@@ -62,6 +62,7 @@ class KeptLayer {
         PixelArea painted;           ///< to be developed besides
         Step step = Step::done;
         std::size_t nextPart = 0;  ///< of those that the step is taken in
+        bool hurried = true;       ///< the step is taken in many small parts
     };
 
     void prepare(const Stage& stage, DrawList& list);
