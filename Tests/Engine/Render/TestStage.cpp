@@ -125,10 +125,10 @@ ShoreStage::ShoreStage() {
     sunLight->colour = {1, 0.93, 0.8, 1};
     sunLight->castsShadow = true;
     sunLight->shadowMapSize = 2048;
-    Node& sun = stage.root.addChild("sun");
-    sun.light = sunLight;
-    sun.position = glm::normalize(glm::dvec3(-0.5, 0.55, -0.65)) * 60.0;
-    sun.lookAt({0, 0, 0});
+    sun = &stage.root.addChild("sun");
+    sun->light = sunLight;
+    sun->position = glm::normalize(glm::dvec3(-0.5, 0.55, -0.65)) * 60.0;
+    sun->lookAt({0, 0, 0});
     auto ambientLight = std::make_shared<Light>();
     ambientLight->kind = Light::Kind::ambient;
     ambientLight->colour = {0.5, 0.6, 0.9, 1};

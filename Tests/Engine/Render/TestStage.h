@@ -18,6 +18,7 @@ struct ShoreStage {
     Node* sea = nullptr;
     Node* ring = nullptr;
     Node* lamp = nullptr;
+    Node* sun = nullptr;
     std::shared_ptr<Texture> marks;  ///< multiplied onto the ground
     std::shared_ptr<Material> groundMaterial;
 };

@@ -53,6 +53,19 @@ TEST_F(WindowPicture, TheBackgroundShowsWhereverNoWaterHidesIt) {
     EXPECT_GE(nearness(), 36) << "beside the water";
 }
 
+TEST_F(WindowPicture, WaterThatGlittersGlows) {
+    renderer->setTier(RenderTier::fast);
+    // A mirror-like sea with the sun in it, and a glow that everybody sees.
+    shore.sun->position = glm::normalize(glm::dvec3(0, 0.35, -1)) * 60.0;
+    shore.sun->lookAt({0, 0, 0});
+    shore.sun->light->intensity *= 3;
+    shore.camera->camera->bloomIntensity = 3;
+    shore.stage.touchKept();
+    const PixelRect water{0, 60, 620, 80};
+    EXPECT_GE(psnr(draw(shore.stage), renderer->snapshot(shore.stage, size), water), 22)
+        << "19 without the glow";
+}
+
 TEST_F(WindowPicture, ASketchHasTwoColoursAndLeavesNothingBehind) {
     renderer->setTier(RenderTier::fast);
     const Image alone = draw(shore.stage);
