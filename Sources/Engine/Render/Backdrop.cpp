@@ -44,7 +44,7 @@ std::vector<PixelArea> Backdrop::update(const DrawLayer& drifting, const Shading
     std::vector<PixelArea> areas = kept.takeChanges();
     if (!picture_ || !(picture_.size() == size)) {
         picture_ = Target(size, {{Format::bgra8}, Format::depth24});
-        half_ = Target({(size.width + 1) / 2, (size.height + 1) / 2}, {{Format::rgba8}, Format::depth24});
+        half_ = Target({(size.width + 1) / 2, (size.height + 1) / 2}, {{Format::bgra8}, Format::depth24});
         areas = {whole};
     }
     bool anew = areas == std::vector<PixelArea>{whole};
@@ -93,7 +93,7 @@ void Backdrop::shadeHalf(const DrawLayer& drifting, const Shading& shading, cons
     PixelArea part = halved(area);
     const PixelArea reached = area.grown(4);  // at full resolution
     glScissor(part.x, part.y, part.width, part.height);
-    glClearColor(0, 0, 0, 1);
+    glClearColor(0, 0, 0, 0);
     glClear(GL_COLOR_BUFFER_BIT);
     bindTexture(unitKeptDepth, kept.farthest().depth());
     glEnable(GL_DEPTH_TEST);
@@ -104,11 +104,9 @@ void Backdrop::shadeHalf(const DrawLayer& drifting, const Shading& shading, cons
     film.bloom = kept.bloom() != 0;
     for (const DrawItem& item : drifting.blended)
         if (isFilm(item)) studio_.surfaces.draw(item, film, kept.view(), reached);
-    // What floats hides the film and what it lets through: that is in the alpha.
-    Shading floating = shading;
-    floating.onFilm = true;
+    // What floats hides the film and what it lets through.
     for (const DrawItem& item : drifting.blended)
-        if (floats(item)) studio_.surfaces.draw(item, floating, kept.view(), reached);
+        if (floats(item)) studio_.surfaces.draw(item, shading, kept.view(), reached);
     glDisable(GL_SCISSOR_TEST);
     bindTexture(unitKeptDepth, kept.depth());
 }
@@ -137,7 +135,7 @@ void Backdrop::draw(const DrawLayer& drifting, const Shading& shading, const Kep
         film_.set("model", glm::mat4(item.model));
         bindTexture(unitSource, half_.colour());
         glEnable(GL_BLEND);
-        glBlendFuncSeparate(GL_ONE, GL_SRC_ALPHA, GL_ZERO, GL_ONE);
+        glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
         glDepthMask(item.material->writesDepth ? GL_TRUE : GL_FALSE);
         glDisable(GL_CULL_FACE);
         drawChunks(item, view, visible);

@@ -25,8 +25,8 @@ struct GraphicsInfo {
     int maximumSize = 0;      ///< of a picture's side, pixels
 };
 
-/// Draws a Stage with whichever OpenGL context (3.3 core or later) is current; the same one must be current
-/// at every call, the destructor's included. Single-threaded.
+/// Draws a Stage with whichever OpenGL context (4.1 core, or 3.3 with separate shader objects) is current;
+/// the same one must be current at every call, the destructor's included. Single-threaded.
 ///
 /// A frame is two layers: what rests is drawn once, lit, and kept; each frame restores it and draws what
 /// moves.
@@ -39,7 +39,7 @@ class Renderer {
     };
 
     /// Compiles what every frame needs. Throws std::runtime_error with a readable message when the context
-    /// lacks something (OpenGL 3.3) or a program does not compile.
+    /// lacks something (its version is too old) or a program does not compile.
     Renderer();
     ~Renderer();
     Renderer(const Renderer&) = delete;

@@ -46,7 +46,7 @@ uniform sampler2D keptLit;
 #ifdef BLOOM
 uniform sampler2D bloom;
 #endif
-layout(location = 0) out vec4 outFilm;  // what is added to the developed picture, w: what it is scaled by first
+layout(location = 0) out vec4 outFilm;  // to be blended over the developed picture; w: how much of that it hides
 #elif defined(OUT_KEPT)
 layout(location = 0) out vec4 outLit;
 // Share of the light that is not the sun's; w: how far the sun is covered.
@@ -244,7 +244,7 @@ void main() {
     vec3 gain = above / max(below, vec3(1e-3));
     float scale = (1.0 - alpha) * luminance(gain) * luminance(dry) / max(luminance(wet), 1e-4);
     scale = clamp(scale, 0.0, min(min(gain.r, gain.g), min(gain.b, 1.0)));
-    outFilm = vec4(above - below * scale, scale);
+    outFilm = vec4(above - below * scale, 1.0 - scale);
 #endif
 #else
     vec3 shade = min((scattered + mirrored + kEmission.rgb) * kMultiply.rgb, vec3(kMultiply.w));

@@ -7,10 +7,24 @@
 #include <epoxy/gl.h>
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstddef>
 
 namespace gull {
+
+namespace {
+
+/// A pixel more where a side is a power of two: for such textures a rasteriser in software would compile the
+/// program once more.
+PixelSize storedSize(const Sheet& sheet) {
+    const auto side = [](int length) {
+        return std::has_single_bit(static_cast<unsigned>(length)) ? length + 1 : length;
+    };
+    return {side(sheet.place.width), side(sheet.place.height)};
+}
+
+}  // namespace
 
 SheetPainter::SheetPainter(VertexStages& stages)
     : wash_(stages, "sheet of colour", {shaders::sheetVertex}, {shaders::sheetFragment, {"WASH"}}),
@@ -123,7 +137,7 @@ void SheetPainter::draw(std::span<const PixelArea> areas) {
 void SheetPainter::upload(const Sheet& sheet) {
     if (sheet.pixels == nullptr) return;
     Kept& kept = kept_[sheet.id];
-    const PixelSize size{sheet.place.width, sheet.place.height};
+    const PixelSize size = storedSize(sheet);
     const bool isNew = !kept.texture || !(kept.size == size);
     if (!isNew && sheet.changes.empty()) return;
     if (isNew) {
@@ -138,7 +152,7 @@ void SheetPainter::upload(const Sheet& sheet) {
         glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
         glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
     }
-    const Sheet::Area whole{0, 0, size.width, size.height};
+    const Sheet::Area whole{0, 0, sheet.place.width, sheet.place.height};
     bindTexture(unitUpload, kept.texture.name());
     glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
     glPixelStorei(GL_UNPACK_ROW_LENGTH, sheet.strideBytes / 4);
@@ -178,9 +192,10 @@ void SheetPainter::addWash(const Sheet& sheet, const PixelArea& area) {
 
 void SheetPainter::addBitmap(const Sheet& sheet, const PixelArea& area) {
     const int top = size_.height - sheet.place.y;
+    const PixelSize stored = storedSize(sheet);
     addRectangle(area, [&](int x, int y) {
-        return Value{static_cast<float>(x - sheet.place.x) / static_cast<float>(sheet.place.width),
-                     static_cast<float>(top - y) / static_cast<float>(sheet.place.height)};
+        return Value{static_cast<float>(x - sheet.place.x) / static_cast<float>(stored.width),
+                     static_cast<float>(top - y) / static_cast<float>(stored.height)};
     });
 }
 

@@ -60,14 +60,11 @@ void setState(const DrawItem& item, const Shading& shading) {
     const bool overwrite = shading.output == Shading::Output::film;
     if ((item.blended || isSmall(item, shading)) && !overwrite) {
         glEnable(GL_BLEND);
-        if (shading.onFilm)
-            glBlendFuncSeparate(GL_ONE, GL_ONE_MINUS_SRC_ALPHA, GL_ZERO, GL_ONE_MINUS_SRC_ALPHA);
-        else
-            glBlendFunc(GL_ONE, material.blend == Material::Blend::add ? GL_ONE : GL_ONE_MINUS_SRC_ALPHA);
+        glBlendFunc(GL_ONE, material.blend == Material::Blend::add ? GL_ONE : GL_ONE_MINUS_SRC_ALPHA);
     } else {
         glDisable(GL_BLEND);
     }
-    glDepthMask(material.writesDepth && !overwrite && !shading.onFilm ? GL_TRUE : GL_FALSE);
+    glDepthMask(material.writesDepth && !overwrite ? GL_TRUE : GL_FALSE);
     setCulling(item);
 }
 

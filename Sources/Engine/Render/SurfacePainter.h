@@ -20,7 +20,7 @@ struct Shading {
         /// and contact shadows are always looked up: bind empty ones where there are none.
         kept,
         display,  ///< developed for the screen, and scene light into a second target
-        film      ///< a smooth surface's two kinds of light into two targets, to be mixed later
+        film      ///< a smooth surface, to be blended over the developed picture later
     };
     Output output = Output::linear;
     bool sunShadow = true;
@@ -28,7 +28,6 @@ struct Shading {
     std::span<const Lamp> lamps;  ///< those of the Frame block; borrowed
     bool bloom = false;           ///< a film takes the glow of the picture in
     bool plainFilm = false;       ///< no tone mapping, for cameras without it
-    bool onFilm = false;          ///< blended onto a film shaded before, see Output::film
     /// Many small triangles rather than many pixels. Of these what is opaque and what lets something through
     /// are drawn in one way, for the sake of few programs.
     bool small = false;
