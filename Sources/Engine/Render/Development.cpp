@@ -10,11 +10,26 @@
 
 namespace gull {
 
+namespace {
+
+/// A few pixels, of no power of two as most pictures' sides.
+Target plainTarget(Format format, float value) {
+    Target target({3, 3}, {{format}});
+    target.bind();
+    glClearColor(value, value, value, 1);
+    glClear(GL_COLOR_BUFFER_BIT);
+    return target;
+}
+
+}  // namespace
+
 Development::Development(VertexStages& stages, const ScreenPass& screen)
-    : stages_(stages),
-      screen_(screen),
+    : screen_(screen),
       bright_(stages, "bright pass", {shaders::fullScreen}, {shaders::brightFragment}),
-      blur_(stages, "glow", {shaders::fullScreen}, {shaders::blurFragment}) {}
+      blur_(stages, "glow", {shaders::fullScreen}, {shaders::blurFragment}),
+      film_(stages, "film", {shaders::fullScreen}, {shaders::gradeFragment}),
+      noBloom_(plainTarget(Format::rgba16f, 0)),
+      noPaint_(plainTarget(Format::rgba8, 1)) {}
 
 unsigned Development::bloom(unsigned light, const Viewpoint& view) {
     const Camera& camera = view.camera;
@@ -56,24 +71,14 @@ void Development::copyBloom(const Target& to) const {
 }
 
 void Development::develop(unsigned light, unsigned bloom, unsigned paint, const Viewpoint& view) {
-    std::vector<std::string> defines;
-    if (!view.camera.hdr) defines.emplace_back("PLAIN_FILM");
-    if (bloom != 0) defines.emplace_back("BLOOM");
-    if (paint != 0) defines.emplace_back("PAINT");
-    auto found = films_.find(defines);
-    if (found == films_.end())
-        found = films_
-                    .emplace(defines, Program(stages_, "film", {shaders::fullScreen},
-                                              {shaders::gradeFragment, defines}))
-                    .first;
-    const Program& program = found->second;
     glDisable(GL_DEPTH_TEST);
     glDisable(GL_BLEND);
     bindTexture(unitSource, light);
-    if (bloom != 0) bindTexture(unitBloom, bloom);
-    if (paint != 0) bindTexture(unitKeptPaint, paint);
-    program.use();
-    screen_.draw(program);
+    bindTexture(unitBloom, bloom != 0 ? bloom : noBloom_.colour());
+    bindTexture(unitKeptPaint, paint != 0 ? paint : noPaint_.colour());
+    film_.use();
+    film_.set("plain", view.camera.hdr ? 0.0F : 1.0F);
+    screen_.draw(film_);
 }
 
 }  // namespace gull

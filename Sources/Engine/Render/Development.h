@@ -5,10 +5,6 @@
 #include "Engine/Render/Target.h"
 #include "Engine/Render/Viewpoint.h"
 
-#include <map>
-#include <string>
-#include <vector>
-
 namespace gull {
 
 /// From scene light to a finished picture: bloom, film curve, vignette, grading, encoding and dither, as the
@@ -27,11 +23,11 @@ class Development {
     void develop(unsigned light, unsigned bloom, unsigned paint, const Viewpoint& view);
 
   private:
-    VertexStages& stages_;
     const ScreenPass& screen_;
     Program bright_;
     Program blur_;
-    std::map<std::vector<std::string>, Program> films_;  ///< by their defines
+    Program film_;
+    Target noBloom_, noPaint_;  ///< what changes nothing
     Target glow_;
     Target blurred_;
 };

@@ -334,6 +334,16 @@ bool KeptLayer::showsSky(const DrawList& list, const PixelArea& area) const {
 void KeptLayer::findGlow(const DrawList& list) {
     bloom_ = 0;
     if (!view_.camera.hdr || view_.camera.bloomIntensity <= 0) return;
+    std::vector<const DrawItem*> glittering;
+    for (const DrawItem& item : list.drifting.blended) {
+        if (!isFilm(item)) continue;
+        const PixelArea seen = relief_.below(transformed(item.mesh->bounds, item.model).max.y);
+        if (glitters(view_, seen, list.sun.toward)) glittering.push_back(&item);
+    }
+    if (glittering.empty()) {
+        keepGlow(light_);
+        return;
+    }
     const PixelSize half = farthest_.size();
     Target light(half, {{Format::rgba16f}, Format::depth24});
     light.bind();
@@ -351,14 +361,13 @@ void KeptLayer::findGlow(const DrawList& list) {
     Shading shading;
     shading.sunShadow = list.sun.light && list.sun.light->castsShadow;
     shading.waterDepth = true;
-    for (const DrawItem& item : list.drifting.blended) {
-        if (!isFilm(item)) continue;
-        const PixelArea seen = relief_.below(transformed(item.mesh->bounds, item.model).max.y);
-        if (glitters(view_, seen, list.sun.toward))
-            studio_.surfaces.draw(item, shading, view_, PixelArea::whole(view_.size));
-    }
+    for (const DrawItem* item : glittering)
+        studio_.surfaces.draw(*item, shading, view_, PixelArea::whole(view_.size));
     studio_.uniforms.upload(block_);
+    keepGlow(light);
+}
 
+void KeptLayer::keepGlow(const Target& light) {
     studio_.development.bloom(light.colour(), view_);
     const PixelSize quarter{std::max(1, view_.size.width / 4), std::max(1, view_.size.height / 4)};
     if (!glow_ || !(glow_.size() == quarter)) glow_ = Target(quarter, {{Format::rgba16f}});

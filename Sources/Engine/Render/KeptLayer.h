@@ -89,6 +89,8 @@ class KeptLayer {
     /// What shines over its surroundings, the sun in the sea included: that moves, but hardly from its place.
     /// Where it cannot be seen the sea is left out, and its program need not be compiled then.
     void findGlow(const DrawList& list);
+    /// Keeps the glow of what `light` shows.
+    void keepGlow(const Target& light);
     /// Lays the paint on and makes the picture.
     void develop(const PixelArea& area);
     int shadowSize(const DrawList& list) const;  ///< `list` has a sun

@@ -82,7 +82,7 @@ void MovingLight::drawOver(const Target& target, const Reach& reach, const KeptL
 void MovingLight::begin(const KeptLayer& kept) {
     const PixelSize& size = kept.view().size;
     const PixelSize half{(size.width + 1) / 2, (size.height + 1) / 2};
-    if (!change_ || !(change_.size() == half)) change_ = Target(half, {{Format::rgba8}});
+    if (!change_ || !(change_.size() == half)) change_ = Target(half, {{Format::bgra8}});
     change_.bind();
     glDisable(GL_DEPTH_TEST);
     glDisable(GL_BLEND);
@@ -91,7 +91,7 @@ void MovingLight::begin(const KeptLayer& kept) {
 
 void MovingLight::find(const Reach& reach, const KeptLayer& kept, const PixelArea& part) {
     begin(kept);
-    glClearColor(0, 0, 0, 1);
+    glClearColor(0, 0, 0, 0);
     glClear(GL_COLOR_BUFFER_BIT);
     // A program that is not there yet, for nothing was rehearsed, is stood in for by the one that does all.
     const Kind all = kind(true, reach, allMarks(reach), kept);
@@ -117,12 +117,17 @@ void MovingLight::apply(const Reach& reach, const PixelSize& size, const PixelAr
     for (const std::vector<PixelArea>& reached : reach.areas)
         for (const PixelArea& area : within(part, reached)) areas.push_back(area);
     bindTexture(unitSource, change_.colour());
+    // Blended as the sea's film is, in front of everything: it is compiled once for both then.
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_LEQUAL);
+    glDepthMask(GL_FALSE);
+    glDisable(GL_CULL_FACE);
     glEnable(GL_BLEND);
-    glBlendFuncSeparate(GL_ONE, GL_SRC_ALPHA, GL_ZERO, GL_ONE);
+    glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
     apply_.use();
     apply_.set("shift", glm::vec2(0));
     apply_.set("texel", 1.0F / glm::vec2(size.width, size.height));
-    apply_.set("depth", 0.0F);
+    apply_.set("depth", -1.0F);
     studio_.areas.draw(areas);
     glDisable(GL_BLEND);
 }

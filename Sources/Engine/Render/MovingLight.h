@@ -54,7 +54,7 @@ class MovingLight {
     Program apply_;
     std::map<Kind, Program> programs_;
     Target covered_;  ///< how far moving things cover the sun
-    Target change_;   ///< what is added to the picture; alpha: what scales it first
+    Target change_;   ///< what is added to the picture; alpha: how much of it that hides
 };
 
 }  // namespace gull

@@ -131,10 +131,17 @@ float dither(vec2 pixel) {
     return (fract(52.9829189 * fract(dot(floor(pixel), vec2(0.06711056, 0.00583715)))) - 0.5) / 255.0;
 }
 
-// Scene light to what the screen is sent. `pixel` counts in the whole picture.
+// Scene light to what the screen is sent, for cameras without a film. `pixel` counts in the whole picture.
+vec3 plainlyDeveloped(vec3 light, vec2 pixel) {
+    return clamp(encoded(clamp(light * kPicture.z, 0.0, 1.0)) + dither(pixel), 0.0, 1.0);
+}
+
+// The same with the film, where the camera has one.
 vec3 developed(vec3 light, vec2 pixel) {
+#ifdef PLAIN_FILM
+    return plainlyDeveloped(light, pixel);
+#else
     vec3 c = max(light, vec3(0.0)) * kPicture.z;
-#ifndef PLAIN_FILM
     c *= vignetteAt(pixel * kPicture.xy) * kFilm.rgb;
     float l = max(luminance(c), 1e-4);
     float k = l * (2.51 * l + 0.03) / (l * (2.43 * l + 0.59) + 0.14);
@@ -143,10 +150,8 @@ vec3 developed(vec3 light, vec2 pixel) {
     c = encoded(c);
     c = (c - 0.5) * (1.0 + kPicture.w) + 0.5;
     c = mix(vec3(luminance(c)), c, kGrade.x);
-#else
-    c = encoded(min(c, vec3(1.0)));
-#endif
     return clamp(c + dither(pixel), 0.0, 1.0);
+#endif
 }
 
 // The exposed light that the film shows as `shown`, its hue keeping left out; shownAgain() is the inverse.

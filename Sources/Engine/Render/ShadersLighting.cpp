@@ -142,8 +142,8 @@ void main() {
 }
 )glsl";
 
-// What the same does to the developed picture, at half resolution: how it is scaled (alpha) and what is added
-// then, which is exact for the mean of four pixels and keeps the grain between them.
+// What the same does to the developed picture, at half resolution: how much of it is hidden (alpha) and what
+// is added then, which is exact for the mean of four pixels and keeps the grain between them.
 const std::string_view changeFragment = R"glsl(
 uniform sampler2D source;  // the developed picture
 uniform sampler2D keptDepth;
@@ -190,7 +190,7 @@ void main() {
     vec3 wanted = max(shown + shownAgain(changed) - shownAgain(light), 0.0);
     vec3 gain = wanted / max(shown, vec3(1.0 / 255.0));
     float scale = min(min(gain.r, gain.g), min(gain.b, 1.0));
-    outColour = vec4(wanted - shown * scale, scale);
+    outColour = vec4(wanted - shown * scale, 1.0 - scale);
 }
 )glsl";
 

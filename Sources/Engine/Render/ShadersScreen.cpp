@@ -182,25 +182,18 @@ void main() {
 const std::string_view gradeFragment = R"glsl(
 layout(location = 9) in vec2 st;
 uniform sampler2D source;
-#ifdef BLOOM
 uniform sampler2D bloom;
-#endif
-#ifdef PAINT
 uniform sampler2D keptPaint;
-#endif
+uniform float plain;  // 1: for a camera without a film
 out vec4 outColour;
 void main() {
     COMPILED_ONCE;
     vec4 c = textureLod(source, st, 0.0);
     vec3 light = c.a > 0.0 ? c.rgb / c.a : c.rgb;
-#ifdef PAINT
     vec3 paint = textureLod(keptPaint, st, 0.0).rgb;
-    light *= paint * paint;
-#endif
-#ifdef BLOOM
-    light += textureLod(bloom, st, 0.0).rgb * kGrade.y;
-#endif
-    outColour = vec4(developed(light, gl_FragCoord.xy + kTile.xy) * c.a, c.a);
+    light = light * paint * paint + textureLod(bloom, st, 0.0).rgb * kGrade.y;
+    vec2 pixel = gl_FragCoord.xy + kTile.xy;
+    outColour = vec4(mix(developed(light, pixel), plainlyDeveloped(light, pixel), plain) * c.a, c.a);
 }
 )glsl";
 

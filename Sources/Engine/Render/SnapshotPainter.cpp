@@ -84,7 +84,7 @@ Target SnapshotPainter::draw(const Stage& stage, const PixelSize& size) {
     studio_.uniforms.upload(block);
 
     unsigned bloom = studio_.development.bloom(light.colour(), view);
-    Target picture(size, {{Format::rgba8}});
+    Target picture(size, {{Format::bgra8}});
     picture.bind();
     studio_.development.develop(light.colour(), bloom, 0, view);
     return picture;
