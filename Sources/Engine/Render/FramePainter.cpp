@@ -145,7 +145,10 @@ const Target& FramePainter::drawFast(const Stage& stage, KeptLayer& kept, bool m
     markTouched(frame, wet, part);
 
     fast_.bind();
+    glDisable(GL_DEPTH_TEST);
     light_.apply(frame.reach, size, part);
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_LEQUAL);
     glEnable(GL_SCISSOR_TEST);
     glScissor(part.x, part.y, part.width, part.height);
     shading.small = true;

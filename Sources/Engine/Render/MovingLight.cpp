@@ -117,17 +117,12 @@ void MovingLight::apply(const Reach& reach, const PixelSize& size, const PixelAr
     for (const std::vector<PixelArea>& reached : reach.areas)
         for (const PixelArea& area : within(part, reached)) areas.push_back(area);
     bindTexture(unitSource, change_.colour());
-    // Blended as the sea's film is, in front of everything: it is compiled once for both then.
-    glEnable(GL_DEPTH_TEST);
-    glDepthFunc(GL_LEQUAL);
-    glDepthMask(GL_FALSE);
-    glDisable(GL_CULL_FACE);
     glEnable(GL_BLEND);
     glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
     apply_.use();
     apply_.set("shift", glm::vec2(0));
     apply_.set("texel", 1.0F / glm::vec2(size.width, size.height));
-    apply_.set("depth", -1.0F);
+    apply_.set("depth", 0.0F);
     studio_.areas.draw(areas);
     glDisable(GL_BLEND);
 }
