@@ -50,13 +50,9 @@ void ContactShadows::draw(unsigned depth, const Viewpoint& view, const PixelArea
 }
 
 void ContactShadows::clear() {
-    constexpr PixelSize few{3, 3};  // no power of two, as most pictures
+    if (result_ && !raw_) return;  // clear already
     raw_ = Target();
-    if (!result_ || !(result_.size() == few)) result_ = Target(few, {{Format::rgba8}});
-    result_.bind();
-    glDisable(GL_SCISSOR_TEST);
-    glClearColor(1, 1, 1, 1);
-    glClear(GL_COLOR_BUFFER_BIT);
+    result_ = plainTarget(Format::rgba8, 1);
 }
 
 void ContactShadows::bind() const {

@@ -10,19 +10,6 @@
 
 namespace gull {
 
-namespace {
-
-/// A few pixels, of no power of two as most pictures' sides.
-Target plainTarget(Format format, float value) {
-    Target target({3, 3}, {{format}});
-    target.bind();
-    glClearColor(value, value, value, 1);
-    glClear(GL_COLOR_BUFFER_BIT);
-    return target;
-}
-
-}  // namespace
-
 Development::Development(VertexStages& stages, const ScreenPass& screen)
     : screen_(screen),
       bright_(stages, "bright pass", {shaders::fullScreen}, {shaders::brightFragment}),

@@ -1,6 +1,7 @@
 #include "Engine/Render/KeptLayer.h"
 
 #include "Engine/Render/CopyArea.h"
+#include "Engine/Render/FilmSight.h"
 #include "Engine/Render/Shaders.h"
 #include "Engine/Render/Stopwatch.h"
 #include "Engine/Render/TextureUnits.h"
@@ -25,53 +26,6 @@ std::vector<PixelArea> tilesOf(const PixelArea& area, const PixelSize& size) {
         for (int x = area.x; x < area.right(); x += size.width)
             tiles.push_back(PixelArea{x, y, size.width, size.height}.intersection(area));
     return tiles;
-}
-
-/// How far waves spread the sun's mirror image over the water, between the mirrored ray and the sun, radians.
-/// Without them its glow was not to be told on any beach where the image was further than 8 degrees off.
-constexpr double glitterSpread = 0.21;
-
-/// The world direction of rays through a pixel, of any length.
-glm::dvec3 rayThrough(const glm::dmat4& toWorld, const PixelSize& size, double x, double y) {
-    const glm::dvec2 at(2 * x / size.width - 1, 2 * y / size.height - 1);
-    const glm::dvec4 near = toWorld * glm::dvec4(at, -1, 1), far = toWorld * glm::dvec4(at, 1, 1);
-    return glm::dvec3(far) / far.w - glm::dvec3(near) / near.w;
-}
-
-/// Whether level water that is seen in `area` mirrors light from `toward`, or nearly so.
-bool glitters(const Viewpoint& view, const PixelArea& area, const glm::dvec3& toward) {
-    constexpr int rays = 32;  // to a side
-    const glm::dmat4 toWorld = glm::inverse(view.viewProjection);
-    for (int row = 0; row <= rays; ++row)
-        for (int column = 0; column <= rays; ++column) {
-            const glm::dvec3 way =
-                glm::normalize(rayThrough(toWorld, view.size, area.x + area.width * column / double{rays},
-                                          area.y + area.height * row / double{rays}));
-            const glm::dvec3 mirrored(way.x, -way.y, way.z);
-            if (way.y < 0 && glm::dot(mirrored, toward) > std::cos(glitterSpread)) return true;
-        }
-    return false;
-}
-
-/// Whether every ray through `area` meets the sheet that `film` is, as high or low as its waves may be, and
-/// that lies above `highest`.
-bool covers(const DrawItem& film, const Viewpoint& view, const PixelArea& area, double highest) {
-    const Box sheet = transformed(film.mesh->bounds, film.model);
-    if (sheet.min.y < highest) return false;
-    const glm::dmat4 toWorld = glm::inverse(view.viewProjection);
-    for (const int x : {area.x, area.right()})
-        for (const int y : {area.y, area.top()}) {
-            const glm::dvec2 at(2.0 * x / view.size.width - 1, 2.0 * y / view.size.height - 1);
-            const glm::dvec4 near = toWorld * glm::dvec4(at, -1, 1), far = toWorld * glm::dvec4(at, 1, 1);
-            const glm::dvec3 from = glm::dvec3(near) / near.w, way = glm::dvec3(far) / far.w - from;
-            if (way.y >= 0) return false;
-            for (const double height : {sheet.min.y, sheet.max.y}) {
-                const glm::dvec3 met = from + way * ((height - from.y) / way.y);
-                if (met.x < sheet.min.x || met.x > sheet.max.x || met.z < sheet.min.z || met.z > sheet.max.z)
-                    return false;
-            }
-        }
-    return true;
 }
 
 }  // namespace

@@ -28,6 +28,7 @@ void ResolvePass::draw(const Target& from, const std::vector<PixelArea>& parts, 
     program_.set("depth", 0.0F);
     program_.set("texel", glm::vec2(1.0 / to.size().width, 1.0 / to.size().height));
     areas_.draw(parts);
+    glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, 0, 0);  // or it would live on
     to.bind();
 }
 

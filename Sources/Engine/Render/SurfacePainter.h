@@ -19,7 +19,7 @@ struct Shading {
         /// Lit, shade, surface and normal into four; lit alone where there is only one target. Sun shadows
         /// and contact shadows are always looked up: bind empty ones where there are none.
         kept,
-        display,  ///< developed for the screen, and scene light into a second target
+        display,  ///< developed for the screen
         film      ///< a smooth surface, to be blended over the developed picture later
     };
     Output output = Output::linear;

@@ -106,4 +106,13 @@ void Target::bind() const {
     glViewport(0, 0, size_.width, size_.height);
 }
 
+Target plainTarget(Format format, float value) {
+    Target target({3, 3}, {{format}});
+    target.bind();
+    glDisable(GL_SCISSOR_TEST);
+    glClearColor(value, value, value, 1);
+    glClear(GL_COLOR_BUFFER_BIT);
+    return target;
+}
+
 }  // namespace gull

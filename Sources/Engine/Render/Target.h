@@ -43,4 +43,9 @@ class Target {
     GlRenderbuffer samplesDepth_;  ///< of a multisampled target
 };
 
+/// A picture of a few pixels that holds `value` in every channel, alpha 1: what stands in where there is
+/// none. No side is a power of two, as hardly any picture's is: a rasteriser in software compiles programs
+/// anew where that differs.
+Target plainTarget(Format format, float value);
+
 }  // namespace gull

@@ -26,13 +26,18 @@ Viewpoint Viewpoint::standingAt(const glm::dmat4& cameraWorld) const {
     return view;
 }
 
-bool Viewpoint::seesHorizon() const {
+Viewpoint::Ray Viewpoint::ray(double x, double y) const {
+    const glm::dvec2 at(2 * x / size.width - 1, 2 * y / size.height - 1);
     const glm::dmat4 toWorld = glm::inverse(viewProjection);
-    for (int corner = 0; corner < 4; ++corner) {
-        const glm::dvec2 at(corner & 1 ? 1 : -1, corner & 2 ? 1 : -1);
-        const glm::dvec4 near = toWorld * glm::dvec4(at, -1, 1), far = toWorld * glm::dvec4(at, 1, 1);
-        if (far.y / far.w >= near.y / near.w) return true;
-    }
+    const glm::dvec4 near = toWorld * glm::dvec4(at, -1, 1), far = toWorld * glm::dvec4(at, 1, 1);
+    const glm::dvec3 from = glm::dvec3(near) / near.w;
+    return {from, glm::dvec3(far) / far.w - from};
+}
+
+bool Viewpoint::seesHorizon() const {
+    for (const int x : {0, size.width})
+        for (const int y : {0, size.height})
+            if (ray(x, y).way.y >= 0) return true;
     return false;
 }
 

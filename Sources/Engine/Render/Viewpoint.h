@@ -22,6 +22,12 @@ struct Viewpoint {
     /// The same lens standing elsewhere.
     Viewpoint standingAt(const glm::dmat4& cameraWorld) const;
 
+    struct Ray {
+        glm::dvec3 from, way;  ///< world space; `way` reaches to the far end of the view
+    };
+    /// What is seen at a place of the picture, in pixels from its lower left corner.
+    Ray ray(double x, double y) const;
+
     /// Whether any of its rays goes level or upward.
     bool seesHorizon() const;
 
