@@ -28,6 +28,7 @@ Environment Desktop::environment(const std::filesystem::path& home) const {
             {"HOME", home.string()},
             {"XDG_CONFIG_HOME", (home / "config").string()},
             {"XDG_DATA_HOME", (home / "data").string()},
+            {"XDG_STATE_HOME", (home / "state").string()},
             {"GULLWICK_SAVE", std::nullopt},
             {"GULLWICK_SCALE", std::nullopt},
             {"GULLWICK_PROBE", std::nullopt}};

@@ -1,11 +1,11 @@
 #include "Engine/Sound/AudioDevice.h"
 
+#include "Engine/Log/Log.h"
 #include "Engine/Sound/SoundStream.h"
 
 #include <SDL.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <optional>
 #include <utility>
 
@@ -104,7 +104,7 @@ bool AudioDevice::Impl::fail() {
     problem = SDL_GetError();
     outputsAtFailure = outputs();
     if (!hasComplained) {
-        std::fprintf(stderr, "No sound: %s. Playing on in silence.\n", problem.c_str());
+        Log::say("no sound: {}. Playing on in silence.", problem);
         hasComplained = true;
     }
     return false;

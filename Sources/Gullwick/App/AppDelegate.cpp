@@ -1,5 +1,6 @@
 #include "Gullwick/App/AppDelegate.h"
 
+#include "Engine/Log/Log.h"
 #include "Engine/Render/Renderer.h"
 #include "Engine/Sound/AudioDevice.h"
 #include "Engine/Touch/Trackpads.h"
@@ -36,8 +37,11 @@ struct AppDelegate::Parts final : WindowCommands {
           game(loop, feedbackForGame(), AppSettings::progressURL(std::getenv), !probePath,
                seed(commandLine)) {
         if (AppSettings::defaultFile(std::getenv).empty()) {
-            fmt::print(stderr, "gullwick: there is no home folder, so settings are not kept\n");
+            Log::say("there is no home folder, so settings are not kept");
         }
+        const GraphicsInfo info = Renderer::graphicsInfo();
+        Log::note("display: {}; OpenGL: {}, {}, {}", window.driverName(), info.renderer, info.vendor,
+                  info.version);
         renderer.setTier(tiers.tier());
         // The frame timer sets the pace; waiting for the screen too is free on a GPU only.
         window.setVsync(!software);

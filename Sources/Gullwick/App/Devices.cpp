@@ -7,12 +7,16 @@
 #include "Engine/Window/Window.h"
 #include "Gullwick/App/DevicesReport.h"
 #include "Gullwick/App/Environment.h"
+#include "Gullwick/Settings/AppSettings.h"
 
 #include <fmt/format.h>
 
+#include <cstdlib>
 #include <exception>
+#include <filesystem>
 #include <memory>
 #include <optional>
+#include <system_error>
 
 namespace gull {
 
@@ -52,6 +56,13 @@ std::vector<std::string> fonts() {
     return result;
 }
 
+std::string logOfTheLastGame() {
+    const std::filesystem::path file = AppSettings::logFile(std::getenv);
+    if (file.empty()) return "none: there is no home folder";
+    std::error_code ignored;
+    return file.string() + (std::filesystem::exists(file, ignored) ? "" : " (none yet: the game makes it)");
+}
+
 }  // namespace
 
 int printDevices() {
@@ -84,6 +95,7 @@ int printDevices() {
         window->setHandlers({});
     }
     report.fonts = fonts();
+    report.log = logOfTheLastGame();
     fmt::print("{}", report.text());
     return 0;
 }

@@ -81,6 +81,7 @@ std::string DevicesReport::text() const {
     std::string label = "fonts";
     for (const std::string& font : fonts) result += line(std::exchange(label, ""), font);
     if (fonts.empty()) result += line("fonts", "none");
+    if (!log.empty()) result += line("log", log);
     return result;
 }
 

@@ -19,6 +19,7 @@ struct DevicesReport {
     std::vector<Trackpads::Pad> trackpads;
     std::vector<GameControllers::Description> controllers;
     std::vector<std::string> fonts;  ///< what serves each of the program's fonts
+    std::string log;                 ///< where the last game kept what it said
 
     /// Several lines, each ended.
     std::string text() const;

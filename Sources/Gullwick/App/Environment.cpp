@@ -1,11 +1,11 @@
 #include "Gullwick/App/Environment.h"
 
+#include "Engine/Log/Log.h"
 #include "Gullwick/App/Numbers.h"
 #include "Gullwick/Scene/SceneCamera.h"
 
 #include <fmt/format.h>
 
-#include <cstdio>
 #include <cstdlib>
 
 namespace gull {
@@ -20,7 +20,7 @@ std::optional<double> requestedScale() {
     if (!text) return std::nullopt;
     const auto scale = parseNumber(*text);
     if (scale && *scale >= 0.5 && *scale <= 4) return scale;
-    fmt::print(stderr, "gullwick: GULLWICK_SCALE takes a number from 0.5 to 4; \"{}\" is ignored\n", *text);
+    Log::say("GULLWICK_SCALE takes a number from 0.5 to 4; \"{}\" is ignored", *text);
     return std::nullopt;
 }
 

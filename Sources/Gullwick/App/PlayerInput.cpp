@@ -1,12 +1,12 @@
 #include "Gullwick/App/PlayerInput.h"
 
+#include "Engine/Log/Log.h"
 #include "Gullwick/Game/GameController.h"
 #include "Gullwick/Game/TouchSurface.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <optional>
 
 namespace gull {
@@ -113,8 +113,7 @@ void PlayerInput::hint() {
     const std::string command = trackpads_.missingPermission();
     if (command.empty()) return;
     hinted_ = true;
-    fmt::print(stderr, "gullwick: the touchpad cannot be read, so the mouse steers. To allow it: {}\n",
-               command);
+    Log::say("the touchpad cannot be read, so the mouse steers. To allow it: {}", command);
     game_.queueHint("The touchpad may not be read: the mouse steers. " + command, 6.0);
 }
 

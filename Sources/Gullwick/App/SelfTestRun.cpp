@@ -1,5 +1,6 @@
 #include "Gullwick/App/SelfTestRun.h"
 
+#include "Engine/Log/Log.h"
 #include "Gullwick/App/BeachNumber.h"
 #include "Gullwick/Feedback/Feedback.h"
 #include "Gullwick/Game/SelfTest.h"
@@ -14,7 +15,7 @@ namespace gull {
 int runSelfTest(const CommandLine& commandLine) {
     for (const int number : SelfTest::beaches(commandLine.arguments())) {
         if (const auto problem = beachProblem(number)) {
-            fmt::print(stderr, "gullwick: --selftest: {}\n", *problem);
+            Log::say("--selftest: {}", *problem);
             return 1;
         }
     }

@@ -1,6 +1,7 @@
 #include "Gullwick/App/Snapshot.h"
 
 #include "Engine/Files/SmallFile.h"
+#include "Engine/Log/Log.h"
 #include "Engine/Raster/Canvas.h"
 #include "Engine/Raster/Png.h"
 #include "Engine/Render/OffscreenContext.h"
@@ -15,7 +16,6 @@
 #include <fmt/format.h>
 
 #include <cmath>
-#include <cstdio>
 #include <memory>
 #include <optional>
 
@@ -24,7 +24,7 @@ namespace gull {
 namespace {
 
 int fail(const std::string& why) {
-    fmt::print(stderr, "gullwick: {}\n", why);
+    Log::say("{}", why);
     return 1;
 }
 
@@ -64,7 +64,7 @@ int Snapshot::run(const CommandLine& commandLine) {
     std::optional<Renderer> renderer;
     if (context) renderer.emplace();
     if (options.iconsFolder) {
-        if (!context) fmt::print(stderr, "gullwick: the icons stay empty: {}\n", missing);
+        if (!context) Log::say("the icons stay empty: {}", missing);
         return writeIcons(*options.iconsFolder, renderer ? &*renderer : nullptr);
     }
     if (!context) {
@@ -93,7 +93,7 @@ bool Snapshot::write(const Image& image, const std::string& path) {
     }
     const std::string_view bytes(reinterpret_cast<const char*>(png->data()), png->size());
     if (const auto outcome = SmallFile::replace(path, bytes); !outcome) {
-        fmt::print(stderr, "gullwick: {} cannot be written: {}\n", path, outcome.failure);
+        Log::say("{} cannot be written: {}", path, outcome.failure);
     }
     fmt::print("wrote {}\n", path);
     return true;

@@ -1,11 +1,11 @@
 #include "Gullwick/Settings/AppSettings.h"
 
 #include "Engine/Files/SmallFile.h"
+#include "Engine/Log/Log.h"
 
 #include <fmt/format.h>
 #include <pwd.h>
 #include <unistd.h>
-#include <cstdio>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string_view>
@@ -70,9 +70,11 @@ fs::path gameFolder(const AppSettings::Environment& environment, [[maybe_unused]
 #ifdef __APPLE__
 constexpr const char* configurationFolder = "Library/Application Support";
 constexpr const char* dataFolder = "Library/Application Support";
+constexpr const char* stateFolder = "Library/Logs";
 #else
 constexpr const char* configurationFolder = ".config";
 constexpr const char* dataFolder = ".local/share";
+constexpr const char* stateFolder = ".local/state";
 #endif
 
 }  // namespace
@@ -86,6 +88,11 @@ fs::path AppSettings::progressURL(const Environment& environment) {
     if (const char* set = environment("GULLWICK_SAVE")) return set;
     const fs::path folder = gameFolder(environment, "XDG_DATA_HOME", dataFolder);
     return folder.empty() ? folder : folder / "progress.json";
+}
+
+fs::path AppSettings::logFile(const Environment& environment) {
+    const fs::path folder = gameFolder(environment, "XDG_STATE_HOME", stateFolder);
+    return folder.empty() ? folder : folder / "last-run.log";
 }
 
 AppSettings::AppSettings(fs::path file) : file_(std::move(file)) {
@@ -164,7 +171,7 @@ void AppSettings::assign(const char* key, Published<bool>& value, bool on) {
 }
 
 void AppSettings::complain(const std::string& what) const {
-    fmt::print(stderr, "gullwick: settings {}: {}\n", file_.string(), what);
+    Log::say("settings {}: {}", file_.string(), what);
 }
 
 }  // namespace gull

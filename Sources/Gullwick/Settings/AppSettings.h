@@ -44,6 +44,9 @@ class AppSettings {
     /// Where the campaign progress is kept: the path in GULLWICK_SAVE as it stands, else
     /// Gullwick/progress.json in the user's folder for application data. Nothing is made or checked here.
     static std::filesystem::path progressURL(const Environment& environment);
+    /// Where a game keeps what it said: Gullwick/last-run.log in the user's folder for state. Empty when the
+    /// user has no home.
+    static std::filesystem::path logFile(const Environment& environment);
 
   private:
     void read();

@@ -75,8 +75,8 @@ TEST(AudioDeviceTest, withoutADeviceItSaysSoOnceAndStaysSilent) {
     for (int frame = 0; frame < 6000; ++frame) device.poll(frame / 60.0);
     device.silence();
     const std::string said = testing::internal::GetCapturedStderr();
-    EXPECT_EQ(said.find("No sound"), said.rfind("No sound"));
-    EXPECT_NE(said.find("No sound"), std::string::npos);
+    EXPECT_EQ(said.find("no sound"), said.rfind("no sound"));
+    EXPECT_NE(said.find("no sound"), std::string::npos);
     EXPECT_FALSE(device.describe().problem.empty());
 }
 
