@@ -66,17 +66,34 @@ void setFont(PangoLayout* layout, const Font& font) {
     pango_font_description_free(description);
 }
 
-void setAttributes(PangoLayout* layout, const TextStyle& style) {
+/// Signs that the monospaced font lacks: the fixed pitch of another one squeezes them to a few pixels, so
+/// they come from a proportional font, as large as they can be without making their line higher.
+void setSigns(PangoAttrList* attributes, std::string_view text) {
+    constexpr double scale = 1.09;  // JetBrains Mono's ascent to DejaVu Sans's
+    for (const std::string_view sign : {"★", "↩"}) {
+        for (std::size_t at = text.find(sign); at != text.npos; at = text.find(sign, at + 1)) {
+            for (PangoAttribute* attribute :
+                 {pango_attr_family_new("DejaVu Sans, sans-serif"), pango_attr_scale_new(scale)}) {
+                attribute->start_index = static_cast<guint>(at);
+                attribute->end_index = static_cast<guint>(at + sign.size());
+                pango_attr_list_insert(attributes, attribute);
+            }
+        }
+    }
+}
+
+void setAttributes(PangoLayout* layout, std::string_view text, const TextStyle& style) {
     PangoAttrList* attributes = pango_attr_list_new();
     if (style.tracking != 0) {
         pango_attr_list_insert(attributes, pango_attr_letter_spacing_new(pangoUnits(style.tracking)));
     }
     // A fixed pitch is for reading letter by letter: no arrows made of hyphens.
-    std::string features = style.font.design == FontDesign::monospaced ? "liga 0, calt 0" : "";
-    if (style.font.tabularDigits) features += features.empty() ? "tnum 1" : ", tnum 1";
-    if (!features.empty()) {
-        pango_attr_list_insert(attributes, pango_attr_font_features_new(features.c_str()));
-    }
+    // Words of a serif stand beside figures here: lining ones, as high as capitals and told apart at a
+    // glance.
+    std::string features = style.font.design == FontDesign::monospaced ? "liga 0, calt 0" : "lnum 1";
+    if (style.font.tabularDigits) features += ", tnum 1";
+    pango_attr_list_insert(attributes, pango_attr_font_features_new(features.c_str()));
+    if (style.font.design == FontDesign::monospaced) setSigns(attributes, text);
     pango_layout_set_attributes(layout, attributes);
     pango_attr_list_unref(attributes);
 }
@@ -86,7 +103,7 @@ void setAttributes(PangoLayout* layout, const TextStyle& style) {
 TextLayout::TextLayout(PangoContext* context, std::string_view text, const TextStyle& style)
     : layout_(pango_layout_new(context)) {
     setFont(layout_, style.font);
-    setAttributes(layout_, style);
+    setAttributes(layout_, text, style);
     pango_layout_set_alignment(layout_, alignmentOf(style.align));
     if (style.maxWidth > 0) {
         pango_layout_set_width(layout_, pangoUnits(style.maxWidth));

@@ -45,10 +45,43 @@ double fitting(const ViewSize& size, const ViewSize& room) {
     return factor;
 }
 
+/// The width of the longest word, none of which is broken as long as it fits.
+double longestWord(const View::Text& text) {
+    double longest = 0;
+    for (std::size_t start = 0; start < text.text.size();) {
+        const std::size_t end = std::min(text.text.find(' ', start), text.text.size());
+        longest = std::max(longest, measureText(text.text.substr(start, end - start), text.style).width);
+        start = end + 1;
+    }
+    return longest;
+}
+
+/// The narrowest room in which `text` takes no more lines than in `room`: lines of about the same length, and
+/// no last word that stands alone.
+double balancedWidth(const View::Text& text, double room) {
+    TextStyle style = text.style;
+    style.maxLines = 0;
+    const auto heightIn = [&](double width) {
+        style.maxWidth = width;
+        return measureText(text.text, style).height;
+    };
+    const double height = heightIn(room);
+    // Whole points: the same few layouts are asked for again and again.
+    double wide = std::floor(room);
+    double narrow = std::floor(longestWord(text));
+    if (narrow >= wide) narrow = 0;  // a script without blanks breaks anywhere
+    if (wide < 1 || heightIn(wide) > height) return room;
+    while (wide - narrow > 1) {
+        const double middle = std::floor((narrow + wide) / 2);
+        (heightIn(middle) > height ? narrow : wide) = middle;
+    }
+    return wide;
+}
+
 TextStyle styleFor(const View::Text& text, double room) {
     TextStyle style = text.style;
     if (std::isfinite(room) && measureText(text.text, style).width > room)
-        style.maxWidth = std::max(room, 1.0);
+        style.maxWidth = balancedWidth(text, std::max(room, 1.0));
     return style;
 }
 

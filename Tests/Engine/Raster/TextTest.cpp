@@ -34,6 +34,39 @@ TEST(Text, FixedPitchAndTabularDigitsDoNotJitter) {
     EXPECT_GT(measureText("0000", plain).width - measureText("1111", plain).width, 5);
 }
 
+TEST(Text, SignsThatTheFixedPitchLacksAreAsLargeAsItsLettersAndKeepTheLine) {
+    const TextStyle label{.font = {.size = 11, .weight = FontWeight::semibold}};
+    const TextSize letters = measureText("M", label);
+    for (const char* sign : {"★", "↩"}) {
+        const TextSize size = measureText(sign, label);
+        EXPECT_GT(size.width, 1.25 * letters.width) << sign;
+        EXPECT_NEAR(measureText("M" + std::string(sign), label).height, letters.height, 0.1) << sign;
+    }
+}
+
+TEST(Text, FiguresInWordsAreLiningFigures) {
+    // Old-style ones: 1 has no ascender and 3 hangs below the line.
+    const TextStyle words{.font = {.size = 30, .design = FontDesign::serif, .italic = true}};
+    const auto rowsOf = [&](const char* figure) {
+        Canvas own(40, 50, 1);
+        drawText(own, figure, words, {1, 1, 1, 1}, 5, 2);
+        int top = -1, bottom = -1;
+        for (int y = 0; y < 50; ++y) {
+            for (int x = 0; x < 40; ++x) {
+                if (own.pixels()[y * own.strideBytes() + x * 4 + 3] < 64) continue;
+                if (top < 0) top = y;
+                bottom = y;
+            }
+        }
+        return std::pair(top, bottom);
+    };
+    const auto [top, bottom] = rowsOf("1");
+    for (const char* figure : {"0", "3", "7", "9"}) {
+        EXPECT_NEAR(rowsOf(figure).first, top, 1) << figure;
+        EXPECT_NEAR(rowsOf(figure).second, bottom, 1) << figure;
+    }
+}
+
 TEST(Text, LongLinesWrapAndAreCutWhereAsked) {
     const std::string tagline =
         "The tide came in early and took the picnic, the map and the good umbrella with it, they say.";

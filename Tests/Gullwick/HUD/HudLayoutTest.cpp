@@ -82,6 +82,29 @@ TEST_F(HudLayoutTest, TheNeedMarkerStandsInTheGapAfterTheLastNeededSlot) {
     }
 }
 
+TEST_F(HudLayoutTest, NoWordOfAToastStandsAloneInALine) {
+    width = 860;
+    height = 560;
+    HudState state = playing(1);
+    for (const char* words :
+         {"Rest one finger on the trackpad and slide it — the trackpad is the beach",
+          "Pointer freed — the mouse moves the detector now. Esc to use the trackpad again"}) {
+        state.toast = words;
+        const Drawing drawing = draw(state);
+        const Drawing::Mark* mark = drawing.findText(words);
+        ASSERT_NE(mark, nullptr);
+        const auto& style = std::get<Drawing::Text>(mark->content).style;
+        const double line = measureText("M", style).height;
+        const auto lines = std::lround(mark->rect.height / line);
+        ASSERT_GE(lines, 2) << words;
+        // Lines of about one length: together they nearly fill the box.
+        TextStyle unwrapped = style;
+        unwrapped.maxWidth = 0;
+        EXPECT_GT(measureText(words, unwrapped).width, 0.75 * static_cast<double>(lines) * mark->rect.width)
+            << words;
+    }
+}
+
 TEST_F(HudLayoutTest, ToastAndPopupKeepTheirDistances) {
     HudState state = playing(2);
     state.toast = "Nothing here — dig where the ticks are fastest";
