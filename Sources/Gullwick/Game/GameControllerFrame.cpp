@@ -13,6 +13,7 @@ constexpr double coilRate = 24;               // the coil's easing toward the ta
 constexpr glm::dvec2 velocityScale{16, -10};  // plot units to scene units; the scene's z points away from y
 constexpr double trailSpacing = 0.012;        // plot distance between two marks of the trail
 constexpr double meterRate = 18;              // the meter's easing, per second
+constexpr double meterRest = 0.001;           // so near its goal, the meter has reached it
 constexpr double hudPeriod = 0.05;            // seconds between two refreshes of the HUD
 constexpr double shownTideStep = 0.04;        // the tide clock is republished when it moved by more
 constexpr double liftSeconds = 0.6;           // the rig's nod while it digs
@@ -120,11 +121,13 @@ void GameController::runTide(double now) {
 void GameController::refreshHud(double dt) {
     hudClock_ += dt;
     const double goal = phase == Phase::playing ? reading_.strength : 0;
-    meter = meter + std::min(meterRate * dt, 1.0) * (goal - meter);
+    const double eased = meter + std::min(meterRate * dt, 1.0) * (goal - meter);
+    meter = std::abs(goal - eased) < meterRest ? goal : eased;
     if (hudClock_ < hudPeriod) return;
     hudClock_ = 0;
     const double shown = tideLeft();
-    if (std::abs(timeLeft - shown) > shownTideStep) timeLeft = shown;
+    // The end is exact: no last hundredth may keep the clock at a second that is over.
+    if (std::abs(timeLeft - shown) > shownTideStep || (shown == 0 && timeLeft != 0)) timeLeft = shown;
     if (reading_.item) meterIsTreasure = reading_.isTreasure();
     changes_.willChange();
 }

@@ -294,7 +294,7 @@ TEST_F(Frame, theMeterFollowsTheSignalAndSinksOutsideThePlay) {
     turn(frameTime);
     EXPECT_NEAR(game.meter, 0.7 * (1 - 0.3 * junk.depth), 1e-6);  // 18 / 60 of the way each frame
     turn(1);
-    EXPECT_LT(game.meter, 1e-6);
+    EXPECT_EQ(game.meter, 0) << "or one bar stays lit";
     EXPECT_FALSE(game.meterIsTreasure);  // without a signal the last colour stays
     EXPECT_EQ(game.reading(), Reading::silent());
     game.closeSelect();
@@ -324,6 +324,17 @@ TEST_F(Frame, theShownTideMovesInStepsAndObserversHearOfItInTime) {
     ASSERT_LE(shown.size(), 41u);  // at most one step for each 0.05 s
     for (std::size_t i = 1; i < shown.size(); ++i) EXPECT_GT(shown[i - 1] - shown[i], 0.04);
     EXPECT_NEAR(game.timeLeft, 100 - game.hunt().elapsed(), 0.1);
+}
+
+TEST_F(Frame, theTideEndsAtZeroWhereverItStood) {
+    // Every remainder that the last step but one may leave.
+    for (double start = 99.0; start < 99.05; start += 0.003) {
+        play(1);
+        game.debugAdvance(start);
+        wait(Phase::flooding);
+        wait(Phase::finished);
+        ASSERT_EQ(game.timeLeft, 0) << start;
+    }
 }
 
 TEST_F(Frame, reduceMotionReachesTheScene) {
