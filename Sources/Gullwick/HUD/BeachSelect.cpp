@@ -30,16 +30,18 @@ View BeachSelect::tile(const BeachSpec& beach, double swell) const {
     const bool unlocked = game.progress.isUnlocked(beach.number);
     const double chosen = std::clamp(swell, 0.0, 1.0);
     const Colour ink = unlocked ? Palette::cream : times(Palette::dim, 0.5);
+    const Colour nameInk = unlocked ? Palette::cream : Palette::dim;  // small: it must still be read
     const auto best = game.progress.stars.find(beach.number);
     View result = unlocked ? StarsView{best == game.progress.stars.end() ? 0 : best->second, 11}.body()
                            : sign(Symbol::lockFill, 12, times(Palette::dim, 0.5));
     View content = column(
         8, Place::centre,
-        views(text(fmt::format("{:02}", beach.number), Type::mono(26, FontWeight::bold), ink),
-              text(upperCase(beach.name), Type::mono(9, FontWeight::semibold), ink, 1, TextAlign::centre, 2)
-                  .noWiderThan(tileWidth - 12)
-                  .framed(std::nullopt, 26),
-              std::move(result)));
+        views(
+            text(fmt::format("{:02}", beach.number), Type::mono(26, FontWeight::bold), ink),
+            text(upperCase(beach.name), Type::mono(9, FontWeight::semibold), nameInk, 1, TextAlign::centre, 2)
+                .noWiderThan(tileWidth - 12)
+                .framed(std::nullopt, 26),
+            std::move(result)));
     const double opacity = unlocked ? 0.32 + (0.55 - 0.32) * chosen : 0.12;
     const Colour border = mixed(times(Palette::dim, 0.3), Palette::coral, chosen);
     return std::move(content)

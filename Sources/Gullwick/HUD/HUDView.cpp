@@ -19,6 +19,8 @@ namespace gull {
 namespace {
 
 constexpr Colour selectBackdrop{0.01, 0.05, 0.07, 0.9};
+constexpr double selectQuiet =
+    0.6;  // the beach behind the backdrop is dimmed by so much, so that no lamp shines through
 constexpr double cardMargin = 8;  // around a card in a window that is hardly larger
 
 constexpr const char* instructions =
@@ -117,6 +119,9 @@ View HUDView::body() const {
     };
     if (pose.card > 0) present("card", black(0.35), ResultCard{ended, icons}.body(), pose.card);
     if (pose.select > 0) {
+        all.push_back(shape(rectangle().filled(black(selectQuiet)))
+                          .framed(width, height)
+                          .onSheet("select.quiet", pose.select));
         present("select", selectBackdrop, BeachSelect{game, pose.tile}.body(), pose.select);
     }
     return layers(std::move(all)).framed(width, height);

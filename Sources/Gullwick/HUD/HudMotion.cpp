@@ -112,6 +112,16 @@ void HudMotion::followPopup(const HudState& state, double now) {
         popupLift_.moveTo(popupRise, rise, now, popupRiseDelay);
         popupLeaves_ = now + popupLeaveDelay;
     }
+    const bool playEnds = last_ && last_->phase == HudState::Phase::playing && state.phase != last_->phase;
+    if (playEnds && popupAlpha_.goal() > 0) {
+        // What follows has the player's whole attention; a pop-up that has not come yet stays away.
+        if (popupAlpha_.value(now) > 0)
+            popupAlpha_.moveTo(0, TimingCurve::easeOut(popupCutSeconds), now);
+        else
+            popupAlpha_.jumpTo(0);
+        popupLift_.jumpTo(popupLift_.value(now));
+        popupLeaves_.reset();
+    }
     if (!popupLeaves_ || now < *popupLeaves_) return;
     // However late this is noticed, it began when it was due.
     const TimingCurve leave = TimingCurve::easeIn(popupLeaveSeconds);

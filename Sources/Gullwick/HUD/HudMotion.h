@@ -24,7 +24,8 @@ class HudMotion {
     static constexpr double popupRise = 24;         ///< points
     static constexpr double popupLeaveDelay = 2.0;  ///< after the find
     static constexpr double popupLeaveSeconds = 0.5;
-    static constexpr double popupLeave = 46;  ///< points
+    static constexpr double popupLeave = 46;         ///< points
+    static constexpr double popupCutSeconds = 0.15;  ///< its fade when play ends under it
 
     /// How long the tick mark stays lit: shorter than the gap between the two ticks of a pair, so that a pair
     /// is seen as two.

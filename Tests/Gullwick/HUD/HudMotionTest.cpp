@@ -154,6 +154,25 @@ TEST_F(HudMotionTest, ThePopupRisesInTwoStagesAndStartsOverWithTheNextFind) {
     at(23.2);
     EXPECT_LT(at(23.4).alpha, 1);
 
+    // Play may end under it: it is gone before the card is up, and none comes late.
+    for (const double endsAfter : {0.2, 0.5, 1.5}) {
+        HudMotion cut;
+        HudState end = playing(3);
+        cut.follow(end, 0, false);
+        end.findStamp = 1;
+        end.lastFind = ItemKind::coin;
+        cut.follow(end, 1, false);
+        end.phase = Phase::finished;
+        cut.follow(end, 1 + endsAfter, false);
+        for (double t = 1 + endsAfter; t < 5; t += 0.05) {
+            cut.follow(end, t, false);
+            if (t > 1 + endsAfter + 0.15) {
+                ASSERT_EQ(cut.pose(t).popup.alpha, 0) << endsAfter;
+            }
+        }
+        EXPECT_FALSE(cut.isMoving(5));
+    }
+
     HudMotion silent;
     state.lastFind.reset();
     silent.follow(state, 0, false);

@@ -227,6 +227,7 @@ TEST_F(HudTextsTest, TilesShowStarsOrALock) {
     EXPECT_NEAR(chosen->stops.front().colour.a, 0.12, 1e-12) << "locked wins over chosen";
     EXPECT_EQ(inkOf(drawing, "02"), Palette::cream);
     EXPECT_EQ(inkOf(drawing, "05"), times(Palette::dim, 0.5));
+    EXPECT_EQ(inkOf(drawing, "LIGHTHOUSE POINT"), Palette::dim) << "locked, but to be read";
 }
 
 TEST_F(HudTextsTest, IconsAreMadeOnceAndAheadOfNeed) {
