@@ -1,8 +1,8 @@
 #include "GullCore/Hunt.h"
 
+#include "Engine/Log/Require.h"
+
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <limits>
 #include <utility>
 
@@ -90,10 +90,7 @@ std::optional<BuriedItem> Hunt::ping(const PlotPoint& from) {
         candidates.begin(), candidates.end(),
         [&](const BuriedItem& a, const BuriedItem& b) { return a.at.distance(from) < b.at.distance(from); });
     if (nearest == candidates.end()) return std::nullopt;
-    if (pings_ == std::numeric_limits<int>::max()) {
-        std::fprintf(stderr, "gullwick: one more ping than can be counted (%d)\n", pings_);
-        std::abort();
-    }
+    require(pings_ < std::numeric_limits<int>::max(), "one more ping than can be counted ({})", pings_);
     ++pings_;
     elapsed_ = std::min(elapsed_ + pingCost, spec_.tideSeconds);
     return *nearest;

@@ -42,6 +42,9 @@ TEST(IncludeDirection, anUpwardOrSidewaysIncludeIsFound) {
         includeViolations({{"Engine/Loop/Clock.h", ""},
                            {"Engine/Sound/Mixer.cpp", "  # include \"Engine/Loop/Clock.h\"  // why\n"}}),
         ElementsAre(HasSubstr("against the arrows of Engine/Sound")));
+    EXPECT_THAT(includeViolations({{"Engine/Log/Require.h", "#include \"Engine/Loop/Clock.h\"\n"},
+                                   {"Engine/Loop/Clock.h", "#include \"Engine/Log/Require.h\"\n"}}),
+                ElementsAre(HasSubstr("against the arrows of Engine/Log")));
     EXPECT_THAT(
         includeViolations({{"Gullwick/Scene/Look.h", ""},
                            {"Gullwick/Scene/Reveal.h", ""},

@@ -1,10 +1,10 @@
 #include "Engine/Loop/MainLoop.h"
 
+#include "Engine/Log/Require.h"
+
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 #include <thread>
 #include <utility>
 
@@ -69,10 +69,7 @@ double MainLoop::dueAfter(double delay) const {
 }
 
 MainLoop::Timer MainLoop::every(double interval, std::function<void()> work) {
-    if (!(interval > 0)) {
-        std::fprintf(stderr, "MainLoop: a repeating timer needs an interval above 0, not %g\n", interval);
-        std::abort();
-    }
+    require(interval > 0, "MainLoop: a repeating timer needs an interval above 0, not {}", interval);
     return Timer(add(now() + interval, interval, std::move(work)));
 }
 
@@ -143,10 +140,7 @@ int MainLoop::runUntilQuit() {
 }
 
 void MainLoop::turn(ManualClock& clock, double seconds) {
-    if (static_cast<const Clock*>(&clock) != &clock_) {
-        std::fprintf(stderr, "MainLoop: turned by a clock that is not its own\n");
-        std::abort();
-    }
+    require(static_cast<const Clock*>(&clock) == &clock_, "MainLoop: turned by a clock that is not its own");
     const double end = clock.now() + seconds;
     while (!quitting_) {
         const double due = nextDue();

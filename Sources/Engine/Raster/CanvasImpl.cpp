@@ -1,5 +1,6 @@
 #include "Engine/Raster/CanvasImpl.h"
 
+#include "Engine/Log/Require.h"
 #include "Engine/Raster/Resample.h"
 
 #include <cairo.h>
@@ -7,7 +8,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -89,11 +89,9 @@ Canvas::Impl::Impl(double canvasWidth, double canvasHeight, double pixelsPerPoin
     const bool sane = pixelWidth >= 0 && pixelHeight >= 0 && pixelWidth < 32768 && pixelHeight < 32768;
     surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, sane ? static_cast<int>(pixelWidth) : -1,
                                          sane ? static_cast<int>(pixelHeight) : -1);
-    if (cairo_surface_status(surface) != CAIRO_STATUS_SUCCESS) {
-        std::fprintf(stderr, "Canvas: no bitmap of %g by %g points at scale %g: %s\n", width, height, scale,
-                     cairo_status_to_string(cairo_surface_status(surface)));
-        std::abort();
-    }
+    const cairo_status_t status = cairo_surface_status(surface);
+    require(status == CAIRO_STATUS_SUCCESS, "Canvas: no bitmap of {} by {} points at scale {}: {}", width,
+            height, scale, cairo_status_to_string(status));
     context = cairo_create(surface);
     cairo_set_tolerance(context, curveTolerance);
     cairo_scale(context, scale, scale);
@@ -123,11 +121,9 @@ void Canvas::Impl::beginGroup(Group group) {
 }
 
 Canvas::Impl::Group Canvas::Impl::endGroup(bool shadow) {
-    if (groups.empty() || groups.back().shadow != shadow) {
-        std::fprintf(stderr, "Canvas: end of a %s that was not begun (%zu groups open)\n",
-                     shadow ? "shadow" : "layer", groups.size());
-        std::abort();
-    }
+    require(!groups.empty() && groups.back().shadow == shadow,
+            "Canvas: end of a {} that was not begun ({} groups open)", shadow ? "shadow" : "layer",
+            groups.size());
     cairo_destroy(context);
     Group group = groups.back();
     groups.pop_back();

@@ -1,15 +1,11 @@
 #include "Engine/Raster/Image.h"
 
-#include <cstdio>
-#include <cstdlib>
+#include "Engine/Log/Require.h"
 
 namespace gull {
 
 Image::Image(int imageWidth, int imageHeight) : width(imageWidth), height(imageHeight) {
-    if (width < 0 || height < 0) {
-        std::fprintf(stderr, "Image: a size of %d by %d pixels\n", width, height);
-        std::abort();
-    }
+    require(width >= 0 && height >= 0, "Image: a size of {} by {} pixels", width, height);
     pixels.assign(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4, 0);
 }
 

@@ -1,8 +1,9 @@
 #include "Engine/Raster/Resample.h"
 
+#include "Engine/Log/Require.h"
+
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 
 namespace gull {
@@ -45,10 +46,7 @@ Axis weightsAlong(int from, int to) {
 }  // namespace
 
 Image resampled(const Image& image, int width, int height) {
-    if (width < 1 || height < 1) {
-        std::fprintf(stderr, "resampled: a size of %d by %d pixels\n", width, height);
-        std::abort();
-    }
+    require(width > 0 && height > 0, "resampled: a size of {} by {} pixels", width, height);
     Image result(width, height);
     if (image.empty()) return result;
     const Axis across = weightsAlong(image.width, width);

@@ -1,17 +1,16 @@
 #include "Engine/Sound/Mixer.h"
 
+#include "Engine/Log/Require.h"
+
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 
 namespace gull {
 
 void Mixer::play(int voice, std::span<const float> samples, float volume) {
-    if (voice < 0 || voice >= SoundOutput::voiceCount) {
-        std::fprintf(stderr, "Mixer::play: voice %d of %d\n", voice, SoundOutput::voiceCount);
-        std::abort();
-    }
+    require(voice >= 0 && voice < SoundOutput::voiceCount, "Mixer::play: voice {} of {}", voice,
+            SoundOutput::voiceCount);
     Voice& taken = voices_[static_cast<std::size_t>(voice)];
     cutOff(taken);
     taken = {samples, 0, volume, 0};

@@ -1,8 +1,9 @@
 #include "Engine/Sound/Resampler.h"
 
+#include "Engine/Log/Require.h"
+
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 #include <numbers>
 
@@ -28,10 +29,7 @@ double bessel0(double x) {
 }  // namespace
 
 Resampler::Resampler(int inputRate, int outputRate) : inputRate_(inputRate), outputRate_(outputRate) {
-    if (inputRate <= 0 || outputRate <= 0) {
-        std::fprintf(stderr, "Resampler: from %d to %d Hz\n", inputRate, outputRate);
-        std::abort();
-    }
+    require(inputRate > 0 && outputRate > 0, "Resampler: from {} to {} Hz", inputRate, outputRate);
     if (inputRate == outputRate) return;
     const double cutoff = bandShare * std::min(1.0, static_cast<double>(outputRate) / inputRate);
     const double reach = zeroCrossings / cutoff;  // input samples on either side

@@ -1,7 +1,7 @@
 #include "Engine/Stage/Primitives.h"
 
+#include "Engine/Log/Require.h"
 #include "Engine/Stage/MeshBuilder.h"
-#include "Engine/Stage/Precondition.h"
 
 #include <algorithm>
 #include <array>
@@ -76,11 +76,11 @@ void addDisc(MeshBuilder& mesh, double radius, double y, int segments, double fa
 }
 
 void requirePositive(const char* shape, double a, double b, double c = 1) {
-    if (!(a > 0 && b > 0 && c > 0)) brokenPrecondition("a %s of %g, %g, %g", shape, a, b, c);
+    require(a > 0 && b > 0 && c > 0, "a {} of {}, {}, {}", shape, a, b, c);
 }
 
 void requireSegments(const char* shape, int segments, int least = 3) {
-    if (segments < least) brokenPrecondition("a %s of %d segments", shape, segments);
+    require(segments >= least, "a {} of {} segments", shape, segments);
 }
 
 }  // namespace
@@ -97,7 +97,7 @@ Geometry plane(double width, double height) {
 
 Geometry box(double width, double height, double length, double chamfer) {
     requirePositive("box", width, height, length);
-    if (chamfer < 0) brokenPrecondition("a box with a chamfer of %g", chamfer);
+    require(chamfer >= 0, "a box with a chamfer of {}", chamfer);
     const double cut = std::min(chamfer, greatestChamfer * std::min({width, height, length}));
     const glm::dvec3 half(width / 2, height / 2, length / 2);
     MeshBuilder mesh;
@@ -229,9 +229,8 @@ Geometry cylinder(double radius, double height, int segments) {
 }
 
 Geometry cone(double topRadius, double bottomRadius, double height, int segments) {
-    if (topRadius < 0 || bottomRadius < 0 || !(topRadius + bottomRadius > 0) || !(height > 0)) {
-        brokenPrecondition("a cone of radii %g and %g and height %g", topRadius, bottomRadius, height);
-    }
+    require(topRadius >= 0 && bottomRadius >= 0 && topRadius + bottomRadius > 0 && height > 0,
+            "a cone of radii {} and {} and height {}", topRadius, bottomRadius, height);
     requireSegments("cone", segments);
     MeshBuilder mesh;
     const double out = height, up = bottomRadius - topRadius;
@@ -272,7 +271,7 @@ Geometry tube(double innerRadius, double outerRadius, double height, int segment
 
 Geometry capsule(double capRadius, double height, int segments) {
     requirePositive("capsule", capRadius, height);
-    if (height < 2 * capRadius) brokenPrecondition("a capsule of radius %g and height %g", capRadius, height);
+    require(height >= 2 * capRadius, "a capsule of radius {} and height {}", capRadius, height);
     requireSegments("capsule", segments, 4);
     const int capStacks = std::max(2, segments / 4);
     const double straight = height / 2 - capRadius;

@@ -1,6 +1,6 @@
 #include "Engine/Stage/Texture.h"
 
-#include "Engine/Stage/Precondition.h"
+#include "Engine/Log/Require.h"
 
 #include <algorithm>
 #include <atomic>
@@ -50,20 +50,18 @@ void Texture::forgetPixels() const {
 
 void Texture::replace(Image image) {
     const Image& old = this->image();
-    if (image.width != old.width || image.height != old.height) {
-        brokenPrecondition("a texture of %d x %d was replaced by one of %d x %d", old.width, old.height,
-                           image.width, image.height);
-    }
+    require(image.width == old.width && image.height == old.height,
+            "a texture of {} x {} was replaced by one of {} x {}", old.width, old.height, image.width,
+            image.height);
     image_ = std::move(image);
     changed({0, 0, image_.width, image_.height});
 }
 
 void Texture::update(const Image& source, const PixelRect& rect) {
     const Image& old = image();
-    if (source.width != old.width || source.height != old.height) {
-        brokenPrecondition("a texture of %d x %d was updated from one of %d x %d", old.width, old.height,
-                           source.width, source.height);
-    }
+    require(source.width == old.width && source.height == old.height,
+            "a texture of {} x {} was updated from one of {} x {}", old.width, old.height, source.width,
+            source.height);
     const int left = std::clamp(rect.x, 0, old.width);
     const int top = std::clamp(rect.y, 0, old.height);
     const int right = std::clamp(rect.x + rect.width, left, old.width);

@@ -1,9 +1,9 @@
 #include "Engine/Views/Layout.h"
 
+#include "Engine/Log/Require.h"
+
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 
 namespace gull {
 
@@ -374,11 +374,8 @@ void Layout::group(Drawing::Content begin, const View& view, const Rect& rect) {
 }
 
 void Layout::sheet(const View::Sheet& sheet, const View& view, const Rect& rect) {
-    if (enclosing_ > 0 || around_.factor != 1) {
-        std::fprintf(stderr, "Layout: the sheet \"%s\" stands within another view's sheet, group or scale\n",
-                     sheet.name.c_str());
-        std::abort();
-    }
+    require(enclosing_ == 0 && around_.factor == 1,
+            "Layout: the sheet \"{}\" stands within another view's sheet, group or scale", sheet.name);
     endGround();
     const Surroundings before = around_;
     const std::size_t first = marks_.size();

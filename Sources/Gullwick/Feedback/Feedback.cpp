@@ -1,10 +1,9 @@
 #include "Gullwick/Feedback/Feedback.h"
 
+#include "Engine/Log/Require.h"
 #include "Gullwick/Feedback/Sounds.h"
 #include "Gullwick/Settings/AppSettings.h"
 
-#include <cstdio>
-#include <cstdlib>
 #include <limits>
 #include <utility>
 
@@ -56,10 +55,7 @@ void Feedback::haptic(HapticPattern pattern, double minGap) {
 }
 
 void Feedback::thump(int count, double gap, HapticPattern pattern) {
-    if (count < 0) {
-        std::fprintf(stderr, "Feedback::thump: a count of %d pulses\n", count);
-        std::abort();
-    }
+    require(count >= 0, "Feedback::thump: a count of {} pulses", count);
     if (count == 0) return;
     haptic(pattern, 0);
     for (int pulse = 1; pulse < count; ++pulse) after(gap * pulse, [this, pattern] { haptic(pattern, 0); });

@@ -1,10 +1,10 @@
 #include "Gullwick/Feedback/SoundParts.h"
 
+#include "Engine/Log/Require.h"
+
 #include <array>
 #include <cmath>
 #include <complex>
-#include <cstdio>
-#include <cstdlib>
 #include <numbers>
 
 namespace gull::SoundParts {
@@ -52,10 +52,8 @@ void addBell(std::vector<float>& mix, const BellNote& note, double sampleRate) {
 
 std::size_t frameCount(double sampleRate, double duration) {
     const double frames = sampleRate * duration;
-    if (!(frames > -1 && frames < 4294967296.0)) {
-        std::fprintf(stderr, "A sound of %g s at %g Hz has no number of frames\n", duration, sampleRate);
-        std::abort();
-    }
+    require(frames > -1 && frames < 4294967296.0, "a sound of {} s at {} Hz has no number of frames",
+            duration, sampleRate);
     return static_cast<std::size_t>(std::max(std::trunc(frames), 0.0));
 }
 

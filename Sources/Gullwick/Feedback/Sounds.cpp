@@ -1,9 +1,9 @@
 #include "Gullwick/Feedback/Sounds.h"
 
+#include "Engine/Log/Require.h"
 #include "Gullwick/Feedback/SoundParts.h"
 
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 #include <numbers>
 #include <span>
@@ -176,8 +176,7 @@ std::vector<float> make(const Sound& sound, double sampleRate) {
         case Sound::Kind::tap:
             return tap(sampleRate);
     }
-    std::fprintf(stderr, "Sounds::make: no sound of kind %d\n", static_cast<int>(sound.kind));
-    std::abort();
+    brokenPrecondition("Sounds::make: no sound of kind {}", static_cast<int>(sound.kind));
 }
 
 std::vector<float> makeSurf(double sampleRate) {

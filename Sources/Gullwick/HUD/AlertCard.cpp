@@ -1,9 +1,8 @@
 #include "Gullwick/HUD/AlertCard.h"
 
+#include "Engine/Log/Require.h"
 #include "Gullwick/HUD/Palette.h"
 
-#include <cstdio>
-#include <cstdlib>
 #include <optional>
 
 namespace gull {
@@ -25,10 +24,7 @@ std::optional<std::size_t> buttonAt(const MouseEvent& event, const Drawing& draw
 
 AlertCard::AlertCard(View content, std::vector<Button> buttons, std::size_t safe)
     : content_(std::move(content)), buttons_(std::move(buttons)), safe_(safe), focus_(safe) {
-    if (safe_ >= buttons_.size()) {
-        std::fprintf(stderr, "AlertCard: button %zu of %zu\n", safe_, buttons_.size());
-        std::abort();
-    }
+    require(safe_ < buttons_.size(), "AlertCard: button {} of {}", safe_, buttons_.size());
 }
 
 void AlertCard::press(std::size_t button) {

@@ -1,5 +1,6 @@
 #include "Gullwick/HUD/BeachSelect.h"
 
+#include "Engine/Log/Require.h"
 #include "Gullwick/HUD/Palette.h"
 #include "Gullwick/HUD/StarsView.h"
 #include "Gullwick/Scene/Look.h"
@@ -7,8 +8,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 
 namespace gull {
 
@@ -54,11 +53,8 @@ View BeachSelect::tile(const BeachSpec& beach, double swell) const {
 
 View BeachSelect::body() const {
     const std::vector<BeachSpec>& beaches = Campaign::beaches();
-    if (beaches.size() < static_cast<std::size_t>(rows * columns)) {
-        std::fprintf(stderr, "BeachSelect: a campaign of %zu beaches does not fill the grid\n",
-                     beaches.size());
-        std::abort();
-    }
+    require(beaches.size() >= static_cast<std::size_t>(rows * columns),
+            "BeachSelect: a campaign of {} beaches does not fill the grid", beaches.size());
     std::vector<View> grid;
     for (std::size_t r = 0; r < rows; ++r) {
         std::vector<View> tiles;

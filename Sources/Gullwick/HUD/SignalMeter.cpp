@@ -1,20 +1,16 @@
 #include "Gullwick/HUD/SignalMeter.h"
 
+#include "Engine/Log/Require.h"
 #include "Gullwick/HUD/Palette.h"
 
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 
 namespace gull {
 
 long long SignalMeter::lit() const {
     const double count = std::ceil(game.meter * bars);
     constexpr double limit = 9223372036854775808.0;  // 2^63
-    if (!(count >= -limit && count < limit)) {
-        std::fprintf(stderr, "SignalMeter: a signal of %g cannot be shown\n", game.meter);
-        std::abort();
-    }
+    require(count >= -limit && count < limit, "SignalMeter: a signal of {} cannot be shown", game.meter);
     return static_cast<long long>(count);
 }
 

@@ -1,6 +1,6 @@
 #include "Gullwick/Scene/BeachScene.h"
 
-#include "Engine/Stage/Precondition.h"
+#include "Engine/Log/Require.h"
 #include "Gullwick/Scene/DetectorRig.h"
 #include "Gullwick/Scene/Digs.h"
 #include "Gullwick/Scene/Dressing.h"
@@ -100,7 +100,7 @@ BeachScene::BeachScene(DelayedWork& delayedWork)
 BeachScene::~BeachScene() = default;
 
 void BeachScene::setBeach(int number) {
-    if (number < 0) brokenPrecondition("beach %d: beaches are numbered from 1", number);
+    require(number >= 0, "beach {}: beaches are numbered from 1", number);
     const bool again = parts_->beachRoot && number == beachNumber_;
     beachNumber_ = number;
     look_ = BeachLook::forBeach(number);

@@ -1,6 +1,6 @@
 #include "Gullwick/Scene/Dressing.h"
 
-#include "Engine/Stage/Precondition.h"
+#include "Engine/Log/Require.h"
 #include "Engine/Stage/Primitives.h"
 #include "Gullwick/Scene/PropParts.h"
 
@@ -25,7 +25,7 @@ void lastBeach(Node& into) {
 }  // namespace
 
 std::unique_ptr<Node> build(int beach, const BeachLook& look, Textures& textures) {
-    if (beach < 0) brokenPrecondition("no props for beach %d: beaches are numbered from 1", beach);
+    require(beach >= 0, "no props for beach {}: beaches are numbered from 1", beach);
     auto root = std::make_unique<Node>("dressing");
     Node& into = *root;
     SplitMix64 rng(static_cast<std::uint64_t>(beach) * seedFactor);

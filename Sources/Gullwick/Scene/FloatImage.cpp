@@ -1,6 +1,6 @@
 #include "Gullwick/Scene/FloatImage.h"
 
-#include "Engine/Stage/Precondition.h"
+#include "Engine/Log/Require.h"
 
 #include <algorithm>
 #include <bit>
@@ -11,10 +11,9 @@ namespace gull {
 namespace {
 
 void requirePowersOfTwo(int width, int height) {
-    if (width < 1 || height < 1 || !std::has_single_bit(static_cast<unsigned>(width)) ||
-        !std::has_single_bit(static_cast<unsigned>(height))) {
-        brokenPrecondition("FloatImage: sides of %d by %d, not powers of two", width, height);
-    }
+    require(width > 0 && height > 0 && std::has_single_bit(static_cast<unsigned>(width)) &&
+                std::has_single_bit(static_cast<unsigned>(height)),
+            "FloatImage: sides of {} by {}, not powers of two", width, height);
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 #include "Gullwick/Scene/Lathe.h"
 
+#include "Engine/Log/Require.h"
 #include "Engine/Stage/MeshBuilder.h"
-#include "Engine/Stage/Precondition.h"
 
 #include <algorithm>
 #include <cmath>
@@ -24,7 +24,7 @@ glm::dvec2 normalizedIfLong(const glm::dvec2& v) {
 }  // namespace
 
 Geometry lathe(const std::vector<ProfilePoint>& profile, int segments, bool flatAround, double uvScale) {
-    if (segments < 3) brokenPrecondition("a lathe of %d segments", segments);
+    require(segments >= 3, "a lathe of {} segments", segments);
     MeshBuilder mesh;
     const std::size_t edges = profile.size() < 2 ? 0 : profile.size() - 1;
 
@@ -82,9 +82,8 @@ Geometry gem(double radius, int facets) {
 }
 
 Geometry bar(const std::vector<glm::dvec3>& path, const std::vector<double>& radii, int sides) {
-    if (path.size() < 2 || radii.empty() || sides < 3) {
-        brokenPrecondition("a bar of %zu points, %zu radii and %d sides", path.size(), radii.size(), sides);
-    }
+    require(path.size() >= 2 && !radii.empty() && sides >= 3, "a bar of {} points, {} radii and {} sides",
+            path.size(), radii.size(), sides);
     const auto radiusAt = [&](std::size_t i) { return radii[std::min(i, radii.size() - 1)]; };
     const auto directionAt = [&](std::size_t i) {
         const glm::dvec3& before = path[i == 0 ? 0 : i - 1];

@@ -1,6 +1,6 @@
 #include "Gullwick/Scene/Noise.h"
 
-#include "Engine/Stage/Precondition.h"
+#include "Engine/Log/Require.h"
 #include "Gullwick/Scene/Xorshift.h"
 
 #include <algorithm>
@@ -42,15 +42,14 @@ std::uint8_t encoded(double component) {
 }
 
 void check(const char* what, std::size_t values, int size) {
-    if (size < 1 || values != area(size)) {
-        brokenPrecondition("Noise::%s: %zu values for a field of size %d", what, values, size);
-    }
+    require(size > 0 && values == area(size), "Noise::{}: {} values for a field of size {}", what, values,
+            size);
 }
 
 }  // namespace
 
 Heights grainHeights(int size, std::uint64_t seed, int blur) {
-    if (size < 1) brokenPrecondition("Noise::grainHeights: size %d", size);
+    require(size > 0, "Noise::grainHeights: size {}", size);
     Xorshift draws(seed | 1);
     Heights heights(area(size));
     for (float& height : heights) height = static_cast<float>(draws.unit());
@@ -120,10 +119,8 @@ Heights luminance(const Image& image, int size) {
 }
 
 Heights fractal(int size, std::uint64_t seed, int cells, int octaves) {
-    if (size < 1 || cells < 1 || size % (cells << std::max(octaves - 1, 0)) != 0) {
-        brokenPrecondition("Noise::fractal: %d octaves from %d cells in a field of size %d", octaves, cells,
-                           size);
-    }
+    require(size > 0 && cells > 0 && size % (cells << std::max(octaves - 1, 0)) == 0,
+            "Noise::fractal: {} octaves from {} cells in a field of size {}", octaves, cells, size);
     Xorshift draws(seed | 1);
     Heights result(area(size), 0.0F);
     Heights lattice;

@@ -1,6 +1,6 @@
 #include "Gullwick/Scene/SkyTexture.h"
 
-#include "Engine/Stage/Precondition.h"
+#include "Engine/Log/Require.h"
 #include "Gullwick/Scene/CloudLayer.h"
 #include "Gullwick/Scene/Xorshift.h"
 
@@ -118,7 +118,7 @@ float cloudsAt(double elevation) {
 }  // namespace
 
 Image skyPanorama(const BeachLook& look, int width) {
-    if (width < 2 || width % 4 != 0) brokenPrecondition("skyPanorama: width %d", width);
+    require(width >= 2 && width % 4 == 0, "skyPanorama: width {}", width);
     const int height = width / 2;
     const double h = height;
     const std::array<Stop, 6> gradient{{{0, look.sand.scaled(0.42)},
