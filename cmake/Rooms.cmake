@@ -77,3 +77,16 @@ function(gull_room_tests path)
     gtest_discover_tests(${target}_tests TEST_PREFIX "${path}/" DISCOVERY_TIMEOUT 60
         PROPERTIES TIMEOUT 300 WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
 endfunction()
+
+# gull_shaders(Path/Of/Room): embeds Sources/Path/Of/Room/Shaders in the room, whose Shaders.h declares the strings.
+function(gull_shaders path)
+    string(REPLACE "/" "_" target ${path})
+    set(folder ${PROJECT_SOURCE_DIR}/Sources/${path}/Shaders)
+    set(output ${CMAKE_CURRENT_BINARY_DIR}/${target}_shaders.cpp)
+    set(script ${PROJECT_SOURCE_DIR}/cmake/EmbedShaders.cmake)
+    file(GLOB shaders CONFIGURE_DEPENDS ${folder}/*.glsl ${folder}/*.h)
+    add_custom_command(OUTPUT ${output}
+        COMMAND ${CMAKE_COMMAND} -D SHADERS=${folder} -D HEADER=${path}/Shaders.h -D OUTPUT=${output} -P ${script}
+        DEPENDS ${shaders} ${script} VERBATIM COMMENT "Embedding the shaders of ${path}")
+    target_sources(${target} PRIVATE ${output})
+endfunction()

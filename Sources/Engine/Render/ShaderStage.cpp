@@ -7,6 +7,7 @@
 #include <epoxy/gl.h>
 #include <fmt/format.h>
 
+#include <regex>
 #include <stdexcept>
 
 namespace gull {
@@ -44,7 +45,8 @@ ShaderStage::ShaderStage(Kind kind, std::string_view program, const std::string&
         glGetProgramInfoLog(name_, sizeof log, nullptr, log);
         glDeleteProgram(name_);
         throw std::runtime_error(fmt::format("The graphics driver refuses the {} {} shader:\n{}", program,
-                                             kind == Kind::vertex ? "vertex" : "fragment", log));
+                                             kind == Kind::vertex ? "vertex" : "fragment",
+                                             withFileNames(log)));
     }
     if (const GLuint block = glGetUniformBlockIndex(name_, "Frame"); block != GL_INVALID_INDEX)
         glUniformBlockBinding(name_, block, FrameBlock::binding);
@@ -64,7 +66,7 @@ int ShaderStage::location(const char* uniform) const {
 
 std::shared_ptr<const ShaderStage> VertexStages::get(std::string_view program, const ShaderSource& source) {
     std::string text = head(source.defines) + "#define VERTEX\n";
-    text.append(shaders::common).append(source.body);
+    text.append(source.body);
     std::weak_ptr<const ShaderStage>& known = stages_[text];
     std::shared_ptr<const ShaderStage> stage = known.lock();
     if (!stage) known = stage = std::make_shared<ShaderStage>(ShaderStage::Kind::vertex, program, text);
@@ -72,8 +74,23 @@ std::shared_ptr<const ShaderStage> VertexStages::get(std::string_view program, c
 }
 
 std::string fragmentSource(const ShaderSource& source) {
-    std::string text = head(source.defines);
-    return text.append(shaders::common).append(shaders::lighting).append(source.body);
+    return head(source.defines).append(source.body);
+}
+
+std::string withFileNames(const std::string& messages) {
+    // How drivers tell it: "0:30012(5): error" (Mesa), "0(30012) : error" (NVIDIA), "ERROR: 0:30012: "
+    // (others).
+    static const std::regex place(R"(\b\d+([:(])(\d{1,4})(\d{4})\b)");
+    std::string named;
+    auto rest = messages.cbegin();
+    for (std::sregex_iterator match(messages.begin(), messages.end(), place), end; match != end; ++match) {
+        const std::size_t file = std::stoul((*match)[2]);
+        if (file == 0 || file > shaders::fileNames.size()) continue;
+        named.append(rest, (*match)[0].first).append(shaders::fileNames[file - 1]);
+        named.append((*match)[1]).append(std::to_string(std::stoul((*match)[3])));
+        rest = (*match)[0].second;
+    }
+    return named.append(rest, messages.cend());
 }
 
 }  // namespace gull

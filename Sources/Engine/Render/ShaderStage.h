@@ -9,7 +9,7 @@
 
 namespace gull {
 
-/// The body of a shader (see Shaders.h) and the "#define" lines that it is compiled with.
+/// The body of a shader (one of Shaders.h) and the "#define" lines that it is compiled with.
 struct ShaderSource {
     std::string_view body;
     std::vector<std::string> defines = {};
@@ -49,5 +49,10 @@ class VertexStages {
 
 /// What is compiled for a fragment shader.
 std::string fragmentSource(const ShaderSource& source);
+
+/// A compiler's `messages` with file and line in place of the numbers that it knows (see shaders::fileNames):
+/// "0:30012(5): error" becomes "blur.frag.glsl:12(5): error". Before the first file stand the "#define"
+/// lines.
+std::string withFileNames(const std::string& messages);
 
 }  // namespace gull

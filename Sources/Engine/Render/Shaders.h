@@ -1,13 +1,14 @@
 #pragma once
 
+#include <span>
 #include <string_view>
 
-/// The sources of all shaders. `common` is put before every one of them.
+/// The sources of all shaders, from the files in Shaders/ with what they include: `surfaceVertex` is
+/// surface.vert.glsl, `surfaceFragment` is surface.frag.glsl. They lack the version and the "#define" lines.
 namespace gull::shaders {
 
-extern const std::string_view common;         ///< the Frame block, film curve, encoding, dither
-extern const std::string_view fullScreen;     ///< vertex: one triangle that covers the target
-extern const std::string_view lighting;       ///< shadow edges, lamps, films of liquid: shared pieces
+extern const std::string_view fullScreenVertex;  ///< one triangle that covers the target
+inline const std::string_view& fullScreen = fullScreenVertex;
 extern const std::string_view relightVertex;  ///< rectangles of the picture, or all of it
 extern const std::string_view surfaceVertex;
 extern const std::string_view surfaceFragment;
@@ -33,5 +34,9 @@ extern const std::string_view relightFragment;   ///< the kept layer under movin
 extern const std::string_view changeFragment;    ///< what they do to the developed picture
 extern const std::string_view filmFragment;      ///< what was made at half resolution, laid over the picture
 extern const std::string_view farthestFragment;  ///< depth at half resolution, the farthest of its pixels
+
+/// The names of the files. Line n of the f-th, counted from 1, is line 10000 f + n in the messages of
+/// compilers.
+extern const std::span<const std::string_view> fileNames;
 
 }  // namespace gull::shaders

@@ -1,8 +1,8 @@
-#include "Engine/Render/Shaders.h"
+#include "colour.glsl"
+#include "fog.glsl"
+#include "surface.glsl"
+#include "toneMapping.glsl"
 
-namespace gull::shaders {
-
-const std::string_view surfaceVertex = R"glsl(
 layout(location = 0) in vec3 inPosition;
 layout(location = 1) in vec3 inNormal;
 layout(location = 2) in vec2 inUv0;
@@ -17,34 +17,11 @@ uniform vec4 normalPlace;
 uniform vec4 multiplyPlace;
 uniform vec3 uvSets;        // 0 or 1: which coordinates the three maps use
 uniform vec4 diffuse;       // linear, straight alpha, all opacities included
-uniform vec4 multiply;      // onto the result; w: brightest light
-uniform vec4 emission;      // w: occlusion of the sun
-uniform vec4 surface;       // metalness, roughness, bend of the normal map, density of water
-uniform vec4 mapStrength;   // diffuse, multiply, glint spread, sparkle
 #ifdef MATT
 uniform vec4 diffuseMean;   // of the diffuse map, as stored; w: 1 where both sides show
-// Developed: the surface with its map's mean in shadow, and what the sun adds to that.
-layout(location = 16) out vec3 shaded;
-layout(location = 17) out vec3 sunny;
 #endif
 
 invariant gl_Position;
-layout(location = 9) out vec3 position;
-layout(location = 10) out vec3 normal;
-layout(location = 11) out vec4 mapsAt;      // diffuse, normal
-layout(location = 12) out vec3 multiplyAt;  // z: roughness
-layout(location = 13) out vec4 baseColour;
-layout(location = 14) out vec3 shadowAt;
-layout(location = 15) out vec3 skyHere;           // the sky's light on a white surface of this normal, ambient light included
-#ifndef SMALL
-layout(location = 16) flat out vec3 kSkyX;        // how that changes as the normal bends
-layout(location = 17) flat out vec3 kSkyY;
-layout(location = 18) flat out vec3 kSkyZ;
-layout(location = 19) flat out vec4 kMultiply;
-layout(location = 20) flat out vec4 kEmission;
-layout(location = 21) flat out vec4 kSurface;
-layout(location = 22) flat out vec4 kStrength;
-#endif
 
 // Nine spherical harmonics, the cosine lobe and 1/pi already in the coefficients.
 vec3 skyLight(vec3 n) {
@@ -97,29 +74,3 @@ void main() {
     kStrength = mapStrength;
 #endif
 }
-)glsl";
-
-// A matt surface, lit and developed at its vertices.
-const std::string_view mattFragment = R"glsl(
-layout(location = 11) in vec4 mapsAt;
-layout(location = 14) in vec3 shadowAt;
-layout(location = 16) in vec3 shaded;
-layout(location = 17) in vec3 sunny;
-uniform sampler2D diffuseMap;
-uniform vec4 diffuseGain;  // 1 / diffuseMean
-uniform sampler2DShadow sunShadow;
-out vec4 outColour;
-void main() {
-#ifdef SUN_SHADOW
-    vec3 colour = shaded + sunny * (1.0 - coveredOnce(sunShadow, shadowAt));
-#else
-    vec3 colour = shaded + sunny;
-#endif
-#ifdef DIFFUSE_MAP
-    colour *= texture(diffuseMap, mapsAt.xy).rgb * diffuseGain.rgb;
-#endif
-    outColour = vec4(colour, 1.0);
-}
-)glsl";
-
-}  // namespace gull::shaders

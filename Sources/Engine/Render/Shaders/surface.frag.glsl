@@ -1,36 +1,11 @@
-#include "Engine/Render/Shaders.h"
-
-namespace gull::shaders {
-
-const std::string_view surfaceFragment = R"glsl(
-layout(location = 9) in vec3 position;
-layout(location = 10) in vec3 normal;
-layout(location = 11) in vec4 mapsAt;
-layout(location = 12) in vec3 multiplyAt;
-layout(location = 13) in vec4 baseColour;
-layout(location = 14) in vec3 shadowAt;
-layout(location = 15) in vec3 skyHere;
-#ifdef SMALL
-uniform vec4 multiply;
-uniform vec4 emission;
-uniform vec4 surface;
-uniform vec4 mapStrength;
-#define kSkyX frame.irradiance[3].rgb
-#define kSkyY frame.irradiance[1].rgb
-#define kSkyZ frame.irradiance[2].rgb
-#define kMultiply multiply
-#define kEmission emission
-#define kSurface surface
-#define kStrength mapStrength
-#else
-layout(location = 16) flat in vec3 kSkyX;
-layout(location = 17) flat in vec3 kSkyY;
-layout(location = 18) flat in vec3 kSkyZ;
-layout(location = 19) flat in vec4 kMultiply;
-layout(location = 20) flat in vec4 kEmission;
-layout(location = 21) flat in vec4 kSurface;
-layout(location = 22) flat in vec4 kStrength;
-#endif
+#include "colour.glsl"
+#include "depth.glsl"
+#include "fog.glsl"
+#include "lamps.glsl"
+#include "shadow.glsl"
+#include "surface.glsl"
+#include "toneMapping.glsl"
+#include "water.glsl"
 
 uniform sampler2D diffuseMap;
 uniform sampler2D normalMap;
@@ -283,6 +258,3 @@ void main() {
     outColour = vec4(colour, alpha);
 #endif
 }
-)glsl";
-
-}  // namespace gull::shaders

@@ -1,0 +1,52 @@
+// What the same does to the developed picture, at half resolution: how much of it is hidden (alpha) and what
+// is added then, which is exact for the mean of four pixels and keeps the grain between them.
+#include "depth.glsl"
+#include "lamps.glsl"
+#include "movingShadow.glsl"
+#include "relight.glsl"
+#include "shadow.glsl"
+#include "toneMapping.glsl"
+
+uniform sampler2D source;  // the developed picture
+uniform sampler2D keptDepth;
+#ifdef MOVING_SHADOW
+uniform sampler2D keptShade;
+uniform sampler2DShadow movingShadow;
+#endif
+#ifdef LAMPS
+uniform sampler2D keptSurface;
+uniform sampler2D keptNormal;
+#ifdef PAINT
+uniform sampler2D keptPaint;
+#endif
+#endif
+layout(location = 0) out vec4 outColour;
+void main() {
+    ivec2 last = textureSize(keptDepth, 0) - 1;
+    float along = axisDistance(texelFetch(keptDepth, min(ivec2(gl_FragCoord.xy) * 2 + 1, last), 0).r);
+    vec2 at = gl_FragCoord.xy * 2.0 * kPicture.xy;  // where four pixels meet
+    vec3 shown = textureLod(source, at, 0.0).rgb;
+    vec3 light = exposed(shown), changed = light;
+#ifdef MOVING_SHADOW
+    vec3 c = shadowEye + shadowRay * along;
+    float moving = covered(movingShadow, vec3(c.xy, c.z - kMoving.z), kMoving.x, 0.0, 0.0);
+    changed *= gainUnder(textureLod(keptShade, at, 0.0), moving);
+#endif
+#ifdef LAMPS
+    vec3 body = textureLod(keptSurface, at, 0.0).rgb;
+    vec3 n = textureLod(keptNormal, at, 0.0).xyz * 2.0 - 1.0;
+    vec3 added = body * body * lampLight(kEye.xyz + ray * along, n) * kPicture.z;
+#ifdef PAINT
+    vec3 paint = textureLod(keptPaint, at, 0.0).rgb;
+    added *= paint * paint;
+#endif
+#ifndef PLAIN_FILM
+    added *= vignetteAt(at) * kFilm.rgb;
+#endif
+    changed += added;
+#endif
+    vec3 wanted = max(shown + shownAgain(changed) - shownAgain(light), 0.0);
+    vec3 gain = wanted / max(shown, vec3(1.0 / 255.0));
+    float scale = min(min(gain.r, gain.g), min(gain.b, 1.0));
+    outColour = vec4(wanted - shown * scale, 1.0 - scale);
+}

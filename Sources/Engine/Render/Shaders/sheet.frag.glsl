@@ -1,0 +1,14 @@
+#include "sheet.glsl"
+
+uniform sampler2D source;
+uniform float opacity;
+out vec4 outColour;
+void main() {
+#ifdef WASH
+    outColour = value;
+#elif defined(FADED)
+    outColour = texture(source, value.xy) * opacity;
+#else
+    outColour = texture(source, value.xy);
+#endif
+}

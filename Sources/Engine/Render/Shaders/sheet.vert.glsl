@@ -1,0 +1,10 @@
+// Sheets that lie on the picture: rectangles of plain colours (WASH) or of a bitmap. All four values are
+// passed: where they are not, llvmpipe does not know its linear path.
+#include "sheet.glsl"
+
+layout(location = 0) in vec2 inPosition;
+layout(location = 1) in vec4 inValue;
+void main() {
+    value = inValue;
+    gl_Position = vec4(inPosition, 0.0, 1.0);
+}

@@ -1,0 +1,60 @@
+#include "colour.glsl"
+#include "frameValues.glsl"
+#include "softPower.glsl"
+
+// A filmic curve with a soft toe and a long shoulder: x (a x + b) / (x (c x + d) + e).
+vec3 film(vec3 x) { return clamp(x * (2.51 * x + 0.03) / (x * (2.43 * x + 0.59) + 0.14), 0.0, 1.0); }
+
+// Darkening toward the corners; `at` in 0..1 across the picture, the corners count as distance 1.
+float vignetteAt(vec2 at) {
+    vec2 d = at * 2.0 - 1.0;
+    return 1.0 - kVignette.x * softPower(min(dot(d, d) * 0.5, 1.0), kVignette.y);
+}
+
+// Even noise, half a step of 8 bits either way, from the pixel's place: breaks up bands.
+float dither(vec2 pixel) {
+    return (fract(52.9829189 * fract(dot(floor(pixel), vec2(0.06711056, 0.00583715)))) - 0.5) / 255.0;
+}
+
+// Scene light to what the screen is sent, for cameras without a film. `pixel` counts in the whole picture.
+vec3 plainlyDeveloped(vec3 light, vec2 pixel) {
+    return clamp(encoded(clamp(light * kPicture.z, 0.0, 1.0)) + dither(pixel), 0.0, 1.0);
+}
+
+// The same with the film, where the camera has one.
+vec3 developed(vec3 light, vec2 pixel) {
+#ifdef PLAIN_FILM
+    return plainlyDeveloped(light, pixel);
+#else
+    vec3 c = max(light, vec3(0.0)) * kPicture.z;
+    c *= vignetteAt(pixel * kPicture.xy) * kFilm.rgb;
+    float l = max(luminance(c), 1e-4);
+    float k = l * (2.51 * l + 0.03) / (l * (2.43 * l + 0.59) + 0.14);
+    vec3 kept = c * min(k / l, 1.0 / max(max(c.r, c.g), max(c.b, 1e-4)));
+    c = mix(film(c), kept, kFilm.w);
+    c = encoded(c);
+    c = (c - 0.5) * (1.0 + kPicture.w) + 0.5;
+    c = mix(vec3(luminance(c)), c, kGrade.x);
+    return clamp(c + dither(pixel), 0.0, 1.0);
+#endif
+}
+
+// The exposed light that the film shows as `shown`, its hue keeping left out; shownAgain() is the inverse.
+vec3 exposed(vec3 shown) {
+#ifndef PLAIN_FILM
+    vec3 c = vec3(luminance(shown)) + (shown - luminance(shown)) / kGrade.x;
+    c = decoded(clamp((c - 0.5) / (1.0 + kPicture.w) + 0.5, 0.0, 0.999));
+    vec3 a = 2.51 - 2.43 * c, b = 0.59 * c - 0.03;
+    return (b + sqrt(b * b + 0.56 * a * c)) / (2.0 * a);
+#else
+    return decoded(shown);
+#endif
+}
+vec3 shownAgain(vec3 c) {
+#ifndef PLAIN_FILM
+    c = (encoded(film(c)) - 0.5) * (1.0 + kPicture.w) + 0.5;
+    return mix(vec3(luminance(c)), c, kGrade.x);
+#else
+    return encoded(min(c, vec3(1.0)));
+#endif
+}
