@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 #include <system_error>
 #include <utility>
 
@@ -48,17 +49,46 @@ bool writeAll(int descriptor, std::string_view bytes) {
     return true;
 }
 
-/// The permissions of a file made the ordinary way. Reading the mask means setting it: one thread only.
-mode_t freshMode() {
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    return static_cast<mode_t>(0666 & ~mask);
-}
-
 /// Makes the rename itself last. A file system that cannot sync a folder has done what it can.
 void syncFolder(const std::filesystem::path& folder) {
     const Descriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (descriptor.isOpen()) ::fsync(descriptor.number());
+}
+
+/// A file without a name: gone with the program, should that be killed. Closed when the file system has none.
+int openUnnamed([[maybe_unused]] const std::filesystem::path& folder) {
+#ifdef O_TMPFILE
+    return ::open(folder.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, 0666);
+#else
+    errno = EOPNOTSUPP;
+    return -1;
+#endif
+}
+
+int openNamed(const std::filesystem::path& file) {
+    ::unlink(file.c_str());  // left behind by a program that was killed
+    return ::open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+}
+
+/// Gives an unnamed file a name.
+bool link(const Descriptor& descriptor, const std::filesystem::path& file) {
+    ::unlink(file.c_str());
+    const std::string unnamed = "/proc/self/fd/" + std::to_string(descriptor.number());
+    return ::linkat(AT_FDCWD, unnamed.c_str(), AT_FDCWD, file.c_str(), AT_SYMLINK_FOLLOW) == 0;
+}
+
+/// Makes `file` of `bytes`, complete and synced, in the place of whatever stood there. `mode` are the
+/// permissions, those of any new file when empty.
+Outcome writeNew(const std::filesystem::path& file, std::string_view bytes, std::optional<mode_t> mode,
+                 bool unnamed) {
+    Descriptor descriptor(unnamed ? openUnnamed(file.parent_path()) : openNamed(file));
+    if (!descriptor.isOpen()) return failed("cannot make a temporary file", errno);
+    if (!writeAll(descriptor.number(), bytes)) return failed("cannot write", errno);
+    if (mode && ::fchmod(descriptor.number(), *mode) != 0) return failed("cannot set permissions", errno);
+    if (::fsync(descriptor.number()) != 0) return failed("cannot sync", errno);
+    if (unnamed && !link(descriptor, file)) return failed("cannot name the temporary file", errno);
+    if (!descriptor.close()) return failed("cannot close", errno);
+    return {};
 }
 
 }  // namespace
@@ -87,37 +117,24 @@ Contents read(const std::filesystem::path& file) {
 Outcome replace(const std::filesystem::path& file, std::string_view bytes) {
     if (!file.has_filename()) return failed("no file name", EINVAL);
 
-    std::error_code error;
-    std::filesystem::path target = file;
-    if (std::filesystem::is_symlink(file, error)) {
-        const auto linked = std::filesystem::canonical(file, error);
-        if (!error) target = linked;
-    }
+    const std::filesystem::path target = linkTarget(file);
     const std::filesystem::path folder = target.has_parent_path() ? target.parent_path() : ".";
+    std::error_code error;
+    if (std::filesystem::is_symlink(target, error)) return failed("cannot follow the link", ELOOP);
     // A failure shows again, with a reason, when the temporary file is made.
     std::filesystem::create_directories(folder, error);
 
-    mode_t mode = freshMode();
+    std::optional<mode_t> mode;
     struct stat status {};
     if (::stat(target.c_str(), &status) == 0) {
         if (!S_ISREG(status.st_mode)) return {"not a regular file"};
         mode = status.st_mode & 07777;
     }
 
-    std::string temporary = (folder / ("." + target.filename().string() + ".XXXXXX")).string();
-    Descriptor descriptor(::mkostemp(temporary.data(), O_CLOEXEC));
-    if (!descriptor.isOpen()) return failed("cannot make a temporary file", errno);
-
-    Outcome outcome;
-    if (!writeAll(descriptor.number(), bytes)) {
-        outcome = failed("cannot write", errno);
-    } else if (::fchmod(descriptor.number(), mode) != 0) {
-        outcome = failed("cannot set permissions", errno);
-    } else if (::fsync(descriptor.number()) != 0) {
-        outcome = failed("cannot sync", errno);
-    } else if (!descriptor.close()) {
-        outcome = failed("cannot close", errno);
-    } else if (::rename(temporary.c_str(), target.c_str()) != 0) {
+    const std::filesystem::path temporary = folder / ("." + target.filename().string() + ".new");
+    Outcome outcome = writeNew(temporary, bytes, mode, true);
+    if (!outcome) outcome = writeNew(temporary, bytes, mode, false);
+    if (outcome && ::rename(temporary.c_str(), target.c_str()) != 0) {
         outcome = failed("cannot rename", errno);
     }
     if (outcome) {
@@ -129,9 +146,36 @@ Outcome replace(const std::filesystem::path& file, std::string_view bytes) {
 }
 
 Outcome setAside(const std::filesystem::path& file, std::string_view bytes) {
+    constexpr int most = 99;
     std::filesystem::path aside = file;
     aside += ".damaged";
+    std::error_code ignored;
+    for (int number = 2; std::filesystem::exists(std::filesystem::symlink_status(aside, ignored)); ++number) {
+        if (number > most) return {"too many damaged files stand there already"};
+        aside = file;
+        aside += ".damaged" + std::to_string(number);
+    }
     return replace(aside, bytes);
+}
+
+void makePrivateFolders(const std::filesystem::path& file) {
+    std::filesystem::path folder;
+    for (const auto& step : linkTarget(file).parent_path()) {
+        folder /= step;
+        ::mkdir(folder.c_str(), 0700);
+    }
+}
+
+std::filesystem::path linkTarget(const std::filesystem::path& file) {
+    constexpr int most = 40;  // links in a row, as for the system
+    std::filesystem::path target = file;
+    std::error_code error;
+    for (int i = 0; i < most && std::filesystem::is_symlink(target, error); ++i) {
+        const auto next = std::filesystem::read_symlink(target, error);
+        if (error) break;
+        target = target.parent_path() / next;
+    }
+    return target;
 }
 
 }  // namespace gull::SmallFile

@@ -31,13 +31,23 @@ struct Outcome {
 /// `largest`.
 Contents read(const std::filesystem::path& file);
 
-/// Puts `bytes` in the place of `file`: a temporary file in the same folder is written, synced and renamed.
-/// Missing parent folders are made. A link is followed, and an existing file keeps its permissions; something
-/// that is not a regular file is never replaced.
+/// Puts `bytes` in the place of `file` in one step: they are written and synced first, then renamed. A
+/// program killed in between leaves the old file or the new one, whole, and at most `.<name>.new` beside it,
+/// which the next replacement takes away. Missing parent folders are made. Links are followed, also to a
+/// file that does not exist yet, and an existing file keeps its permissions; something that is not a regular
+/// file is never replaced.
 Outcome replace(const std::filesystem::path& file, std::string_view bytes);
 
-/// Keeps `bytes`, what a damaged `file` holds, beside it as `<file>.damaged`, in the place of an older one.
+/// Keeps `bytes`, what a damaged `file` holds, beside it as `<file>.damaged`, or `.damaged2` and so on when
+/// that is taken already.
 Outcome setAside(const std::filesystem::path& file, std::string_view bytes);
+
+/// Makes the missing folders above `file` for nobody but the user (0700), as is customary for the folders
+/// that the player's own files lie in. A failure shows when the file is written.
+void makePrivateFolders(const std::filesystem::path& file);
+
+/// What `file` stands for when links are followed; it need not exist.
+std::filesystem::path linkTarget(const std::filesystem::path& file);
 
 }  // namespace SmallFile
 

@@ -58,12 +58,12 @@ Menu gameMenu(GameController& game, WindowCommands& window) {
 }
 
 void toggleHaptics(AppSettings& settings, Feedback& feedback) {
-    settings.setHaptics(!settings.haptics());
+    settings.haptics = !settings.haptics();
     if (settings.haptics()) feedback.thump(2, 0.06, HapticPattern::levelChange);
 }
 
 void toggleSound(AppSettings& settings, Feedback& feedback) {
-    settings.setSound(!settings.sound());
+    settings.sound = !settings.sound();
     feedback.applySoundSwitch();
     if (settings.sound()) feedback.play(Sound::found, 1.0F);
 }
@@ -90,9 +90,9 @@ Menu optionsMenu(GameController& game, TouchSurface& surface, AppSettings& setti
          Command::separator(),
          {.title = "Show Ticks",
           .checked = settings.showTicks(),
-          .action = [&] { settings.setShowTicks(!settings.showTicks()); }},
+          .action = [&] { settings.showTicks = !settings.showTicks(); }},
          {.title = "Reduce Motion", .checked = settings.reduceMotion(), .action = [&] {
-              settings.setReduceMotion(!settings.reduceMotion());
+              settings.reduceMotion = !settings.reduceMotion();
           }}}};
 }
 

@@ -181,11 +181,11 @@ void TouchSurface::perform(const KeyAction::Any& action) {
 void TouchSurface::toggleTrackpad() {
     if (captured_) {
         release();
-        settings_.setTrackpadSweep(false);
+        settings_.trackpadSweep = false;
         game_.showToast("Pointer freed — the mouse moves the detector now. Esc to use the trackpad again",
                         toastSeconds);
     } else {
-        settings_.setTrackpadSweep(true);
+        settings_.trackpadSweep = true;
         game_.showToast("Trackpad sweep on — rest a finger on the trackpad", toastSeconds);
     }
 }

@@ -1,41 +1,37 @@
 #pragma once
 
 #include "Engine/Loop/Published.h"
+#include "Gullwick/Settings/Setting.h"
+#include "Gullwick/Settings/SettingsFile.h"
 
 #include <filesystem>
 #include <functional>
-#include <string>
+#include <utility>
 
 namespace gull {
 
-/// The player's switches, kept in a small JSON file so that they survive a restart. Observers are told just
-/// before a switch changes; every assignment is written to the file at once, only the assigned key changes
-/// there, and keys that this version does not know stay.
-///
-/// What is wrong with the file is said once on standard error and the rest of it still counts. Text that is
-/// no JSON object at all is set aside as `<file>.damaged` before the first write; a file that cannot be read
-/// is never written.
+/// The player's settings, kept in a small JSON file so that they survive a restart. A further one is a
+/// further line below.
 class AppSettings {
+    // They come first, for the settings read and write them.
+    SettingsFile file_;
+    ChangeNotifier changes_;
+
   public:
     /// Looks a variable up: its value, or null when it is not set. std::getenv is one.
     using Environment = std::function<const char*(const char*)>;
 
     /// Reads `file`; a missing one means that everything stands at its default. An empty path: nothing is
     /// kept.
-    explicit AppSettings(std::filesystem::path file);
+    explicit AppSettings(std::filesystem::path file) : file_(std::move(file)) {}
 
-    bool haptics() const { return haptics_; }              ///< pulses in the pad; on by default
-    bool sound() const { return sound_; }                  ///< on by default
-    bool trackpadSweep() const { return trackpadSweep_; }  ///< the pad steers the coil; on by default
-    bool showTicks() const { return showTicks_; }          ///< ticks are drawn as well; off by default
-    bool reduceMotion() const { return reduceMotion_; }    ///< no shakes or fly-ins; off by default
+    Setting<bool> haptics{file_, changes_, "haptics", true};              ///< pulses in the pad
+    Setting<bool> sound{file_, changes_, "sound", true};                  ///< all of it
+    Setting<bool> trackpadSweep{file_, changes_, "trackpadSweep", true};  ///< the pad steers the coil
+    Setting<bool> showTicks{file_, changes_, "showTicks", false};         ///< ticks are drawn as well
+    Setting<bool> reduceMotion{file_, changes_, "reduceMotion", false};   ///< no shakes or fly-ins
 
-    void setHaptics(bool on);
-    void setSound(bool on);
-    void setTrackpadSweep(bool on);
-    void setShowTicks(bool on);
-    void setReduceMotion(bool on);
-
+    /// Told just before any of them changes.
     ChangeNotifier& changes() { return changes_; }
 
     /// Where the settings are kept: Gullwick/settings.json in the user's configuration folder. Empty when the
@@ -47,24 +43,6 @@ class AppSettings {
     /// Where a game keeps what it said: Gullwick/last-run.log in the user's folder for state. Empty when the
     /// user has no home.
     static std::filesystem::path logFile(const Environment& environment);
-
-  private:
-    void read();
-    void assign(const char* key, Published<bool>& value, bool on);
-    void complain(const std::string& what) const;
-
-    std::filesystem::path file_;
-    std::string text_;            // the file as last read or written; empty when there is none
-    bool isDamaged_ = false;      // text_ is no JSON object
-    bool isWritable_ = true;      // false when something is there that could not be read
-    bool hasComplained_ = false;  // about a failed write; once is enough
-
-    ChangeNotifier changes_;
-    Published<bool> haptics_{changes_, true};
-    Published<bool> sound_{changes_, true};
-    Published<bool> trackpadSweep_{changes_, true};
-    Published<bool> showTicks_{changes_, false};
-    Published<bool> reduceMotion_{changes_, false};
 };
 
 }  // namespace gull

@@ -1,10 +1,15 @@
 #include "Engine/Files/SmallFile.h"
 
+#include "Engine/Files/FileLock.h"
 #include "TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 #include <fstream>
+#include <optional>
+#include <vector>
 
 namespace gull {
 namespace {
@@ -66,6 +71,14 @@ TEST_F(SmallFileTest, permissionsAndLinksStay) {
     ASSERT_TRUE(SmallFile::replace(folder_ / "link", "new"));
     EXPECT_TRUE(fs::is_symlink(folder_ / "link"));
     EXPECT_EQ(readText(file), "new");
+    fs::create_symlink("link", folder_ / "link to the link");
+    ASSERT_TRUE(SmallFile::replace(folder_ / "link to the link", "newer"));
+    EXPECT_EQ(readText(file), "newer");
+    fs::create_symlink("none/yet", folder_ / "link to nothing");
+    ASSERT_TRUE(SmallFile::replace(folder_ / "link to nothing", "first"));
+    EXPECT_EQ(readText(folder_ / "none/yet"), "first");
+    fs::create_symlink("circle", folder_ / "circle");
+    EXPECT_FALSE(SmallFile::replace(folder_ / "circle", "x"));
     EXPECT_EQ(fs::status(file).permissions(), fs::perms(0640));
 
     const mode_t before = ::umask(027);
@@ -73,6 +86,62 @@ TEST_F(SmallFileTest, permissionsAndLinksStay) {
     ::umask(before);
     ASSERT_TRUE(outcome);
     EXPECT_EQ(fs::status(folder_ / "fresh").permissions(), fs::perms(0640)) << "as any new file";
+}
+
+TEST_F(SmallFileTest, whatAKilledProgramLeftIsTakenAway) {
+    for (const char* name : {".f.new", ".g.new"}) writeText(folder_ / name, "half a fi");
+    ASSERT_TRUE(SmallFile::replace(folder_ / "f", "x"));
+    EXPECT_EQ(readText(folder_ / "f"), "x");
+    EXPECT_FALSE(fs::exists(folder_ / ".f.new"));
+    EXPECT_TRUE(fs::exists(folder_ / ".g.new")) << "that belongs to another file";
+    fs::create_directories(folder_ / ".h.new/in use");
+    EXPECT_FALSE(SmallFile::replace(folder_ / "h", "x"));
+    EXPECT_FALSE(fs::exists(folder_ / "h"));
+}
+
+TEST_F(SmallFileTest, nothingSetAsideIsLostToTheNext) {
+    for (const char* bytes : {"one", "two", "three"}) ASSERT_TRUE(SmallFile::setAside(folder_ / "f", bytes));
+    EXPECT_EQ(readText(folder_ / "f.damaged"), "one");
+    EXPECT_EQ(readText(folder_ / "f.damaged2"), "two");
+    EXPECT_EQ(readText(folder_ / "f.damaged3"), "three");
+}
+
+TEST_F(SmallFileTest, privateFoldersAreForTheUserAlone) {
+    SmallFile::makePrivateFolders(folder_ / "a/b/f");
+    for (const char* made : {"a", "a/b"})
+        EXPECT_EQ(fs::status(folder_ / made).permissions(), fs::perms(0700)) << made;
+    fs::create_symlink("elsewhere/f", folder_ / "link");
+    SmallFile::makePrivateFolders(folder_ / "link");
+    EXPECT_EQ(fs::status(folder_ / "elsewhere").permissions(), fs::perms(0700));
+}
+
+TEST_F(SmallFileTest, aLockKeepsChangesOfSeveralProgramsApart) {
+    constexpr int programs = 3, changes = 40;
+    const fs::path file = folder_ / "count";
+    fs::create_symlink("count", folder_ / "link");
+    std::vector<pid_t> children;
+    for (int i = 0; i < programs; ++i) {
+        children.push_back(::fork());
+        if (children.back() != 0) continue;
+        for (int change = 0; change < changes; ++change) {
+            std::optional<FileLock> lock;
+            do lock.emplace(i == 0 ? folder_ / "link" : file);
+            while (!lock->isHeld());
+            const auto before = SmallFile::read(file).bytes.value_or("0");
+            SmallFile::replace(file, std::to_string(std::stoi(before) + 1));
+        }
+        ::_exit(0);
+    }
+    for (const pid_t child : children) ::waitpid(child, nullptr, 0);
+    EXPECT_EQ(readText(file), std::to_string(programs * changes));
+    EXPECT_EQ(countFiles(), 2U) << "no lock file stays behind";
+}
+
+TEST_F(SmallFileTest, whoeverHoldsALockTooLongIsIgnored) {
+    const FileLock first(folder_ / "f");
+    ASSERT_TRUE(first.isHeld());
+    EXPECT_FALSE(FileLock(folder_ / "f").isHeld());
+    EXPECT_FALSE(FileLock("/proc/none/f").isHeld()) << "no such folder";
 }
 
 TEST_F(SmallFileTest, whatIsNoRegularFileIsNeitherReadNorReplaced) {

@@ -154,7 +154,7 @@ TEST_F(CommandsTest, OptionsAreCheckedAsTheyStandAndAnswerWithAProof) {
     EXPECT_TRUE(settings.showTicks());
     command("Reduce Motion").action();
     EXPECT_TRUE(command("Reduce Motion").checked);
-    settings.setTrackpadSweep(false);
+    settings.trackpadSweep = false;
     EXPECT_FALSE(command("Trackpad Sweeps the Beach").checked);
     command("Trackpad Sweeps the Beach").action();
     EXPECT_TRUE(settings.trackpadSweep());

@@ -90,10 +90,10 @@ TEST_F(FeedbackTest, voicesTakeTurnsAndAThirteenthSoundTakesTheFirstAgain) {
 }
 
 TEST_F(FeedbackTest, nothingIsStartedMadeOrPlayedWhileSoundIsOffOrMutedOrMissing) {
-    settings.setSound(false);
+    settings.sound = false;
     feedback.play(Sound::found, 1);
     EXPECT_FALSE(feedback.prepareOne());
-    settings.setSound(true);
+    settings.sound = true;
     feedback.muted = true;
     feedback.play(Sound::found, 1);
     feedback.haptic(HapticPattern::generic, 0);
@@ -124,12 +124,12 @@ TEST_F(FeedbackTest, surfStartsOnceAndFollowsTheSwitch) {
     feedback.startSurf();
     feedback.startSurf();
     EXPECT_THAT(output.loops, ElementsAre(529200U));
-    settings.setSound(false);
+    settings.sound = false;
     feedback.applySoundSwitch();
     EXPECT_EQ(output.loopVolume, 0.0F);
     feedback.startSurf();
     EXPECT_EQ(output.loopVolume, 0.0F);
-    settings.setSound(true);
+    settings.sound = true;
     feedback.applySoundSwitch();
     EXPECT_EQ(output.loopVolume, 0.32F);
 }
@@ -143,7 +143,7 @@ TEST_F(FeedbackTest, pulsesKeepTheirLeastGapAndAreDroppedNotDelayed) {
     feedback.haptic(HapticPattern::generic, 0);
     ASSERT_EQ(haptics.pulses.size(), 3U);
     EXPECT_EQ(haptics.pulses[1].second, HapticPattern::levelChange);
-    settings.setHaptics(false);
+    settings.haptics = false;
     clock.moveTo(1001);
     feedback.haptic(HapticPattern::generic, 0);
     EXPECT_EQ(haptics.pulses.size(), 3U);

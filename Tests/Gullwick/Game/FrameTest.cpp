@@ -340,7 +340,7 @@ TEST_F(Frame, theTideEndsAtZeroWhereverItStood) {
 TEST_F(Frame, reduceMotionReachesTheScene) {
     play(1);
     EXPECT_FALSE(game.world().reduceMotion);
-    settings.setReduceMotion(true);
+    settings.reduceMotion = true;
     turn(0.05);
     EXPECT_TRUE(game.world().reduceMotion);
 }

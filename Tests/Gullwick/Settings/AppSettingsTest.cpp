@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <limits>
 #include <map>
 
 namespace gull {
@@ -40,14 +41,14 @@ TEST_F(AppSettingsTest, withoutAFileEverySwitchStandsAtItsDefault) {
 }
 
 TEST_F(AppSettingsTest, aSwitchSurvivesARestart) {
-    AppSettings(file_).setSound(false);
+    AppSettings(file_).sound = false;
     EXPECT_EQ(switches(AppSettings(file_)), "10100");
-    AppSettings(file_).setHaptics(false);
-    AppSettings(file_).setTrackpadSweep(false);
-    AppSettings(file_).setShowTicks(true);
-    AppSettings(file_).setReduceMotion(true);
+    AppSettings(file_).haptics = false;
+    AppSettings(file_).trackpadSweep = false;
+    AppSettings(file_).showTicks = true;
+    AppSettings(file_).reduceMotion = true;
     EXPECT_EQ(switches(AppSettings(file_)), "00011");
-    AppSettings(file_).setSound(true);
+    AppSettings(file_).sound = true;
     EXPECT_EQ(switches(AppSettings(file_)), "01011");
 }
 
@@ -55,10 +56,10 @@ TEST_F(AppSettingsTest, everyAssignmentIsToldBeforehandAndWritten) {
     AppSettings settings(file_);
     std::string seen;
     settings.changes().observe([&] { seen += settings.sound() ? "on " : "off "; });
-    settings.setSound(false);
-    settings.setSound(false);
+    settings.sound = false;
+    settings.sound = false;
     fs::remove(file_);
-    settings.setSound(true);
+    settings.sound = true;
     EXPECT_EQ(seen, "on off off ");
     EXPECT_TRUE(fs::exists(file_));
 }
@@ -74,7 +75,7 @@ TEST_F(AppSettingsTest, whatIsGoodInTheFileCountsAndWhatIsUnknownStays) {
     EXPECT_THAT(said, HasSubstr("\"showTicks\" is neither"));
     EXPECT_THAT(said, testing::Not(HasSubstr("reduceMotion")));
 
-    settings.setTrackpadSweep(false);
+    settings.trackpadSweep = false;
     const std::string text = readText(file_);
     EXPECT_THAT(text, HasSubstr("\"surf\": 3"));
     EXPECT_THAT(text, HasSubstr("\"haptics\": \"loud\"")) << "only the assigned key changes";
@@ -96,32 +97,94 @@ TEST_F(AppSettingsTest, anythingUnderAKeyReadsAsABooleanAndOnlyAnAbsentKeyIsTheD
 }
 
 TEST_F(AppSettingsTest, noiseIsSetAsideBeforeItIsReplaced) {
-    for (const std::string& noise : {std::string("\0\xff{", 3), std::string("[true]"), std::string()}) {
+    const std::string deep = R"({"sound": false, "a": )" + std::string(100'000, '[');
+    int number = 1;
+    for (const std::string& noise : {std::string("\0\xff{", 3), std::string("[true]"), std::string(), deep,
+                                     deep + std::string(100'000, ']') + "}"}) {
         write(noise);
         testing::internal::CaptureStderr();
-        AppSettings settings(file_);
-        EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("is not a JSON object"));
-        EXPECT_EQ(switches(settings), "11100");
-        EXPECT_EQ(readText(file_), noise) << "left alone until something is assigned";
-
-        settings.setSound(false);
+        {
+            AppSettings settings(file_);
+            EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("is not a JSON object"));
+            EXPECT_EQ(switches(settings), "11100");
+            EXPECT_EQ(readText(file_), noise) << "left alone until something is assigned";
+            settings.sound = false;
+        }
         EXPECT_EQ(switches(AppSettings(file_)), "10100");
-        EXPECT_EQ(readText(folder_ / "Gullwick/settings.json.damaged"), noise);
+        const std::string count = number > 1 ? std::to_string(number) : "";
+        EXPECT_EQ(readText(folder_ / ("Gullwick/settings.json.damaged" + count)), noise);
+        ++number;
     }
 }
 
-TEST_F(AppSettingsTest, whatCannotBeReadOrWrittenIsToldOnceAndNeverStopsTheGame) {
+TEST_F(AppSettingsTest, onlyWhatWasAssignedGoesOverWhatIsOnDiskThen) {
+    AppSettings first(file_), second(file_);
+    first.sound = false;
+    second.showTicks = true;
+    EXPECT_EQ(switches(AppSettings(file_)), "10110") << "the second has not put its own sound back";
+    first.haptics = false;
+    EXPECT_EQ(switches(AppSettings(file_)), "00110");
+    EXPECT_EQ(fs::status(file_.parent_path()).permissions(), fs::perms(0700));
+}
+
+TEST_F(AppSettingsTest, whatCouldNotBeWrittenIsToldOnceAndWrittenLater) {
     fs::create_directories(file_);  // a folder where the file should be
     testing::internal::CaptureStderr();
-    AppSettings unreadable(file_);
-    unreadable.setSound(false);
-    EXPECT_FALSE(unreadable.sound());
-    EXPECT_TRUE(fs::is_directory(file_));
-    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("not a regular file"));
+    {
+        AppSettings settings(file_);
+        settings.sound = false;
+        settings.reduceMotion = true;
+        EXPECT_FALSE(settings.sound());
+        EXPECT_TRUE(fs::is_directory(file_));
+        const std::string said = testing::internal::GetCapturedStderr();
+        EXPECT_EQ(said.find("is not written"), said.rfind("is not written")) << said;
+        EXPECT_THAT(said, HasSubstr("not a regular file"));
+        fs::remove(file_);
+        write(R"({"haptics": false})");
+    }
+    EXPECT_EQ(switches(AppSettings(file_)), "00101") << "at the end, over what stood there by then";
 
     AppSettings homeless((fs::path()));
-    homeless.setSound(false);
+    homeless.sound = false;
     EXPECT_FALSE(homeless.sound());
+}
+
+TEST_F(AppSettingsTest, whatCannotBeSetAsideIsNotOverwritten) {
+    write("precious");
+    for (const std::string number : {"", "2", "3"})
+        fs::create_directory(file_.string() + ".damaged" + number);
+    testing::internal::CaptureStderr();
+    for (int i = 4; i <= 99; ++i) writeText(file_.string() + ".damaged" + std::to_string(i), "");
+    AppSettings(file_).sound = false;
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("cannot be set aside"));
+    EXPECT_EQ(readText(file_), "precious");
+}
+
+TEST_F(AppSettingsTest, numbersAndTextsAreKeptToo) {
+    write(
+        R"({"volume": 250, "gain": 1e300, "level": 7.0, "half": 2.5, "name": 3, "word": "ja", "odd": "9"})");
+    ChangeNotifier changes;
+    testing::internal::CaptureStderr();
+    SettingsFile file(file_);
+    Setting<int> volume(file, changes, "volume", 80, 0, 100), gain(file, changes, "gain", 1);
+    Setting<int> level(file, changes, "level", 1, 0, 9), half(file, changes, "half", 1, 0, 9);
+    Setting<int> odd(file, changes, "odd", 5, 0, 9), absent(file, changes, "absent", 6);
+    Setting<std::string> name(file, changes, "name", "none"), word(file, changes, "word", "");
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_THAT(said, HasSubstr("\"volume\" is no whole number from 0 to 100; taken as 100"));
+    EXPECT_THAT(said, HasSubstr("\"name\" is no text"));
+    EXPECT_EQ(gain(), std::numeric_limits<int>::max());
+    EXPECT_EQ(level(), 7);
+    EXPECT_EQ(half(), 3);
+    EXPECT_EQ(odd(), 5);
+    EXPECT_EQ(absent(), 6);
+    EXPECT_EQ(name(), "none");
+    EXPECT_EQ(word(), "ja");
+    volume = 120;
+    EXPECT_EQ(volume(), 100);
+    word = "n\xff";
+    EXPECT_THAT(readText(file_), HasSubstr("\"volume\": 100"));
+    EXPECT_THAT(readText(file_), HasSubstr("\"word\": \"n\xef\xbf\xbd\""));
 }
 
 TEST(AppSettingsPlaces, followTheEnvironment) {
