@@ -74,8 +74,8 @@ std::optional<ByBeach> byBeach(const json* object) {
 }
 
 ordered_json form(const ByBeach& values) {
-    auto object = ordered_json::object();
-    for (const auto& [beach, value] : values) object[std::to_string(beach)] = value;
+    ordered_json::object_t object;
+    for (const auto& [beach, value] : values) object.emplace_back(std::to_string(beach), value);
     return object;
 }
 

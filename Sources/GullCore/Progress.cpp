@@ -1,7 +1,5 @@
 #include "GullCore/Progress.h"
 
-#include "Engine/Files/SmallFile.h"
-#include "GullCore/Json.h"
 #include "GullCore/Levels.h"
 
 #include <algorithm>
@@ -48,18 +46,15 @@ bool CampaignProgress::record(std::int64_t beach, std::int64_t newStars, std::in
     return true;
 }
 
-CampaignProgress CampaignProgress::load(const std::filesystem::path& file) {
-    const auto contents = SmallFile::read(file);
-    if (!contents.bytes) return {};
-    return Json::readProgress(*contents.bytes).value_or(CampaignProgress{});
-}
-
-void CampaignProgress::save(const std::filesystem::path& file) const {
-    if (const auto before = SmallFile::read(file).bytes;
-        before && !before->empty() && !Json::readProgress(*before)) {
-        SmallFile::setAside(file, *before);
-    }
-    SmallFile::replace(file, Json::write(*this));
+void CampaignProgress::merge(const CampaignProgress& other) {
+    const auto keepBest = [](ByBeach& mine, const ByBeach& theirs) {
+        for (const auto& [beach, value] : theirs) {
+            const auto [kept, isNew] = mine.emplace(beach, value);
+            if (!isNew) kept->second = std::max(kept->second, value);
+        }
+    };
+    keepBest(stars, other.stars);
+    keepBest(bestHaul, other.bestHaul);
 }
 
 }  // namespace gull

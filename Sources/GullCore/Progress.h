@@ -11,8 +11,9 @@ namespace gull {
 ///
 /// Numbers are 64-bit so that a file edited by hand comes back as it was written.
 struct CampaignProgress {
-    std::map<std::int64_t, std::int64_t> stars;     ///< 1 to 3; no entry for a beach never passed
-    std::map<std::int64_t, std::int64_t> bestHaul;  ///< of passing results
+    using ByBeach = std::map<std::int64_t, std::int64_t>;
+    ByBeach stars;     ///< 1 to 3; no entry for a beach never passed
+    ByBeach bestHaul;  ///< of passing results
 
     /// A beach opens when the one before it has a star, and stays open. Beach 1 and below always are.
     bool isUnlocked(std::int64_t beach) const;
@@ -26,10 +27,14 @@ struct CampaignProgress {
     /// not.
     bool record(std::int64_t beach, std::int64_t newStars, std::int64_t haul);
 
+    /// Takes over what is better in `other`, beach by beach, stars and hauls each by itself.
+    void merge(const CampaignProgress& other);
+
     /// The progress kept in `file`; fresh when it is missing, unreadable or damaged (it is left as it is).
     static CampaignProgress load(const std::filesystem::path& file);
     /// Replaces `file` in one step, making its folder when needed. A damaged file is set aside first, as
-    /// `<file>.damaged`. A failure is silent: the progress in memory is still right.
+    /// `<file>.damaged`; one that cannot be read or set aside stays as it is. A failure is silent: the
+    /// progress in memory is still right. A running game keeps its progress in a ProgressFile instead.
     void save(const std::filesystem::path& file) const;
 
     bool operator==(const CampaignProgress&) const = default;

@@ -1,5 +1,6 @@
 #include "Gullwick/Game/GameController.h"
 
+#include "GullCore/ProgressFile.h"
 #include "Gullwick/Feedback/Feedback.h"
 
 #include <fmt/format.h>
@@ -25,11 +26,10 @@ std::uint64_t randomSeed() {
 
 GameController::GameController(MainLoop& loop, Feedback& feedback, std::filesystem::path progressURL,
                                bool persists, std::optional<std::uint64_t> seed)
-    : progress(changes_, persists ? CampaignProgress::load(progressURL) : CampaignProgress{}),
+    : progressFile_(persists ? std::make_unique<ProgressFile>(std::move(progressURL)) : nullptr),
+      progress(changes_, progressFile_ ? progressFile_->load() : CampaignProgress{}),
       loop_(loop),
       feedback_(feedback),
-      progressURL_(std::move(progressURL)),
-      persists_(persists),
       world_(feedback.delayedWork()),
       rng_(seed ? *seed : randomSeed()),
       // Replaced at once by beginBeach(), but its burial counts: the first beach played is laid out by the
@@ -38,6 +38,11 @@ GameController::GameController(MainLoop& loop, Feedback& feedback, std::filesyst
       lastFrame_(loop.now()) {
     beginBeach(progress->highestUnlocked(), false);
     timer_ = loop_.every(frameInterval, [this] { frame(); });
+    if (progressFile_) {
+        saveTimer_ = loop_.every(saveAgainInterval, [this] {
+            if (auto saved = progressFile_->retry()) progress = std::move(*saved);
+        });
+    }
 }
 
 GameController::~GameController() = default;
@@ -147,7 +152,8 @@ void GameController::finish() {
     haul = hunt_.haul();
     isNewBest = progress.mutate(
         [this](CampaignProgress& record) { return record.record(spec->number, earnedStars, haul); });
-    if (persists_) progress->save(progressURL_);
+    // What another game of the player's has saved meanwhile comes back with it.
+    if (progressFile_) progress = progressFile_->save(progress);
     phase = Phase::finished;
     const bool passed = earnedStars >= 1;
     feedback_.play(passed ? Sound::win : Sound::lose, 1.0F);
@@ -156,7 +162,7 @@ void GameController::finish() {
 
 void GameController::resetProgress() {
     progress = CampaignProgress{};
-    if (persists_) progress->save(progressURL_);
+    if (progressFile_) progressFile_->erase();
     beginBeach(1, true);
 }
 

@@ -26,6 +26,7 @@
 namespace gull {
 
 class Feedback;
+class ProgressFile;
 struct Sound;
 
 /// Drives the game: runs one beach at a time from its opening to the result card, sixty steps a second, turns
@@ -36,7 +37,8 @@ struct Sound;
 /// Single-threaded: the loop's frame timer, input, delayed work and toasts all come from the loop's thread.
 /// All times are seconds of the loop's clock.
 class GameController {
-    ChangeNotifier changes_;  // ahead of the properties, which refer to it
+    ChangeNotifier changes_;                      // ahead of the properties, which refer to it
+    std::unique_ptr<ProgressFile> progressFile_;  // null: progress is not kept
 
   public:
     enum class Phase {
@@ -50,9 +52,11 @@ class GameController {
     static constexpr double frameInterval = 1.0 / 60;  ///< seconds
     static constexpr double largestStep = 0.05;        ///< longest step of game time in a frame, seconds
     static constexpr double floodSeconds = 2.0;        ///< from the end of the tide to the result card
+    static constexpr double saveAgainInterval = 30;    ///< seconds between attempts to save progress
 
     /// `loop` and `feedback` are owned by the caller and must outlive the controller. With `persists`,
-    /// progress is loaded from `progressURL` and saved there; otherwise the file is never touched. Without a
+    /// progress is loaded from `progressURL` and saved there, a save that failed again every
+    /// `saveAgainInterval` and at the end; otherwise the file is never touched. Without a
     /// seed the beaches are laid out at random. Opens the highest unlocked beach, without the fly-in, and
     /// starts the frame timer.
     GameController(MainLoop& loop, Feedback& feedback, std::filesystem::path progressURL, bool persists,
@@ -175,8 +179,6 @@ class GameController {
 
     MainLoop& loop_;
     Feedback& feedback_;
-    std::filesystem::path progressURL_;
-    bool persists_;
     Phase returnPhase_ = Phase::playing;
     BeachScene world_;
     SplitMix64 rng_;
@@ -200,6 +202,7 @@ class GameController {
     Countdown countdown_;
     std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);  // watched by delayed work
     MainLoop::Timer timer_;
+    MainLoop::Timer saveTimer_;
 };
 
 }  // namespace gull

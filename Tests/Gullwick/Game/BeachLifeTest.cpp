@@ -314,6 +314,30 @@ TEST_F(BeachLife, progressIsSavedOnlyWhereItPersists) {
     EXPECT_EQ(CampaignProgress::load(progressFile), CampaignProgress{});
 }
 
+TEST_F(BeachLife, aResultThatCannotBeSavedIsSavedHalfAMinuteLater) {
+    const auto inTheWay = folder / ".progress.json.new";
+    std::filesystem::create_directories(inTheWay / "x");
+    owned = std::make_unique<GameController>(loop, feedback, progressFile, true, 5);
+    GameController& kept = *owned;
+    turn(0.1);
+    testing::internal::CaptureStderr();
+    for (const BuriedItem& item : std::vector(kept.hunt().items())) {
+        kept.setCoil(item.at);
+        kept.dig();
+        turn(0.7);
+    }
+    turn(3);
+    ASSERT_EQ(kept.phase, Phase::finished);
+    EXPECT_FALSE(std::filesystem::exists(progressFile));
+    std::filesystem::remove_all(inTheWay);
+    // Another game of the player's has got on meanwhile.
+    CampaignProgress{{{4, 2}}, {}}.save(progressFile);
+    turn(GameController::saveAgainInterval);
+    EXPECT_EQ(kept.progress->stars, (CampaignProgress::ByBeach{{1, 3}, {4, 2}}));
+    EXPECT_EQ(CampaignProgress::load(progressFile), kept.progress.get());
+    testing::internal::GetCapturedStderr();
+}
+
 TEST_F(BeachLife, aWorseResultIsNoNewBest) {
     play(1);
     win();
