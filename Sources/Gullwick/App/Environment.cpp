@@ -30,10 +30,10 @@ std::vector<std::string> cameraComplaints() {
         const auto text = environmentVariable(name);
         if (text && !SceneCamera::parseTriple(text->c_str()))
             result.push_back(
-                fmt::format("{} takes three numbers, \"x,y,z\"; \"{}\" is ignored", name, *text));
+                fmt::format("{} takes three numbers up to 10000, \"x,y,z\"; \"{}\" is ignored", name, *text));
     }
     if (const auto text = environmentVariable("GW_FOV"); text && !SceneCamera::parseAngle(text->c_str()))
-        result.push_back(fmt::format("GW_FOV takes degrees, a number; \"{}\" is ignored", *text));
+        result.push_back(fmt::format("GW_FOV takes degrees between 0 and 180; \"{}\" is ignored", *text));
     return result;
 }
 

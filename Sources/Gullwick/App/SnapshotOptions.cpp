@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <string_view>
 #include <vector>
@@ -46,9 +47,23 @@ std::optional<std::string> readCount(const CommandLine& commandLine, std::string
     return std::nullopt;
 }
 
-std::optional<double> readNumber(const CommandLine& commandLine, std::string_view flag) {
+/// Reads a number of seconds; farther than a day from now there is nothing to see.
+std::optional<std::string> readSeconds(const CommandLine& commandLine, std::string_view flag,
+                                       std::optional<double>& seconds) {
+    constexpr double most = 86400;
     const auto text = commandLine.value(flag);
-    return text ? parseNumber(*text) : std::nullopt;
+    seconds = text ? parseNumber(*text) : std::nullopt;
+    if (!seconds || std::abs(*seconds) <= most) return std::nullopt;
+    return fmt::format("{} takes seconds, {:.0f} at most; it was {}", flag, most, *text);
+}
+
+/// Reads where the coil is to stand; a little beside the plot is allowed.
+std::optional<std::string> readCoil(const CommandLine& commandLine, std::optional<PlotPoint>& coil) {
+    const auto text = commandLine.value("--coil");
+    coil = text ? parsePoint(*text) : std::nullopt;
+    const auto isNear = [](double share) { return share >= -1 && share <= 2; };
+    if (!coil || (isNear(coil->x) && isNear(coil->y))) return std::nullopt;
+    return fmt::format("--coil takes a place on the plot, each number from 0 to 1; it was {}", *text);
 }
 
 }  // namespace
@@ -70,10 +85,10 @@ std::variant<SnapshotOptions, std::string> SnapshotOptions::parse(const CommandL
     if (const auto text = commandLine.value("--seed")) options.seed = parseUnsigned(*text);
     if (const auto problem = readCount(commandLine, "--find", options.find)) return *problem;
     if (const auto problem = readCount(commandLine, "--junk", options.junk)) return *problem;
-    options.elapse = readNumber(commandLine, "--elapse");
-    if (const auto text = commandLine.value("--coil")) options.coil = parsePoint(*text);
+    if (const auto problem = readSeconds(commandLine, "--elapse", options.elapse)) return *problem;
+    if (const auto problem = readCoil(commandLine, options.coil)) return *problem;
     options.trail = commandLine.has("--trail");
-    options.reveal = readNumber(commandLine, "--reveal");
+    if (const auto problem = readSeconds(commandLine, "--reveal", options.reveal)) return *problem;
     options.ping = commandLine.has("--ping");
     options.flood = commandLine.has("--flood");
     options.finish = commandLine.has("--finish");

@@ -1,6 +1,7 @@
 #include "Gullwick/Scene/BeachScene.h"
 
 #include "Engine/Log/Require.h"
+#include "Engine/Stage/FiniteCheck.h"
 #include "Gullwick/Scene/DetectorRig.h"
 #include "Gullwick/Scene/Digs.h"
 #include "Gullwick/Scene/Dressing.h"
@@ -163,6 +164,10 @@ void BeachScene::update(double newTime, double dt, const PlotPoint& coil, const 
         stage_.touchPaint(worldBox(trail.upload()));
         parts_->lastTrailUpload = time;
     }
+#ifndef NDEBUG
+    const std::string fault = nonFiniteNumber(stage_);
+    require(fault.empty(), "the stage holds a number that is not finite: {}", fault);
+#endif
 }
 
 void BeachScene::ripple(const PlotPoint& at, const Colour& tint, double strength, double size) {

@@ -17,6 +17,7 @@ constexpr double fieldOfView = 40;
 constexpr double wideAspect = 1.55;  // wider views show the same, narrower ones from farther back
 constexpr double leastAspect = 0.3;
 constexpr double introDuration = 1.4;
+constexpr double farthest = 10000;  // from the origin along any axis: beyond it there is nothing to see
 
 /// The number that `text` is, all of it; nothing otherwise.
 std::optional<double> number(const std::string& text) {
@@ -39,11 +40,14 @@ std::optional<glm::dvec3> SceneCamera::parseTriple(const char* text) {
         start = comma + 1;
     }
     if (numbers.size() != 3) return std::nullopt;
+    for (const double each : numbers)
+        if (std::abs(each) > farthest) return std::nullopt;
     return glm::dvec3(numbers[0], numbers[1], numbers[2]);
 }
 
 std::optional<double> SceneCamera::parseAngle(const char* text) {
-    return text ? number(text) : std::nullopt;
+    const auto angle = text ? number(text) : std::nullopt;
+    return angle && *angle > 0 && *angle < 180 ? angle : std::nullopt;
 }
 
 SceneCamera::SceneCamera(Stage& stage)

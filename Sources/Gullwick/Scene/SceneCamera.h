@@ -25,9 +25,9 @@ class SceneCamera {
     const Camera& lens() const { return *camera_; }
 
     /// The three numbers of an environment variable's text, separated by commas; pieces that are no numbers
-    /// are skipped. Nothing unless exactly three are left.
+    /// are skipped. Nothing unless exactly three are left, none beyond 10000.
     static std::optional<glm::dvec3> parseTriple(const char* text);
-    /// The degrees of an environment variable's text; nothing unless all of it is a number.
+    /// The degrees of an environment variable's text; nothing unless all of it is a number between 0 and 180.
     static std::optional<double> parseAngle(const char* text);
 
   private:

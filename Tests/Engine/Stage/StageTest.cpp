@@ -1,12 +1,16 @@
 #include "Engine/Stage/Stage.h"
 
+#include "Engine/Stage/FiniteCheck.h"
 #include "Engine/Stage/Primitives.h"
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <glm/ext/matrix_transform.hpp>
 #include <glm/geometric.hpp>
+#include <limits>
 #include <numbers>
+#include <utility>
 
 namespace gull {
 namespace {
@@ -189,6 +193,40 @@ TEST(Texture, updatesOnlyTheRectangleAndRemembersIt) {
     EXPECT_EQ(texture.changedSince(early).width, 64);
     EXPECT_EQ(texture.changedSince(texture.version() - 3).width, 1);
     EXPECT_DEATH(texture.replace(Image(63, 32)), "64 x 32 was replaced by one of 63 x 32");
+}
+
+TEST(FiniteCheck, findsWhatIsNotFiniteAndNamesTheNode) {
+    Stage stage;
+    Node& node = stage.root.addChild("beach").addChild("coil");
+    node.materials = {std::make_shared<Material>()};
+    node.light = std::make_shared<Light>();
+    node.camera = std::make_shared<Camera>();
+    node.particles = {std::make_shared<ParticleSystem>()};
+    EXPECT_EQ(nonFiniteNumber(stage), "");
+    const double none = std::nan(""), endless = std::numeric_limits<double>::infinity();
+    double* const numbers[] = {&stage.time,
+                               &stage.fog.end,
+                               &node.position.y,
+                               &node.eulerAngles.x,
+                               &node.scale.z,
+                               &node.opacity,
+                               &node.materials[0]->multiplyMap.offset.x,
+                               &node.materials[0]->emission.r,
+                               &node.light->intensity,
+                               &node.camera->fieldOfView,
+                               &node.particles[0]->start};
+    for (double* const number : numbers) {
+        for (const double bad : {none, -endless}) {
+            const double before = std::exchange(*number, bad);
+            EXPECT_NE(nonFiniteNumber(stage), "");
+            *number = before;
+        }
+    }
+    node.position.x = endless;
+    EXPECT_EQ(nonFiniteNumber(stage), "node /root/beach/coil: its position");
+    node.position.x = 0;
+    node.orientation = glm::dquat(1, none, 0, 0);
+    EXPECT_EQ(nonFiniteNumber(stage), "node /root/beach/coil: its orientation");
 }
 
 }  // namespace

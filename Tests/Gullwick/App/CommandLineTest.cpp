@@ -131,6 +131,10 @@ TEST(SnapshotOptions, ImpossibleValuesAreRefusedWithAReason) {
     EXPECT_THAT(refused({"--shot", "a", "--find", "-1", "--reveal", "1"}), HasSubstr("--find"));
     EXPECT_THAT(refused({"--shot", "a", "--junk", "-1"}), HasSubstr("--junk"));
     EXPECT_THAT(refused({"--shot", "a", "--beach", "-3"}), HasSubstr("-3"));
+    EXPECT_THAT(refused({"--shot", "a", "--coil", "1e308,0"}), HasSubstr("from 0 to 1; it was 1e308,0"));
+    EXPECT_THAT(refused({"--shot", "a", "--coil", "0,-3"}), HasSubstr("--coil"));
+    EXPECT_THAT(refused({"--shot", "a", "--reveal", "1e308"}), HasSubstr("--reveal takes seconds, 86400"));
+    EXPECT_THAT(refused({"--shot", "a", "--elapse", "-1e9"}), HasSubstr("--elapse"));
 }
 
 TEST(SnapshotOptions, IconsCareForNothingElse) {

@@ -90,10 +90,13 @@ TEST(SceneCamera, readsThreeNumbersFromTheEnvironment) {
     EXPECT_EQ(SceneCamera::parseTriple("1,2,3"), glm::dvec3(1, 2, 3));
     EXPECT_EQ(SceneCamera::parseTriple("1,x,2,,3"), glm::dvec3(1, 2, 3));
     EXPECT_EQ(SceneCamera::parseTriple("-1e1,.5,7,"), glm::dvec3(-10, 0.5, 7));
-    for (const char* bad : {"", "1,2", "1,2,3,4", "1;2;3", "nan,1,2", "1, 2,3", "1,2,3x"}) {
+    for (const char* bad : {"", "1,2", "1,2,3,4", "1;2;3", "nan,1,2", "1, 2,3", "1,2,3x", "1e308,2,3"}) {
         EXPECT_FALSE(SceneCamera::parseTriple(bad)) << bad;
     }
     EXPECT_FALSE(SceneCamera::parseTriple(nullptr));
+    EXPECT_EQ(SceneCamera::parseAngle("179.5"), 179.5);
+    for (const char* bad : {"", "0", "-40", "180", "nan", "40x"})
+        EXPECT_FALSE(SceneCamera::parseAngle(bad)) << bad << ": no lens sees that";
 }
 
 TEST(SceneLights, sunStandsWhereTheBeachSaysButNeverTooLow) {
