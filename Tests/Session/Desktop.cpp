@@ -5,12 +5,12 @@
 
 namespace gull::session {
 
-Desktop::Desktop(int width, int height) {
+Desktop::Desktop(int width, int height, const std::string& options) {
     // Xvfb chooses a free number and writes it to the descriptor once it takes clients.
     const std::string numberFile = (folder_.path() / "display").string();
     const std::string screen = std::to_string(width) + "x" + std::to_string(height) + "x24";
     const std::string command =
-        "exec Xvfb -displayfd 3 -screen 0 " + screen + " -nolisten tcp 3>" + numberFile;
+        "exec Xvfb -displayfd 3 -screen 0 " + screen + " -nolisten tcp " + options + " 3>" + numberFile;
     server_ = std::make_unique<Process>("sh", std::vector<std::string>{"-c", command}, Environment{},
                                         folder_.path());
     for (int i = 0; i < 1000 && display_.empty(); ++i) {

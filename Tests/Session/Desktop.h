@@ -11,7 +11,8 @@ namespace gull::session {
 /// a test without a display has failed.
 class Desktop {
   public:
-    Desktop(int width, int height);
+    /// `options` are further ones of Xvfb, e.g. "-extension GLX".
+    Desktop(int width, int height, const std::string& options = {});
 
     const std::string& display() const { return display_; }
     /// The environment of a program that is to run on this desktop, with its files in `home`.

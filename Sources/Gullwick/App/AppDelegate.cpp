@@ -6,6 +6,7 @@
 #include "Engine/Touch/Trackpads.h"
 #include "Engine/Window/GameControllers.h"
 #include "Engine/Window/Window.h"
+#include "Engine/Window/WindowOpening.h"
 #include "Gullwick/App/BeachNumber.h"
 #include "Gullwick/App/Commands.h"
 #include "Gullwick/App/Environment.h"
@@ -33,7 +34,7 @@ namespace gull {
 struct AppDelegate::Parts final : WindowCommands {
     explicit Parts(const CommandLine& commandLine)
         : probePath(environmentVariable("GULLWICK_PROBE")),
-          window(windowOptions()),
+          window(openWindow(windowOptions())),
           game(loop, feedbackForGame(), AppSettings::progressURL(std::getenv), !probePath,
                seed(commandLine)) {
         if (AppSettings::defaultFile(std::getenv).empty()) {

@@ -5,6 +5,7 @@
 #include "Engine/Render/OffscreenContext.h"
 #include "Engine/Render/Renderer.h"
 #include "Engine/Window/Window.h"
+#include "Engine/Window/WindowOpening.h"
 #include "Gullwick/App/DevicesReport.h"
 #include "Gullwick/App/Environment.h"
 #include "Gullwick/Settings/AppSettings.h"
@@ -15,7 +16,6 @@
 #include <exception>
 #include <filesystem>
 #include <memory>
-#include <optional>
 #include <system_error>
 
 namespace gull {
@@ -29,7 +29,7 @@ void describeGraphics(DevicesReport& report, bool windowed) {
     report.tier = info.isSoftware ? "fast: a rasteriser on the CPU" : "full";
 }
 
-void describeDisplay(DevicesReport& report, const std::optional<Window>& window, const std::string& problem) {
+void describeDisplay(DevicesReport& report, const Window* window, const std::string& problem) {
     if (window) {
         report.display = fmt::format("{}, {:.0f} x {:.0f} points at scale {}", window->driverName(),
                                      window->width(), window->height(), window->scale());
@@ -68,16 +68,16 @@ std::string logOfTheLastGame() {
 int printDevices() {
     DevicesReport report;
     UptimeClock clock;
-    std::optional<Window> window;
+    std::unique_ptr<Window> window;
     std::string problem;
     try {
         Window::Options options;
         options.scale = requestedScale();
-        window.emplace(options);
+        window.reset(new Window(openWindow(options)));
     } catch (const std::exception& error) {
         problem = error.what();
     }
-    describeDisplay(report, window, problem);
+    describeDisplay(report, window.get(), problem);
 
     AudioDevice audio;
     audio.start();

@@ -1,0 +1,60 @@
+#include "Engine/Window/WindowOpening.h"
+
+#include "Engine/Log/Log.h"
+
+#include <SDL.h>
+
+#ifdef GULL_X11
+#include <X11/Xlib.h>
+#endif
+
+namespace gull {
+
+namespace {
+
+#ifdef GULL_X11
+
+/// Without this, Xlib prints the error in its own words and ends the program, for instance when SDL asks a
+/// driver for a context that is not there. The call that failed says so itself.
+int noteError(Display*, XErrorEvent* error) {
+    constexpr int most = 20;
+    static int count = 0;
+    if (++count <= most)
+        Log::note("X error {} from request {}.{}", error->error_code, error->request_code, error->minor_code);
+    return 0;
+}
+
+/// Xlib ends the program when this returns.
+int sayGone(Display*) {
+    Log::say("the display has gone away, and the game with it");
+    return 0;
+}
+
+/// SDL cannot try the other way after the usual one has failed, so the server is asked first.
+void prepare() {
+    XSetErrorHandler(noteError);
+    XSetIOErrorHandler(sayGone);
+    Display* const display = XOpenDisplay(nullptr);
+    if (!display) return;
+    int opcode = 0, event = 0, error = 0;
+    if (!XQueryExtension(display, "GLX", &opcode, &event, &error)) {
+        Log::note("the X server has no GLX, so the window's OpenGL comes by EGL");
+        SDL_SetHint(SDL_HINT_VIDEO_X11_FORCE_EGL, "1");
+    }
+    XCloseDisplay(display);
+}
+
+#else
+
+void prepare() {}
+
+#endif
+
+}  // namespace
+
+Window openWindow(const Window::Options& options) {
+    prepare();
+    return Window(options);
+}
+
+}  // namespace gull
