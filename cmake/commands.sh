@@ -16,7 +16,7 @@ runPackages=(
     fonts-jetbrains-mono fonts-vollkorn fonts-inter fonts-liberation fonts-dejavu-core
 )
 testPackages=(
-    clang-format libgtest-dev libgmock-dev
+    clang-format libgtest-dev libgmock-dev glslang-tools
     xvfb xdotool imagemagick
 )
 

@@ -1,0 +1,203 @@
+#include "Engine/Render/AllPrograms.h"
+#include "TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <map>
+#include <regex>
+#include <set>
+#include <sstream>
+#include <utility>
+
+// All shaders as the reference compiler, glslang, sees them: it holds to the language where a driver may not.
+namespace gull::test {
+
+namespace {
+
+using testing::IsEmpty;
+using testing::SizeIs;
+
+/// What stands before a shader: of the newest OpenGL that is used, and of the oldest with few varyings.
+enum class Head { newest, oldest };
+
+std::string textOf(const ShaderSource& source, bool isVertex, Head head) {
+    std::string text = head == Head::newest ? "#version 410 core\n"
+                                            : "#version 330 core\n"
+                                              "#extension GL_ARB_separate_shader_objects : require\n"
+                                              "#define SMALL\n";
+    for (const std::string& define : source.defines)
+        if (head == Head::newest || define != "SMALL") text += "#define " + define + "\n";
+    if (isVertex) text += "#define VERTEX\n";
+    return text.append(source.body);
+}
+
+/// The texts of all programs, each in one file of a folder.
+class ShaderFolder {
+  public:
+    struct Program {
+        std::string name;
+        std::string vertex, fragment;  ///< names of files
+        bool isFirst;                  ///< with these two bodies
+    };
+
+    explicit ShaderFolder(Head head) {
+        std::set<std::pair<const char*, const char*>> pairs;
+        for (const ProgramSource& program : allPrograms())
+            programs_.push_back(
+                {program.name, file(textOf(program.vertex, true, head), program.name, "vert"),
+                 file(textOf(program.fragment, false, head), program.name, "frag"),
+                 pairs.emplace(program.vertex.body.data(), program.fragment.body.data()).second});
+    }
+
+    const std::vector<Program>& programs() const { return programs_; }
+    /// In alphabetical order, as `*` gives them.
+    std::vector<std::string> files() const {
+        std::vector<std::string> names;
+        for (const auto& [text, name] : files_) names.push_back(name);
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+    /// What glslangValidator prints when it is run in the folder. `fails`: whether it found a fault.
+    std::string glslang(const std::string& arguments, bool* fails = nullptr) const {
+        const std::string command = "cd '" + folder_.path().string() + "' && LC_ALL=C glslangValidator " +
+                                    arguments + " >log 2>&1 </dev/null";
+        const int status = std::system(command.c_str());
+        if (fails) *fails = status != 0;
+        return readText(folder_ / "log");
+    }
+
+  private:
+    std::string file(const std::string& text, std::string program, const char* stage) {
+        auto [known, isNew] = files_.try_emplace(text);
+        if (isNew) {
+            std::replace(program.begin(), program.end(), ' ', '-');
+            known->second = std::to_string(10000 + files_.size()) + "-" + program + "." + stage;
+            writeText(folder_ / known->second, text);
+        }
+        return known->second;
+    }
+
+    TemporaryFolder folder_;
+    std::map<std::string, std::string> files_;
+    std::vector<Program> programs_;
+};
+
+/// glslang's output without the names of the files that it finds nothing wrong with; the first complaints.
+std::string complaintsIn(const std::string& output) {
+    constexpr std::size_t enough = 2000;
+    std::string complaints, file;
+    std::istringstream lines(output);
+    for (std::string line; complaints.size() < enough && std::getline(lines, line);) {
+        if (line.ends_with(".vert") || line.ends_with(".frag"))
+            file = line;
+        else if (!line.empty())
+            complaints += file + ": " + withFileNames(line) + "\n";
+    }
+    return complaints;
+}
+
+/// What a stage hands over or takes, by location: "flat vec3 kSkyX".
+using Interface = std::map<int, std::string>;
+
+/// `preprocessed`: a shader without macros; `direction`: "in" or "out".
+Interface interfaceOf(const std::string& preprocessed, const std::string& direction) {
+    const std::regex declaration(R"(layout\s*\(\s*location\s*=\s*(\d+)\s*\)\s*(flat\s+)?)" + direction +
+                                 R"(\s+(\w+)\s+(\w+)\s*(\[[^;]*)?;)");
+    Interface result;
+    std::istringstream lines(preprocessed);
+    std::smatch match;
+    for (std::string line; std::getline(lines, line);)
+        if (line.find("layout") != std::string::npos && std::regex_search(line, match, declaration))
+            result[std::stoi(match[1])] =
+                match[2].str() + match[3].str() + " " + match[4].str() + match[5].str();
+    return result;
+}
+
+/// What the fragment stage takes that the vertex stage does not give as the same.
+std::vector<std::string> mismatches(const Interface& given, const Interface& taken) {
+    std::vector<std::string> faults;
+    for (const auto& [location, what] : taken) {
+        const auto found = given.find(location);
+        if (found == given.end())
+            faults.push_back(what + " comes from nowhere");
+        else if (found->second != what)
+            faults.push_back(what + " is " + found->second + " in the vertex stage");
+    }
+    return faults;
+}
+
+void expectEachCompiles(const ShaderFolder& folder) {
+    bool fails = true;
+    const std::string output = folder.glslang("[0-9]*", &fails);
+    EXPECT_THAT(complaintsIn(output), IsEmpty());
+    EXPECT_FALSE(fails) << output.substr(0, 1000);
+    for (const std::string& file : folder.files())
+        if (output.find(file) == std::string::npos) ADD_FAILURE() << file << " was not compiled";
+}
+
+/// glslang matches what stages exchange by name, and says nothing of what only one of them has.
+void expectInterfacesMeet(const ShaderFolder& folder) {
+    const std::string output = folder.glslang("-E [0-9]*");
+    std::map<std::string, Interface> interfaces;
+    std::size_t start = output.find("#version");
+    for (const std::string& file : folder.files()) {
+        ASSERT_NE(start, std::string::npos) << file;
+        const std::size_t next = output.find("#version", start + 1);
+        interfaces[file] = interfaceOf(output.substr(start, next == std::string::npos ? next : next - start),
+                                       file.ends_with(".vert") ? "out" : "in");
+        start = next;
+    }
+    std::set<std::string> faults;
+    std::size_t taken = 0;
+    for (const ShaderFolder::Program& program : folder.programs()) {
+        taken += interfaces[program.fragment].size();
+        for (const std::string& fault : mismatches(interfaces[program.vertex], interfaces[program.fragment]))
+            faults.insert(program.name + ": " + fault);
+    }
+    EXPECT_THAT(faults, IsEmpty());
+    EXPECT_GT(taken, folder.programs().size()) << "interfaces were not found";
+}
+
+void expectStagesLink(const ShaderFolder& folder) {
+    for (const ShaderFolder::Program& program : folder.programs()) {
+        if (!program.isFirst) continue;
+        bool fails = true;
+        const std::string output = folder.glslang("-l " + program.vertex + " " + program.fragment, &fails);
+        EXPECT_FALSE(fails) << program.name << ": " << complaintsIn(output);
+    }
+}
+
+class Shaders : public testing::TestWithParam<Head> {};
+
+TEST_P(Shaders, everyVariantCompilesAndItsStagesMeet) {
+    const ShaderFolder folder(GetParam());
+    expectEachCompiles(folder);
+    expectInterfacesMeet(folder);
+    expectStagesLink(folder);
+}
+
+INSTANTIATE_TEST_SUITE_P(OpenGL, Shaders, testing::Values(Head::newest, Head::oldest),
+                         [](const auto& head) { return head.param == Head::newest ? "newest" : "oldest"; });
+
+TEST(ShaderInterface, tellsWhatDoesNotMeet) {
+    const Interface given = interfaceOf(
+        "layout(location = 9)out vec2 st;\nlayout(location = 16)flat out vec3 sky;\n"
+        "layout(location = 23) flat out vec4 lamps [ 2];",
+        "out");
+    ASSERT_THAT(given, SizeIs(3));
+    const auto faults = [&](const std::string& fragment) {
+        return mismatches(given, interfaceOf(fragment, "in"));
+    };
+    EXPECT_THAT(faults("layout(location = 9)in vec2 st;\nlayout(location = 23) flat in vec4 lamps [ 2];"),
+                IsEmpty());
+    for (const char* other : {"layout(location = 9)in vec3 st;", "layout(location = 9)in vec2 at;",
+                              "layout(location = 10)in vec2 st;", "layout(location = 16)in vec3 sky;",
+                              "layout(location = 23)flat in vec4 lamps[4];"})
+        EXPECT_THAT(faults(other), SizeIs(1)) << other;
+}
+
+}  // namespace
+
+}  // namespace gull::test
