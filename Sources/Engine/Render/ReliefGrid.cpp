@@ -4,6 +4,7 @@
 #include <cmath>
 #include <glm/gtc/matrix_access.hpp>
 #include <limits>
+#include <utility>
 
 namespace gull {
 
@@ -20,6 +21,55 @@ bool overlap(double aMin, double aMax, double bMin, double bMax) {
 
 }  // namespace
 
+/// Depths of a picture, lowest row first, and the way from there to the world.
+struct ReliefGrid::DepthImage {
+    const std::vector<float>& depths;
+    PixelSize size;
+    glm::dmat4 toWorld;
+
+    float at(int x, int y) const {
+        return depths[static_cast<std::size_t>(y) * static_cast<std::size_t>(size.width) +
+                      static_cast<std::size_t>(x)];
+    }
+
+    glm::dvec4 clip(int x, int y, float depth) const {
+        return {2.0 * x / size.width - 1, 2.0 * y / size.height - 1, 2.0 * static_cast<double>(depth) - 1, 1};
+    }
+
+    glm::dvec3 place(int x, int y, float depth) const {
+        const glm::dvec4 p = toWorld * clip(x, y, depth);
+        return glm::dvec3(p) / p.w;
+    }
+
+    /// The nearest and the farthest depth in `square`, the background left out; farthest 0: nothing else is
+    /// there.
+    std::pair<float, float> range(const PixelArea& square) const {
+        float nearest = 1, farthest = 0;
+        for (int y = square.y; y < square.top(); ++y)
+            for (int x = square.x; x < square.right(); ++x) {
+                const float depth = at(x, y);
+                if (depth >= 1) continue;
+                nearest = std::min(nearest, depth);
+                farthest = std::max(farthest, depth);
+            }
+        return {nearest, farthest};
+    }
+
+    /// The least height in `square`, of a few of its pixels; the background is lower than anything.
+    double lowest(const PixelArea& square) const {
+        const glm::dvec4 height = glm::row(toWorld, 1), w = glm::row(toWorld, 3);
+        double lowest = std::numeric_limits<double>::max();
+        for (int y = square.y; y < square.top(); y += lookEvery)
+            for (int x = square.x; x < square.right(); x += lookEvery) {
+                const float depth = at(x, y);
+                if (depth >= 1) return std::numeric_limits<double>::lowest();
+                const glm::dvec4 p = clip(x, y, depth);
+                lowest = std::min(lowest, glm::dot(height, p) / glm::dot(w, p));
+            }
+        return lowest;
+    }
+};
+
 glm::dmat3 axesAlong(const glm::dvec3& toward) {
     glm::dvec3 up = std::abs(toward.y) < 0.99 ? glm::dvec3(0, 1, 0) : glm::dvec3(1, 0, 0);
     glm::dvec3 x = glm::normalize(glm::cross(up, toward));
@@ -31,58 +81,34 @@ void ReliefGrid::read(const std::vector<float>& depths, const Viewpoint& view, c
     size_ = view.size;
     sunAxes_ = axesAlong(toward);
     across_ = (size_.width + cellSize - 1) / cellSize;
-    int along = (size_.height + cellSize - 1) / cellSize;
+    const int along = (size_.height + cellSize - 1) / cellSize;
     cells_.resize(static_cast<std::size_t>(across_) * static_cast<std::size_t>(along));
-    glm::dmat4 toWorld = glm::inverse(view.viewProjection);
-    glm::dvec4 height = glm::row(toWorld, 1), depthOf = glm::row(toWorld, 3);
-    for (std::size_t i = 0; i < cells_.size(); ++i) {
-        int x0 = static_cast<int>(i) % across_ * cellSize, y0 = static_cast<int>(i) / across_ * cellSize;
-        if (cellArea(i).intersection(area).empty()) continue;
-        int x1 = std::min(x0 + cellSize, size_.width), y1 = std::min(y0 + cellSize, size_.height);
-        float nearest = 1, farthest = 0;
-        for (int y = y0; y < y1; ++y) {
-            const float* row = &depths[static_cast<std::size_t>(y) * static_cast<std::size_t>(size_.width)];
-            for (int x = x0; x < x1; ++x) {
-                if (row[x] >= 1) continue;
-                nearest = std::min(nearest, row[x]);
-                farthest = std::max(farthest, row[x]);
-            }
-        }
-        double lowest = std::numeric_limits<double>::max();
-        for (int y = y0; y < y1; y += lookEvery) {
-            for (int x = x0; x < x1; x += lookEvery) {
-                float z = depths[static_cast<std::size_t>(y) * static_cast<std::size_t>(size_.width) +
-                                 static_cast<std::size_t>(x)];
-                glm::dvec4 p(2.0 * x / size_.width - 1, 2.0 * y / size_.height - 1,
-                             2.0 * static_cast<double>(z) - 1, 1);
-                lowest = z < 1 ? std::min(lowest, glm::dot(height, p) / glm::dot(depthOf, p))
-                               : std::numeric_limits<double>::lowest();
-            }
-        }
-        Cell& cell = cells_[i];
-        cell = Cell();
-        cell.lowest = lowest;
-        cell.empty = farthest == 0;
-        if (cell.empty) continue;
-        for (int corner = 0; corner < 8; ++corner) {
-            glm::dvec4 p =
-                toWorld * glm::dvec4(2.0 * (corner & 1 ? x1 : x0) / size_.width - 1,
-                                     2.0 * (corner & 2 ? y1 : y0) / size_.height - 1,
-                                     2.0 * static_cast<double>(corner & 4 ? farthest : nearest) - 1, 1);
-            glm::dvec3 point = glm::dvec3(p) / p.w;
-            for (double side : {-slack, slack}) {
-                cell.world.include(point + side);
-                cell.inSunAxes.include(sunAxes_ * point + side);
-            }
-        }
-    }
+    const DepthImage image{depths, size_, glm::inverse(view.viewProjection)};
+    for (std::size_t i = 0; i < cells_.size(); ++i)
+        if (const PixelArea square = cellArea(i); !square.intersection(area).empty())
+            cells_[i] = readCell(image, square);
     rows_.assign(static_cast<std::size_t>(along), Box());
-    for (std::size_t i = 0; i < cells_.size(); ++i) {
-        Box& row = rows_[i / static_cast<std::size_t>(across_)];
-        if (cells_[i].empty) continue;
-        row.include(cells_[i].inSunAxes);
-    }
+    for (std::size_t i = 0; i < cells_.size(); ++i)
+        if (!cells_[i].empty) rows_[i / static_cast<std::size_t>(across_)].include(cells_[i].inSunAxes);
     clear();
+}
+
+ReliefGrid::Cell ReliefGrid::readCell(const DepthImage& image, const PixelArea& square) const {
+    Cell cell;
+    cell.lowest = image.lowest(square);
+    const auto [nearest, farthest] = image.range(square);
+    cell.empty = farthest == 0;
+    if (cell.empty) return cell;
+    for (const int x : {square.x, square.right()})
+        for (const int y : {square.y, square.top()})
+            for (const float depth : {nearest, farthest}) {
+                const glm::dvec3 point = image.place(x, y, depth);
+                for (const double side : {-slack, slack}) {
+                    cell.world.include(point + side);
+                    cell.inSunAxes.include(sunAxes_ * point + side);
+                }
+            }
+    return cell;
 }
 
 void ReliefGrid::markAllLit() {

@@ -44,7 +44,9 @@ class ReliefGrid {
         double lowest = 0;  ///< height of the lowest of its pixels
         bool empty = true;  ///< nothing but background
     };
+    struct DepthImage;
     PixelArea cellArea(std::size_t i) const;
+    Cell readCell(const DepthImage& image, const PixelArea& square) const;
 
     PixelSize size_;
     int across_ = 0;
