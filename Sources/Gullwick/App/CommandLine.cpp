@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <numeric>
+#include <utility>
 
 #ifndef GULL_VERSION
 #define GULL_VERSION "unknown"
@@ -16,15 +17,20 @@ namespace gull {
 
 namespace {
 
+/// What an option has an effect on.
+enum class Scope { program, game, scene };
+
 struct Flag {
     std::string_view name;
-    std::string_view value;  ///< what follows it, in brackets where it may; empty: nothing does
-    std::string_view text;
+    std::string_view value = {};  ///< what follows it, in brackets where it may; empty: nothing does
+    Scope scope = Scope::program;
     /// Whether it can make something of a value; null where it takes any, or has its own words for a wrong
     /// one.
     bool (*reads)(std::string_view) = nullptr;
 
-    bool takesAny() const { return !reads && !value.empty() && value.front() != '['; }
+    bool takesValue() const { return !value.empty(); }
+    bool needsValue() const { return takesValue() && value.front() != '['; }
+    bool takesAny() const { return !reads && needsValue(); }
 };
 
 template <auto parse>
@@ -33,34 +39,73 @@ bool readsBy(std::string_view value) {
 }
 
 constexpr std::array flags = {
-    Flag{"--shot", "FILE", "render a moment of play to a PNG file (default shot.png)"},
-    Flag{"--icon", "FILE", "the same, close up on the coil's spot"},
-    Flag{"--icons", "FOLDER", "write a PNG of every item into FOLDER"},
-    Flag{"--size", "WxH", "size of the picture in points (default 1400x900)"},
-    Flag{"--beach", "N", "which beach, 1 to 8 (default 1)", readsBy<parseInteger>},
-    Flag{"--seed", "N", "bury by this seed: the same picture every time", readsBy<parseUnsigned>},
-    Flag{"--elapse", "SECONDS", "let that much tide run first", readsBy<parseNumber>},
-    Flag{"--find", "COUNT", "dig up the first COUNT treasures", readsBy<parseInteger>},
-    Flag{"--junk", "COUNT", "dig up the first COUNT pieces of junk", readsBy<parseInteger>},
-    Flag{"--coil", "X,Y", "put the coil there, each 0 to 1", readsBy<parsePoint>},
-    Flag{"--trail", "", "sweep a wavy trail across the plot"},
-    Flag{"--reveal", "SECONDS", "catch the next treasure that long after its dig", readsBy<parseNumber>},
-    Flag{"--ping", "", "show the ping arrow"},
-    Flag{"--flood", "", "let the sea flood the beach"},
-    Flag{"--finish", "", "end the beach: the result card"},
-    Flag{"--select", "", "open the beach select"},
-    Flag{"--nohud", "", "the scene alone"},
-    Flag{"--selftest", "[BEACHES]",
-         "play the rules through and print what was checked, for all beaches or \"2,5\""},
-    Flag{"--devices", "", "print the devices found and chosen"},
-    Flag{"--help", "", "print this"},
-    Flag{"--version", "", "print the version"},
+    Flag{"--shot", "FILE"},
+    Flag{"--icon", "FILE"},
+    Flag{"--icons", "FOLDER"},
+    Flag{"--size", "WxH", Scope::scene},
+    Flag{"--beach", "N", Scope::scene, readsBy<parseInteger>},
+    Flag{"--seed", "N", Scope::program, readsBy<parseUnsigned>},
+    Flag{"--elapse", "SECONDS", Scope::scene, readsBy<parseNumber>},
+    Flag{"--find", "COUNT", Scope::scene, readsBy<parseInteger>},
+    Flag{"--junk", "COUNT", Scope::scene, readsBy<parseInteger>},
+    Flag{"--coil", "X,Y", Scope::scene, readsBy<parsePoint>},
+    Flag{"--trail", "", Scope::scene},
+    Flag{"--reveal", "SECONDS", Scope::scene, readsBy<parseNumber>},
+    Flag{"--ping", "", Scope::scene},
+    Flag{"--flood", "", Scope::scene},
+    Flag{"--finish", "", Scope::scene},
+    Flag{"--select", "", Scope::scene},
+    Flag{"--nohud", "", Scope::scene},
+    Flag{"--fullscreen", "", Scope::game},
+    Flag{"--selftest", "[BEACHES]"},
+    Flag{"--devices"},
+    Flag{"--help"},
+    Flag{"--version"},
 };
+
+/// A screen of 24 lines and 80 columns holds it.
+constexpr std::string_view helpText =
+    R"(Usage: gullwick [OPTION]...      (from the source folder: ./play [OPTION]...)
+Gullwick: the trackpad is a beach. Without an option the game opens its window.
+
+      --fullscreen          open it as large as the screen
+      --seed N              bury by this seed: the same beaches every time
+      --selftest [BEACHES]  play the rules through, on all beaches or on "2,5"
+      --devices             print the devices found and chosen
+  -h, --help                print this
+  -v, --version             print the version
+Pictures, without a window (--shot FILE and --shot=FILE are the same):
+      --shot FILE           write a moment of play as a PNG (default shot.png)
+      --icon FILE           the same, close up on the coil's spot
+      --icons FOLDER        write a PNG of every item into FOLDER
+  What --shot and --icon show: --size WxH (default 1400x900), --beach N (1-8),
+  --seed N, --elapse SECONDS of tide, --find COUNT treasures, --junk COUNT,
+  --coil X,Y (each 0 to 1), --trail, --reveal SECONDS after one more dig,
+  --ping, --flood, --finish (the result card), --select (all beaches), --nohud
+Environment:
+  GULLWICK_SAVE         the progress file
+  GULLWICK_SCALE        pixels a point, 0.5 to 4
+  GULLWICK_PROBE        measure the frame rate, write a picture here, exit
+  GULLWICK_PROBE_BEACH  on this beach
+  GW_CAM, GW_LOOK, GW_FOV  camera: two points "x,y,z", field of view in degrees
+)";
 
 const Flag* findFlag(std::string_view word) {
     const auto found =
         std::find_if(flags.begin(), flags.end(), [&](const Flag& flag) { return flag.name == word; });
     return found == flags.end() ? nullptr : &*found;
+}
+
+/// What an option is given in vain without; empty when it has an effect.
+std::string missingFor(const Flag& flag, Mode mode, bool drawsScene) {
+    if (flag.scope == Scope::scene && mode == Mode::game)
+        return fmt::format("{} only shapes a picture and has no effect in the game; add --shot FILE",
+                           flag.name);
+    if (flag.scope == Scope::scene && mode == Mode::snapshot && !drawsScene)
+        return fmt::format("{} has no effect on --icons; add --shot FILE instead of it", flag.name);
+    if (flag.scope == Scope::game && mode == Mode::snapshot)
+        return fmt::format("{} has no effect on a picture", flag.name);
+    return {};
 }
 
 /// Levenshtein's distance: insertions, deletions and replacements that turn one word into the other.
@@ -89,6 +134,32 @@ std::string_view closestFlag(std::string_view word) {
 
 }  // namespace
 
+/// "-h" and "-v" become the words they stand for, "--shot=FILE" becomes two; a word that an option takes for
+/// its value stays as it is.
+CommandLine::CommandLine(const std::vector<std::string>& words) {
+    bool isValue = false;
+    for (const std::string& word : words) {
+        const bool wasValue = std::exchange(isValue, false);
+        const std::size_t equals = word.find('=');
+        const Flag* flag = findFlag(std::string_view(word).substr(0, equals));
+        if (!wasValue && word == "-h") {
+            arguments_.emplace_back("--help");
+        } else if (!wasValue && word == "-v") {
+            arguments_.emplace_back("--version");
+        } else if (flag && equals != word.npos) {
+            arguments_.emplace_back(flag->name);
+            if (flag->takesValue())
+                arguments_.push_back(word.substr(equals + 1));
+            else
+                problems_.push_back(
+                    fmt::format("{} takes no value; \"{}\" is ignored", flag->name, word.substr(equals + 1)));
+        } else {
+            arguments_.push_back(word);
+            isValue = flag && flag->needsValue();
+        }
+    }
+}
+
 bool CommandLine::has(std::string_view flag) const {
     return std::find(arguments_.begin(), arguments_.end(), flag) != arguments_.end();
 }
@@ -109,13 +180,13 @@ Mode CommandLine::mode() const {
 }
 
 std::vector<std::string> CommandLine::complaints() const {
-    std::vector<std::string> result;
+    std::vector<std::string> result = problems_;
     const bool testsItself = mode() == Mode::selfTest;
     for (std::size_t i = 0; i < arguments_.size(); ++i) {
         const std::string& word = arguments_[i];
         if (findFlag(word)) continue;
         const Flag* before = i > 0 ? findFlag(arguments_[i - 1]) : nullptr;
-        if (before && !before->value.empty()) continue;
+        if (before && before->takesValue()) continue;
         if (i + 1 == arguments_.size() && testsItself) continue;  // the beaches
         result.push_back(fmt::format(
             "\"{}\" is no option of Gullwick and is ignored. Did you mean {}? (--help lists them)", word,
@@ -123,6 +194,11 @@ std::vector<std::string> CommandLine::complaints() const {
     }
     for (const Flag& flag : flags) {
         if (testsItself || !has(flag.name)) continue;
+        if (const std::string missing = missingFor(flag, mode(), has("--shot") || has("--icon"));
+            !missing.empty()) {
+            result.push_back(missing);
+            continue;
+        }
         const auto given = value(flag.name);
         if (flag.reads && !(given && flag.reads(*given))) {
             const std::string what = given ? fmt::format("\"{}\" is none", *given) : "nothing follows";
@@ -137,30 +213,7 @@ std::vector<std::string> CommandLine::complaints() const {
 }
 
 std::string CommandLine::help() {
-    std::string text =
-        "Gullwick: the trackpad is a beach.\n"
-        "\n"
-        "gullwick [options]      play (with ./play from the source folder: ./play [options])\n"
-        "\n";
-    for (const Flag& flag : flags) {
-        text += fmt::format(
-            "  {:<22}{}\n",
-            flag.value.empty() ? std::string(flag.name) : fmt::format("{} {}", flag.name, flag.value),
-            flag.text);
-    }
-    text +=
-        "\n"
-        "Environment:\n"
-        "  GULLWICK_SAVE         the progress file\n"
-        "  GULLWICK_SCALE        pixels a point, 0.5 to 4\n"
-        "  GULLWICK_PROBE        measure the frame rate, write a picture to this path, exit\n"
-        "  GULLWICK_PROBE_BEACH  on this beach\n"
-        "  GW_CAM, GW_LOOK       camera position and look point, \"x,y,z\"\n"
-        "  GW_FOV                field of view, degrees\n"
-        "\n"
-        "Benchmarks: cmake --preset benchmark && cmake --build --preset benchmark, then "
-        "build/Benchmarks/*Benchmark\n";
-    return text;
+    return std::string(helpText);
 }
 
 std::string CommandLine::version() {

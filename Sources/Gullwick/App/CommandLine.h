@@ -11,11 +11,12 @@ namespace gull {
 enum class Mode { help, version, devices, snapshot, selfTest, game };
 
 /// The words after the program's name. Flags are whole words, found at any position; the value of a flag is
-/// the word after its first occurrence.
+/// the word after its first occurrence, or follows an equals sign.
 class CommandLine {
   public:
-    explicit CommandLine(std::vector<std::string> arguments) : arguments_(std::move(arguments)) {}
+    explicit CommandLine(const std::vector<std::string>& words);
 
+    /// With every flag and every value a word of its own, and short forms written out.
     const std::vector<std::string>& arguments() const { return arguments_; }
     bool has(std::string_view flag) const;
     /// Nothing when the flag is absent or is the last word.
@@ -23,8 +24,8 @@ class CommandLine {
 
     /// Help, version and devices come first, then pictures, then the self-test; else the game.
     Mode mode() const;
-    /// One sentence for every word that is none of ours, with the flag that was probably meant, and for every
-    /// value that its flag can make nothing of.
+    /// One sentence for every word that is none of ours, with the flag that was probably meant, for every
+    /// value that its flag can make nothing of, and for every flag that needs another one.
     std::vector<std::string> complaints() const;
 
     static std::string help();
@@ -32,6 +33,7 @@ class CommandLine {
 
   private:
     std::vector<std::string> arguments_;
+    std::vector<std::string> problems_;  ///< found while the words were taken apart
 };
 
 }  // namespace gull

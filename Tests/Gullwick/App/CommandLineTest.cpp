@@ -6,6 +6,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace gull {
 namespace {
 
@@ -49,12 +51,73 @@ TEST(CommandLine, ValueFollowsTheFirstOccurrence) {
     EXPECT_FALSE(arguments.value("--beach"));
 }
 
+TEST(CommandLine, ShortFormsAndEqualsSignsAreUnderstood) {
+    EXPECT_EQ(line({"-h"}).mode(), Mode::help);
+    EXPECT_EQ(line({"--seed", "3", "-v"}).mode(), Mode::version);
+    EXPECT_EQ(line({"--shot", "-v"}).mode(), Mode::snapshot) << "a file of that name";
+    EXPECT_EQ(line({"--shot=a=b.png", "--find=2"}).value("--shot"), "a=b.png");
+    EXPECT_EQ(parsed({"--shot=a.png", "--coil=-1,2"}).coil, (PlotPoint{-1, 2}));
+    EXPECT_THAT(line({"--selftest=2,5"}).arguments(), ElementsAre("--selftest", "2,5"));
+    EXPECT_THAT(line({"--shot=a.png", "--nohud=no"}).complaints(), ElementsAre(HasSubstr("takes no value")));
+    EXPECT_THAT(line({"--shto=a.png"}).complaints(), ElementsAre(HasSubstr("--shot?")));
+    EXPECT_THAT(line({"-h", "-v", "--shot=x.png"}).complaints(), IsEmpty());
+}
+
+TEST(CommandLine, AnOptionThatNeedsAnotherSaysSo) {
+    EXPECT_THAT(line({"--beach", "3"}).complaints(), ElementsAre(HasSubstr("add --shot FILE")));
+    EXPECT_THAT(line({"--beach", "three"}).complaints(), ElementsAre(HasSubstr("add --shot FILE")))
+        << "one sentence is enough";
+    EXPECT_THAT(line({"--icons", "out", "--trail"}).complaints(), ElementsAre(HasSubstr("--trail has no")));
+    EXPECT_THAT(line({"--shot", "a.png", "--fullscreen"}).complaints(),
+                ElementsAre(HasSubstr("--fullscreen")));
+    for (const auto& words : std::vector<std::vector<std::string>>{
+             {"--seed", "3", "--fullscreen"}, {"--icon", "a.png", "--beach", "3"}, {"--select", "--help"}}) {
+        EXPECT_THAT(line(words).complaints(), IsEmpty()) << words[0];
+    }
+}
+
+TEST(CommandLine, TheHelpFitsAScreenAndTellsOfEveryOption) {
+    const std::string help = CommandLine::help();
+    EXPECT_LE(std::count(help.begin(), help.end(), '\n'), 24);
+    std::size_t longest = 0;
+    for (std::size_t start = 0; start < help.size();) {
+        const std::size_t end = help.find('\n', start);
+        longest = std::max(longest, end - start);
+        start = end + 1;
+    }
+    EXPECT_LE(longest, 80U);
+    for (const char* option : {"--shot FILE",
+                               "--icon FILE",
+                               "--icons FOLDER",
+                               "--size WxH",
+                               "--beach N",
+                               "--seed N",
+                               "--elapse SECONDS",
+                               "--find COUNT",
+                               "--junk COUNT",
+                               "--coil X,Y",
+                               "--trail",
+                               "--reveal SECONDS",
+                               "--ping",
+                               "--flood",
+                               "--finish",
+                               "--select",
+                               "--nohud",
+                               "--fullscreen",
+                               "--selftest [BEACHES]",
+                               "--devices",
+                               "-h, --help",
+                               "-v, --version"}) {
+        EXPECT_THAT(help, HasSubstr(option));
+    }
+}
+
 TEST(CommandLine, StrangersAreNamedWithWhatWasMeant) {
     EXPECT_THAT(line({"--shto", "--icons", "junk"}).complaints(), ElementsAre(HasSubstr("--shot?")));
     EXPECT_THAT(line({"--shot", "a.png", "--coil", "-1,2", "--nohud"}).complaints(), IsEmpty());
     EXPECT_THAT(line({"--selftest", "2,x"}).complaints(), IsEmpty());
     EXPECT_THAT(line({"2,x", "--selftest", "3"}).complaints(), ElementsAre(HasSubstr("2,x")));
-    EXPECT_THAT(line({"--nohud", "extra"}).complaints(), ElementsAre(HasSubstr("extra")));
+    EXPECT_THAT(line({"--seed", "1", "extra"}).complaints(), ElementsAre(HasSubstr("extra")));
 }
 
 TEST(CommandLine, ValuesThatSayNothingAreNamed) {
