@@ -1,5 +1,6 @@
 #include "Engine/Window/GameControllers.h"
 
+#include "Engine/Window/ControllerNames.h"
 #include "Engine/Window/RumblePulses.h"
 
 #include <SDL.h>
@@ -257,6 +258,13 @@ std::vector<GameControllers::Description> GameControllers::controllers() const {
     for (const Controller& controller : impl_->controllers)
         result.push_back({controller.name, controller.hasTouchSurface(), controller.rumbles()});
     return result;
+}
+
+std::string GameControllers::buttonName(ControllerButton button) const {
+    if (impl_->controllers.empty()) return {};
+    const Controller* used = impl_->find(impl_->inUse);
+    if (!used) used = &impl_->controllers.front();
+    return std::string(controllerButtonName(SDL_GameControllerGetType(used->handle.get()), button));
 }
 
 void GameControllers::perform(HapticPattern pattern) {

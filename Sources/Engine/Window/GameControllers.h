@@ -54,6 +54,9 @@ class GameControllers final : public HapticPerformer {
     /// The left stick that is pushed furthest; the middle tenth and a bit counts as rest.
     Stick stick() const;
     std::vector<Description> controllers() const;
+    /// What the controller in use (the one last touched, else the first) calls that button; empty without
+    /// one.
+    std::string buttonName(ControllerButton button) const;
 
     /// Rumbles for a moment on the controllers in use.
     void perform(HapticPattern pattern) override;

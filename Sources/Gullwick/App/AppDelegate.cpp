@@ -14,11 +14,13 @@
 #include "Gullwick/App/IconRenderer.h"
 #include "Gullwick/App/Numbers.h"
 #include "Gullwick/App/PlayerInput.h"
+#include "Gullwick/App/SilenceHint.h"
 #include "Gullwick/App/TierChooser.h"
 #include "Gullwick/Feedback/CombinedHaptics.h"
 #include "Gullwick/Feedback/Feedback.h"
 #include "Gullwick/Game/GameController.h"
 #include "Gullwick/Game/TouchSurface.h"
+#include "Gullwick/HUD/BeachSelect.h"
 #include "Gullwick/HUD/Overlay.h"
 #include "Gullwick/Settings/AppSettings.h"
 
@@ -73,7 +75,8 @@ struct AppDelegate::Parts final : WindowCommands {
         WindowHandlers handlers;
         handlers.key = [this](const KeyEvent& event) { handle(event); };
         handlers.mouse = [this](const MouseEvent& event) {
-            if (!overlay.handle(event)) surface.mouse(event);
+            input.noteMouse(event);
+            if (!overlay.handle(event) && !clickTile(event)) surface.mouse(event);
         };
         handlers.contacts = [this](const std::vector<Contact>& contacts) { input.windowContacts(contacts); };
         handlers.raw = [this](const void* event) { controllers.handle(event); };
@@ -94,6 +97,16 @@ struct AppDelegate::Parts final : WindowCommands {
         if (overlay.handle(event)) return;
         if (!event.isRepeat && perform(menus(), event)) return;
         surface.key(event);
+    }
+
+    /// A free pointer in the beach select opens the tile that it is on, and clicks nothing beside the tiles.
+    bool clickTile(const MouseEvent& event) {
+        if (game.phase != GameController::Phase::selecting || surface.isCaptured()) return false;
+        if (event.kind != MouseEvent::Kind::down) return false;
+        if (event.button == 1)
+            if (const auto tile = BeachSelect::tileAt(overlay.drawing(), event.x, event.y))
+                game.openTile(*tile);
+        return true;
     }
 
     std::vector<Menu> menus() { return buildMenus(game, surface, settings, feedback, *this); }
@@ -197,6 +210,7 @@ struct AppDelegate::Parts final : WindowCommands {
         window.pump(std::max(0.0, loop.nextDue() - loop.now()));
         const double start = loop.now();
         input.poll(start);
+        silence.poll(start);
         audio.poll(start);
         loop.runDue();
         stepTime = loop.now() - start;
@@ -233,6 +247,7 @@ struct AppDelegate::Parts final : WindowCommands {
     GameController game;
     TouchSurface surface{game, settings, window, clock};
     PlayerInput input{trackpads, controllers, surface, game};
+    SilenceHint silence{game, feedback, settings};
     IconRenderer iconSource{&renderer, game.world().textures()};
     ItemIcons icons{iconSource};
     Overlay overlay{game, settings, icons, [this] { return menus(); }};

@@ -7,6 +7,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 
 namespace gull {
@@ -79,7 +80,9 @@ void PlayerInput::poll(double now) {
     for (const ControllerEvent& event : controllers_.takeEvents()) handle(event);
     const Stick stick = controllers_.stick();
     surface_.stick(stick.x, stick.y, dt);
+    if (stick.x != 0 || stick.y != 0) usesController_ = true;
     hint();
+    look(now);
 }
 
 void PlayerInput::gather() {
@@ -92,13 +95,18 @@ void PlayerInput::gather() {
 void PlayerInput::handle(const ControllerEvent& event) {
     switch (event.kind) {
         case ControllerEvent::Kind::connected:
-            game_.queueHint(
-                "Controller: left stick sweeps · bottom button digs · left button pings · Start beaches",
-                4.5);
+            usesController_ = true;
+            game_.queueHint(fmt::format("Controller: left stick sweeps · {} digs · {} pings · {} beaches",
+                                        controllers_.buttonName(ControllerButton::south),
+                                        controllers_.buttonName(ControllerButton::west),
+                                        controllers_.buttonName(ControllerButton::start)),
+                            4.5);
             break;
         case ControllerEvent::Kind::disconnected:
+            usesController_ = usesController_ && !controllers_.controllers().empty();
             break;
         case ControllerEvent::Kind::pressed:
+            usesController_ = true;
             if (event.button == ControllerButton::touchClick) surface_.pressed();
             if (const auto wanted = action(event.button)) surface_.perform(*wanted);
             break;
@@ -106,6 +114,39 @@ void PlayerInput::handle(const ControllerEvent& event) {
             if (event.button == ControllerButton::touchClick) surface_.released();
             break;
     }
+}
+
+void PlayerInput::noteMouse(const MouseEvent& event) {
+    constexpr double tremble = 3;  // points: a table that was knocked is no hand on the mouse
+    if (event.kind == MouseEvent::Kind::left || event.kind == MouseEvent::Kind::up) return;
+    const bool moved = mouseX_ >= 0 && std::hypot(event.x - mouseX_, event.y - mouseY_) > tremble;
+    if (moved || event.kind == MouseEvent::Kind::down) usesController_ = false;
+    if (moved || mouseX_ < 0) {
+        mouseX_ = event.x;
+        mouseY_ = event.y;
+    }
+}
+
+void PlayerInput::look(double now) {
+    // Pads come and go seldom, and asking for them copies their names.
+    if (now >= nextLook_) {
+        nextLook_ = now + 0.5;
+        const auto pads = trackpads_.pads();
+        const auto controllers = controllers_.controllers();
+        padIsRead_ = std::ranges::any_of(pads, [](const Trackpads::Pad& pad) { return pad.isRead; }) ||
+                     std::ranges::any_of(controllers, [](const GameControllers::Description& controller) {
+                         return controller.hasTouchSurface;
+                     });
+    }
+    Controls controls;
+    if (!padIsRead_ && windowContacts_.empty())
+        controls.kind = usesController_ ? Controls::Kind::controller : Controls::Kind::mouse;
+    if (controls.kind == Controls::Kind::controller)
+        controls.buttons = {
+            controllers_.buttonName(ControllerButton::south), controllers_.buttonName(ControllerButton::east),
+            controllers_.buttonName(ControllerButton::west), controllers_.buttonName(ControllerButton::back),
+            controllers_.buttonName(ControllerButton::start)};
+    if (!(controls == game_.controls.get())) game_.controls = controls;
 }
 
 void PlayerInput::hint() {

@@ -13,7 +13,7 @@ class TouchSurface;
 
 /// Brings what the player's own devices report (touchpads, game controllers) to the surface, once a frame.
 /// Fingers on several pads count as fingers on one. Also tells the player, once, what a device needs or can
-/// do.
+/// do, and the game which of them the player has in hand.
 class PlayerInput {
   public:
     /// Everything is owned by the caller and must outlive this object.
@@ -22,6 +22,8 @@ class PlayerInput {
 
     /// Fingers that the window system itself reports.
     void windowContacts(const std::vector<Contact>& contacts);
+    /// Takes note that the mouse is in use; it is the surface's to act on.
+    void noteMouse(const MouseEvent& event);
     /// `now`: uptime in seconds.
     void poll(double now);
 
@@ -29,6 +31,8 @@ class PlayerInput {
     void gather();
     void handle(const ControllerEvent& event);
     void hint();
+    /// Publishes what the player has in hand.
+    void look(double now);
 
     Trackpads& trackpads_;
     GameControllers& controllers_;
@@ -39,6 +43,11 @@ class PlayerInput {
     std::vector<Contact> reported_;
     double lastPoll_ = 0;
     bool hinted_ = false;
+    double nextLook_ = 0;
+    bool padIsRead_ = false;
+    bool usesController_ = false;  ///< rather than the mouse
+    double mouseX_ = -1;           ///< where the mouse was last seen, points; -1: nowhere yet
+    double mouseY_ = -1;
 };
 
 }  // namespace gull

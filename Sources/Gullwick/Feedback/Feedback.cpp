@@ -69,6 +69,14 @@ void Feedback::cancelPending() {
     delayed_.cancelPending();
 }
 
+bool Feedback::isHeard() {
+    return settings_.sound() && !muted && output_ && output_->start();
+}
+
+bool Feedback::isFelt() const {
+    return settings_.haptics() && !muted && haptics_ && haptics_->isAvailable();
+}
+
 void Feedback::startSurf() {
     if (muted) return;
     if (!surfStarted_ && output_ && output_->start()) {

@@ -52,6 +52,11 @@ class Feedback {
     /// The same facility for those who need nothing else of this object.
     DelayedWork& delayedWork() { return delayed_; }
 
+    /// Whether a tick would be heard now; tries to open the output.
+    bool isHeard();
+    /// Whether a pulse would be felt now.
+    bool isFelt() const;
+
     /// Starts the surf if it is not running, and sets its volume by the sound switch.
     void startSurf();
     /// Sets the surf's volume by the sound switch: call it when the switch was turned. The surf runs on

@@ -78,7 +78,9 @@ void GameController::beginBeach(int number, bool animated, std::optional<std::ui
     countdown_.reset();
     busyUntil_ = 0;
     missCount_ = 0;
+    toasts_.dropWaiting();
     selection = number;
+    refusedBeach = 0;
     if (number == 1)
         tutorial_.start();
     else
@@ -96,7 +98,7 @@ void GameController::beginBeach(int number, bool animated, std::optional<std::ui
 void GameController::enterPlay() {
     phase = Phase::playing;
     if (tutorial_.stage() == 1) {
-        toasts_.showOpening(std::string(TutorialHints::opening), TutorialHints::openingSeconds);
+        toasts_.showOpening(TutorialHints::opening(controls), TutorialHints::openingSeconds);
     } else {
         toasts_.showOpening(fmt::format("Beach {} · find {} of {} before high tide", spec->number, spec->need,
                                         spec->treasures.size()),
@@ -120,6 +122,7 @@ void GameController::openSelect() {
     if (phase == Phase::selecting) return;
     returnPhase_ = phase == Phase::intro ? Phase::playing : phase.get();
     selection = spec->number;
+    refusedBeach = 0;
     phase = Phase::selecting;
 }
 
@@ -134,8 +137,15 @@ void GameController::openSelected() {
         beginBeach(selection, true);
         return;
     }
+    refusedBeach = selection.get();
     feedback_.haptic(HapticPattern::generic, 0.016);
     feedback_.play(Sound::miss, 1.0F);
+}
+
+void GameController::openTile(int tile) {
+    if (phase != Phase::selecting) return;
+    hover(tile);
+    openSelected();
 }
 
 void GameController::beginFlood() {
@@ -154,8 +164,9 @@ void GameController::finish() {
         [this](CampaignProgress& record) { return record.record(spec->number, earnedStars, haul); });
     // What another game of the player's has saved meanwhile comes back with it.
     if (progressFile_) progress = progressFile_->save(progress);
-    phase = Phase::finished;
     const bool passed = earnedStars >= 1;
+    isFirstLoss = !passed && !std::exchange(hasLost_, true);
+    phase = Phase::finished;
     feedback_.play(passed ? Sound::win : Sound::lose, 1.0F);
     if (passed) feedback_.thump(2, 0.1, HapticPattern::levelChange);
 }

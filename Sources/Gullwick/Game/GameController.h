@@ -8,6 +8,7 @@
 #include "GullCore/Levels.h"
 #include "GullCore/Progress.h"
 #include "GullCore/Rng.h"
+#include "Gullwick/Game/Controls.h"
 #include "Gullwick/Game/Countdown.h"
 #include "Gullwick/Game/KeyAction.h"
 #include "Gullwick/Game/Toast.h"
@@ -84,6 +85,10 @@ class GameController {
     Published<bool> captured{changes_};  ///< a finger steers and the pointer is locked; the surface's to set
     Published<int> pings{changes_};      ///< used on this beach
     Published<int> selection{changes_, 1};  ///< beach under the cursor of the beach select, 1 to 8
+    Published<int> refusedBeach{
+        changes_};  ///< the locked beach that was asked for last, 0 after any other move
+    Published<bool> isFirstLoss{changes_};  ///< the beach that just ended is the first not passed in this run
+    Published<Controls> controls{changes_};  ///< in the player's hand; set by whoever knows the devices
     Published<int> tickStamp{changes_};  ///< rises with every tick heard, the second of a junk pair included
 
     // --- Life of a beach
@@ -100,6 +105,8 @@ class GameController {
     void closeSelect();
     /// Opens the beach under the select's cursor, or refuses with a sound when it is locked.
     void openSelected();
+    /// In the beach select: moves the cursor to that tile (1 to 8) first.
+    void openTile(int tile);
     /// Erases all progress, the saved file included, and opens beach 1.
     void resetProgress();
     /// Ends the beach: stars, record, save, result card. Only while playing or flooding.
@@ -193,6 +200,7 @@ class GameController {
     bool wasPinpoint_ = false;
     int missCount_ = 0;
     bool shownJunkTip_ = false;     // once per run of the program
+    bool hasLost_ = false;          // in this run of the program
     std::uint64_t generation_ = 0;  // rises with every beach; delayed work of an older one does nothing
     double lastFrame_;
     double hudClock_ = 0;  // seconds since the HUD was last refreshed

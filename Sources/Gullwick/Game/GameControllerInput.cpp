@@ -84,6 +84,7 @@ void GameController::key(const KeyAction::Any& action) {
 void GameController::hover(int tile) {
     if (tile == selection) return;
     selection = tile;
+    refusedBeach = 0;
     feedback_.haptic(HapticPattern::alignment, 0.016);
     feedback_.play(Sound::tap, 1.0F);
 }
@@ -120,6 +121,7 @@ void GameController::uncover(const BuriedItem& treasure, double now) {
     findStamp = findStamp + 1;
     haul = hunt_.haul();
     tutorial_.end();
+    toasts_.dropWaiting();
     if (static_cast<int>(hunt_.found().size()) == spec->need && !hunt_.isAllFound())
         showToast("Beach cleared! Keep going for the rest, or wait out the tide", toastSeconds);
 }

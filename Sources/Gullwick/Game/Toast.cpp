@@ -12,7 +12,14 @@ void Toast::show(std::string text, double seconds) {
 
 void Toast::showOpening(std::string text, double seconds) {
     opened_ = true;
+    readableAt_ = loop_.now() + readable;
     show(std::move(text), seconds);
+}
+
+void Toast::showAfterOpening(std::string text, double seconds) {
+    waiting_ = loop_.after(readableAt_ - loop_.now(), [this, text = std::move(text), seconds]() mutable {
+        show(std::move(text), seconds);
+    });
 }
 
 void Toast::queueHint(std::string text, double seconds) {

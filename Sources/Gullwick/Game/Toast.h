@@ -14,6 +14,8 @@ namespace gull {
 /// say does not talk over the game's first words.
 class Toast {
   public:
+    static constexpr double readable = 2.5;  ///< seconds that an opening toast is left alone
+
     using Line = Published<std::optional<std::string>>;
 
     /// Both are owned by the caller and must outlive this object; `line` is what observers see.
@@ -23,6 +25,11 @@ class Toast {
     void show(std::string text, double seconds);
     /// The same, for the toast that opens a beach: hints may follow it.
     void showOpening(std::string text, double seconds);
+    /// The same once the opening toast has been up for `readable` seconds; a later one takes the place of one
+    /// that still waits.
+    void showAfterOpening(std::string text, double seconds);
+    /// Calls off what showAfterOpening() still holds back.
+    void dropWaiting() { waiting_.cancel(); }
     /// Shows `text` when the toast now up ends, but not before an opening toast was shown. Hints come one
     /// after another.
     void queueHint(std::string text, double seconds);
@@ -38,6 +45,8 @@ class Toast {
     MainLoop& loop_;
     Line& line_;
     MainLoop::Timer expiry_;
+    MainLoop::Timer waiting_;
+    double readableAt_ = 0;  // when the opening toast may be replaced
     std::deque<Hint> hints_;
     bool opened_ = false;
 };

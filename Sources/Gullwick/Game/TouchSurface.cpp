@@ -97,7 +97,7 @@ bool TouchSurface::holdsTarget() const {
 }
 
 bool TouchSurface::key(const KeyEvent& event) {
-    if (event.modifiers.command) return false;
+    if (event.modifiers.command || event.modifiers.alt) return false;
     const auto move = [&](int dx, int dy) {
         game_.key(KeyAction::Move{dx, dy});
         return true;
@@ -186,7 +186,10 @@ void TouchSurface::toggleTrackpad() {
                         toastSeconds);
     } else {
         settings_.trackpadSweep = true;
-        game_.showToast("Trackpad sweep on — rest a finger on the trackpad", toastSeconds);
+        game_.showToast(game_.controls->kind == Controls::Kind::trackpad
+                            ? "Trackpad sweep on — rest a finger on the trackpad"
+                            : "There is no trackpad to sweep with — the mouse moves the detector",
+                        toastSeconds);
     }
 }
 

@@ -14,6 +14,7 @@ namespace gull {
 namespace {
 
 constexpr double radius = 10;
+constexpr const char* tilePrefix = "select.tile.";
 
 /// From the beach's sky down to its sand.
 std::vector<GradientStop> gradient(int number, double opacity) {
@@ -47,8 +48,38 @@ View BeachSelect::tile(const BeachSpec& beach, double swell) const {
         .framed(tileWidth, tileHeight)
         .behind(shape(
             roundedRectangle(radius).filled(gradient(beach.number, opacity)).stroked(border, 1 + chosen)))
-        .named(fmt::format("select.tile.{}", beach.number))
+        .named(fmt::format("{}{}", tilePrefix, beach.number))
         .scaled(1 + swelling * swell);
+}
+
+std::optional<int> BeachSelect::tileAt(const Drawing& drawing, double x, double y) {
+    const std::string name = drawing.at(x, y, tilePrefix);
+    if (name.empty()) return std::nullopt;
+    return std::stoi(name.substr(std::string_view(tilePrefix).size()));
+}
+
+View BeachSelect::hint() const {
+    const Font font = Type::mono(10, FontWeight::regular);
+    if (game.refusedBeach > 1 && game.refusedBeach == game.selection) {
+        const BeachSpec& before = Campaign::beach(game.refusedBeach - 1);
+        return text(fmt::format("locked  ·  a star on beach {}, {}, opens it", before.number, before.name),
+                    font, Palette::coral, 1)
+            .named("select.hint");
+    }
+    std::string words;
+    switch (game.controls.kind) {
+        case Controls::Kind::trackpad:
+            words = "touch the trackpad or use ← → ↑ ↓ to choose  ·  click or ↩ to go  ·  esc to go back";
+            break;
+        case Controls::Kind::mouse:
+            words = "use ← → ↑ ↓ to choose  ·  click a beach or ↩ to go  ·  esc to go back";
+            break;
+        case Controls::Kind::controller:
+            words = fmt::format("left stick to choose  ·  {} to go  ·  {} to go back",
+                                game.controls.buttons.dig, game.controls.buttons.back);
+            break;
+    }
+    return text(std::move(words), font, Palette::dim, 1).named("select.hint");
 }
 
 View BeachSelect::body() const {
@@ -68,10 +99,7 @@ View BeachSelect::body() const {
                   views(text("ALL BEACHES", Type::mono(22, FontWeight::bold), Palette::coral, 8),
                         text(campaignTotal(game.progress), Type::mono(12, FontWeight::semibold), Palette::dim,
                              3),
-                        column(spacing, Place::centre, std::move(grid)),
-                        text("touch the trackpad or use ← → ↑ ↓ to choose  ·  click or ↩ to go  ·  esc to "
-                             "go back",
-                             Type::mono(10, FontWeight::regular), Palette::dim, 1)))
+                        column(spacing, Place::centre, std::move(grid)), hint()))
         .named("select");
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Engine/Views/View.h"
+#include "Engine/Views/Drawing.h"
 #include "Gullwick/HUD/HudPose.h"
 
 namespace gull {
@@ -18,10 +18,14 @@ struct BeachSelect {
     const HudState& game;
     const std::array<double, HudPose::tiles>& swollen;  ///< 0 to 1 under the cursor, and a little beyond
 
-    /// Named views: select, select.tile.1 to select.tile.8.
+    /// Named views: select, select.tile.1 to select.tile.8, select.hint.
     View body() const;
+    /// The number of the beach whose tile is drawn under the point (points of the window).
+    static std::optional<int> tileAt(const Drawing& drawing, double x, double y);
 
   private:
+    /// How the select is used, or what opens the locked beach that was asked for.
+    View hint() const;
     View tile(const BeachSpec& beach, double swell) const;
 };
 

@@ -23,9 +23,23 @@ constexpr double selectQuiet =
     0.6;  // the beach behind the backdrop is dimmed by so much, so that no lamp shines through
 constexpr double cardMargin = 8;  // around a card in a window that is hardly larger
 
-constexpr const char* instructions =
-    "slide one finger to sweep  ·  click to dig  ·  H ping (−5 s)  ·  R restart  ·  L beaches  ·  esc frees "
-    "the pointer";
+std::string instructions(const Controls& controls) {
+    switch (controls.kind) {
+        case Controls::Kind::trackpad:
+            return "slide one finger to sweep  ·  click to dig  ·  H ping (−5 s)  ·  R restart  ·  L beaches "
+                   " ·  "
+                   "esc frees the pointer";
+        case Controls::Kind::mouse:
+            return "move the mouse to sweep  ·  click to dig  ·  H ping (−5 s)  ·  R restart  ·  L beaches";
+        case Controls::Kind::controller: {
+            const Controls::Buttons& buttons = controls.buttons;
+            return fmt::format(
+                "left stick to sweep  ·  {} to dig  ·  {} ping (−5 s)  ·  {} restart  ·  {} beaches",
+                buttons.dig, buttons.ping, buttons.restart, buttons.beaches);
+        }
+    }
+    return {};
+}
 
 Colour black(double opacity) {
     return Palette::black.withAlpha(opacity);
@@ -68,12 +82,13 @@ View HUDView::bottomBar() const {
     const double spacing = std::clamp((width - 2 * padding - panels) / 4, 0.0, barSpacing);
     View gauges =
         row(spacing, Place::end, views(std::move(signal), gap(), std::move(tray), gap(), std::move(junk)));
-    return column(10, Place::centre,
-                  views(panels > width ? std::move(gauges).shrunkToFit() : std::move(gauges),
-                        text(instructions, Type::mono(10, FontWeight::regular), Palette::dim, 0.5)
-                            .named("instructions")
-                            .shadowed(black(0.6), 4)
-                            .shrunkToFit()))
+    return column(
+               10, Place::centre,
+               views(panels > width ? std::move(gauges).shrunkToFit() : std::move(gauges),
+                     text(instructions(game.controls), Type::mono(10, FontWeight::regular), Palette::dim, 0.5)
+                         .named("instructions")
+                         .shadowed(black(0.6), 4)
+                         .shrunkToFit()))
         .padded(padding, 0)
         .named("bottomBar")
         .onSheet("bottomBar", pose.bars * pose.bottomBar);

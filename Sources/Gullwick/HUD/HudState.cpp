@@ -25,6 +25,9 @@ HudState HudState::of(const GameController& game, bool showTicks) {
     state.pings = game.pings;
     state.selection = game.selection;
     state.tickStamp = game.tickStamp;
+    state.refusedBeach = game.refusedBeach;
+    state.isFirstLoss = game.isFirstLoss;
+    state.controls = game.controls;
     state.showTicks = showTicks;
     return state;
 }

@@ -31,6 +31,9 @@ struct HudState {
     int pings = 0;
     int selection = 1;
     int tickStamp = 0;
+    int refusedBeach = 0;
+    bool isFirstLoss = false;
+    Controls controls;
     bool showTicks = false;  ///< the player's switch
 
     static HudState of(const GameController& game, bool showTicks);

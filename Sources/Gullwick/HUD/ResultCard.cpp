@@ -20,8 +20,8 @@ View figure(const std::string& value, const char* label) {
                         text(label, Type::mono(9, FontWeight::semibold), Palette::dim, 3)));
 }
 
-View hint(const char* words) {
-    return text(words, Type::mono(11, FontWeight::semibold), Palette::cream, 1.5)
+View hint(std::string words) {
+    return text(std::move(words), Type::mono(11, FontWeight::semibold), Palette::cream, 1.5)
         .padded(10, 6)
         .behind(shape(roundedRectangle(5).stroked(Palette::dim)));
 }
@@ -69,11 +69,22 @@ View ResultCard::figures() const {
 
 View ResultCard::hints() const {
     std::vector<View> all;
-    if (isPassed() && !game.isLastBeach()) all.push_back(hint("click / ↩  next beach"));
-    if (!isPassed()) all.push_back(hint("click / ↩  try again"));
-    all.push_back(hint("R  replay"));
-    all.push_back(hint("L  all beaches"));
+    const bool byController = game.controls.kind == Controls::Kind::controller;
+    const Controls::Buttons& buttons = game.controls.buttons;
+    const std::string goOn = byController ? buttons.dig : "click / ↩";
+    if (isPassed() && !game.isLastBeach()) all.push_back(hint(goOn + "  next beach"));
+    if (!isPassed()) all.push_back(hint(goOn + "  try again"));
+    all.push_back(hint((byController ? buttons.restart : "R") + "  replay"));
+    all.push_back(hint((byController ? buttons.beaches : "L") + "  all beaches"));
     return row(14, Place::centre, std::move(all)).named("card.hints").padded(0, 4, 0, 0);
+}
+
+View ResultCard::lesson() const {
+    const std::string key =
+        game.controls.kind == Controls::Kind::controller ? game.controls.buttons.ping : "H";
+    return text(fmt::format("{} points to the nearest treasure, for 5 s of tide", key),
+                Type::mono(11, FontWeight::semibold), Palette::sea, 1)
+        .named("card.lesson");
 }
 
 View ResultCard::body() const {
@@ -82,6 +93,7 @@ View ResultCard::body() const {
         views(text(headline(), Type::mono(28, FontWeight::bold), mood, 6),
               text(verdict(), Type::italic(15), Palette::cream.withAlpha(0.85)),
               StarsView{game.earnedStars, 30}.body().named("card.stars"), treasures(), figures());
+    if (game.isFirstLoss && !isPassed()) lines.push_back(lesson());
     if (game.isNewBest && isPassed()) {
         lines.push_back(text("NEW BEST HAUL", Type::mono(10, FontWeight::bold), Palette::sea, 4));
     }

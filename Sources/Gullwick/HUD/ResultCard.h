@@ -16,7 +16,8 @@ struct ResultCard {
 
     std::string headline() const;
     std::string verdict() const;
-    /// Named views: card, card.stars, card.slot.0 and so on, card.figures, card.hints.
+    /// Named views: card, card.stars, card.slot.0 and so on, card.figures, card.hints,
+    /// card.lesson.
     View body() const;
 
   private:
@@ -24,6 +25,8 @@ struct ResultCard {
     View treasures() const;
     View figures() const;
     View hints() const;
+    /// What to do differently, after the first beach that was not passed.
+    View lesson() const;
 };
 
 }  // namespace gull

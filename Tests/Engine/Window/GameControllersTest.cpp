@@ -1,3 +1,4 @@
+#include "Engine/Window/ControllerNames.h"
 #include "Engine/Window/GameControllers.h"
 #include "Engine/Window/RumblePulses.h"
 
@@ -204,6 +205,19 @@ TEST(RumblePulsesTest, aPulseThatWouldRunIntoTheLastIsDroppedUnlessStronger) {
             end = now + pulse->length;
         }
     }
+}
+
+TEST_F(GameControllersTest, ButtonsAreCalledWhatTheControllerInUseCallsThem) {
+    EXPECT_EQ(controllers.buttonName(ControllerButton::south), "");
+    plugIn();
+    pump();
+    EXPECT_EQ(controllers.buttonName(ControllerButton::south), "bottom button") << "nobody knows this make";
+    EXPECT_EQ(controllerButtonName(SDL_CONTROLLER_TYPE_PS5, ControllerButton::west), "Square");
+    EXPECT_EQ(controllerButtonName(SDL_CONTROLLER_TYPE_PS4, ControllerButton::back), "Share");
+    EXPECT_EQ(controllerButtonName(SDL_CONTROLLER_TYPE_XBOXONE, ControllerButton::start), "Menu");
+    // Where they sit decides what they do, so A and B are the other way round here.
+    EXPECT_EQ(controllerButtonName(SDL_CONTROLLER_TYPE_NINTENDO_SWITCH_PRO, ControllerButton::south), "B");
+    EXPECT_EQ(controllerButtonName(SDL_CONTROLLER_TYPE_NINTENDO_SWITCH_PRO, ControllerButton::start), "Plus");
 }
 
 }  // namespace

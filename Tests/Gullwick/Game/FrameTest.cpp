@@ -208,18 +208,64 @@ TEST_F(Frame, whoFindsWithoutHintsGetsNone) {
     EXPECT_EQ(toast(), "");
 }
 
+TEST_F(Frame, theFirstInstructionStandsLongEnoughToBeRead) {
+    // The coil opens over a signal and right beside treasure: both hints are due at once.
+    game.beginBeach(1, false, 12);
+    game.setCoil(buried(true)[1].at);
+    turn(0.05);
+    const std::string opening = toast();
+    EXPECT_EQ(opening, TutorialHints::opening({}));
+    turn(2.4);
+    EXPECT_EQ(toast(), opening);
+    turn(0.15);
+    EXPECT_EQ(toast(), "Right on top of it — click the trackpad to dig!") << "the later one";
+    turn(5.1);
+    EXPECT_EQ(toast(), "");
+
+    // A find, or another beach, while a hint waits: nothing is left to say.
+    for (const bool finds : {true, false}) {
+        game.beginBeach(1, false, 12);
+        game.setCoil(buried(true)[1].at);
+        turn(0.1);
+        finds ? game.dig() : game.beginBeach(2, false, 12);
+        turn(7);
+        EXPECT_EQ(toast(), "") << finds;
+    }
+}
+
+TEST_F(Frame, theTutorialSpeaksOfWhatIsInHand) {
+    const auto told = [&](const Controls& controls) {
+        game.controls = controls;
+        game.beginBeach(1, false, 12);
+        turn(0.05);
+        std::string all = toast();
+        TutorialHints hints;
+        hints.start();
+        all += " | " + hints.advance({0.1, {}, false}, controls);
+        all += " | " + hints.advance({1, BuriedItem{0, ItemKind::coin, {}, 0}, true}, controls);
+        return all;
+    };
+    EXPECT_EQ(
+        told({Controls::Kind::mouse}),
+        "Move the mouse and the detector follows — click where the ticks are fastest | Hear the ticks? They "
+        "speed up as you get closer | Right on top of it — click to dig!");
+    const std::string pad = told({Controls::Kind::controller, {.dig = "Cross"}});
+    EXPECT_TRUE(pad.find("left stick") != pad.npos && pad.find("Cross digs!") != pad.npos) << pad;
+    EXPECT_EQ(pad.find("click"), pad.npos) << pad;
+}
+
 TEST_F(Frame, theTutorialWaitsForTreasureNotJunk) {
     TutorialHints hints;
     const Reading junk{1, BuriedItem{0, ItemKind::can, {}, 0}, true};
     const Reading gold{1, BuriedItem{0, ItemKind::coin, {}, 0}, true};
-    EXPECT_EQ(hints.advance(gold), "");  // off
+    EXPECT_EQ(hints.advance(gold, Controls{}), "");  // off
     hints.start();
-    EXPECT_EQ(hints.advance(Reading{0.05, {}, false}), "");
-    EXPECT_NE(hints.advance(junk), "");  // any signal will do
-    EXPECT_EQ(hints.advance(junk), "");
+    EXPECT_EQ(hints.advance(Reading{0.05, {}, false}, Controls{}), "");
+    EXPECT_NE(hints.advance(junk, Controls{}), "");  // any signal will do
+    EXPECT_EQ(hints.advance(junk, Controls{}), "");
     EXPECT_EQ(hints.stage(), 2);
-    EXPECT_NE(hints.advance(gold), "");
-    EXPECT_EQ(hints.advance(gold), "");
+    EXPECT_NE(hints.advance(gold, Controls{}), "");
+    EXPECT_EQ(hints.advance(gold, Controls{}), "");
     EXPECT_EQ(hints.stage(), 3);
 }
 

@@ -199,5 +199,31 @@ TEST_F(Input, confirmDoesWhatThePhaseHas) {
     EXPECT_EQ(game.phase, Phase::intro);
 }
 
+TEST_F(Input, aLockedBeachIsRefusedUntilTheCursorMoves) {
+    play(1);
+    game.openTile(4);
+    EXPECT_EQ(game.phase, Phase::playing) << "there are no tiles";
+    game.openSelect();
+    game.openTile(4);
+    EXPECT_EQ(game.phase, Phase::selecting);
+    EXPECT_EQ(game.selection, 4);
+    EXPECT_EQ(game.refusedBeach, 4);
+    game.key(KeyAction::Move{-1, 0});
+    EXPECT_EQ(game.refusedBeach, 0);
+    game.openTile(1);
+    EXPECT_EQ(game.phase, Phase::intro);
+}
+
+TEST_F(Input, onlyTheFirstLossOfARunTeaches) {
+    for (const bool first : {true, false}) {
+        play(1);
+        lose();
+        EXPECT_EQ(game.isFirstLoss, first);
+    }
+    play(1);
+    win();
+    EXPECT_FALSE(game.isFirstLoss);
+}
+
 }  // namespace
 }  // namespace gull

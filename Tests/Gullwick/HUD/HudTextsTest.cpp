@@ -230,6 +230,53 @@ TEST_F(HudTextsTest, TilesShowStarsOrALock) {
     EXPECT_EQ(inkOf(drawing, "LIGHTHOUSE POINT"), Palette::dim) << "locked, but to be read";
 }
 
+TEST_F(HudTextsTest, TextsSpeakOfWhatIsInHand) {
+    const Controls mouse{Controls::Kind::mouse};
+    const Controls pad{Controls::Kind::controller, {"Cross", "Circle", "Square", "Share", "Options"}};
+    struct Row {
+        Controls controls;
+        const char* instructions;
+        const char* select;
+        const char* goOn;
+    };
+    const Row rows[] = {
+        {{},
+         "slide one finger to sweep  ·  click to dig  ·  H ping (−5 s)  ·  R restart  ·  L beaches  ·  esc "
+         "frees "
+         "the pointer",
+         "touch the trackpad or use ← → ↑ ↓ to choose  ·  click or ↩ to go  ·  esc to go back",
+         "click / ↩  next beach"},
+        {mouse, "move the mouse to sweep  ·  click to dig  ·  H ping (−5 s)  ·  R restart  ·  L beaches",
+         "use ← → ↑ ↓ to choose  ·  click a beach or ↩ to go  ·  esc to go back", "click / ↩  next beach"},
+        {pad,
+         "left stick to sweep  ·  Cross to dig  ·  Square ping (−5 s)  ·  Share restart  ·  Options beaches",
+         "left stick to choose  ·  Cross to go  ·  Circle to go back", "Cross  next beach"},
+    };
+    for (const Row& row : rows) {
+        HudState state = playing(3);
+        state.controls = row.controls;
+        EXPECT_NE(draw(state).findText(row.instructions), nullptr);
+        state.phase = Phase::selecting;
+        EXPECT_NE(draw(state).findText(row.select), nullptr);
+        state = finished(3, 1, 3);
+        state.controls = row.controls;
+        EXPECT_NE(draw(state).findText(row.goOn), nullptr);
+    }
+}
+
+TEST_F(HudTextsTest, TheFirstLossAndTheFirstLockTeachOneThingEach) {
+    HudState state = finished(3, 0, 2);
+    EXPECT_FALSE(draw(state).find("card.lesson"));
+    state.isFirstLoss = true;
+    EXPECT_NE(draw(state).findText("H points to the nearest treasure, for 5 s of tide"), nullptr);
+    state = playing(1);
+    state.phase = Phase::selecting;
+    state.selection = state.refusedBeach = 3;
+    EXPECT_EQ(inkOf(draw(state), "locked  ·  a star on beach 2, Shell Bay, opens it"), Palette::coral);
+    state.selection = 4;
+    EXPECT_EQ(draw(state).findText("locked  ·  a star on beach 2, Shell Bay, opens it"), nullptr);
+}
+
 TEST_F(HudTextsTest, IconsAreMadeOnceAndAheadOfNeed) {
     const BeachSpec& beach = Campaign::beach(2);  // coin, key, ring, coin
     int calls = 0;
