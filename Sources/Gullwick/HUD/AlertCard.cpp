@@ -3,6 +3,8 @@
 #include "Engine/Log/Require.h"
 #include "Gullwick/HUD/Palette.h"
 
+#include <algorithm>
+#include <cmath>
 #include <optional>
 
 namespace gull {
@@ -22,8 +24,8 @@ std::optional<std::size_t> buttonAt(const MouseEvent& event, const Drawing& draw
 
 }  // namespace
 
-AlertCard::AlertCard(View content, std::vector<Button> buttons, std::size_t safe)
-    : content_(std::move(content)), buttons_(std::move(buttons)), safe_(safe), focus_(safe) {
+AlertCard::AlertCard(View content, std::vector<Button> buttons, std::size_t safe, bool asks)
+    : content_(std::move(content)), buttons_(std::move(buttons)), safe_(safe), focus_(safe), asks_(asks) {
     require(safe_ < buttons_.size(), "AlertCard: button {} of {}", safe_, buttons_.size());
 }
 
@@ -61,7 +63,9 @@ void AlertCard::handle(const KeyEvent& event) {
 
 void AlertCard::handle(const MouseEvent& event, const Drawing& drawing) {
     const std::optional<std::size_t> under = buttonAt(event, drawing);
+    hover_ = event.kind == MouseEvent::Kind::left ? std::nullopt : under;
     if (event.kind == MouseEvent::Kind::down) {
+        if (!asks_ && drawing.at(event.x, event.y, "alert").empty()) return press(safe_);
         pressing_ = under.has_value() && event.button == 1;
         if (pressing_) focus_ = *under;
     } else if (event.kind == MouseEvent::Kind::up) {
@@ -76,7 +80,14 @@ View AlertCard::button(std::size_t index) const {
     const bool focused = index == focus_;
     const Colour accent = own.destructive ? Palette::coral : Palette::sea;
     ShapeStyle face = roundedRectangle(7);
-    face = focused ? face.filled(accent.withAlpha(0.9)) : face.filled(Palette::cream.withAlpha(0.06));
+    // It answers the pointer by more light, and a press by less.
+    const bool hovered = index == hover_;
+    const double light = hovered ? (pressing_ && focused ? -1 : 1) : 0;
+    face =
+        focused
+            ? face.filled(mixed(accent, light < 0 ? Palette::black : Palette::white, 0.22 * std::abs(light))
+                              .withAlpha(0.9 + 0.1 * std::max(light, 0.0)))
+            : face.filled(Palette::cream.withAlpha(hovered ? 0.16 : 0.06));
     const Colour ink =
         focused ? Colour{0.01, 0.06, 0.08, 1} : (own.destructive ? Palette::coral : Palette::cream);
     View name = text(own.title, Type::sans(13, FontWeight::semibold), ink)
@@ -85,30 +96,44 @@ View AlertCard::button(std::size_t index) const {
     return std::move(name).named(buttonPrefix + std::to_string(index));
 }
 
-View AlertCard::body() const {
+View AlertCard::body(double opacity) const {
     std::vector<View> row1;
     for (std::size_t i = 0; i < buttons_.size(); ++i) row1.push_back(button(i));
     View content = content_;
     View outline = shape(roundedRectangle(14).filled({0.02, 0.08, 0.1, 0.94}).stroked(Palette::panelLine))
                        .shadowed(Palette::black.withAlpha(0.5), 30);
     return layers(
-        views(shape(rectangle().filled(Palette::black.withAlpha(0.35))).onSheet("alert.backdrop"),
+        views(shape(rectangle().filled(Palette::black.withAlpha(0.35))).onSheet("alert.backdrop", opacity),
               column(22, Place::centre, views(std::move(content), row(12, Place::centre, std::move(row1))))
                   .padded(34, 28, 34, 26)
                   .behind(std::move(outline))
                   .named("alert")
-                  .onSheet("alert")));
+                  .onSheet("alert", opacity)));
 }
+
+namespace {
+
+View credit(const char* words) {
+    return text(words, Type::sans(12), Palette::cream.withAlpha(0.7), 0, TextAlign::centre)
+        .noWiderThan(textWidth);
+}
+
+}  // namespace
 
 AlertCard aboutCard(const std::string& version) {
     View content = column(
         7, Place::centre,
-        views(sign(Symbol::waves, 26, Palette::sea),
-              text("GULLWICK", Type::mono(24, FontWeight::bold), Palette::cream, 8).padded(0, 8, 0, 0),
-              text("Version " + version, Type::mono(11, FontWeight::semibold), Palette::dim, 1.5),
-              text("Free software under the MIT License", Type::italic(15), Palette::cream.withAlpha(0.85))
-                  .padded(0, 6, 0, 0)));
-    return {std::move(content), {{"Close", {}, false}}, 0};
+        views(
+            sign(Symbol::waves, 26, Palette::sea),
+            text("GULLWICK", Type::mono(24, FontWeight::bold), Palette::cream, 8).padded(0, 8, 0, 0),
+            text("Version " + version, Type::mono(11, FontWeight::semibold), Palette::dim, 1.5),
+            text("Free software under the MIT License", Type::italic(15), Palette::cream.withAlpha(0.85))
+                .padded(0, 6, 0, 6),
+            credit("Every picture, every model and every sound is made by code while it runs."),
+            credit(
+                "Built on SDL, libepoxy, Cairo, Pango, fontconfig, GLM, {fmt}, JSON for Modern C++, libevdev "
+                "and libudev. Set in JetBrains Mono, Vollkorn and Inter.")));
+    return {std::move(content), {{"Close", {}, false}}, 0, false};
 }
 
 AlertCard resetAlert(std::function<void()> confirmed) {
@@ -117,7 +142,7 @@ AlertCard resetAlert(std::function<void()> confirmed) {
                                 text("Your stars and best hauls are erased and you start again from beach 1.",
                                      Type::sans(13), Palette::cream.withAlpha(0.78), 0, TextAlign::centre)
                                     .noWiderThan(textWidth)));
-    return {std::move(content), {{"Reset", std::move(confirmed), true}, {"Cancel", {}, false}}, 1};
+    return {std::move(content), {{"Reset", std::move(confirmed), true}, {"Cancel", {}, false}}, 1, true};
 }
 
 }  // namespace gull

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,8 +21,9 @@ class AlertCard {
         bool destructive = false;
     };
 
-    /// `safe`: the button that Escape presses and that has the focus at first.
-    AlertCard(View content, std::vector<Button> buttons, std::size_t safe);
+    /// `safe`: the button that Escape presses and that has the focus at first. `asks`: it must be answered;
+    /// otherwise a click beside it presses the safe button, too.
+    AlertCard(View content, std::vector<Button> buttons, std::size_t safe, bool asks);
 
     /// Takes the event. Buttons run their action at once.
     void handle(const KeyEvent& event);
@@ -30,9 +32,11 @@ class AlertCard {
     /// True once a button was pressed.
     bool isAnswered() const { return answered_; }
     std::size_t focus() const { return focus_; }
+    bool asks() const { return asks_; }
 
-    /// The card in the middle of a dimmed window. Named views: alert, alert.button.0 and so on.
-    View body() const;
+    /// The card in the middle of a dimmed window, both at `opacity` (0 to 1). Named views: alert,
+    /// alert.button.0 and so on.
+    View body(double opacity = 1) const;
 
   private:
     void press(std::size_t button);
@@ -42,6 +46,8 @@ class AlertCard {
     std::vector<Button> buttons_;
     std::size_t safe_;
     std::size_t focus_;
+    bool asks_;
+    std::optional<std::size_t> hover_;
     bool answered_ = false;
     bool pressing_ = false;  ///< the mouse went down on the button that has the focus
 };

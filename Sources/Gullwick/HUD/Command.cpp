@@ -33,10 +33,12 @@ std::string keyName(Key key, char32_t character) {
     }
 }
 
-const Command* findEnabled(const std::vector<Command>& commands, const KeyEvent& event) {
+const Command* findEnabled(const std::vector<Command>& commands, const KeyEvent& event, bool onlyAnywhere) {
     for (const Command& command : commands) {
-        if (command.action && command.canBeChosen() && command.shortcut.matches(event)) return &command;
-        if (const Command* inner = findEnabled(command.submenu, event)) return inner;
+        const bool counts = command.anywhere || !onlyAnywhere;
+        if (counts && command.action && command.canBeChosen() && command.shortcut.matches(event))
+            return &command;
+        if (const Command* inner = findEnabled(command.submenu, event, onlyAnywhere)) return inner;
     }
     return nullptr;
 }
@@ -54,9 +56,9 @@ std::string Shortcut::text() const {
     return command && !name.empty() ? commandPrefix + name : name;
 }
 
-bool perform(const std::vector<Menu>& menus, const KeyEvent& event) {
+bool perform(const std::vector<Menu>& menus, const KeyEvent& event, bool onlyAnywhere) {
     for (const Menu& menu : menus) {
-        if (const Command* command = findEnabled(menu.commands, event)) {
+        if (const Command* command = findEnabled(menu.commands, event, onlyAnywhere)) {
             command->action();
             return true;
         }

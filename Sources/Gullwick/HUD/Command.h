@@ -28,6 +28,7 @@ struct Command {
     Shortcut shortcut = {};
     bool enabled = true;
     bool checked = false;
+    bool anywhere = false;              ///< its key works while a menu or a card that asks nothing is open
     std::function<void()> action = {};  ///< empty for a submenu or a separator
     std::vector<Command> submenu = {};
 
@@ -42,7 +43,7 @@ struct Menu {
 };
 
 /// Runs the enabled command whose shortcut this is, submenus included; false when there is none. A disabled
-/// command's key does nothing.
-bool perform(const std::vector<Menu>& menus, const KeyEvent& event);
+/// command's key does nothing. `onlyAnywhere`: something is open, so only the commands that work then.
+bool perform(const std::vector<Menu>& menus, const KeyEvent& event, bool onlyAnywhere = false);
 
 }  // namespace gull

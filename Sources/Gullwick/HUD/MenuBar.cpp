@@ -3,6 +3,8 @@
 #include "Gullwick/HUD/Palette.h"
 
 #include <algorithm>
+#include <cctype>
+#include <utility>
 
 namespace gull {
 
@@ -52,6 +54,8 @@ void MenuBar::openBeside(int step) {
 }
 
 void MenuBar::close() {
+    if (open_) left_ = {*open_, item_, subItem_, subIsOpen_};
+    waiting_.reset();
     open_.reset();
     item_.reset();
     subItem_.reset();
@@ -77,6 +81,10 @@ void MenuBar::choose(const Command& command) {
 }
 
 bool MenuBar::handle(const KeyEvent& event) {
+    if (event.modifiers.alt && event.key == Key::character) {
+        if (!event.isRepeat) openByLetter(event.character);
+        return true;
+    }
     const bool callsMenu = event.key == Key::f10 || event.key == Key::alt;
     if (!open_) {
         if (!callsMenu || event.isRepeat) return false;
@@ -137,6 +145,20 @@ bool MenuBar::handle(const KeyEvent& event) {
     return true;
 }
 
+/// Titles with the same first letter take turns.
+void MenuBar::openByLetter(char32_t letter) {
+    const std::vector<Menu> menus = menus_();
+    for (std::size_t step = 1; step <= menus.size(); ++step) {
+        const std::size_t index = ((open_ ? *open_ : menus.size() - 1) + step) % menus.size();
+        const std::string& title = menus[index].title;
+        if (title.empty() ||
+            static_cast<char32_t>(std::tolower(static_cast<unsigned char>(title[0]))) != letter)
+            continue;
+        open(index, true);
+        return;
+    }
+}
+
 bool MenuBar::isStill(const std::string& name) const {
     if (const auto index = indexIn(name, itemPrefix)) return open_ && *index < items().size();
     const auto sub = indexIn(name, subPrefix);
@@ -147,6 +169,7 @@ void MenuBar::pointTo(const std::string& name) {
     if (const auto title = indexIn(name, titlePrefix)) {
         if (title != open_) open(*title, false);
     } else if (const auto index = indexIn(name, itemPrefix)) {
+        waiting_.reset();
         if (item_ != index) {
             item_ = items()[*index].canBeChosen() ? index : std::nullopt;
             subItem_.reset();
@@ -167,13 +190,33 @@ void MenuBar::press(const std::string& name) {
     }
 }
 
+bool MenuBar::isHeadingForSubmenu(const MouseEvent& event, const Drawing& drawing) const {
+    const auto target = drawing.find("menu.subpanel");
+    if (!subIsOpen_ || !target || event.x <= anchorX_ || target->rect.x <= anchorX_) return false;
+    // Within the triangle from where it left the line to the near edge of the submenu.
+    constexpr double slack = 8;  // points above and below
+    const double share = std::min((event.x - anchorX_) / (target->rect.x - anchorX_), 1.0);
+    const double top = anchorY_ + (target->rect.y - slack - anchorY_) * share;
+    const double bottom = anchorY_ + (target->rect.y + target->rect.height + slack - anchorY_) * share;
+    return event.y >= top && event.y <= bottom;
+}
+
 bool MenuBar::handle(const MouseEvent& event, const Drawing& drawing, bool pointerIsFree) {
     const std::string seen = isShown_ ? drawing.at(event.x, event.y, "menu.") : std::string();
     const std::string name = isStill(seen) ? seen : std::string();
     switch (event.kind) {
         case MouseEvent::Kind::moved:
-            if (open_) {
+            hoverTitle_ = indexIn(name, titlePrefix);
+            if (open_ && indexIn(name, itemPrefix) && isHeadingForSubmenu(event, drawing)) {
+                waiting_ = name;
+                waitingSince_.reset();
+            } else if (open_) {
+                waiting_.reset();
                 pointTo(name);
+                if (subIsOpen_ && indexIn(name, itemPrefix)) {
+                    anchorX_ = event.x;
+                    anchorY_ = event.y;
+                }
             } else if (pointerIsFree && event.y < nearEdge) {
                 if (!isShown_) shown_ = menus_();
                 isShown_ = true;
@@ -187,8 +230,10 @@ bool MenuBar::handle(const MouseEvent& event, const Drawing& drawing, bool point
                 open(*title, false);
                 return true;
             }
+            // A click that closes a menu does nothing else.
+            const bool wasOpen = open_.has_value();
             if (open_ && (title || name.empty())) close();
-            return open_.has_value() || !name.empty() || (isShown_ && event.y < height);
+            return wasOpen || !name.empty() || (isShown_ && event.y < height);
         }
         case MouseEvent::Kind::up: {
             if (!open_) return false;
@@ -197,6 +242,7 @@ bool MenuBar::handle(const MouseEvent& event, const Drawing& drawing, bool point
             return true;
         }
         case MouseEvent::Kind::left:
+            hoverTitle_.reset();
             if (!open_) isShown_ = false;
             return false;
     }
@@ -205,6 +251,12 @@ bool MenuBar::handle(const MouseEvent& event, const Drawing& drawing, bool point
 
 void MenuBar::follow(double now) {
     opacity_.moveTo(isShown_ ? 1 : 0, TimingCurve::easeOut(fadeSeconds), now);
+    listOpacity_.moveTo(open_ ? 1 : 0, TimingCurve::easeOut(fadeSeconds), now);
+    if (!waiting_) return;
+    if (!waitingSince_) waitingSince_ = now;
+    if (now - *waitingSince_ < detour) return;
+    const std::string name = *std::exchange(waiting_, std::nullopt);
+    if (isStill(name)) pointTo(name);
 }
 
 }  // namespace gull

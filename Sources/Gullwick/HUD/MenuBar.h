@@ -14,13 +14,15 @@ namespace gull {
 
 /// The menus along the top edge of the window. The bar comes up when a free pointer nears the edge, and with
 /// F10 or Alt; it goes again when the pointer leaves it. Menus are walked with the mouse or with the keys
-/// alone: arrows, Return, Escape. What can be chosen is asked anew every time the menus are shown.
+/// alone: arrows, Return, Escape, and Alt with the first letter of a title. A pointer on its way to an open
+/// submenu may cross other lines. What can be chosen is asked every time the menus are shown.
 class MenuBar {
   public:
     static constexpr double height = 30;    ///< points
     static constexpr double nearEdge = 10;  ///< the pointer calls the bar this close to the edge, points
     static constexpr double farEdge = 56;   ///< and sends it away from here on
     static constexpr double fadeSeconds = 0.15;
+    static constexpr double detour = 0.3;  ///< seconds that a pointer may rest on its way to a submenu
 
     using Source = std::function<std::vector<Menu>()>;
     explicit MenuBar(Source menus) : menus_(std::move(menus)) {}
@@ -34,19 +36,31 @@ class MenuBar {
     /// Also hides the bar.
     void dismiss();
 
-    /// Starts the fade that is due.
+    /// Starts the fades that are due.
     void follow(double now);
-    bool isMoving(double now) const { return opacity_.isMoving(now); }
+    /// It will look different later without further input.
+    bool isMoving(double now) const {
+        return opacity_.isMoving(now) || listOpacity_.isMoving(now) || waiting_.has_value();
+    }
     /// As large as the window. Named views: menuBar, menu.title.0, and menu.item.0 and menu.sub.0 for the
     /// lines of the open menu and of its open submenu.
     View body(double now, double width, double windowHeight) const;
 
+    /// The title that the pointer is on.
+    std::optional<std::size_t> hoverTitle() const { return hoverTitle_; }
     std::optional<std::size_t> openMenu() const { return open_; }
     std::optional<std::size_t> chosenItem() const { return item_; }
     std::optional<std::size_t> chosenSubItem() const { return subItem_; }
 
   private:
     using Choice = std::optional<std::size_t>;
+    /// An open menu.
+    struct List {
+        std::size_t menu = 0;
+        Choice item;
+        Choice subItem;
+        bool subIsOpen = false;
+    };
 
     const std::vector<Command>& items() const { return shown_[*open_].commands; }
     const std::vector<Command>* submenu() const;
@@ -58,7 +72,11 @@ class MenuBar {
     bool isStill(const std::string& name) const;
     void pointTo(const std::string& name);
     void press(const std::string& name);
+    void openByLetter(char32_t letter);
+    /// Whether the pointer, coming from the line with the open submenu, is on its way into it.
+    bool isHeadingForSubmenu(const MouseEvent& event, const Drawing& drawing) const;
     View titles() const;
+    std::vector<View> lists(const List& list, double opacity, double width, double windowHeight) const;
 
     Source menus_;
     std::vector<Menu> shown_;  ///< as they stood when last shown
@@ -67,7 +85,14 @@ class MenuBar {
     Choice item_;
     Choice subItem_;
     bool subIsOpen_ = false;
+    Choice hoverTitle_;
+    double anchorX_ = 0;  ///< where the pointer was last on the line with the open submenu, points
+    double anchorY_ = 0;
+    std::optional<std::string> waiting_;  ///< the line that it crosses on its way
+    std::optional<double> waitingSince_;
+    List left_;  ///< what fades away
     Animated opacity_{0};
+    Animated listOpacity_{0};
 };
 
 }  // namespace gull

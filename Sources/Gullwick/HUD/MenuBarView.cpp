@@ -102,6 +102,9 @@ View MenuBar::titles() const {
                 .framed(std::nullopt, height - 8);
         if (isOpenHere) {
             title = std::move(title).behind(shape(roundedRectangle(5).filled(Palette::sea.withAlpha(0.92))));
+        } else if (hoverTitle_ == i) {
+            title =
+                std::move(title).behind(shape(roundedRectangle(5).filled(Palette::cream.withAlpha(0.12))));
         }
         all.push_back(std::move(title).named("menu.title." + std::to_string(i)));
     }
@@ -121,24 +124,37 @@ View MenuBar::body(double now, double width, double windowHeight) const {
                    .named("menuBar")
                    .onSheet("menuBar", opacity);
     std::vector<View> all = views(placedAt(std::move(bar), 0, 0, width, windowHeight));
-    if (open_) {
-        double x = barInset;
-        for (std::size_t i = 0; i < *open_; ++i) {
-            const Font font = Type::sans(13, i == 0 ? FontWeight::semibold : FontWeight::regular);
-            x += Layout::measure(text(shown_[i].title, font, Palette::cream)).width + 2 * titlePadding + 2;
-        }
-        View list = panel(items(), item_, "menu.item.");
-        const double listWidth = Layout::measure(list).width;
-        all.push_back(placedAt(std::move(list).named("menu.panel").onSheet("menu.panel"), x, height + 3,
-                               width, windowHeight));
-        if (subIsOpen_ && submenu() != nullptr) {
-            View sub = panel(*submenu(), subItem_, "menu.sub.");
-            all.push_back(placedAt(std::move(sub).named("menu.subpanel").onSheet("menu.subpanel"),
-                                   x + listWidth - 3, height + 3 + linesAbove(items(), *item_), width,
-                                   windowHeight));
+    if (const double listOpacity = listOpacity_.value(now); listOpacity > 0) {
+        const List list = open_ ? List{*open_, item_, subItem_, subIsOpen_} : left_;
+        if (list.menu < shown_.size()) {
+            for (View& hanging : lists(list, opacity * listOpacity, width, windowHeight))
+                all.push_back(std::move(hanging));
         }
     }
     return layers(std::move(all)).framed(width, windowHeight);
+}
+
+std::vector<View> MenuBar::lists(const List& list, double opacity, double width, double windowHeight) const {
+    double x = barInset;
+    for (std::size_t i = 0; i < list.menu; ++i) {
+        const Font font = Type::sans(13, i == 0 ? FontWeight::semibold : FontWeight::regular);
+        x += Layout::measure(text(shown_[i].title, font, Palette::cream)).width + 2 * titlePadding + 2;
+    }
+    const std::vector<Command>& commands = shown_[list.menu].commands;
+    View lines = panel(commands, list.item, "menu.item.");
+    const double listWidth = Layout::measure(lines).width;
+    std::vector<View> all =
+        views(placedAt(std::move(lines).named("menu.panel").onSheet("menu.panel", opacity), x, height + 3,
+                       width, windowHeight));
+    const bool hasSub =
+        list.subIsOpen && list.item && *list.item < commands.size() && !commands[*list.item].submenu.empty();
+    if (hasSub) {
+        View sub = panel(commands[*list.item].submenu, list.subItem, "menu.sub.");
+        all.push_back(placedAt(std::move(sub).named("menu.subpanel").onSheet("menu.subpanel", opacity),
+                               x + listWidth - 3, height + 3 + linesAbove(commands, *list.item), width,
+                               windowHeight));
+    }
+    return all;
 }
 
 }  // namespace gull

@@ -22,7 +22,9 @@ const std::vector<Sheet>& Overlay::update(double now, double width, double heigh
     // A finger that steers has no pointer to leave the bar with.
     if (game_.captured && !menuBar_.isOpen()) menuBar_.dismiss();
     menuBar_.follow(now);
-    const bool chromeMoves = menuBar_.isMoving(now);
+    alertOpacity_.moveTo(alert_ ? 1 : 0, TimingCurve::easeOut(HudMotion::toastSeconds), now);
+    const bool chromeMoves = menuBar_.isMoving(now) || alertOpacity_.isMoving(now);
+    if (!alert_ && !chromeMoves) leaving_.reset();
     // A card that fades away shows the beach that it was about, not the one that follows.
     if (next.state.isFinished()) ended_ = next.state;
 
@@ -40,7 +42,8 @@ View Overlay::view(double width, double height, double now) {
     const HudState& state = shown_->state;
     const HUDView hud{state, ended_ ? *ended_ : state, shown_->pose, icons_, width, height};
     std::vector<View> all = views(hud.body(), menuBar_.body(now, width, height));
-    if (alert_) all.push_back(alert_->body());
+    if (const AlertCard* card = alert_ ? &*alert_ : (leaving_ ? &*leaving_ : nullptr))
+        all.push_back(card->body(alertOpacity_.value(now)));
     return layers(std::move(all)).framed(width, height);
 }
 
@@ -48,14 +51,26 @@ bool Overlay::prepareIcon() {
     return icons_.prepareOne(game_.spec);
 }
 
+template <typename Handle>
+void Overlay::answer(const Handle& handle) {
+    // Answering may put up another card.
+    AlertCard card = std::move(*alert_);
+    alert_.reset();
+    handle(card);
+    std::optional<AlertCard>& place = card.isAnswered() ? leaving_ : alert_;
+    if (!alert_) place = std::move(card);
+    chromeChanged_ = true;
+}
+
+void Overlay::put(AlertCard card) {
+    alert_ = std::move(card);
+    leaving_.reset();
+    chromeChanged_ = true;
+}
+
 bool Overlay::handle(const KeyEvent& event) {
     if (alert_) {
-        // Answering may put up another card.
-        AlertCard card = std::move(*alert_);
-        alert_.reset();
-        card.handle(event);
-        if (!card.isAnswered()) alert_ = std::move(card);
-        chromeChanged_ = true;
+        answer([&](AlertCard& card) { card.handle(event); });
         return true;
     }
     const bool taken = menuBar_.handle(event);
@@ -65,15 +80,12 @@ bool Overlay::handle(const KeyEvent& event) {
 
 bool Overlay::handle(const MouseEvent& event) {
     if (alert_) {
-        AlertCard card = std::move(*alert_);
-        alert_.reset();
-        card.handle(event, sheets_.drawing());
-        if (!card.isAnswered()) alert_ = std::move(card);
-        chromeChanged_ = true;
+        answer([&](AlertCard& card) { card.handle(event, sheets_.drawing()); });
         return true;
     }
+    const auto titleBefore = menuBar_.hoverTitle();
     const bool taken = menuBar_.handle(event, sheets_.drawing(), !game_.captured);
-    chromeChanged_ = chromeChanged_ || taken;
+    chromeChanged_ = chromeChanged_ || taken || menuBar_.hoverTitle() != titleBefore;
     return taken;
 }
 
@@ -81,14 +93,22 @@ bool Overlay::wantsInput() const {
     return alert_.has_value() || menuBar_.isOpen();
 }
 
-void Overlay::showAbout(const std::string& version) {
-    alert_ = aboutCard(version);
+void Overlay::closeMenu() {
+    if (!menuBar_.isOpen()) return;
+    menuBar_.dismiss();
     chromeChanged_ = true;
 }
 
+bool Overlay::isMoving(double now) const {
+    return chromeChanged_ || menuBar_.isMoving(now) || alertOpacity_.isMoving(now) || motion_.isMoving(now);
+}
+
+void Overlay::showAbout(const std::string& version) {
+    put(aboutCard(version));
+}
+
 void Overlay::askReset(std::function<void()> confirmed) {
-    alert_ = resetAlert(std::move(confirmed));
-    chromeChanged_ = true;
+    put(resetAlert(std::move(confirmed)));
 }
 
 }  // namespace gull

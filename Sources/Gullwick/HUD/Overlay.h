@@ -43,6 +43,12 @@ class Overlay {
     bool handle(const MouseEvent& event);
     /// A menu or a card is open: the pointer must be free, the beach takes no clicks and no fingers.
     bool wantsInput() const;
+    /// A card waits for an answer: nothing else works until it has one.
+    bool asks() const { return alert_ && alert_->asks(); }
+    /// Closes an open menu.
+    void closeMenu();
+    /// It will look different later, though the game stands still.
+    bool isMoving(double now) const;
 
     /// `version`: "1.0.0".
     void showAbout(const std::string& version);
@@ -54,12 +60,18 @@ class Overlay {
 
   private:
     View view(double width, double height, double now);
+    void put(AlertCard card);
+    /// Lets the card take the event by `handle`.
+    template <typename Handle>
+    void answer(const Handle& handle);
 
     const GameController& game_;
     const AppSettings& settings_;
     ItemIcons& icons_;
     MenuBar menuBar_;
     std::optional<AlertCard> alert_;
+    std::optional<AlertCard> leaving_;  ///< an answered card while it fades
+    Animated alertOpacity_{0};
     HudMotion motion_;
     ViewSheets sheets_;
 

@@ -130,8 +130,78 @@ TEST_F(MenuBarTest, IsUsedWithTheMouseAlone) {
 
     bar.handle(stroke(Key::f10));
     const Drawing seen = drawing();
-    EXPECT_TRUE(bar.handle({MouseEvent::Kind::down, 700, 500, 1}, seen, true) || !bar.isOpen());
+    EXPECT_TRUE(bar.handle({MouseEvent::Kind::down, 700, 500, 1}, seen, true)) << "and does nothing else";
     EXPECT_FALSE(bar.isOpen()) << "a click beside it closes it";
+}
+
+TEST_F(MenuBarTest, AltWithALetterIsTheMenusAndNeverTheGames) {
+    const auto alt = [&](char32_t letter) {
+        Modifiers modifiers;
+        modifiers.alt = true;
+        return bar.handle(KeyEvent{Key::character, letter, modifiers, false});
+    };
+    EXPECT_TRUE(alt(U'r'));
+    EXPECT_FALSE(bar.isOpen());
+    EXPECT_TRUE(alt(U'g'));
+    EXPECT_EQ(bar.openMenu(), 1U);
+    EXPECT_EQ(bar.chosenItem(), 2U);
+    EXPECT_TRUE(alt(U'p'));
+    EXPECT_EQ(bar.openMenu(), 0U);
+    EXPECT_TRUE(done.empty());
+}
+
+TEST_F(MenuBarTest, ThePointerMayCutTheCornerToASubmenu) {
+    bar.handle({MouseEvent::Kind::moved, 400, 3, 0}, Drawing(), true);
+    click("menu.title.1");
+    mouse(MouseEvent::Kind::moved, "menu.item.2");
+    const Drawing seen = drawing();
+    const Rect parent = seen.find("menu.item.2")->rect;
+    const Rect below = seen.find("menu.item.3")->rect;
+    const Rect goal = seen.find("menu.sub.2")->rect;
+    const auto move = [&](double x, double y) {
+        bar.handle({MouseEvent::Kind::moved, x, y, 0}, seen, true);
+        bar.follow(now += 0.02);
+    };
+    // From the parent straight to the submenu's last line, over the line below the parent.
+    const double fromX = parent.x + 20, fromY = parent.y + parent.height - 2;
+    bool crossed = false;
+    for (int step = 0; step <= 20; ++step) {
+        const double x = fromX + (goal.x + 10 - fromX) * step / 20;
+        const double y = fromY + (goal.y + 10 - fromY) * step / 20;
+        crossed = crossed || seen.at(x, y, "menu.") == "menu.item.3";
+        move(x, y);
+        ASSERT_EQ(bar.chosenItem(), 2U) << step;
+    }
+    EXPECT_TRUE(crossed) << "else this shows nothing";
+    EXPECT_EQ(bar.chosenSubItem(), 2U);
+
+    // Straight down is no detour; and who stops on the way means the line.
+    move(fromX, fromY);
+    EXPECT_EQ(bar.chosenItem(), 2U);
+    move(fromX - 1, below.y + 5);
+    EXPECT_EQ(bar.chosenItem(), 3U);
+    move(fromX, fromY);
+    move(fromX + 15, below.y + 1);
+    EXPECT_EQ(bar.chosenItem(), 2U);
+    bar.follow(now += 0.1);
+    EXPECT_EQ(bar.chosenItem(), 2U);
+    bar.follow(now += 0.4);
+    EXPECT_EQ(bar.chosenItem(), 3U);
+}
+
+TEST_F(MenuBarTest, AClosedMenuFadesAndTakesNothing) {
+    press(Key::f10);
+    drawing();
+    press(Key::escape);
+    bar.follow(now);
+    const Drawing fading(bar.body(now + 0.05, 800, 600), 800, 600, 1);
+    ASSERT_TRUE(fading.find("menu.item.0"));
+    EXPECT_GT(fading.find("menu.item.0")->opacity, 0);
+    EXPECT_TRUE(bar.isMoving(now + 0.05));
+    const Rect line = fading.find("menu.item.0")->rect;
+    EXPECT_FALSE(bar.handle({MouseEvent::Kind::up, line.x + 5, line.y + 5, 1}, fading, true));
+    EXPECT_TRUE(done.empty());
+    EXPECT_FALSE(Drawing(bar.body(now + 1, 800, 600), 800, 600, 1).find("menu.item.0"));
 }
 
 TEST_F(MenuBarTest, AnOldPictureOfTheMenusIsNotWalkedInto) {
@@ -185,6 +255,32 @@ TEST(AlertCard, ReturnPressesTheSafeButtonUntilTheFocusWasMoved) {
         EXPECT_TRUE(card.isAnswered());
     }
     EXPECT_EQ(confirmed, 2);
+}
+
+TEST(AlertCard, ButtonsAnswerThePointerAndACardThatAsksNothingClosesBesideIt) {
+    AlertCard card = aboutCard("1.0.0");
+    const Drawing seen(card.body(), 860, 560, 1);
+    const Rect close = seen.find("alert.button.0")->rect;
+    const auto faces = [&] {
+        std::vector<Colour> colours;
+        const Drawing now(card.body(), 860, 560, 1);
+        for (const Drawing::Mark& mark : now.marks())
+            if (const auto* style = std::get_if<ShapeStyle>(&mark.content)) colours.push_back(style->fill);
+        return colours;
+    };
+    const auto rest = faces();
+    card.handle({MouseEvent::Kind::moved, close.x + 5, close.y + 5, 0}, seen);
+    const auto hovered = faces();
+    EXPECT_NE(hovered, rest);
+    card.handle({MouseEvent::Kind::down, close.x + 5, close.y + 5, 1}, seen);
+    EXPECT_NE(faces(), hovered);
+    card.handle({MouseEvent::Kind::moved, 5, 5, 0}, seen);
+    EXPECT_EQ(faces(), rest);
+    card.handle({MouseEvent::Kind::down, 5, 5, 1}, seen);
+    EXPECT_TRUE(card.isAnswered());
+    AlertCard asks = resetAlert({});
+    asks.handle({MouseEvent::Kind::down, 5, 5, 1}, seen);
+    EXPECT_FALSE(asks.isAnswered());
 }
 
 TEST(AlertCard, IsAnsweredByAWholeClickOnAButton) {
