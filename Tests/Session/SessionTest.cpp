@@ -10,6 +10,7 @@
 
 #include <cstdio>
 #include <fstream>
+#include <set>
 
 namespace gull::session {
 namespace {
@@ -128,6 +129,54 @@ TEST_F(Session, MenusAlertAndSelectAreWalkedWithKeysAlone) {
     EXPECT_TRUE(game->isRunning());
     type({"ctrl+q"});
     EXPECT_EQ(game->wait(10), 0) << game->errors();
+}
+
+TEST_F(Session, ABeachStandsStillInAPauseAndPicturesAreTakenOfIt) {
+    const auto game = start({"--seed", "7"});
+    ASSERT_TRUE(desktop_.waitForWindow("Gullwick", windowSeconds)) << game->errors();
+    pause(3);
+    const auto folder = home_.path() / "Pictures";
+    std::set<std::filesystem::path> seen;
+    const auto picture = [&] {
+        desktop_.key("F12");
+        for (double waited = 0; waited < 20; waited += 0.1) {
+            pause(0.1);
+            if (!std::filesystem::exists(folder)) continue;
+            for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+                if (entry.path().extension() != ".png" || !seen.insert(entry.path()).second) continue;
+                const std::string bytes = contents(entry.path());
+                if (const auto image = decodePng(std::vector<std::uint8_t>(bytes.begin(), bytes.end())))
+                    return *image;
+            }
+        }
+        ADD_FAILURE() << "no picture came";
+        return Image(1240, 800);
+    };
+    /// The tide clock and its bar.
+    const auto clockOf = [](const Image& image) {
+        std::vector<std::uint8_t> pixels;
+        for (int y = 20; y < 110; ++y) {
+            const std::uint8_t* row = image.at(1040, y);
+            pixels.insert(pixels.end(), row, row + std::size_t{180} * 4);
+        }
+        return pixels;
+    };
+    desktop_.key("p");
+    pause(1.5);
+    const Image first = picture();
+    ASSERT_EQ(first.width, 1240);
+    std::filesystem::copy_file(*seen.begin(), pictures() / "paused.png",
+                               std::filesystem::copy_options::overwrite_existing);
+    pause(2.5);
+    EXPECT_EQ(clockOf(picture()), clockOf(first)) << "the tide waits";
+    desktop_.moveMouse(620, 400);
+    desktop_.click();
+    pause(2.5);
+    EXPECT_NE(clockOf(picture()), clockOf(first)) << "and goes on";
+    desktop_.key("F10");
+    pause(0.5);
+    desktop_.key("ctrl+q");
+    EXPECT_EQ(game->wait(10), 0) << "over an open menu, too: " << game->errors();
 }
 
 TEST_F(Session, TheProbeMeasuresAndKeepsNothing) {

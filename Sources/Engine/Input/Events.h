@@ -18,6 +18,7 @@ enum class Key {
     tab,
     f10,
     f11,
+    f12,
     alt,  ///< Alt pressed and released by itself
     character,
 };

@@ -62,6 +62,18 @@ std::shared_ptr<MainLoop::Timer::Entry> MainLoop::add(double due, double interva
     return entry;
 }
 
+void MainLoop::pause() {
+    if (isPaused_) return;
+    pausedAt_ = now();
+    isPaused_ = true;
+}
+
+void MainLoop::resume() {
+    if (!isPaused_) return;
+    isPaused_ = false;
+    pausedFor_ = clock_.now() - pausedAt_;
+}
+
 double MainLoop::dueAfter(double delay) const {
     // Within a pass the clock may have moved on; work for "now" still belongs to this pass.
     if (delay <= 0) return inPass_ ? passTime_ : now();
@@ -88,7 +100,7 @@ void MainLoop::runDue() {
     const double time = outermost ? now() : passTime_;
     inPass_ = true;
     passTime_ = time;
-    while (!quitting_) {
+    while (!quitting_ && !isPaused_) {
         std::shared_ptr<Timer::Entry> next;
         for (const auto& entry : entries_) {
             if (!entry->alive || entry->running || entry->due > time) continue;
@@ -118,6 +130,7 @@ void MainLoop::run(Timer::Entry& entry, double time) {
 
 double MainLoop::nextDue() const {
     double due = std::numeric_limits<double>::infinity();
+    if (isPaused_) return due;
     for (const auto& entry : entries_) {
         if (entry->alive && !entry->running) due = std::min(due, entry->due);
     }
@@ -143,7 +156,7 @@ void MainLoop::turn(ManualClock& clock, double seconds) {
     require(static_cast<const Clock*>(&clock) == &clock_, "MainLoop: turned by a clock that is not its own");
     const double end = clock.now() + seconds;
     while (!quitting_) {
-        const double due = nextDue();
+        const double due = nextDue() + pausedFor_;
         if (due > end) break;
         clock.moveTo(due);
         runDue();

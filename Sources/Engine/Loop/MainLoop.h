@@ -43,7 +43,14 @@ class MainLoop {
     MainLoop& operator=(const MainLoop&) = delete;
 
     const Clock& clock() const { return clock_; }
-    double now() const { return clock_.now(); }
+    /// The loop's time: the clock's, less all pauses.
+    double now() const { return isPaused_ ? pausedAt_ : clock_.now() - pausedFor_; }
+
+    /// Stops the loop's time: nothing falls due until resume(), which lets everything go on where it stood.
+    /// Each does nothing when called again.
+    void pause();
+    void resume();
+    bool isPaused() const { return isPaused_; }
 
     /// Runs `work` every `interval` seconds (above 0), first after one interval. A loop that comes late runs
     /// it once, not once per missed interval, and keeps the phase.
@@ -56,7 +63,7 @@ class MainLoop {
     /// Runs everything due at now(), in order of due time, until quit() is called. Work scheduled meanwhile
     /// for now runs too; the time is read once, so slow work cannot keep this call from returning.
     void runDue();
-    /// The uptime at which the next work is due; +infinity when there is none.
+    /// The loop's time at which the next work is due; +infinity when there is none, and in a pause.
     double nextDue() const;
 
     /// Asks whoever drives the loop to stop; `status` becomes the process's exit status.
@@ -77,6 +84,9 @@ class MainLoop {
     void run(Timer::Entry& entry, double time);
 
     const Clock& clock_;
+    bool isPaused_ = false;
+    double pausedAt_ = 0;   // the loop's time
+    double pausedFor_ = 0;  // seconds, all pauses that are over
     std::vector<std::shared_ptr<Timer::Entry>> entries_;
     std::uint64_t nextOrder_ = 0;
     bool inPass_ = false;

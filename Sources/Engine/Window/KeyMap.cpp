@@ -43,6 +43,8 @@ Key namedKey(std::int32_t sym) {
             return Key::f10;
         case SDLK_F11:
             return Key::f11;
+        case SDLK_F12:
+            return Key::f12;
         default:
             return Key::none;
     }

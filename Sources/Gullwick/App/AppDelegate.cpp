@@ -14,6 +14,7 @@
 #include "Gullwick/App/IconRenderer.h"
 #include "Gullwick/App/Numbers.h"
 #include "Gullwick/App/PlayerInput.h"
+#include "Gullwick/App/Screenshot.h"
 #include "Gullwick/App/SilenceHint.h"
 #include "Gullwick/App/TierChooser.h"
 #include "Gullwick/Feedback/CombinedHaptics.h"
@@ -45,6 +46,7 @@ struct AppDelegate::Parts final : WindowCommands {
         const GraphicsInfo info = Renderer::graphicsInfo();
         Log::note("display: {}; OpenGL: {}, {}, {}", window.driverName(), info.renderer, info.vendor,
                   info.version);
+        game.allowPausing(!probePath);
         renderer.setTier(tiers.tier());
         // The frame timer sets the pace; waiting for the screen too is free on a GPU only.
         window.setVsync(!software);
@@ -75,27 +77,38 @@ struct AppDelegate::Parts final : WindowCommands {
         WindowHandlers handlers;
         handlers.key = [this](const KeyEvent& event) { handle(event); };
         handlers.mouse = [this](const MouseEvent& event) {
+            pictureIsOld = true;
             input.noteMouse(event);
             if (!overlay.handle(event) && !clickTile(event)) surface.mouse(event);
         };
         handlers.contacts = [this](const std::vector<Contact>& contacts) { input.windowContacts(contacts); };
         handlers.raw = [this](const void* event) { controllers.handle(event); };
         handlers.resized = [this] { resized(); };
-        handlers.exposed = [this] { renderer.setPictureKept(false); };
+        handlers.exposed = [this] {
+            pictureIsOld = true;
+            renderer.setPictureKept(false);
+        };
         handlers.focusChanged = [this](bool focused) {
             focused ? surface.focusGained() : surface.focusLost();
+            if (!focused) wentToBackground();
         };
         handlers.minimisedChanged = [this](bool minimised) {
-            if (minimised) surface.focusLost();
+            if (!minimised) return;
+            surface.focusLost();
+            wentToBackground();
         };
         handlers.closeRequested = [this] { loop.quit(0); };
         window.setHandlers(std::move(handlers));
     }
 
-    /// An open menu or card first, then the commands, then the beach.
+    /// The commands, of which few work over an open menu or card, then menu or card, then the beach.
     void handle(const KeyEvent& event) {
+        pictureIsOld = true;
+        if (!overlay.asks() && !event.isRepeat && perform(menus(), event, overlay.wantsInput())) {
+            overlay.closeMenu();
+            return;
+        }
         if (overlay.handle(event)) return;
-        if (!event.isRepeat && perform(menus(), event)) return;
         surface.key(event);
     }
 
@@ -109,10 +122,16 @@ struct AppDelegate::Parts final : WindowCommands {
         return true;
     }
 
+    void wentToBackground() {
+        pictureIsOld = true;
+        if (settings.pauseInBackground()) game.pause();
+    }
+
     std::vector<Menu> menus() { return buildMenus(game, surface, settings, feedback, *this); }
 
     void resized() {
         game.world().frame(window.width() / std::max(window.height(), 1.0));
+        pictureIsOld = true;
         surface.setViewSize({window.width(), window.height()});
         renderer.setPictureKept(false);
     }
@@ -157,13 +176,15 @@ struct AppDelegate::Parts final : WindowCommands {
     void drawScene() { renderer.draw(game.world().stage(), pixelSize(), 0, drawnTime < 0); }
 
     void drawFrame() {
-        const double start = loop.now();
+        const double start = clock.now();
+        pictureIsOld = false;
         surface.setCovered(overlay.wantsInput());
         drawScene();
         drawOverlay();
+        if (std::exchange(screenshotWanted, false)) saveScreenshot();
         present();
         if (probe) probe->framePresented();
-        const double end = loop.now();
+        const double end = clock.now();
         // On a card the time goes into waiting for the screen, and nothing has to give way.
         renderer.frameTook(software ? end - start + stepTime : 0);
         chooseTier(end - lastPresent);
@@ -172,7 +193,7 @@ struct AppDelegate::Parts final : WindowCommands {
     }
 
     void drawOverlay() {
-        renderer.drawOverlay(overlay.update(loop.now(), window.width(), window.height(), window.scale()));
+        renderer.drawOverlay(overlay.update(clock.now(), window.width(), window.height(), window.scale()));
     }
 
     void present() {
@@ -182,9 +203,18 @@ struct AppDelegate::Parts final : WindowCommands {
         renderer.setPictureKept(window.present(parts));
     }
 
+    /// What the window shows, HUD and menus included. The toast that tells of it comes after.
+    void saveScreenshot() {
+        game.showToast(Screenshot::save(renderer.readBack(pixelSize()), Screenshot::folder(std::getenv)),
+                       3.4);
+        feedback.play(Sound::tap, 1.0F);
+    }
+
     void chooseTier(double interval) {
         const GameController::Phase phase = game.phase;
-        if (phase == GameController::Phase::playing) tiers.record(interval);
+        // A pause, and the frame that ends it, say nothing of the machine.
+        const bool stoodStill = std::exchange(wasPaused, game.isPaused.get()) || game.isPaused;
+        if (phase == GameController::Phase::playing && !stoodStill) tiers.record(interval);
         if (phase == GameController::Phase::intro && lastPhase != phase) {
             tiers.beginBeach();
             renderer.setTier(tiers.tier());
@@ -206,18 +236,36 @@ struct AppDelegate::Parts final : WindowCommands {
         if (rehearsed == BeachScene::rehearsals()) renderer.collectGarbage();
     }
 
+    /// Whether a picture is to be drawn: after every step of the game, and in a pause when something else
+    /// than the beach changes.
+    bool isFrameDue() {
+        if (game.world().time != drawnTime) return true;
+        if (!game.isPaused || clock.now() < lastPresent + GameController::frameInterval) return false;
+        return pictureIsOld || !renderer.settled() || overlay.isMoving(clock.now());
+    }
+
+    /// Until something is due, seconds.
+    double spareTime() {
+        if (!game.isPaused) return std::max(0.0, loop.nextDue() - loop.now());
+        const bool changes =
+            !window.isMinimised() && (pictureIsOld || !renderer.settled() || overlay.isMoving(clock.now()));
+        return changes ? std::max(0.0, lastPresent + GameController::frameInterval - clock.now())
+                       : pausedWait;
+    }
+
     void turn() {
-        window.pump(std::max(0.0, loop.nextDue() - loop.now()));
-        const double start = loop.now();
+        window.pump(spareTime());
+        const double start = clock.now();
         input.poll(start);
         silence.poll(start);
         audio.poll(start);
         loop.runDue();
-        stepTime = loop.now() - start;
-        if (game.world().time == drawnTime || window.isMinimised()) return;
+        stepTime = clock.now() - start;
+        if (window.isMinimised() || !isFrameDue()) return;
         drawFrame();
         drawnTime = game.world().time;
-        if (game.phase == GameController::Phase::intro || game.phase == GameController::Phase::playing)
+        if (!game.isPaused &&
+            (game.phase == GameController::Phase::intro || game.phase == GameController::Phase::playing))
             prepareAhead();
     }
 
@@ -229,6 +277,7 @@ struct AppDelegate::Parts final : WindowCommands {
     void minimise() override { window.minimise(); }
     void toggleFullScreen() override { window.setFullScreen(!window.isFullScreen()); }
     bool isFullScreen() const override { return window.isFullScreen(); }
+    void takeScreenshot() override { screenshotWanted = true; }
     void quit() override { loop.quit(0); }
 
     std::optional<std::string> probePath;
@@ -260,6 +309,10 @@ struct AppDelegate::Parts final : WindowCommands {
     static constexpr int rehearsalGap = 10;           // frames of play
     int rehearsed = 0;                                ///< on the first beach, what later ones show too
     int framesUnrehearsed = 0;
+    static constexpr double pausedWait = 0.2;  // seconds between two looks at devices
+    bool pictureIsOld = true;                  ///< something happened since the last picture
+    bool wasPaused = false;
+    bool screenshotWanted = false;
     double drawnTime = -1;
     double stepTime = 0;
     double lastPresent = 0;

@@ -17,9 +17,10 @@ Menu programMenu(WindowCommands& window) {
     return {"Gullwick",
             {{.title = "About Gullwick", .action = [&window] { window.showAbout(); }},
              Command::separator(),
-             {.title = "Quit Gullwick", .shortcut = Shortcut::withCommand(U'q'), .action = [&window] {
-                  window.quit();
-              }}}};
+             {.title = "Quit Gullwick",
+              .shortcut = Shortcut::withCommand(U'q'),
+              .anywhere = true,
+              .action = [&window] { window.quit(); }}}};
 }
 
 std::vector<Command> beaches(GameController& game) {
@@ -42,7 +43,7 @@ Menu gameMenu(GameController& game, WindowCommands& window) {
             {{.title = "Dig", .shortcut = {Key::returnKey}, .action = key(KeyAction::Confirm{})},
              {.title = "Ping (costs 5 s of tide)",
               .shortcut = Shortcut::plain(U'h'),
-              .enabled = game.phase == Phase::playing,
+              .enabled = game.phase == Phase::playing && !game.isPaused,
               .action = key(KeyAction::Ping{})},
              {.title = "Restart This Beach",
               .shortcut = Shortcut::plain(U'r'),
@@ -54,7 +55,11 @@ Menu gameMenu(GameController& game, WindowCommands& window) {
              {.title = "All Beaches…", .shortcut = Shortcut::plain(U'l'), .action = key(KeyAction::Levels{})},
              {.title = "Beaches", .submenu = beaches(game)},
              Command::separator(),
-             {.title = "Reset Progress…", .action = [&window] { window.askReset(); }}}};
+             {.title = "Reset Progress…", .action = [&window] { window.askReset(); }},
+             {.title = game.isPaused ? "Go On" : "Pause",
+              .shortcut = Shortcut::plain(U'p'),
+              .enabled = game.phase == Phase::playing,
+              .action = key(KeyAction::Pause{})}}};
 }
 
 void toggleHaptics(AppSettings& settings, Feedback& feedback) {
@@ -76,6 +81,21 @@ void toggleTrackpad(GameController& game, TouchSurface& surface) {
     }
 }
 
+/// From full to silent, in tenths.
+std::vector<Command> volumes(Setting<int>& volume, Feedback& feedback) {
+    std::vector<Command> commands;
+    for (int percent = 100; percent >= 0; percent -= 10) {
+        commands.push_back({.title = fmt::format("{} %", percent),
+                            .checked = volume() == percent,
+                            .action = [&volume, &feedback, percent] {
+                                volume = percent;
+                                feedback.applySoundSwitch();
+                                feedback.play(Sound::tap, 1.0F);
+                            }});
+    }
+    return commands;
+}
+
 Menu optionsMenu(GameController& game, TouchSurface& surface, AppSettings& settings, Feedback& feedback) {
     return {
         "Options",
@@ -91,9 +111,14 @@ Menu optionsMenu(GameController& game, TouchSurface& surface, AppSettings& setti
          {.title = "Show Ticks",
           .checked = settings.showTicks(),
           .action = [&] { settings.showTicks = !settings.showTicks(); }},
-         {.title = "Reduce Motion", .checked = settings.reduceMotion(), .action = [&] {
-              settings.reduceMotion = !settings.reduceMotion();
-          }}}};
+         {.title = "Reduce Motion",
+          .checked = settings.reduceMotion(),
+          .action = [&] { settings.reduceMotion = !settings.reduceMotion(); }},
+         {.title = "Pause in Background",
+          .checked = settings.pauseInBackground(),
+          .action = [&] { settings.pauseInBackground = !settings.pauseInBackground(); }},
+         {.title = "Effects Volume", .submenu = volumes(settings.effectsVolume, feedback)},
+         {.title = "Surf Volume", .submenu = volumes(settings.surfVolume, feedback)}}};
 }
 
 Menu windowMenu(WindowCommands& window) {
@@ -103,7 +128,11 @@ Menu windowMenu(WindowCommands& window) {
               .action = [&window] { window.minimise(); }},
              {.title = window.isFullScreen() ? "Exit Full Screen" : "Enter Full Screen",
               .shortcut = {Key::f11},
-              .action = [&window] { window.toggleFullScreen(); }}}};
+              .anywhere = true,
+              .action = [&window] { window.toggleFullScreen(); }},
+             {.title = "Take Screenshot", .shortcut = {Key::f12}, .anywhere = true, .action = [&window] {
+                  window.takeScreenshot();
+              }}}};
 }
 
 }  // namespace

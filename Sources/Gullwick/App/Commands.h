@@ -20,6 +20,8 @@ class WindowCommands {
     virtual void minimise() = 0;
     virtual void toggleFullScreen() = 0;
     virtual bool isFullScreen() const = 0;
+    /// Saves a picture of the window as it is.
+    virtual void takeScreenshot() = 0;
     /// Asks the player, and erases all progress if the answer is yes.
     virtual void askReset() = 0;
 };

@@ -25,6 +25,12 @@ const auto& soundsInUse() {
     return sounds;
 }
 
+/// Of a volume in percent. The ear takes a quarter of the amplitude for about half as loud.
+float amplitude(int percent) {
+    const float share = static_cast<float>(percent) / 100;
+    return share * share;
+}
+
 }  // namespace
 
 Feedback::Feedback(AppSettings& settings, MainLoop& loop, SoundOutput* output, HapticPerformer* haptics)
@@ -41,9 +47,10 @@ Feedback::~Feedback() {
 }
 
 void Feedback::play(const Sound& sound, float gain) {
-    if (!settings_.sound() || muted || !output_ || !output_->start()) return;
+    const float volume = amplitude(settings_.effectsVolume());
+    if (!settings_.sound() || volume <= 0 || muted || !output_ || !output_->start()) return;
     const int voice = std::exchange(nextVoice_, (nextVoice_ + 1) % SoundOutput::voiceCount);
-    output_->play(voice, samples(sound), gain);
+    output_->play(voice, samples(sound), gain * volume);
 }
 
 void Feedback::haptic(HapticPattern pattern, double minGap) {
@@ -70,7 +77,7 @@ void Feedback::cancelPending() {
 }
 
 bool Feedback::isHeard() {
-    return settings_.sound() && !muted && output_ && output_->start();
+    return settings_.sound() && settings_.effectsVolume() > 0 && !muted && output_ && output_->start();
 }
 
 bool Feedback::isFelt() const {
@@ -88,7 +95,15 @@ void Feedback::startSurf() {
 }
 
 void Feedback::applySoundSwitch() {
-    if (output_) output_->setLoopVolume(settings_.sound() && !muted ? surfVolume : 0.0F);
+    if (output_)
+        output_->setLoopVolume(settings_.sound() && !muted && !surfHeld_
+                                   ? surfVolume * amplitude(settings_.surfVolume())
+                                   : 0.0F);
+}
+
+void Feedback::holdSurf(bool held) {
+    surfHeld_ = held;
+    applySoundSwitch();
 }
 
 bool Feedback::prepareOne() {

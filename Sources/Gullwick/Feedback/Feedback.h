@@ -36,8 +36,8 @@ class Feedback {
     /// When true, nothing is heard or felt at all.
     bool muted = false;
 
-    /// Plays `sound` at once at volume `gain` (0.85 to 1 in use). A thirteenth sound cuts off the oldest.
-    /// Dropped without a word when sound is off or cannot come out now.
+    /// Plays `sound` at once at volume `gain` (0.85 to 1 in use) of what the player has chosen. A thirteenth
+    /// sound cuts off the oldest. Dropped without a word when sound is off or cannot come out now.
     void play(const Sound& sound, float gain);
     /// One haptic pulse, unless one was performed less than `minGap` seconds ago: then it is dropped.
     void haptic(HapticPattern pattern, double minGap);
@@ -59,9 +59,12 @@ class Feedback {
 
     /// Starts the surf if it is not running, and sets its volume by the sound switch.
     void startSurf();
-    /// Sets the surf's volume by the sound switch: call it when the switch was turned. The surf runs on
-    /// unheard while sound is off.
+    /// Sets the surf's volume by the sound switch and the player's volume: call it when either has changed.
+    /// The surf runs on unheard while sound is off.
     void applySoundSwitch();
+
+    /// Silences the surf while the game stands still.
+    void holdSurf(bool held);
 
     /// Makes one of the sounds that the game will ask for and that is not made yet, the costliest first, so
     /// that none is made in the middle of play: call it in idle moments. False when there is nothing left to
@@ -88,6 +91,7 @@ class Feedback {
     std::map<Sound, std::vector<float>> cache_;
     std::vector<float> surf_;
     bool surfStarted_ = false;
+    bool surfHeld_ = false;
     int nextVoice_ = 0;
     double lastHaptic_;
 };

@@ -45,7 +45,9 @@ GameController::GameController(MainLoop& loop, Feedback& feedback, std::filesyst
     }
 }
 
-GameController::~GameController() = default;
+GameController::~GameController() {
+    resume();  // the loop is not ours
+}
 
 /// Runs `work` `delay` seconds from now, unless this controller is gone or another beach was begun by then.
 void GameController::later(double delay, std::function<void()> work) {
@@ -56,6 +58,7 @@ void GameController::later(double delay, std::function<void()> work) {
 }
 
 void GameController::beginBeach(int number, bool animated, std::optional<std::uint64_t> seed) {
+    resume();
     feedback_.cancelPending();
     ++generation_;
     if (seed) rng_ = SplitMix64(*seed);
@@ -120,6 +123,7 @@ void GameController::nextBeach() {
 
 void GameController::openSelect() {
     if (phase == Phase::selecting) return;
+    resume();
     returnPhase_ = phase == Phase::intro ? Phase::playing : phase.get();
     selection = spec->number;
     refusedBeach = 0;
@@ -146,6 +150,20 @@ void GameController::openTile(int tile) {
     if (phase != Phase::selecting) return;
     hover(tile);
     openSelected();
+}
+
+void GameController::pause() {
+    if (phase != Phase::playing || isPaused || !pausingAllowed_) return;
+    isPaused = true;
+    feedback_.holdSurf(true);
+    loop_.pause();
+}
+
+void GameController::resume() {
+    if (!isPaused) return;
+    loop_.resume();
+    feedback_.holdSurf(false);
+    isPaused = false;
 }
 
 void GameController::beginFlood() {

@@ -85,6 +85,7 @@ class GameController {
     Published<bool> captured{changes_};  ///< a finger steers and the pointer is locked; the surface's to set
     Published<int> pings{changes_};      ///< used on this beach
     Published<int> selection{changes_, 1};  ///< beach under the cursor of the beach select, 1 to 8
+    Published<bool> isPaused{changes_};     ///< nothing moves, ticks or runs out until resume()
     Published<int> refusedBeach{
         changes_};  ///< the locked beach that was asked for last, 0 after any other move
     Published<bool> isFirstLoss{changes_};  ///< the beach that just ended is the first not passed in this run
@@ -111,6 +112,13 @@ class GameController {
     void resetProgress();
     /// Ends the beach: stars, record, save, result card. Only while playing or flooding.
     void finish();
+
+    /// Stops a beach in play with everything on it, the loop's time included; nothing in any other phase, or
+    /// where pausing is not allowed. Opening a beach or the select goes on by itself.
+    void pause();
+    void resume();
+    /// Measurements must not stand still.
+    void allowPausing(bool allowed) { pausingAllowed_ = allowed; }
 
     // --- Input
 
@@ -199,7 +207,8 @@ class GameController {
     double digStart_ = -100;
     bool wasPinpoint_ = false;
     int missCount_ = 0;
-    bool shownJunkTip_ = false;     // once per run of the program
+    bool shownJunkTip_ = false;  // once per run of the program
+    bool pausingAllowed_ = true;
     bool hasLost_ = false;          // in this run of the program
     std::uint64_t generation_ = 0;  // rises with every beach; delayed work of an older one does nothing
     double lastFrame_;

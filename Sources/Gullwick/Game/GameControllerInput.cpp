@@ -49,7 +49,7 @@ void GameController::key(const KeyAction::Any& action) {
                            const int row = (selection - 1) / selectColumns;
                            hover((row + move.dy > 0 ? selectColumns : 0) +
                                  std::clamp(column + move.dx, 0, selectColumns - 1) + 1);
-                       } else {
+                       } else if (!isPaused) {
                            target_ = PlotPoint{target_.x + move.dx * nudge.x, target_.y + move.dy * nudge.y};
                            target_ = target_.clamped();
                        }
@@ -63,7 +63,7 @@ void GameController::key(const KeyAction::Any& action) {
                                earnedStars > 0 ? nextBeach() : restart();
                                break;
                            case Phase::playing:
-                               dig();
+                               isPaused ? resume() : dig();
                                break;
                            case Phase::intro:
                            case Phase::flooding:
@@ -77,6 +77,7 @@ void GameController::key(const KeyAction::Any& action) {
                    [this](KeyAction::Levels) { phase == Phase::selecting ? closeSelect() : openSelect(); },
                    [this](KeyAction::Next) { nextBeach(); },
                    [this](KeyAction::Back) { closeSelect(); },
+                   [this](KeyAction::Pause) { isPaused ? resume() : pause(); },
                },
                action);
 }
@@ -91,7 +92,7 @@ void GameController::hover(int tile) {
 
 void GameController::dig() {
     const double now = loop_.now();
-    if (phase != Phase::playing || now < busyUntil_) return;
+    if (phase != Phase::playing || isPaused || now < busyUntil_) return;
     const Hunt::DigOutcome outcome = hunt_.dig(coil_);
     world_.dig(coil_, outcome);
     digStart_ = now;
@@ -149,7 +150,7 @@ void GameController::missed(double now) {
 }
 
 void GameController::ping() {
-    if (phase != Phase::playing) return;
+    if (phase != Phase::playing || isPaused) return;
     const std::optional<BuriedItem> nearest = hunt_.ping(coil_);
     if (!nearest) return;
     pings = hunt_.pings();

@@ -17,9 +17,10 @@ struct Ping {};
 struct Restart {};
 struct Levels {};  ///< opens or closes the beach select
 struct Next {};
-struct Back {};  ///< leaves the beach select
+struct Back {};   ///< leaves the beach select
+struct Pause {};  ///< or goes on again
 
-using Any = std::variant<Move, Confirm, Ping, Restart, Levels, Next, Back>;
+using Any = std::variant<Move, Confirm, Ping, Restart, Levels, Next, Back, Pause>;
 
 }  // namespace KeyAction
 

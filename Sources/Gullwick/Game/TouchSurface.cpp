@@ -147,6 +147,9 @@ bool TouchSurface::key(const KeyEvent& event) {
         case U'n':
         case U'N':
             return act(KeyAction::Next{});
+        case U'p':
+        case U'P':
+            return act(KeyAction::Pause{});
         default:
             return false;
     }

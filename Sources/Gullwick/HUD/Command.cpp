@@ -20,6 +20,8 @@ std::string keyName(Key key, char32_t character) {
             return "Esc";
         case Key::f11:
             return "F11";
+        case Key::f12:
+            return "F12";
         case Key::f10:
             return "F10";
         case Key::space:

@@ -21,6 +21,7 @@ namespace {
 constexpr Colour selectBackdrop{0.01, 0.05, 0.07, 0.9};
 constexpr double selectQuiet =
     0.6;  // the beach behind the backdrop is dimmed by so much, so that no lamp shines through
+constexpr double pausedDimming = 0.35;
 constexpr double cardMargin = 8;  // around a card in a window that is hardly larger
 
 std::string instructions(const Controls& controls) {
@@ -125,7 +126,14 @@ View HUDView::toasts() const {
 }
 
 View HUDView::body() const {
-    std::vector<View> all = views(shade(), bars(), FindPopup{pose.popup, icons}.body(), toasts());
+    std::vector<View> all = views(shade());
+    if (pose.pause > 0) {
+        all.push_back(shape(rectangle().filled(black(pausedDimming)))
+                          .framed(width, height)
+                          .onSheet("pause.backdrop", pose.pause));
+    }
+    for (View& layer : views(bars(), FindPopup{pose.popup, icons}.body(), toasts()))
+        all.push_back(std::move(layer));
     const auto present = [&](const char* name, const Colour& backdrop, View card, double opacity) {
         all.push_back(shape(rectangle().filled(backdrop))
                           .framed(width, height)

@@ -23,6 +23,7 @@ HudPose HudPose::atRest(const HudState& state) {
     pose.bottomBar = state.isFinished() ? 0 : 1;
     pose.card = state.isFinished() ? 1 : 0;
     pose.select = state.isSelecting() ? 1 : 0;
+    pose.pause = state.isPaused ? 1 : 0;
     if (showsToast(state)) pose.toasts.push_back({*state.toast, 1});
     for (std::size_t i = 0; i < state.spec.treasures.size(); ++i) pose.slots.push_back(state.isFound(i));
     for (int i = 0; i < tiles; ++i) pose.tile[static_cast<std::size_t>(i)] = state.selection == i + 1;
@@ -36,6 +37,7 @@ void HudMotion::follow(const HudState& state, double now, bool reduceMotion) {
         bottomBar_.jumpTo(rest.bottomBar);
         card_.jumpTo(rest.card);
         select_.jumpTo(rest.select);
+        pause_.jumpTo(rest.pause);
         for (const HudPose::Toast& toast : rest.toasts) toasts_.push_back({toast.text, Animated(1)});
         for (const double slot : rest.slots) slots_.emplace_back(slot);
         std::transform(rest.tile.begin(), rest.tile.end(), tile_.begin(),
@@ -66,6 +68,7 @@ void HudMotion::followPhase(const HudState& state, double now) {
     bottomBar_.moveTo(rest.bottomBar, curve, now);
     card_.moveTo(rest.card, curve, now);
     select_.moveTo(rest.select, curve, now);
+    pause_.moveTo(rest.pause, curve, now);
 }
 
 void HudMotion::followToast(const HudState& state, double now) {
@@ -140,6 +143,7 @@ HudPose HudMotion::pose(double now) const {
     pose.bottomBar = bottomBar_.value(now);
     pose.card = card_.value(now);
     pose.select = select_.value(now);
+    pose.pause = pause_.value(now);
     for (const Toast& toast : toasts_) {
         const double opacity = toast.opacity.value(now);
         if (opacity > 0) pose.toasts.push_back({toast.text, opacity});
@@ -154,8 +158,8 @@ HudPose HudMotion::pose(double now) const {
 
 bool HudMotion::isMoving(double now) const {
     const auto moves = [now](const Animated& value) { return value.isMoving(now); };
-    return moves(bars_) || moves(bottomBar_) || moves(card_) || moves(select_) || moves(popupAlpha_) ||
-           moves(popupLift_) || popupLeaves_ || now < tickUntil_ ||
+    return moves(bars_) || moves(bottomBar_) || moves(card_) || moves(select_) || moves(pause_) ||
+           moves(popupAlpha_) || moves(popupLift_) || popupLeaves_ || now < tickUntil_ ||
            std::any_of(slots_.begin(), slots_.end(), moves) ||
            std::any_of(tile_.begin(), tile_.end(), moves) ||
            std::any_of(toasts_.begin(), toasts_.end(),

@@ -55,6 +55,7 @@ class HudMotion {
     Animated bottomBar_{1};
     Animated card_{0};
     Animated select_{0};
+    Animated pause_{0};
     std::vector<Toast> toasts_;
     std::vector<Animated> slots_;
     std::array<Animated, HudPose::tiles> tile_{};

@@ -31,6 +31,7 @@ struct HudPose {
     double bottomBar = 1;  ///< on top of `bars`
     double card = 0;       ///< result card and its dimming
     double select = 0;     ///< beach select
+    double pause = 0;      ///< the dimming of a beach that stands still
     std::vector<Toast> toasts;
     Popup popup;
     std::vector<double> slots;         ///< 0 empty to 1 found; springs past 1

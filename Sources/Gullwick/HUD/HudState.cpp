@@ -6,6 +6,16 @@
 
 namespace gull {
 
+namespace {
+
+std::string pausedToast(const Controls& controls) {
+    if (controls.kind == Controls::Kind::controller)
+        return fmt::format("Paused — {} to go on", controls.buttons.dig);
+    return "Paused — P or a click to go on";
+}
+
+}  // namespace
+
 HudState HudState::of(const GameController& game, bool showTicks) {
     HudState state;
     state.phase = game.phase;
@@ -25,6 +35,8 @@ HudState HudState::of(const GameController& game, bool showTicks) {
     state.pings = game.pings;
     state.selection = game.selection;
     state.tickStamp = game.tickStamp;
+    state.isPaused = game.isPaused;
+    if (state.isPaused) state.toast = pausedToast(game.controls);
     state.refusedBeach = game.refusedBeach;
     state.isFirstLoss = game.isFirstLoss;
     state.controls = game.controls;

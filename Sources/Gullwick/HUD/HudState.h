@@ -21,7 +21,7 @@ struct HudState {
     int junkCount = 0;
     double meter = 0;
     bool meterIsTreasure = true;
-    std::optional<std::string> toast;
+    std::optional<std::string> toast;  ///< in a pause, how to go on
     CampaignProgress progress;
     int earnedStars = 0;
     bool isNewBest = false;
@@ -31,6 +31,7 @@ struct HudState {
     int pings = 0;
     int selection = 1;
     int tickStamp = 0;
+    bool isPaused = false;
     int refusedBeach = 0;
     bool isFirstLoss = false;
     Controls controls;

@@ -30,6 +30,11 @@ class AppSettings {
     Setting<bool> trackpadSweep{file_, changes_, "trackpadSweep", true};  ///< the pad steers the coil
     Setting<bool> showTicks{file_, changes_, "showTicks", false};         ///< ticks are drawn as well
     Setting<bool> reduceMotion{file_, changes_, "reduceMotion", false};   ///< no shakes or fly-ins
+    /// A window that loses the keyboard or is minimised pauses the beach.
+    Setting<bool> pauseInBackground{file_, changes_, "pauseInBackground", true};
+    Setting<int> effectsVolume{file_, changes_, "effectsVolume",
+                               100,   0,        100};                     ///< ticks and all else, percent
+    Setting<int> surfVolume{file_, changes_, "surfVolume", 100, 0, 100};  ///< percent
 
     /// Told just before any of them changes.
     ChangeNotifier& changes() { return changes_; }

@@ -173,5 +173,28 @@ TEST(ManualClock, neverGoesBackwards) {
     EXPECT_EQ(clock.now(), 6);
 }
 
+TEST_F(MainLoopTest, inAPauseTimeStandsAndNothingIsLost) {
+    int beats = 0;
+    std::vector<double> once;
+    const auto timer = loop.every(1, [&] { ++beats; });
+    loop.post(2.5, [&] { once.push_back(loop.now()); });
+    const double start = loop.now();
+    loop.turn(clock, 1.5);
+    loop.pause();
+    loop.pause();
+    loop.turn(clock, 50);
+    EXPECT_EQ(loop.now(), start + 1.5);
+    EXPECT_TRUE(std::isinf(loop.nextDue()));
+    loop.runDue();
+    EXPECT_EQ(beats, 1);
+    loop.resume();
+    loop.resume();
+    loop.turn(clock, 2);
+    EXPECT_EQ(beats, 3) << "on the beat it had";
+    ASSERT_EQ(once.size(), 1U);
+    EXPECT_NEAR(once[0], start + 2.5, 1e-9);
+    EXPECT_NEAR(loop.now(), start + 3.5, 1e-9);
+}
+
 }  // namespace
 }  // namespace gull

@@ -17,6 +17,7 @@ struct CommandsTest : GameHarness, WindowCommands, PointerLock {
     void toggleFullScreen() override { fullScreen = !fullScreen; }
     bool isFullScreen() const override { return fullScreen; }
     void askReset() override { asked += "reset "; }
+    void takeScreenshot() override { asked += "picture "; }
     void lock() override {}
     void unlock() override {}
 
@@ -53,6 +54,9 @@ TEST_F(CommandsTest, TheTableReadsAsThePlayerSeesIt) {
                 table += "    " + inner.title + " | " + inner.shortcut.text() + "\n";
         }
     }
+    std::string tenths;
+    for (int percent = 100; percent >= 0; percent -= 10)
+        tenths += "    " + std::to_string(percent) + " % | \n";
     EXPECT_EQ(table,
               "Gullwick\n  About Gullwick | \n  --\n  Quit Gullwick | Ctrl+Q\n"
               "Game\n  Dig | Return\n  Ping (costs 5 s of tide) | H\n  Restart This Beach | R\n"
@@ -60,10 +64,12 @@ TEST_F(CommandsTest, TheTableReadsAsThePlayerSeesIt) {
               "    1  Calm Cove | Ctrl+1\n    2  Shell Bay | Ctrl+2\n    3  Pier Shallows | Ctrl+3\n"
               "    4  Smugglers' Inlet | Ctrl+4\n    5  Lighthouse Point | Ctrl+5\n"
               "    6  Wreck Sands | Ctrl+6\n    7  Storm Beach | Ctrl+7\n    8  Pirates' Landing | Ctrl+8\n"
-              "  --\n  Reset Progress… | \n"
+              "  --\n  Reset Progress… | \n  Pause | P\n"
               "Options\n  Haptic Feedback | \n  Sound | \n  Trackpad Sweeps the Beach | Esc\n"
-              "  --\n  Show Ticks | \n  Reduce Motion | \n"
-              "Window\n  Minimize | Ctrl+M\n  Enter Full Screen | F11\n");
+              "  --\n  Show Ticks | \n  Reduce Motion | \n  Pause in Background | \n"
+              "  Effects Volume | \n" +
+                  tenths + "  Surf Volume | \n" + tenths +
+                  "Window\n  Minimize | Ctrl+M\n  Enter Full Screen | F11\n  Take Screenshot | F12\n");
 }
 
 TEST_F(CommandsTest, CommandsAreOfferedWhereTheyMeanSomething) {
@@ -129,6 +135,62 @@ TEST_F(CommandsTest, ReturnLeadsOnFromTheCard) {
     EXPECT_EQ(game.spec->number, 2);
 }
 
+TEST_F(CommandsTest, OverAMenuOnlyTheWindowsOwnKeysWork) {
+    play(1);
+    const auto press = [&](Key key, char32_t character, bool withCommand) {
+        Modifiers modifiers;
+        modifiers.command = withCommand;
+        return perform(menus(), KeyEvent{key, character, modifiers, false}, true);
+    };
+    EXPECT_FALSE(press(Key::character, U'r', false));
+    EXPECT_FALSE(press(Key::returnKey, 0, false));
+    EXPECT_FALSE(press(Key::character, U'1', true));
+    EXPECT_EQ(game.phase, Phase::playing);
+    EXPECT_TRUE(press(Key::f11, 0, false));
+    EXPECT_TRUE(fullScreen);
+    EXPECT_TRUE(press(Key::character, U'q', true));
+    EXPECT_TRUE(press(Key::f12, 0, false));
+    EXPECT_EQ(asked, "quit picture ");
+}
+
+TEST_F(CommandsTest, VolumesAreChosenInTenthsHeardAndKept) {
+    play(1);
+    const auto choose = [&](const char* what, const char* percent) {
+        search(command(what).submenu, percent)->action();
+        EXPECT_TRUE(search(command(what).submenu, percent)->checked);
+        int checked = 0;
+        for (const Command& each : command(what).submenu) checked += each.checked;
+        EXPECT_EQ(checked, 1) << what;
+    };
+    const float fullSurf = senses.surf;
+    senses.all.clear();
+    choose("Effects Volume", "50 %");
+    ASSERT_EQ(senses.count("tap"), 1U);
+    EXPECT_NEAR(senses.all.back().gain, 0.25, 1e-6);
+    EXPECT_EQ(senses.surf, fullSurf);
+    choose("Surf Volume", "20 %");
+    EXPECT_NEAR(senses.surf, 0.04 * fullSurf, 1e-6);
+    choose("Surf Volume", "0 %");
+    EXPECT_EQ(senses.surf, 0);
+    senses.all.clear();
+    choose("Effects Volume", "0 %");
+    EXPECT_EQ(senses.count("tap"), 0U);
+    const AppSettings kept(folder / "settings.json");
+    EXPECT_EQ(kept.surfVolume(), 0);
+    EXPECT_EQ(kept.effectsVolume(), 0);
+}
+
+TEST_F(CommandsTest, PauseIsOfferedInPlayAndGoesOnAgain) {
+    play(2);
+    press(Key::character, U'p');
+    EXPECT_TRUE(game.isPaused);
+    EXPECT_FALSE(enabled("Ping (costs 5 s of tide)"));
+    command("Go On").action();
+    EXPECT_FALSE(game.isPaused);
+    lose();
+    EXPECT_FALSE(enabled("Pause"));
+}
+
 TEST_F(CommandsTest, ALockedBeachStaysShutEvenIfForced) {
     play(1);
     command("2  Shell Bay").action();
@@ -154,6 +216,9 @@ TEST_F(CommandsTest, OptionsAreCheckedAsTheyStandAndAnswerWithAProof) {
     EXPECT_TRUE(settings.showTicks());
     command("Reduce Motion").action();
     EXPECT_TRUE(command("Reduce Motion").checked);
+    EXPECT_TRUE(command("Pause in Background").checked);
+    command("Pause in Background").action();
+    EXPECT_FALSE(settings.pauseInBackground());
     settings.trackpadSweep = false;
     EXPECT_FALSE(command("Trackpad Sweeps the Beach").checked);
     command("Trackpad Sweeps the Beach").action();

@@ -40,7 +40,7 @@ struct SilenceHintTest : GameHarness {
 TEST_F(SilenceHintTest, whoHearsAndFeelsNothingIsToldOnceWhatHelps) {
     EXPECT_EQ(told(), "No sound can come out here — Options > Show Ticks draws every tick");
     EXPECT_EQ(told(), "") << "once";
-    settings.setSound(false);
+    settings.sound = false;
     EXPECT_EQ(told(), "The sound is off — Options > Show Ticks draws every tick");
     EXPECT_EQ(told(), "");
 }
@@ -51,11 +51,11 @@ TEST_F(SilenceHintTest, whoHearsOrFeelsOrSeesTheTicksIsLeftAlone) {
     plugs.hasSound = false;
     plugs.hasPulses = true;
     EXPECT_EQ(told(), "");
-    settings.setHaptics(false);
-    settings.setShowTicks(true);
+    settings.haptics = false;
+    settings.showTicks = true;
     EXPECT_EQ(told(), "");
     quiet.muted = true;
-    settings.setShowTicks(false);
+    settings.showTicks = false;
     EXPECT_EQ(told(), "") << "a measurement";
 }
 

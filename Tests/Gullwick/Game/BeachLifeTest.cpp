@@ -401,5 +401,69 @@ TEST_F(BeachLife, aStillPictureIsComposedWithoutAFrame) {
     EXPECT_EQ(game.world().tide, 1);
 }
 
+TEST_F(BeachLife, aPauseStopsEverythingAndLosesNothing) {
+    // The same beach twice, once with a pause in the middle of a dig: not a step may differ.
+    const auto playThrough = [&](bool pauses) {
+        play(2);
+        const BuriedItem treasure = buried(true)[0];
+        game.setCoil(treasure.at);
+        turn(0.5);
+        game.dig();
+        turn(0.2);
+        if (pauses) {
+            game.key(KeyAction::Pause{});
+            EXPECT_TRUE(game.isPaused);
+            const double tide = game.hunt().elapsed();
+            const double seconds = game.world().time;
+            senses.all.clear();
+            EXPECT_EQ(senses.surf, 0) << "no surf";
+            turn(100);
+            game.dig();
+            game.ping();
+            game.key(KeyAction::Move{1, 0});
+            EXPECT_EQ(senses.story(), "");
+            EXPECT_EQ(game.hunt().elapsed(), tide);
+            EXPECT_EQ(game.world().time, seconds);
+            EXPECT_EQ(game.target(), treasure.at);
+            game.click();
+            EXPECT_FALSE(game.isPaused) << "a click goes on, and digs nothing";
+            EXPECT_GT(senses.surf, 0);
+        }
+        turn(2);
+        return std::tuple(game.hunt().elapsed(), game.haul.get(), game.pings.get(),
+                          game.hunt().found().size(), senses.count("found"),
+                          senses.count("shovel") + (pauses ? 1 : 0));
+    };
+    const auto [elapsed, haul, pings, found, chimes, digs] = playThrough(false);
+    const auto paused = playThrough(true);
+    EXPECT_NEAR(std::get<0>(paused), elapsed, 0.02);
+    EXPECT_EQ(std::tie(haul, pings, found, chimes, digs),
+              std::tie(std::get<1>(paused), std::get<2>(paused), std::get<3>(paused), std::get<4>(paused),
+                       std::get<5>(paused)));
+}
+
+TEST_F(BeachLife, onlyABeachInPlayIsPausedAndWhatOpensGoesOn) {
+    game.beginBeach(1, true);
+    game.pause();
+    EXPECT_FALSE(game.isPaused) << "intro";
+    for (const int way : {0, 1, 2}) {
+        play(1);
+        game.pause();
+        ASSERT_TRUE(game.isPaused);
+        if (way == 0) game.key(KeyAction::Restart{});
+        if (way == 1) game.key(KeyAction::Levels{});
+        if (way == 2) game.key(KeyAction::Pause{});
+        EXPECT_FALSE(game.isPaused) << way;
+        const double before = game.world().time;
+        turn(0.1);
+        EXPECT_GT(game.world().time, before) << way;
+    }
+    game.closeSelect();
+    play(1);
+    game.allowPausing(false);
+    game.pause();
+    EXPECT_FALSE(game.isPaused) << "a measurement";
+}
+
 }  // namespace
 }  // namespace gull

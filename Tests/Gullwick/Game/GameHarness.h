@@ -36,13 +36,14 @@ class Senses final : public SoundOutput, public HapticPerformer {
     explicit Senses(const MainLoop& loop) : loop_(loop) {}
 
     std::vector<Sensation> all;
+    float surf = 0;  ///< its volume
 
     bool start() override { return true; }
     void play(int, std::span<const float> samples, float volume) override {
         all.push_back({loop_.now(), nameOf(samples), volume});
     }
     void loop(std::span<const float>) override {}
-    void setLoopVolume(float) override {}
+    void setLoopVolume(float volume) override { surf = volume; }
     void silence() override {}
     void perform(HapticPattern pattern) override {
         static constexpr const char* names[] = {"generic", "alignment", "levelChange"};

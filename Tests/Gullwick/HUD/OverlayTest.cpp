@@ -129,6 +129,7 @@ TEST_F(OverlayTest, CardsAndMenusTakeTheInputAndTheHudTakesNone) {
     bool confirmed = false;
     overlay.askReset([&] { confirmed = true; });
     EXPECT_TRUE(overlay.wantsInput());
+    EXPECT_TRUE(overlay.asks());
     EXPECT_TRUE(overlay.handle(MouseEvent{MouseEvent::Kind::down, 3, 300, 1}));
     EXPECT_TRUE(overlay.handle(stroke(Key::f10))) << "no menu over a card";
     EXPECT_TRUE(overlay.handle(stroke(Key::escape)));
@@ -136,6 +137,9 @@ TEST_F(OverlayTest, CardsAndMenusTakeTheInputAndTheHudTakesNone) {
     EXPECT_FALSE(confirmed);
 
     overlay.showAbout("1.2.3");
+    EXPECT_FALSE(overlay.asks()) << "quitting works over it";
+    update();
+    turn(1);
     update();
     EXPECT_NE(overlay.drawing().findText("Version 1.2.3"), nullptr);
     EXPECT_TRUE(overlay.handle(stroke(Key::returnKey)));
@@ -150,6 +154,44 @@ TEST_F(OverlayTest, CardsAndMenusTakeTheInputAndTheHudTakesNone) {
     turn(1);
     update();
     EXPECT_FALSE(overlay.drawing().find("menuBar").has_value());
+}
+
+TEST_F(OverlayTest, AClickBesideAMenuClosesItIsSwallowedAndIsSeen) {
+    play(2);
+    turn(8);
+    update();
+    EXPECT_TRUE(overlay.handle(stroke(Key::f10)));
+    update();
+    turn(1);
+    update();
+    ASSERT_TRUE(overlay.drawing().find("menu.item.0"));
+    EXPECT_TRUE(overlay.handle(MouseEvent{MouseEvent::Kind::down, 700, 500, 1}));
+    EXPECT_FALSE(overlay.wantsInput());
+    EXPECT_TRUE(overlay.isMoving(clock.now()));
+    // The game stands still: nothing but the menu itself changes.
+    for (int frame = 0; frame < 60; ++frame) {
+        clock.moveTo(clock.now() + 1.0 / 60);
+        update();
+    }
+    EXPECT_FALSE(overlay.drawing().find("menu.item.0"));
+    EXPECT_FALSE(overlay.isMoving(clock.now()));
+}
+
+TEST_F(OverlayTest, APauseIsToldAndDimsTheBeach) {
+    play(2);
+    turn(8);
+    update();
+    game.pause();
+    for (int frame = 0; frame < 60; ++frame) {
+        clock.moveTo(clock.now() + 1.0 / 60);
+        update();
+    }
+    EXPECT_NE(overlay.drawing().findText("Paused — P or a click to go on"), nullptr);
+    game.resume();
+    update();
+    turn(1);
+    update();
+    EXPECT_EQ(overlay.drawing().findText("Paused — P or a click to go on"), nullptr);
 }
 
 TEST_F(OverlayTest, TheStillPictureIsTheWindowsAtRest) {
