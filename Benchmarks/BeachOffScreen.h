@@ -1,9 +1,10 @@
 #pragma once
 
+#include "Engine/Compositor/Renderer.h"
+#include "Engine/Gl/GraphicsDevice.h"
+#include "Engine/Gl/OffscreenContext.h"
+#include "Engine/Gl/Target.h"
 #include "Engine/Loop/Clock.h"
-#include "Engine/Render/OffscreenContext.h"
-#include "Engine/Render/Renderer.h"
-#include "Engine/Render/Target.h"
 #include "Gullwick/Scene/BeachScene.h"
 
 #include <memory>
@@ -13,7 +14,7 @@ namespace gull {
 /// A beach, a renderer and something to draw it into at 1240 x 800, without a window. The coil rests until
 /// step() moves it.
 struct BeachOffScreen {
-    static constexpr Renderer::Size size{1240, 800};
+    static constexpr PixelSize size{1240, 800};
 
     std::unique_ptr<OffscreenContext> context = OffscreenContext::create();
     ManualClock clock;
@@ -21,7 +22,8 @@ struct BeachOffScreen {
     DelayedWork work{loop};
     BeachScene scene{work};
     Renderer renderer;
-    Target window{{size.width, size.height}, {{Format::bgra8}}};
+    GraphicsDevice device;
+    Target window{device, size, {{Format::bgra8}}};
 
     explicit BeachOffScreen(RenderTier tier = RenderTier::fast) {
         scene.frame(static_cast<double>(size.width) / size.height);
@@ -30,7 +32,7 @@ struct BeachOffScreen {
     void step(double time, double dt, const PlotPoint& coil = {0.4, 0.4}) {
         scene.update(time, dt, coil, {0.1, 0}, 0, 0.6, {1, 0.76, 0.28, 1});
     }
-    void draw(bool wait) { renderer.draw(scene.stage(), size, window.framebuffer(), wait); }
+    void draw(BuildMode mode) { renderer.draw(scene.stage(), size, window.framebuffer(), mode); }
 };
 
 }  // namespace gull

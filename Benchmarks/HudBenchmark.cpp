@@ -1,4 +1,4 @@
-#include "Engine/Render/Renderer.h"
+#include "Engine/Compositor/Renderer.h"
 #include "Engine/Window/Window.h"
 #include "Gullwick/Feedback/Feedback.h"
 #include "Gullwick/Game/GameController.h"
@@ -115,7 +115,7 @@ BENCHMARK(hudOfASwellingTile)->Unit(benchmark::kMicrosecond)->Iterations(600);
 struct OverlayWindow {
     Window window{{}};
     Renderer renderer;
-    Renderer::Size size{window.pixelWidth(), window.pixelHeight()};
+    PixelSize size{window.pixelWidth(), window.pixelHeight()};
 
     OverlayWindow() {
         const Stage nothing;

@@ -15,7 +15,7 @@ struct Play : BeachOffScreen {
     explicit Play(RenderTier tier) : BeachOffScreen(tier) {
         scene.introStart = -100;
         step(false);
-        draw(true);
+        draw(BuildMode::complete);
     }
     void step(bool sweeping) {
         time += 1.0 / 60;
@@ -23,8 +23,8 @@ struct Play : BeachOffScreen {
         if (sweeping) scene.trail.sweep(coil);
         BeachOffScreen::step(time, 1.0 / 60, coil);
     }
-    void draw(bool wait) {
-        BeachOffScreen::draw(wait);
+    void draw(BuildMode mode) {
+        BeachOffScreen::draw(mode);
         benchmark::DoNotOptimize(renderer.readBack({1, 1}));
     }
 };
@@ -33,7 +33,7 @@ void frameAtRest(benchmark::State& state) {
     Play play(state.range(0) == 0 ? RenderTier::fast : RenderTier::full);
     for (auto _ : state) {
         play.step(false);
-        play.draw(false);
+        play.draw(BuildMode::gradual);
     }
 }
 BENCHMARK(frameAtRest)
@@ -49,7 +49,7 @@ void frameSweeping(benchmark::State& state) {
     Play play(RenderTier::fast);
     for (auto _ : state) {
         play.step(true);
-        play.draw(false);
+        play.draw(BuildMode::gradual);
     }
 }
 BENCHMARK(frameSweeping)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
@@ -58,7 +58,7 @@ void keptLayer(benchmark::State& state) {
     Play play(RenderTier::fast);
     for (auto _ : state) {
         play.scene.stage().touchKept();
-        play.draw(true);
+        play.draw(BuildMode::complete);
     }
 }
 BENCHMARK(keptLayer)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
@@ -70,7 +70,7 @@ void frameFlying(benchmark::State& state) {
         play.scene.introStart = play.time - 0.4 - 0.1 * std::sin(play.time);  // never the same view twice
         play.step(false);
         play.scene.stage().restingView.reset();
-        play.draw(false);
+        play.draw(BuildMode::gradual);
     };
     fly();
     for (auto _ : state) fly();

@@ -37,12 +37,12 @@ void leave(const Image& image, const std::string& path) {
 }
 
 void compare(int number, const std::string& folder) {
-    constexpr Renderer::Size size = BeachOffScreen::size;
+    constexpr PixelSize size = BeachOffScreen::size;
     BeachOffScreen beach;
     beach.scene.setBeach(number);
     beach.scene.introStart = -100;
     beach.step(100, 1.0 / 60);
-    beach.draw(true);
+    beach.draw(BuildMode::complete);
     Image fast = beach.renderer.readBack(size), full = beach.renderer.snapshot(beach.scene.stage(), size);
     fmt::print("beach {}: {:.1f} dB on the beach, {:.1f} dB on the sea\n", number,
                likeness(fast, full, shore, size.height), likeness(fast, full, 0, shore));

@@ -35,7 +35,9 @@ const std::vector<Room>& rooms() {
         {"Engine/Touch", {"Engine/Input"}},
         {"Engine/Window", {"Engine/Input"}},
 
-        {"Engine/Render", {"Engine/Stage", "Engine/Raster"}},
+        {"Engine/Gl", {"Engine/Raster"}},
+        {"Engine/Render", {"Engine/Gl", "Engine/Stage", "Engine/Raster"}},
+        {"Engine/Compositor", {"Engine/Render", "Engine/Gl", "Engine/Stage", "Engine/Raster"}},
         {"Gullwick/Settings", {"Engine/Files", "Engine/Loop"}},
 
         {"Gullwick/Feedback", {"Gullwick/Settings", "Engine/Sound", "Engine/Input", "Engine/Loop"}},
@@ -65,7 +67,7 @@ struct Library {
 const std::vector<Library>& libraries() {
     static const std::vector<Library> table{
         {"(SDL2/)?SDL[^/]*\\.h", {"Engine/Sound", "Engine/Window"}},
-        {"(epoxy|GL|GLES[0-9]*|KHR|EGL)/.*", {"Engine/Render", "Engine/Window"}},
+        {"(epoxy|GL|GLES[0-9]*|KHR|EGL)/.*", {"Engine/Gl", "Engine/Window"}},
         {"X11/.*", {"Engine/Window"}},
         {"(cairo|pango|fontconfig|freetype|glib|hb|ft2build).*", {"Engine/Raster"}},
         {"(libevdev/.*|libudev\\.h|linux/.*)", {"Engine/Touch"}},
@@ -75,8 +77,9 @@ const std::vector<Library>& libraries() {
 }
 
 /// Vectors and matrices: the one library that may show in headers, from the stage upward.
-const std::set<std::string> glmRooms{"Engine/Stage",  "Engine/Render", "Gullwick/Scene",
-                                     "Gullwick/Game", "Gullwick/HUD",  "Gullwick/App"};
+const std::set<std::string> glmRooms{"Engine/Stage",      "Engine/Gl",      "Engine/Render",
+                                     "Engine/Compositor", "Gullwick/Scene", "Gullwick/Game",
+                                     "Gullwick/HUD",      "Gullwick/App"};
 
 bool isBelow(std::string_view path, std::string_view folder) {
     return path == folder || (path.starts_with(folder) && path[folder.size()] == '/');

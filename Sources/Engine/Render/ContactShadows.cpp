@@ -1,9 +1,8 @@
 #include "Engine/Render/ContactShadows.h"
 
-#include "Engine/Render/Shaders.h"
+#include "Engine/Render/FlatPasses.h"
+#include "Engine/Render/RenderContext.h"
 #include "Engine/Render/TextureUnits.h"
-
-#include <epoxy/gl.h>
 
 namespace gull {
 
@@ -13,50 +12,35 @@ constexpr int looks = 12;
 constexpr int blurRows = 4;
 }  // namespace
 
-ContactShadows::Programs::Programs(VertexStages& stages)
-    : find(stages, "contact shadows", {shaders::fullScreen}, {shaders::occlusionFragment}),
-      blur(stages, "contact shadow blur", {shaders::fullScreen}, {shaders::occlusionBlurFragment}) {}
-
-void ContactShadows::draw(unsigned depth, const Viewpoint& view, const PixelArea& area) {
-    PixelSize half{(view.size.width + 1) / 2, (view.size.height + 1) / 2};
-    if (!raw_ || !(raw_.size() == half)) {
-        raw_ = Target(half, {{Format::rgba8}});
-        result_ = Target(half, {{Format::rgba8}});
-    }
+void ContactShadows::draw(RenderContext& context, TextureRef depth, const Viewpoint& view,
+                          const PixelArea& area, unsigned frameUniforms) {
+    const PixelSize half{(view.size.width + 1) / 2, (view.size.height + 1) / 2};
+    ensureSize(context.device, raw_, half, {{Format::rgba8}});
+    ensureSize(context.device, result_, half, {{Format::rgba8}});
+    const RenderOptions& options = context.options;
     const glm::dmat4& p = view.projection;
-    double aspect = static_cast<double>(view.size.width) / view.size.height;
-    glDisable(GL_DEPTH_TEST);
-    glDisable(GL_BLEND);
-    glEnable(GL_SCISSOR_TEST);
-    bindTexture(unitKeptDepth, depth);
+    const double aspect = static_cast<double>(view.size.width) / view.size.height;
+    const auto halved = [](const PixelArea& a) {
+        return PixelArea{a.x / 2, a.y / 2, a.width / 2 + 1, a.height / 2 + 1};
+    };
 
-    raw_.bind();
-    PixelArea around = area.grown(8);
-    glScissor(around.x / 2, around.y / 2, around.width / 2 + 1, around.height / 2 + 1);
-    programs_.find.use();
-    programs_.find.set("reach", glm::vec4(options_.occlusionRadius, options_.occlusionRadius * p[1][1] / 2,
-                                          options_.occlusionStrength, 1 / aspect));
-    programs_.find.set("looks", looks);
-    screen_.draw(programs_.find);
+    DrawState find;
+    find.target = raw_.whole().within(halved(area.grown(8)));
+    find.program = &context.programs.get({ProgramKind::contactShadows});
+    find.frameUniforms = frameUniforms;
+    find.textures = {{unitStaticDepth, depth}};
+    find.uniforms = {{"reach", glm::vec4(options.occlusionRadius, options.occlusionRadius * p[1][1] / 2,
+                                         options.occlusionStrength, 1 / aspect)},
+                     {"looks", looks}};
+    drawScreen(context, std::move(find));
 
-    result_.bind();
-    glScissor(area.x / 2, area.y / 2, area.width / 2 + 1, area.height / 2 + 1);
-    bindTexture(unitSource, raw_.colour());
-    programs_.blur.use();
-    programs_.blur.set("texel", glm::vec2(1.0 / half.width, 1.0 / half.height));
-    programs_.blur.set("rows", blurRows);
-    screen_.draw(programs_.blur);
-    glDisable(GL_SCISSOR_TEST);
-}
-
-void ContactShadows::clear() {
-    if (result_ && !raw_) return;  // clear already
-    raw_ = Target();
-    result_ = plainTarget(Format::rgba8, 1);
-}
-
-void ContactShadows::bind() const {
-    bindTexture(unitOcclusion, result_ ? result_.colour() : 0);
+    DrawState blur;
+    blur.target = result_.whole().within(halved(area));
+    blur.program = &context.programs.get({ProgramKind::contactShadowBlur});
+    blur.frameUniforms = frameUniforms;
+    blur.textures = {{unitStaticDepth, depth}, {unitSource, raw_.colour()}};
+    blur.uniforms = {{"texel", glm::vec2(1.0 / half.width, 1.0 / half.height)}, {"rows", blurRows}};
+    drawScreen(context, std::move(blur));
 }
 
 }  // namespace gull

@@ -37,9 +37,9 @@ class Gatherer {
         here.order = node.renderingOrder != 0 ? node.renderingOrder : from.order;
         here.layer = node.layer == Layer::inherited ? from.layer : node.layer;
         DrawLayer& layer = here.layer == Layer::moving     ? list_.moving
-                           : here.layer == Layer::drifting ? list_.drifting
-                                                           : list_.kept;
-        if (here.layer != Layer::kept || which_ != DrawList::Which::notKept) {
+                           : here.layer == Layer::drifting ? list_.water
+                                                           : list_.still;
+        if (here.layer != Layer::kept || which_ != DrawList::Which::notStill) {
             if (node.geometry) addGeometry(node, here, layer);
             for (const auto& system : node.particles)
                 if (!isOver(*system, stage_.time))
@@ -142,8 +142,8 @@ DrawList DrawList::of(const Stage& stage, const Viewpoint& view, MeshCache& mesh
                       Detail detail) {
     DrawList list;
     Gatherer(stage, view, meshes, which, detail, list).visit(stage.root, {});
-    sort(list.kept);
-    sort(list.drifting);
+    sort(list.still);
+    sort(list.water);
     sort(list.moving);
     return list;
 }

@@ -54,6 +54,7 @@ struct Sun {
     glm::vec3 colour{0};   ///< linear, strength included
     glm::dmat4 matrix{1};  ///< world to the shadow map, 0 to 1 on all axes
 
+    bool castsShadow() const { return light && light->castsShadow; }
     /// Its light on level ground.
     glm::vec3 onGround() const { return colour * std::max(static_cast<float>(toward.y), 0.0F); }
 };
@@ -69,14 +70,14 @@ struct DrawLayer {
 /// A stage flattened for one view: nothing hidden, world transforms computed, the layers apart. Borrows from
 /// the stage and the mesh cache; good until either changes.
 struct DrawList {
-    enum class Which { all, notKept };
+    enum class Which { all, notStill };
     enum class Detail {
         fine,
         coarse,  ///< coarse geometries where there are any
     };
 
-    DrawLayer kept;
-    DrawLayer drifting;
+    DrawLayer still;
+    DrawLayer water;
     DrawLayer moving;
     Sun sun;
     glm::vec3 ambient{0};

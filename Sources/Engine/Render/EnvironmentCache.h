@@ -1,6 +1,7 @@
 #pragma once
 
-#include "Engine/Render/GlObjects.h"
+#include "Engine/Gl/GlObjects.h"
+#include "Engine/Gl/TextureRef.h"
 #include "Engine/Render/RenderOptions.h"
 #include "Engine/Stage/Texture.h"
 
@@ -15,11 +16,17 @@ namespace gull {
 /// The filtered skies that stages are lit by, each made once.
 class EnvironmentCache {
   public:
-    explicit EnvironmentCache(const RenderOptions& options) : options_(options) {}
+    /// Both must outlive the cache.
+    EnvironmentCache(GraphicsDevice& device, const RenderOptions& options)
+        : device_(device), options_(options) {}
 
-    /// Binds the mirror cube of `sky` (null: a black one) to its unit and returns its irradiance (see
-    /// FilteredSky). `sunOnGround` is the sun's light on level ground; a change of it makes the cube anew.
-    const std::array<glm::vec3, 9>& bind(const std::shared_ptr<Texture>& sky, const glm::vec3& sunOnGround);
+    struct Environment {
+        TextureRef cube;                      ///< what mirrors show; lasts until collectGarbage()
+        std::array<glm::vec3, 9> irradiance;  ///< see FilteredSky
+    };
+    /// That of `sky` (null: a black one). `sunOnGround` is the sun's light on level ground; when it changes
+    /// the cube is made again.
+    Environment get(const std::shared_ptr<Texture>& sky, const glm::vec3& sunOnGround);
     void collectGarbage();
 
   private:
@@ -30,6 +37,7 @@ class EnvironmentCache {
         glm::vec3 sunOnGround{0};
         std::uint64_t version = 0;
     };
+    GraphicsDevice& device_;
     const RenderOptions& options_;
     std::unordered_map<std::uint64_t, Entry> entries_;  ///< by Texture::id(); 0: the black one
 };

@@ -1,7 +1,5 @@
 #include "Engine/Render/FrameUniforms.h"
 
-#include <epoxy/gl.h>
-
 #include <algorithm>
 #include <cmath>
 #include <glm/exponential.hpp>
@@ -85,17 +83,6 @@ void setLamps(FrameBlock& block, std::vector<Lamp> lamps) {
     }
     for (std::size_t i = count; i < FrameBlock::mostLamps; ++i)
         block.lampPlace[i] = block.lampLight[i] = glm::vec4(0);
-}
-
-FrameUniforms::FrameUniforms() : buffer_(GlBuffer::make()) {
-    glBindBuffer(GL_UNIFORM_BUFFER, buffer_.name());
-    glBufferData(GL_UNIFORM_BUFFER, sizeof(FrameBlock), nullptr, GL_STREAM_DRAW);
-}
-
-void FrameUniforms::upload(const FrameBlock& block) {
-    glBindBuffer(GL_UNIFORM_BUFFER, buffer_.name());
-    glBufferData(GL_UNIFORM_BUFFER, sizeof(FrameBlock), &block, GL_STREAM_DRAW);
-    glBindBufferBase(GL_UNIFORM_BUFFER, FrameBlock::binding, buffer_.name());
 }
 
 }  // namespace gull

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Engine/Gl/UniformBuffer.h"
 #include "Engine/Render/DrawList.h"
 #include "Engine/Render/FrameBlock.h"
 #include "Engine/Render/RenderOptions.h"
@@ -16,14 +17,15 @@ FrameBlock frameBlock(const Stage& stage, const Viewpoint& view, const DrawList&
 /// Lights the block by `lamps`; those beyond FrameBlock::mostLamps, the weakest, are left out.
 void setLamps(FrameBlock& block, std::vector<Lamp> lamps);
 
-/// The buffer that the shaders' Frame block reads.
+/// A Frame block on the graphics card, which the draws of a pass name.
 class FrameUniforms {
   public:
-    FrameUniforms();
-    void upload(const FrameBlock& block);
+    explicit FrameUniforms(GraphicsDevice& device) : buffer_(device) {}
+    void upload(const FrameBlock& block) { buffer_.upload(&block, sizeof block); }
+    unsigned name() const { return buffer_.name(); }
 
   private:
-    GlBuffer buffer_;
+    UniformBuffer buffer_;
 };
 
 }  // namespace gull

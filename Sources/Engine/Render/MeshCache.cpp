@@ -1,11 +1,10 @@
 #include "Engine/Render/MeshCache.h"
 
-#include <epoxy/gl.h>
-
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <numeric>
+#include <span>
 
 namespace gull {
 
@@ -73,30 +72,19 @@ void cutElement(const Geometry& geometry, const Geometry::Element& element, Mesh
     }
 }
 
-void upload(const Geometry& geometry, const std::vector<std::uint32_t>& indices, Mesh& mesh) {
-    mesh.array = GlVertexArray::make();
-    mesh.vertices = GlBuffer::make();
-    mesh.indices = GlBuffer::make();
-    glBindVertexArray(mesh.array.name());
-    glBindBuffer(GL_ARRAY_BUFFER, mesh.vertices.name());
-    glBufferData(GL_ARRAY_BUFFER,
-                 static_cast<GLsizeiptr>(geometry.vertices.size() * sizeof(Geometry::Vertex)),
-                 geometry.vertices.data(), GL_STATIC_DRAW);
-    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, mesh.indices.name());
-    glBufferData(GL_ELEMENT_ARRAY_BUFFER, static_cast<GLsizeiptr>(indices.size() * sizeof(std::uint32_t)),
-                 indices.data(), GL_STATIC_DRAW);
-    auto attribute = [](GLuint place, GLint components, std::size_t offset) {
-        glEnableVertexAttribArray(place);
-        glVertexAttribPointer(place, components, GL_FLOAT, GL_FALSE, sizeof(Geometry::Vertex),
-                              reinterpret_cast<const void*>(offset));
-    };
-    attribute(0, 3, offsetof(Geometry::Vertex, position));
-    attribute(1, 3, offsetof(Geometry::Vertex, normal));
-    attribute(2, 2, offsetof(Geometry::Vertex, uv0));
-    attribute(3, 2, offsetof(Geometry::Vertex, uv1));
-    attribute(4, 4, offsetof(Geometry::Vertex, colour));
-    attribute(5, 1, offsetof(Geometry::Vertex, roughness));
-    glBindVertexArray(0);
+IndexedVertices upload(GraphicsDevice& device, const Geometry& geometry,
+                       const std::vector<std::uint32_t>& indices) {
+    using Vertex = Geometry::Vertex;
+    return {device,
+            std::as_bytes(std::span(geometry.vertices)),
+            sizeof(Vertex),
+            {{0, 3, offsetof(Vertex, position)},
+             {1, 3, offsetof(Vertex, normal)},
+             {2, 2, offsetof(Vertex, uv0)},
+             {3, 2, offsetof(Vertex, uv1)},
+             {4, 4, offsetof(Vertex, colour)},
+             {5, 1, offsetof(Vertex, roughness)}},
+            indices};
 }
 
 }  // namespace
@@ -119,7 +107,7 @@ const Mesh& MeshCache::mesh(const GeometryRef& geometry) {
     entry.mesh = Mesh();
     std::vector<std::uint32_t> indices;
     cutIntoChunks(*geometry, entry.mesh, indices);
-    upload(*geometry, indices, entry.mesh);
+    entry.mesh.vertices = upload(device_, *geometry, indices);
     return entry.mesh;
 }
 

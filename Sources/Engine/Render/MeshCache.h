@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Engine/Render/GlObjects.h"
+#include "Engine/Gl/Vertices.h"
 #include "Engine/Stage/Geometry.h"
 
 #include <cstdint>
@@ -23,9 +23,7 @@ struct Mesh {
         std::size_t chunkCount = 0;
     };
 
-    GlVertexArray array;
-    GlBuffer vertices;
-    GlBuffer indices;
+    IndexedVertices vertices;
     Box bounds;
     std::vector<Chunk> chunks;
     std::vector<Element> elements;
@@ -38,6 +36,7 @@ void cutIntoChunks(const Geometry& geometry, Mesh& mesh, std::vector<std::uint32
 /// Uploads each geometry once, as long as somebody else keeps it alive.
 class MeshCache {
   public:
+    explicit MeshCache(GraphicsDevice& device) : device_(device) {}
     /// The reference lasts until collectGarbage().
     const Mesh& mesh(const GeometryRef& geometry);
     void collectGarbage();
@@ -47,6 +46,7 @@ class MeshCache {
         std::weak_ptr<const Geometry> owner;
         Mesh mesh;
     };
+    GraphicsDevice& device_;
     std::unordered_map<const Geometry*, Entry> entries_;
 };
 

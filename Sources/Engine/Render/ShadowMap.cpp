@@ -1,16 +1,19 @@
 #include "Engine/Render/ShadowMap.h"
 
-#include "Engine/Render/ScreenPass.h"
-#include "Engine/Render/SurfacePainter.h"
-#include "Engine/Render/TextureUnits.h"
-
-#include <epoxy/gl.h>
+#include "Engine/Render/MeshDraws.h"
+#include "Engine/Render/RenderContext.h"
 
 #include <glm/gtc/matrix_transform.hpp>
 
 namespace gull {
 
 namespace {
+
+Target makeMap(GraphicsDevice& device, int size) {
+    Target map(device, {size, size}, {{}, Format::depth16});
+    compareDepth(map.depth());
+    return map;
+}
 
 /// The view through `matrix` (world to 0..1 on all axes).
 Viewpoint lookingAlong(const glm::dmat4& matrix, const PixelSize& size) {
@@ -21,83 +24,65 @@ Viewpoint lookingAlong(const glm::dmat4& matrix, const PixelSize& size) {
     return light;
 }
 
+Culling casterCulling(const DrawItem& item, const ShadowMap::Projection& projection) {
+    if (!projection.solid || item.material->doubleSided) return Culling::off;
+    // Toward the sun is toward lower depth, which mirrors the picture.
+    return glm::determinant(glm::dmat3(projection.matrix * item.model)) < 0 ? Culling::back
+                                                                            : Culling::backMirrored;
+}
+
 }  // namespace
 
-void ShadowMap::prepare(int size) {
+void ShadowMap::prepare(RenderContext& context, int size) {
     if (target_ && target_.size().width == size) return;
-    target_ = Target({size, size}, {{}, Format::depth16, 1});
-    bindTexture(unitUpload, target_.depth());
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_COMPARE_MODE, GL_COMPARE_REF_TO_TEXTURE);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_COMPARE_FUNC, GL_LEQUAL);
+    target_ = {};
+    target_ = makeMap(context.device, size);
 }
 
-void ShadowMap::draw(const std::vector<const DrawLayer*>& layers, const glm::dmat4& matrix, int size,
-                     const Program& depthFromSun, bool solid) {
-    prepare(size);
-    target_.bind();
-    glDepthMask(GL_TRUE);
-    glClearDepth(1);
-    glClear(GL_DEPTH_BUFFER_BIT);
-    for (const DrawLayer* layer : layers)
-        drawCasters(*layer, matrix, depthFromSun, solid, PixelArea::whole(target_.size()));
+void ShadowMap::draw(RenderContext& context, std::span<const DrawLayer* const> layers,
+                     const Projection& projection) {
+    prepare(context, projection.size);
+    context.device.clear(target_.whole(), {{}, 1});
+    for (const DrawLayer* layer : layers) drawCasters(context, *layer, projection, target_.whole());
 }
 
-void ShadowMap::clear() {
-    prepare(3);  // no power of two, as most maps
-    target_.bind();
-    glDisable(GL_SCISSOR_TEST);
-    glDepthMask(GL_TRUE);
-    glClearDepth(1);
-    glClear(GL_DEPTH_BUFFER_BIT);
-}
-
-void ShadowMap::redraw(const DrawLayer& layer, const glm::dmat4& matrix, const Program& depthFromSun,
+void ShadowMap::redraw(RenderContext& context, const DrawLayer& layer, const Projection& projection,
                        const Box& changed) {
-    PixelArea part = lookingAlong(matrix, target_.size()).area(changed).grown(2);
-    drawPart(layer, matrix, target_.size().width, depthFromSun,
-             part.intersection(PixelArea::whole(target_.size())));
+    const PixelSize size{projection.size, projection.size};
+    const PixelArea part = lookingAlong(projection.matrix, size).area(changed).grown(2);
+    drawPart(context, layer, projection, part.intersection(PixelArea::whole(size)));
 }
 
-void ShadowMap::drawPart(const DrawLayer& layer, const glm::dmat4& matrix, int size,
-                         const Program& depthFromSun, const PixelArea& part) {
+void ShadowMap::drawPart(RenderContext& context, const DrawLayer& layer, const Projection& projection,
+                         const PixelArea& part) {
     if (part.empty()) return;
-    prepare(size);
-    target_.bind();
-    glEnable(GL_SCISSOR_TEST);
-    glScissor(part.x, part.y, part.width, part.height);
-    glDepthMask(GL_TRUE);
-    glClearDepth(1);
-    glClear(GL_DEPTH_BUFFER_BIT);
-    drawCasters(layer, matrix, depthFromSun, false, part);
-    glDisable(GL_SCISSOR_TEST);
+    prepare(context, projection.size);
+    const DrawTarget target = target_.whole().within(part);
+    context.device.clear(target, {{}, 1});
+    drawCasters(context, layer, projection, target);
 }
 
-void ShadowMap::drawCasters(const DrawLayer& layer, const glm::dmat4& matrix, const Program& depthFromSun,
-                            bool solid, const PixelArea& part) {
-    glEnable(GL_DEPTH_TEST);
-    glDepthFunc(GL_LESS);
-    glDisable(GL_CULL_FACE);
-    glDisable(GL_BLEND);
-    const Viewpoint light = lookingAlong(matrix, target_.size());
-    depthFromSun.use();
+void ShadowMap::drawCasters(RenderContext& context, const DrawLayer& layer, const Projection& projection,
+                            const DrawTarget& target) {
+    const Viewpoint light = lookingAlong(projection.matrix, target_.size());
+    const PixelArea part = target.scissor.value_or(target.viewport);
+    DrawState state;
+    state.target = target;
+    state.program = &context.programs.get({ProgramKind::sunDepth});
+    state.depthTest = DepthTest::less;
+    state.writesDepth = true;
     for (const DrawItem& item : layer.opaque) {
         if (!item.castsShadow) continue;
-        if (solid && !item.material->doubleSided) {
-            glEnable(GL_CULL_FACE);
-            // Toward the sun is toward lower depth, which mirrors what is seen.
-            glFrontFace(glm::determinant(glm::dmat3(matrix * item.model)) < 0 ? GL_CCW : GL_CW);
-        } else {
-            glDisable(GL_CULL_FACE);
-        }
-        depthFromSun.set("toLight", glm::mat4(matrix * item.model));
-        drawChunks(item, light, part);
+        state.culling = casterCulling(item, projection);
+        state.uniforms = {{"toLight", glm::mat4(projection.matrix * item.model)}};
+        drawMesh(context, state, item, light, part);
     }
 }
 
-void ShadowMap::bind(int unit) const {
-    bindTexture(unit, target_ ? target_.depth() : 0);
+Target emptyShadowMap(GraphicsDevice& device) {
+    Target map = makeMap(device, 3);  // no power of two, as most maps
+    device.clear(map.whole(), {{}, 1});
+    return map;
 }
 
 }  // namespace gull

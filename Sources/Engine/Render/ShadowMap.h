@@ -1,38 +1,45 @@
 #pragma once
 
+#include "Engine/Gl/Target.h"
 #include "Engine/Render/DrawList.h"
-#include "Engine/Render/Program.h"
-#include "Engine/Render/Target.h"
 
-#include <vector>
+#include <span>
 
 namespace gull {
 
-/// A depth picture from the sun's side. 16 bits: a 4096 map is 32 MiB.
+struct RenderContext;
+
+/// A depth picture from the sun's side, with looks that compare. 16 bits: a 4096 map is 32 MiB.
 class ShadowMap {
   public:
-    /// Draws the casters of `layers` seen through `matrix` (world to 0..1 on all axes). `solid`: they are
-    /// closed, so that sides turned away from the sun may be left out.
-    void draw(const std::vector<const DrawLayer*>& layers, const glm::dmat4& matrix, int size,
-              const Program& depthFromSun, bool solid = false);
-    /// The same within `part` of the map alone, which keeps the rest.
-    void drawPart(const DrawLayer& layer, const glm::dmat4& matrix, int size, const Program& depthFromSun,
+    /// `matrix`: from the world to 0..1 on all axes. `solid`: casters are closed, so that sides turned away
+    /// from the sun may be left out.
+    struct Projection {
+        glm::dmat4 matrix{1};
+        int size = 0;  ///< texels a side
+        bool solid = false;
+    };
+
+    /// Draws the casters of `layers`.
+    void draw(RenderContext& context, std::span<const DrawLayer* const> layers, const Projection& projection);
+    /// The same within `part` of the map, whose rest stays.
+    void drawPart(RenderContext& context, const DrawLayer& layer, const Projection& projection,
                   const PixelArea& part);
-    /// Draws anew what lies within `changed` (world space) as the last draw() would.
-    void redraw(const DrawLayer& layer, const glm::dmat4& matrix, const Program& depthFromSun,
+    /// The same where `changed` (world space) lies.
+    void redraw(RenderContext& context, const DrawLayer& layer, const Projection& projection,
                 const Box& changed);
-    /// Makes it a map that hides nothing, of a few texels.
-    void clear();
-    /// Binds the map to `unit` for comparing looks.
-    void bind(int unit) const;
-    int size() const { return target_.size().width; }
+    /// None before the first draw.
+    TextureRef texture() const { return target_.depth(); }
 
   private:
-    void prepare(int size);
-    void drawCasters(const DrawLayer& layer, const glm::dmat4& matrix, const Program& depthFromSun,
-                     bool solid, const PixelArea& part);
+    void prepare(RenderContext& context, int size);
+    void drawCasters(RenderContext& context, const DrawLayer& layer, const Projection& projection,
+                     const DrawTarget& target);
 
     Target target_;
 };
+
+/// A map of a few texels that hides nothing.
+Target emptyShadowMap(GraphicsDevice& device);
 
 }  // namespace gull

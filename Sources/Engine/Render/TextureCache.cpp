@@ -1,14 +1,11 @@
 #include "Engine/Render/TextureCache.h"
 
-#include "Engine/Render/Renderer.h"
-
-#include "Engine/Render/TextureUnits.h"
-
-#include <epoxy/gl.h>
+#include "Engine/Gl/GraphicsDevice.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
 
 namespace gull {
 
@@ -81,69 +78,48 @@ std::vector<std::uint8_t> straightPixels(const Image& image, const PixelRect& re
     return pixels;
 }
 
-TextureCache::TextureCache() {
-    // Never on a CPU: Mesa's rasteriser walks the whole footprint in texels, and near the horizon a single
-    // draw then takes most of a minute.
-    float anisotropy = 1;
-    if (epoxy_has_gl_extension("GL_EXT_texture_filter_anisotropic") && !Renderer::graphicsInfo().isSoftware) {
-        glGetFloatv(GL_MAX_TEXTURE_MAX_ANISOTROPY_EXT, &anisotropy);
-        anisotropy = std::min(anisotropy, 2.0F);
-    }
-    for (unsigned i = 0; i < 12; ++i) {
-        samplers_[i] = GlSampler::make();
-        GLuint sampler = samplers_[i].name();
-        auto filter = static_cast<Filter>(i / 4);
-        glSamplerParameteri(sampler, GL_TEXTURE_MIN_FILTER,
-                            filter == Filter::base    ? GL_LINEAR
-                            : filter == Filter::quick ? GL_LINEAR_MIPMAP_NEAREST
-                                                      : GL_LINEAR_MIPMAP_LINEAR);
-        glSamplerParameteri(sampler, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
-        glSamplerParameteri(sampler, GL_TEXTURE_WRAP_S, i & 1U ? GL_REPEAT : GL_CLAMP_TO_EDGE);
-        glSamplerParameteri(sampler, GL_TEXTURE_WRAP_T, i & 2U ? GL_REPEAT : GL_CLAMP_TO_EDGE);
-        if (anisotropy > 1 && filter == Filter::fine)
-            glSamplerParameterf(sampler, GL_TEXTURE_MAX_ANISOTROPY_EXT, anisotropy);
+TextureCache::TextureCache(GraphicsDevice& device) : device_(device) {
+    const float anisotropy = std::min(greatestAnisotropy(), 2.0F);
+    const auto filter = [](Quality quality) {
+        return quality == Quality::base    ? Filter::linear
+               : quality == Quality::quick ? Filter::linearNearestMip
+                                           : Filter::linearLinearMip;
+    };
+    for (unsigned i = 0; i < std::size(samplers_); ++i) {
+        const auto quality = static_cast<Quality>(i / 4);
+        samplers_[i] = makeSampler(device, {filter(quality), (i & 1U) != 0, (i & 2U) != 0,
+                                            quality == Quality::fine ? anisotropy : 1});
     }
 }
 
-void TextureCache::bind(int unit, const std::shared_ptr<Texture>& texture, Wrap wrapS, Wrap wrapT,
-                        Filter filter) {
+TextureBinding TextureCache::binding(int unit, const std::shared_ptr<Texture>& texture, Wrap wrapS,
+                                     Wrap wrapT, Quality quality) {
     Entry& entry = entries_[texture->id()];
     entry.owner = texture;
-    const bool mipmaps = filter != Filter::base;
+    const bool mipmaps = quality != Quality::base;
     if (entry.version != texture->version() || (mipmaps && !entry.hasMipmaps))
         upload(entry, *texture, mipmaps);
-    glActiveTexture(GL_TEXTURE0 + static_cast<GLenum>(unit));
-    glBindTexture(GL_TEXTURE_2D, entry.texture.name());
-    unsigned sampler = (wrapS == Wrap::repeat ? 1U : 0U) + (wrapT == Wrap::repeat ? 2U : 0U) +
-                       static_cast<unsigned>(filter) * 4;
-    glBindSampler(static_cast<GLuint>(unit), samplers_[sampler].name());
+    const unsigned sampler = (wrapS == Wrap::repeat ? 1U : 0U) + (wrapT == Wrap::repeat ? 2U : 0U) +
+                             static_cast<unsigned>(quality) * 4;
+    return {unit, {entry.texture.name()}, samplers_[sampler].name()};
 }
 
 void TextureCache::upload(Entry& entry, const Texture& texture, bool mipmaps) {
     const Image& image = texture.image();
-    glActiveTexture(GL_TEXTURE0 + unitUpload);
-    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
-    if (!entry.texture) entry.texture = GlTexture::make();
-    glBindTexture(GL_TEXTURE_2D, entry.texture.name());
-    auto fill = [](int level, int width, int height, const std::vector<std::uint8_t>& pixels) {
-        glTexImage2D(GL_TEXTURE_2D, level, GL_RGBA8, width, height, 0, GL_RGBA, GL_UNSIGNED_BYTE,
-                     pixels.data());
-    };
+    if (!entry.texture) entry.texture = GlTexture(device_);
     if (entry.version == 0 || mipmaps) {
-        int width = image.width, height = image.height;
-        std::vector<std::uint8_t> pixels = straightPixels(image, {0, 0, width, height});
-        fill(0, width, height, pixels);
-        for (int level = 1; mipmaps && (width > 1 || height > 1); ++level) {
-            pixels = halved(pixels, width, height);
-            width = std::max(1, width / 2);
-            height = std::max(1, height / 2);
-            fill(level, width, height, pixels);
+        PixelSize size{image.width, image.height};
+        std::vector<std::uint8_t> pixels = straightPixels(image, {0, 0, size.width, size.height});
+        uploadLevel(entry.texture, 0, size, pixels);
+        for (int level = 1; mipmaps && (size.width > 1 || size.height > 1); ++level) {
+            pixels = halved(pixels, size.width, size.height);
+            size = {std::max(1, size.width / 2), std::max(1, size.height / 2)};
+            uploadLevel(entry.texture, level, size, pixels);
         }
         entry.mean = glm::vec3(pixels[0], pixels[1], pixels[2]) / 255.0F;
     } else if (PixelRect rect = texture.changedSince(entry.version); rect.width > 0 && rect.height > 0) {
-        std::vector<std::uint8_t> pixels = straightPixels(image, rect);
-        glTexSubImage2D(GL_TEXTURE_2D, 0, rect.x, image.height - rect.y - rect.height, rect.width,
-                        rect.height, GL_RGBA, GL_UNSIGNED_BYTE, pixels.data());
+        uploadPart(entry.texture, {rect.x, image.height - rect.y - rect.height, rect.width, rect.height},
+                   straightPixels(image, rect));
     }
     entry.hasMipmaps = mipmaps;
     entry.version = texture.version();

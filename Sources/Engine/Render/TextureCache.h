@@ -1,6 +1,7 @@
 #pragma once
 
-#include "Engine/Render/GlObjects.h"
+#include "Engine/Gl/TextureRef.h"
+#include "Engine/Gl/Textures.h"
 #include "Engine/Stage/Material.h"
 #include "Engine/Stage/Texture.h"
 
@@ -16,19 +17,19 @@ namespace gull {
 /// filtering draws no dark seams.
 class TextureCache {
   public:
-    TextureCache();
+    explicit TextureCache(GraphicsDevice& device);
 
-    /// base: the full-size image alone, smoothed.
-    enum class Filter { fine, quick, base };
+    /// base: the full-size image alone, smoothed. quick: the nearest mipmap only, for what is drawn every
+    /// frame without a GPU.
+    enum class Quality { fine, quick, base };
 
-    /// Binds `texture` and a sampler for `wrapS`, `wrapT` to `unit`. `quick`: only the nearest mipmap, for
-    /// what is drawn every frame without a GPU.
-    void bind(int unit, const std::shared_ptr<Texture>& texture, Wrap wrapS, Wrap wrapT,
-              Filter filter = Filter::fine);
-    void bind(int unit, const Channel& channel, Filter filter) {
-        bind(unit, channel.texture, channel.wrapS, channel.wrapT, filter);
+    /// `texture` for the sampler at `unit`, up to date, with a sampler object for `wrapS` and `wrapT`.
+    TextureBinding binding(int unit, const std::shared_ptr<Texture>& texture, Wrap wrapS, Wrap wrapT,
+                           Quality quality = Quality::fine);
+    TextureBinding binding(int unit, const Channel& channel, Quality quality) {
+        return binding(unit, channel.texture, channel.wrapS, channel.wrapT, quality);
     }
-    /// The mean colour as stored, of a texture that has been bound with mipmaps.
+    /// The mean colour as stored, of a texture that was asked for with mipmaps before.
     glm::vec3 mean(const Texture& texture) const;
     void collectGarbage();
 
@@ -42,8 +43,9 @@ class TextureCache {
     };
     void upload(Entry& entry, const Texture& texture, bool mipmaps);
 
+    GraphicsDevice& device_;
     std::unordered_map<std::uint64_t, Entry> entries_;  ///< by Texture::id()
-    GlSampler samplers_[12];                            ///< 4 * filter + (repeat in s: 1) + (in t: 2)
+    GlSampler samplers_[12];                            ///< 4 * quality + (repeat in s: 1) + (in t: 2)
 };
 
 /// The pixels of `rect` of a premultiplied image with straight colours, lowest row first, as OpenGL wants

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <utility>
-#include <vector>
+#include "Engine/Gl/ShaderStage.h"
 
 namespace gull {
 
@@ -12,30 +11,36 @@ enum TextureUnit : int {
     unitMultiply,
     unitEnvironment,
     unitSunShadow,
-    unitOcclusion,
+    unitContactShadows,
     unitMovingShadow,
     unitMovingCover,
-    unitKeptLit,
-    unitKeptShade,
-    unitKeptSurface,
-    unitKeptNormal,
-    unitKeptDepth,
+    unitStaticLit,
+    unitStaticShade,
+    unitStaticSurface,
+    unitStaticNormal,
+    unitStaticDepth,
     unitSource,
     unitBloom,
-    unitKeptPaint,
-    unitUpload,  ///< for making and filling textures; no program reads it
+    unitPaint,
 };
 
-inline const std::vector<std::pair<const char*, int>>& textureUnitNames() {
-    static const std::vector<std::pair<const char*, int>> names = {
-        {"diffuseMap", unitDiffuse},        {"normalMap", unitNormal},        {"multiplyMap", unitMultiply},
-        {"environment", unitEnvironment},   {"sunShadow", unitSunShadow},     {"occlusionMap", unitOcclusion},
-        {"movingShadow", unitMovingShadow}, {"movingCover", unitMovingCover}, {"keptLit", unitKeptLit},
-        {"keptShade", unitKeptShade},       {"keptSurface", unitKeptSurface}, {"keptNormal", unitKeptNormal},
-        {"keptDepth", unitKeptDepth},       {"source", unitSource},           {"bloom", unitBloom},
-        {"keptPaint", unitKeptPaint},
-    };
-    return names;
-}
+inline constexpr SamplerUnit samplerUnits[] = {
+    {"diffuseMap", unitDiffuse},
+    {"normalMap", unitNormal},
+    {"multiplyMap", unitMultiply},
+    {"environment", unitEnvironment},
+    {"sunShadow", unitSunShadow},
+    {"occlusionMap", unitContactShadows},
+    {"movingShadow", unitMovingShadow},
+    {"movingCover", unitMovingCover},
+    {"keptLit", unitStaticLit},
+    {"keptShade", unitStaticShade},
+    {"keptSurface", unitStaticSurface},
+    {"keptNormal", unitStaticNormal},
+    {"keptDepth", unitStaticDepth},
+    {"source", unitSource},
+    {"bloom", unitBloom},
+    {"keptPaint", unitPaint},
+};
 
 }  // namespace gull

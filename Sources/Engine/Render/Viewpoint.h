@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Engine/Render/PixelArea.h"
+#include "Engine/Gl/PixelArea.h"
 #include "Engine/Stage/Stage.h"
 
 #include <glm/mat4x4.hpp>

@@ -7,9 +7,14 @@ namespace {
 // How many places are told apart before a renderer that looks away gets told that everything changed.
 constexpr std::size_t rememberedTouches = 256;
 
+std::uint64_t nextId() {
+    static std::uint64_t last = 0;
+    return ++last;
+}
+
 }  // namespace
 
-Stage::Stage() : root("root") {
+Stage::Stage() : root("root"), id_(nextId()) {
     root.layer = Layer::kept;
 }
 

@@ -22,6 +22,8 @@ class Stage {
     };
 
     Stage();
+    /// Unique in the process, never reused: a renderer tells stages apart by it.
+    std::uint64_t id() const { return id_; }
 
     Node root;                            ///< its layer is kept
     Node* pointOfView = nullptr;          ///< carries the camera; borrowed, under the root
@@ -55,6 +57,7 @@ class Stage {
   private:
     void remember(const Box& box, bool onlyPaint);
 
+    std::uint64_t id_;
     std::uint64_t serial_ = 1;
     std::uint64_t wholeSerial_ = 1;  ///< the last touch of everything
     std::deque<KeptChange> touches_;

@@ -1,7 +1,7 @@
 #include "Gullwick/App/AppDelegate.h"
 
+#include "Engine/Compositor/Renderer.h"
 #include "Engine/Log/Log.h"
-#include "Engine/Render/Renderer.h"
 #include "Engine/Sound/AudioDevice.h"
 #include "Engine/Touch/Trackpads.h"
 #include "Engine/Window/GameControllers.h"
@@ -43,7 +43,7 @@ struct AppDelegate::Parts final : WindowCommands {
         if (AppSettings::defaultFile(std::getenv).empty()) {
             Log::say("there is no home folder, so settings are not kept");
         }
-        const GraphicsInfo info = Renderer::graphicsInfo();
+        const GraphicsInfo info = graphicsInfo();
         Log::note("display: {}; OpenGL: {}, {}, {}", window.driverName(), info.renderer, info.vendor,
                   info.version);
         game.allowPausing(!probePath);
@@ -158,14 +158,14 @@ struct AppDelegate::Parts final : WindowCommands {
         probe.emplace(loop, game, std::move(view), *probePath);
     }
 
-    Renderer::Size pixelSize() const { return {window.pixelWidth(), window.pixelHeight()}; }
+    PixelSize pixelSize() const { return {window.pixelWidth(), window.pixelHeight()}; }
 
     /// Sea and sand as two plain colours while the first picture is made: with a driver that compiles
     /// programs when they first draw, that takes seconds once.
     void sketch() {
         const BeachLook& look = game.world().look();
         const RGB sea = look.water.mixed(look.skyMid, skyInSea);
-        renderer.sketch(pixelSize(), 0, sea.scaled(sketchLight).colour(),
+        renderer.fillPlaceholder(pixelSize(), 0, sea.scaled(sketchLight).colour(),
                         look.sand.scaled(sketchLight).colour(), seaShare);
         const Window::Part whole{0, 0, window.pixelWidth(), window.pixelHeight()};
         window.present({&whole, 1});
@@ -173,7 +173,8 @@ struct AppDelegate::Parts final : WindowCommands {
 
     /// The very first picture is worth waiting for: only the sketch is seen before it, so all work goes into
     /// it.
-    void drawScene() { renderer.draw(game.world().stage(), pixelSize(), 0, drawnTime < 0); }
+    void drawScene() { renderer.draw(game.world().stage(), pixelSize(), 0,
+                      drawnTime < 0 ? BuildMode::complete : BuildMode::gradual); }
 
     void drawFrame() {
         const double start = clock.now();
@@ -222,18 +223,14 @@ struct AppDelegate::Parts final : WindowCommands {
         lastPhase = phase;
     }
 
-    /// One costly thing a frame, while nothing moves that would show it; what is then left to rehearse, now
-    /// and then during play.
+    /// One costly thing a frame, while nothing moves that would show it; the rest of the shader warm-up now and
+    /// then during play.
     void prepareAhead() {
         const bool flyingIn = game.phase == GameController::Phase::intro;
         if (flyingIn && (overlay.prepareIcon() || feedback.prepareOne())) return;
-        if (rehearsed == BeachScene::rehearsals()) return;
-        if (!flyingIn && ++framesUnrehearsed < rehearsalGap) return;
-        framesUnrehearsed = 0;
-        game.world().beginRehearsal(rehearsed);
-        if (renderer.rehearse(game.world().stage(), rehearsalBudget)) ++rehearsed;
-        game.world().endRehearsal();
-        if (rehearsed == BeachScene::rehearsals()) renderer.collectGarbage();
+        if (warmedUp || (!flyingIn && ++framesCold < warmUpGap)) return;
+        framesCold = 0;
+        warmedUp = renderer.warmUp(warmUpBudget);
     }
 
     /// Whether a picture is to be drawn: after every step of the game, and in a pause when something else
@@ -286,7 +283,7 @@ struct AppDelegate::Parts final : WindowCommands {
     AppSettings settings{AppSettings::defaultFile(std::getenv)};
     Window window;
     Renderer renderer;
-    const bool software = Renderer::graphicsInfo().isSoftware;
+    const bool software = graphicsInfo().isSoftware;
     TierChooser tiers{software};
     AudioDevice audio;
     Trackpads trackpads;
@@ -305,10 +302,10 @@ struct AppDelegate::Parts final : WindowCommands {
     static constexpr double sketchLight = 0.85;  // the picture is this much darker than the look's colours
     static constexpr double skyInSea = 0.35;     // share of the sky that the sea mirrors
     static constexpr double seaShare = 0.34;     // of the picture's height
-    static constexpr double rehearsalBudget = 0.004;  // seconds a frame
-    static constexpr int rehearsalGap = 10;           // frames of play
-    int rehearsed = 0;                                ///< on the first beach, what later ones show too
-    int framesUnrehearsed = 0;
+    static constexpr double warmUpBudget = 0.004;  // seconds a frame
+    static constexpr int warmUpGap = 10;           // frames of play
+    bool warmedUp = false;
+    int framesCold = 0;
     static constexpr double pausedWait = 0.2;  // seconds between two looks at devices
     bool pictureIsOld = true;                  ///< something happened since the last picture
     bool wasPaused = false;

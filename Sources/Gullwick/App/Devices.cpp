@@ -2,8 +2,8 @@
 
 #include "Engine/Loop/Clock.h"
 #include "Engine/Raster/Text.h"
-#include "Engine/Render/OffscreenContext.h"
-#include "Engine/Render/Renderer.h"
+#include "Engine/Gl/OffscreenContext.h"
+#include "Engine/Compositor/Renderer.h"
 #include "Engine/Window/Window.h"
 #include "Engine/Window/WindowOpening.h"
 #include "Gullwick/App/DevicesReport.h"
@@ -23,7 +23,7 @@ namespace gull {
 namespace {
 
 void describeGraphics(DevicesReport& report, bool windowed) {
-    const GraphicsInfo info = Renderer::graphicsInfo();
+    const GraphicsInfo info = graphicsInfo();
     report.openGL = fmt::format("{}, {}, {}", info.renderer, info.vendor, info.version);
     if (!windowed) report.openGL += " (off screen)";
     report.tier = info.isSoftware ? "fast: a rasteriser on the CPU" : "full";

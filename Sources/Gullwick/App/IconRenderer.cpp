@@ -1,6 +1,6 @@
 #include "Gullwick/App/IconRenderer.h"
 
-#include "Engine/Render/Renderer.h"
+#include "Engine/Compositor/Renderer.h"
 #include "Gullwick/HUD/IconStage.h"
 
 namespace gull {

@@ -4,8 +4,8 @@
 #include "Engine/Log/Log.h"
 #include "Engine/Raster/Canvas.h"
 #include "Engine/Raster/Png.h"
-#include "Engine/Render/OffscreenContext.h"
-#include "Engine/Render/Renderer.h"
+#include "Engine/Gl/OffscreenContext.h"
+#include "Engine/Compositor/Renderer.h"
 #include "Gullwick/App/Environment.h"
 #include "Gullwick/App/IconRenderer.h"
 #include "Gullwick/App/SnapshotOptions.h"
@@ -72,9 +72,9 @@ int Snapshot::run(const CommandLine& commandLine) {
         return fail(missing);
     }
     const double scale = requestedScale().value_or(1.0);
-    const Renderer::Size size{static_cast<int>(std::lround(options.width * scale)),
+    const PixelSize size{static_cast<int>(std::lround(options.width * scale)),
                               static_cast<int>(std::lround(options.height * scale))};
-    const int limit = Renderer::graphicsInfo().maximumSize;
+    const int limit = graphicsInfo().maximumSize;
     if (size.width < 1 || size.height < 1 || size.width > limit || size.height > limit) {
         return fail(fmt::format("--size: this machine renders 1 to {} pixels a side; {}x{} was asked for",
                                 limit, size.width, size.height));

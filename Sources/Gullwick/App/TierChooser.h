@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Engine/Render/Renderer.h"
+#include "Engine/Compositor/Renderer.h"
 
 #include <cstddef>
 #include <vector>

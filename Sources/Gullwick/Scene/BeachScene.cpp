@@ -86,11 +86,6 @@ struct BeachScene::Parts {
     std::shared_ptr<Material> sand;
     Node* beachRoot = nullptr;
     double lastTrailUpload = 0;
-    struct Rehearsal {
-        std::unique_ptr<Node> place;
-        int number = -1;
-    };
-    Rehearsal rehearsal;  ///< kept while it is repeated
 };
 
 BeachScene::BeachScene(DelayedWork& delayedWork)
@@ -185,34 +180,6 @@ void BeachScene::dig(const PlotPoint& at, const Hunt::DigOutcome& outcome) {
     trail.hole(at);
     parts_->digs.dig(Terrain::world(at), found, time);
     shake = std::max(shake, found ? 1.0 : 0.4);
-}
-
-int BeachScene::rehearsals() {
-    return 1 + static_cast<int>(allKinds().size());
-}
-
-std::unique_ptr<Node> BeachScene::makeRehearsal(int number) const {
-    auto place = std::make_unique<Node>("rehearsal");
-    place->layer = Layer::moving;
-    place->position = Terrain::world({0.5, 0.5}) + glm::dvec3(0, 0.5, 0);
-    if (number == 0)
-        parts_->digs.showSpray(*place, time);
-    else
-        parts_->digs.show(allKinds()[static_cast<std::size_t>(number - 1)], *place, time);
-    return place;
-}
-
-void BeachScene::beginRehearsal(int number) {
-    // First a spray, then each item as it comes up.
-    Parts::Rehearsal& rehearsal = parts_->rehearsal;
-    if (!rehearsal.place || rehearsal.number != number) rehearsal = {makeRehearsal(number), number};
-    Node& place = stage_.root.add(std::move(rehearsal.place));
-    for (const Node* node : {&place, place.children().empty() ? &place : place.children().back().get()})
-        for (const auto& system : node->particles) system->start = time - 0.1;
-}
-
-void BeachScene::endRehearsal() {
-    if (Node* place = stage_.root.find("rehearsal")) parts_->rehearsal.place = place->removeFromParent();
 }
 
 const std::vector<Reveal>& BeachScene::reveals() const {

@@ -60,12 +60,6 @@ class BeachScene {
     void showPing(const PlotPoint& from, const PlotPoint& to);
     /// A hole with its heap and a spray of sand, and the item that came up.
     void dig(const PlotPoint& at, const Hunt::DigOutcome& outcome);
-    /// How many rehearsals there are.
-    static int rehearsals();
-    /// Puts up something that play shows later, for a renderer that wants to prepare for it; `number` counts
-    /// from 0 and may be repeated. endRehearsal() must follow before anybody sees it.
-    void beginRehearsal(int number);
-    void endRehearsal();
     /// What was dug up on this beach, the reveals that are done included.
     const std::vector<Reveal>& reveals() const;
 
@@ -77,8 +71,6 @@ class BeachScene {
     Textures& textures() { return textures_; }
 
   private:
-    std::unique_ptr<Node> makeRehearsal(int kind) const;
-
     struct Parts;
 
     Stage stage_;

@@ -162,19 +162,6 @@ std::shared_ptr<ParticleSystem> Digs::sparkle(ItemKind kind, double time) const 
     return sparks;
 }
 
-void Digs::show(ItemKind kind, Node& place, double time) const {
-    Node& item = place.add(ItemModels::node(kind, textures_));
-    if (!isTreasure(kind)) return;
-    item.particles.push_back(sparkle(kind, time - 0.1));
-    auto light = glow();
-    light->intensity = 1;
-    item.addChild("glow").light = std::move(light);
-}
-
-void Digs::showSpray(Node& place, double time) const {
-    place.particles.push_back(sandSpray(time - 0.1));
-}
-
 void Digs::raise(ItemKind kind, const glm::dvec3& ground, double time) {
     Reveal reveal;
     reveal.kind = kind;

@@ -29,10 +29,6 @@ class Digs {
 
     const std::vector<Reveal>& reveals() const { return reveals_; }
 
-    /// The item with its light and sparkle as a reveal shows them / a spray of sand, at `place`.
-    void show(ItemKind kind, Node& place, double time) const;
-    void showSpray(Node& place, double time) const;
-
   private:
     void leaveHole(const glm::dvec3& ground);
     void spray(const glm::dvec3& ground, double time);

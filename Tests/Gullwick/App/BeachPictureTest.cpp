@@ -1,4 +1,4 @@
-#include "Engine/Render/SoftwareContext.h"
+#include "Engine/Compositor/SoftwareContext.h"
 #include "Gullwick/App/StillBeach.h"
 #include "Gullwick/Scene/Terrain.h"
 

@@ -140,35 +140,5 @@ TEST(Digs, junkIsTossedAsideAndComesToRestInTheKeptLayer) {
     EXPECT_EQ(scene.stage().root.find("can"), nullptr);
 }
 
-TEST(Digs, rehearseEverythingThatMayComeUpAndLeaveNothing) {
-    SceneOnClock world;
-    BeachScene& scene = world.scene;
-    const std::uint64_t serial = scene.stage().keptSerial();
-    std::size_t sparkles = 0, lit = 0;
-    for (int number = 0; number < BeachScene::rehearsals(); ++number) {
-        scene.beginRehearsal(number);
-        const Node& place = world.node("rehearsal");
-        EXPECT_EQ(place.layer, Layer::moving);
-        std::size_t lamps = 0, shown = 0;
-        forEachNode(place, [&](const Node& node) {
-            if (node.light && !node.hidden) ++lamps;
-            if (node.geometry) ++shown;
-            for (const auto& system : node.particles) {
-                EXPECT_FALSE(isOver(*system, scene.time));
-                if (number > 0) ++sparkles;
-            }
-        });
-        lit += lamps;
-        EXPECT_EQ(shown > 0, number > 0);
-        scene.endRehearsal();
-        EXPECT_EQ(scene.stage().root.find("rehearsal"), nullptr);
-    }
-    const std::size_t treasures = allKinds().size() - junkKinds().size();
-    EXPECT_EQ(sparkles, treasures);
-    EXPECT_EQ(lit, treasures) << "each in its glow";
-    EXPECT_TRUE(scene.reveals().empty());
-    EXPECT_EQ(scene.stage().keptSerial(), serial);
-}
-
 }  // namespace
 }  // namespace gull

@@ -1,0 +1,111 @@
+#include "Engine/Compositor/FastFrame.h"
+
+#include "Engine/Render/RenderContext.h"
+#include "Engine/Render/ScenePasses.h"
+
+namespace gull {
+
+FastFrame::FastFrame(RenderContext& context)
+    : context_(context),
+      frame_(context.device),
+      light_(context),
+      water_(context),
+      quickEnvironment_(makeSampler(context.device, {Filter::linearNearestMip, true, true})) {}
+
+const Target& FastFrame::draw(const Stage& stage, StaticLayer& layer, int stripPixels) {
+    const MovingScene scene =
+        MovingScene::gather(context_, stage, layer, DrawList::Detail::coarse, shadow_, frame_);
+    const unsigned mirrors = quickEnvironment_.name();
+    if (ensureSize(context_.device, picture_, scene.view.size, {{Format::bgra8}, Format::depth24}))
+        for (DirtySquares* squares : {&stale_, &staleDepth_, &changes_}) squares->begin(scene.view.size);
+
+    // 1. The next strip of water; then the picture as it is without moving things.
+    const std::vector<PixelArea> renewed = water_.update(scene, layer, stripPixels, mirrors);
+    const PixelArea part = restore(scene, renewed);
+    if (part.empty()) return picture_;
+
+    // 2. What moving shadows and lamps change in the static layer's picture, at half resolution.
+    const TextureRef change = light_.findChange(scene.lightInputs(), part);
+
+    // 3. Where moving things may stand in the water, it is drawn over them: bare ground first.
+    const PixelArea wet = wetPart(scene).intersection(part);
+    context_.device.copyColour(scene.ground.picture, picture_.colour(), wet);
+    context_.device.copyDepth(scene.ground.depth, picture_.depth(), wet);
+    markCovered(scene, wet, part);
+
+    // 4. Light, opaque things, the water they stand in, blended things.
+    const DrawTarget target = picture_.whole().within(part);
+    light_.applyChange(change, scene.reach, part, picture_.whole(), frame_.name());
+    SurfacePass pass = scene.surfacePass(target, Shading::Output::display);
+    pass.inputs.environmentSampler = mirrors;
+    pass.shading.noToneMapping = !scene.view.camera.hdr;
+    pass.shading.small = true;
+    for (const DrawItem& item : scene.list.moving.opaque) drawSurface(context_, pass, item, part);
+    water_.draw(scene, wet, picture_.whole(), mirrors);
+    const DrawLayer* layers[] = {&scene.list.moving};
+    drawBlended(context_, pass, layers, part, stage.time);
+    return picture_;
+}
+
+/// Brings the water layer's picture, which was `renewed` there, back and returns the part in which moving
+/// things are to be drawn on it: all, or where it was renewed as long as nothing else changed.
+PixelArea FastFrame::restore(const MovingScene& scene, const std::vector<PixelArea>& renewed) {
+    const std::optional<std::uint64_t> appearance = appearanceHash(scene.list.moving);
+    const bool unchanged = appearance && appearance == appearance_;
+    appearance_ = appearance;
+    if (unchanged) {
+        PixelArea part;
+        for (const PixelArea& area : renewed) part = part.united(area);
+        restoreColour(part);
+        restoreDepth(part);
+        return part;
+    }
+    for (const PixelArea& area : renewed) {
+        stale_.mark(area);
+        staleDepth_.mark(area);
+    }
+    for (const PixelArea& area : stale_.take()) restoreColour(area);
+    for (const PixelArea& area : staleDepth_.take()) restoreDepth(area);
+    return PixelArea::whole(scene.view.size);
+}
+
+void FastFrame::restoreColour(const PixelArea& area) {
+    context_.device.copyColour(water_.picture().colour(), picture_.colour(), area);
+    changes_.mark(area);
+}
+
+void FastFrame::restoreDepth(const PixelArea& area) {
+    context_.device.copyDepth(water_.picture().depth(), picture_.depth(), area);
+}
+
+void FastFrame::markCovered(const MovingScene& scene, const PixelArea& wet, const PixelArea& part) {
+    const auto mark = [&](const PixelArea& area) {
+        stale_.mark(area);
+        changes_.mark(area.intersection(part));
+    };
+    mark(wet);
+    staleDepth_.mark(wet);
+    for (const std::vector<PixelArea>& areas : scene.reach.areas)
+        for (const PixelArea& area : areas) mark(area);
+    const DrawLayer& moving = scene.list.moving;
+    for (const std::vector<DrawItem>* items : {&moving.opaque, &moving.blended})
+        for (const DrawItem& item : *items) {
+            mark(item.area);
+            if (item.material->writesDepth) staleDepth_.mark(item.area);
+        }
+    for (const ParticleItem& item : moving.particles) {
+        const glm::dvec3 far(reach(*item.system));
+        mark(scene.view.area({-far, far}, item.model).grown(2));
+    }
+}
+
+PixelArea FastFrame::wetPart(const MovingScene& scene) const {
+    PixelArea wet;
+    for (const std::vector<PixelArea>& areas : scene.reach.areas)
+        for (const PixelArea& area : areas) wet = wet.united(area.intersection(water_.reach()));
+    for (const DrawItem& item : scene.list.moving.opaque)
+        wet = wet.united(item.area.intersection(water_.reach()));
+    return wet;
+}
+
+}  // namespace gull

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "Engine/Compositor/MovingScene.h"
+#include "Engine/Gl/Target.h"
+#include "Engine/Render/PostProcessing.h"
+
+namespace gull {
+
+/// A frame of the full tier: everything over the static layer drawn every frame, multisampled, in scene
+/// light.
+class FullFrame {
+  public:
+    explicit FullFrame(RenderContext& context);
+
+    /// The finished picture of `stage` over `layer` (complete, of the same stage), seen through the layer's
+    /// own view. Lasts until the next draw.
+    const Target& draw(const Stage& stage, StaticLayer& layer);
+
+  private:
+    RenderContext& context_;
+    FrameUniforms frame_;
+    MovingShadow shadow_;
+    MovingLight light_;
+    Bloom bloom_;
+    Target multisampled_;
+    Target resolved_;
+    Target picture_;
+};
+
+}  // namespace gull

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "Engine/Compositor/StaticPictures.h"
+#include "Engine/Gl/Target.h"
+#include "Engine/Render/ProgramKey.h"
+#include "Engine/Render/Viewpoint.h"
+
+#include <array>
+#include <vector>
+
+namespace gull {
+
+struct RenderContext;
+
+/// Where the shadow and the lamps of moving things may be seen.
+struct MovingReach {
+    /// By the marks of a ReliefGrid; no two areas overlap.
+    std::array<std::vector<PixelArea>, 4> areas;
+    bool shadow = false;  ///< whether anything throws one
+    int lamps = 0;        ///< in programs, see FrameBlock::lampsInProgram()
+};
+
+/// What the shadow and the lamps of moving things do to the light on what stands still.
+class MovingLight {
+  public:
+    /// What the passes read.
+    struct Inputs {
+        const Viewpoint& view;       ///< of the static layer
+        unsigned frameUniforms = 0;  ///< with the lamps and the moving shadow's matrix
+        StaticPictures ground;
+        TextureRef movingShadow;  ///< none: nothing throws one
+        const MovingReach& reach;
+    };
+
+    explicit MovingLight(RenderContext& context) : context_(context) {}
+
+    /// Fills `target` with the static layer's light and depth under moving shadows and lamps.
+    void relight(const Inputs& inputs, const Target& target);
+    /// Finds, at half resolution, how the tone-mapped picture changes within `part`: what is added to it;
+    /// alpha: how much of it that hides. The texture lasts until the next call.
+    TextureRef findChange(const Inputs& inputs, const PixelArea& part);
+    /// Applies the `change` to the static layer's picture that `target` shows, within `part`.
+    void applyChange(TextureRef change, const MovingReach& reach, const PixelArea& part,
+                     const DrawTarget& target, unsigned frameUniforms);
+
+  private:
+    DrawState lightState(const Inputs& inputs, const ProgramKey& key) const;
+    TextureRef findCover(const Inputs& inputs, const PixelSize& size);
+
+    RenderContext& context_;
+    Target covered_;  ///< how far moving things cover the sun
+    Target change_;
+};
+
+/// The program that finds the change of light where these marks of a ReliefGrid are.
+ProgramKey lightChangeProgram(const MovingLight::Inputs& inputs, int marks);
+
+}  // namespace gull

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Engine/Compositor/RenderTier.h"
+#include "Engine/Gl/Target.h"
+#include "Engine/Render/FrameUniforms.h"
+#include "Engine/Render/ProgramList.h"
+#include "Engine/Stage/Geometry.h"
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace gull {
+
+struct RenderContext;
+
+/// Compiles programs ahead, so that no first find stops play for as long as a compiler takes. A software
+/// rasteriser compiles when a program first draws, for the formats, blending and textures it then finds: so
+/// each program of the list draws a triangle into a small target, as play will.
+class ShaderWarmUp {
+  public:
+    explicit ShaderWarmUp(RenderContext& context) : context_(context) {}
+
+    /// Goes on for about `budget` seconds, at least one program; true when none that `tier` needs is left.
+    bool run(RenderTier tier, double budget);
+
+  private:
+    struct Stock;
+    void draw(const ProgramUse& use);
+    void drawSurfaceUse(const ProgramUse& use, const DrawTarget& target);
+    void drawPictureUse(const ProgramUse& use, const DrawTarget& target);
+
+    RenderContext& context_;
+    std::shared_ptr<Stock> stock_;    ///< what the programs read and write; while there is something to do
+    std::optional<RenderTier> tier_;  ///< that the list was made for
+    std::vector<ProgramUse> left_;    ///< the next one last
+};
+
+}  // namespace gull

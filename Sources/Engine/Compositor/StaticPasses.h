@@ -1,0 +1,92 @@
+#pragma once
+
+#include "Engine/Compositor/EdgeCells.h"
+#include "Engine/Compositor/PaintLayer.h"
+#include "Engine/Compositor/ReliefGrid.h"
+#include "Engine/Compositor/StaticPictures.h"
+#include "Engine/Render/ContactShadows.h"
+#include "Engine/Render/FrameUniforms.h"
+#include "Engine/Render/PostProcessing.h"
+#include "Engine/Render/ShadowMap.h"
+#include "Engine/Render/SurfacePass.h"
+
+#include <vector>
+
+namespace gull {
+
+struct RenderContext;
+
+/// The passes that make the static layer's pictures, in the order in which they build on each other, and
+/// these pictures. Each works within a part of the picture and leaves the rest; when to draw what is the
+/// StaticLayer's concern.
+class StaticPasses {
+  public:
+    /// The scene they draw: borrowed, good for one frame.
+    struct Scene {
+        const Stage& stage;
+        const DrawList& list;
+    };
+
+    explicit StaticPasses(RenderContext& context);
+
+    /// Starts with empty pictures of what is seen through `view`. The sun's shadow map has as many texels a
+    /// side as the light asks for, `mostShadow` at most.
+    void begin(const Viewpoint& view, int mostShadow);
+    /// Takes the light of this frame over; before the passes of a frame.
+    void prepare(const Scene& scene);
+
+    /// 1. The sun's shadow map: a part of its texels, or where `changed` (world space) lies.
+    void drawSunShadow(const Scene& scene, const PixelArea& texels);
+    void redrawSunShadow(const Scene& scene, const Box& changed);
+    /// 2. Depth, and the farthest depth at half resolution.
+    void drawDepth(const Scene& scene, const PixelArea& area);
+    /// 3. What is known of the depth on this side: relief and edges.
+    void readDepth(const Scene& scene, const PixelArea& area);
+    /// 4. Contact shadows, from depth.
+    void drawContactShadows(const PixelArea& area);
+    /// 5. Light and surfaces from shadow map, depth and contact shadows: one sample a pixel.
+    void drawSurfaces(const Scene& scene, const PixelArea& area);
+    /// 6. The same with four samples a pixel in the cells of `area` that show an edge.
+    void drawEdges(const Scene& scene, const PixelArea& area);
+    /// 7. The glow around bright light, of the sun in the sea too: that moves, but hardly from its place.
+    void findBloom(const Scene& scene);
+    /// 8. Paint, and the tone-mapped picture from light, paint and bloom.
+    void drawPicture(const PixelArea& area);
+
+    bool castsSunShadow(const Scene& scene) const { return scene.list.sun.castsShadow(); }
+    int shadowSize(const Scene& scene) const;  ///< texels a side; the scene has a sun
+    const Viewpoint& view() const { return view_; }
+    StaticPictures pictures() const;
+    ReliefGrid& relief() { return relief_; }
+    const ReliefGrid& relief() const { return relief_; }
+
+  private:
+    bool hasContactShadows() const;
+    SurfacePass surfacePass(const Scene& scene, const DrawTarget& target) const;
+    void drawScene(const Scene& scene, const SurfacePass& pass, const PixelArea& area);
+    bool showsSky(const DrawList& list, const PixelArea& area) const;
+    Target lightWithWater(const Scene& scene, const std::vector<const DrawItem*>& water);
+
+    RenderContext& context_;
+    Viewpoint view_;
+    int mostShadow_ = 0;
+    bool sunShadow_ = false;
+    TextureRef environment_;
+    FrameBlock block_;
+    FrameUniforms frame_;
+    ShadowMap shadow_;
+    ContactShadows contact_;
+    Target depth_;
+    std::vector<float> depths_;  ///< what depth_ holds, lowest row first
+    ReliefGrid relief_;
+    EdgeCells edges_;
+    Target farthest_;
+    Target light_;  ///< lit, shade, surface, normal
+    PaintLayer paint_;
+    Target tile_;  ///< multisampled
+    Target picture_;
+    Bloom bloom_;
+    TextureRef glow_;
+};
+
+}  // namespace gull

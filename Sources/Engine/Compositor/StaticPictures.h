@@ -1,0 +1,21 @@
+#pragma once
+
+#include "Engine/Gl/TextureRef.h"
+
+namespace gull {
+
+/// The pictures of the static layer, for the passes that draw over it. Light is without paint.
+struct StaticPictures {
+    TextureRef lit;            ///< scene light
+    TextureRef shade;          ///< share of it that is not the sun's; alpha: how far the sun is covered
+    TextureRef surface;        ///< albedo that a lamp lights, as its square root
+    TextureRef normal;         ///< 0 to 1
+    TextureRef depth;          ///< 0 near to 1 far
+    TextureRef farthestDepth;  ///< the same at half resolution, never too near
+    TextureRef picture;        ///< tone mapped
+    TextureRef bloom;          ///< none when nothing blooms
+    TextureRef paint;          ///< a factor for the light as its square root; none when nothing is painted
+    TextureRef sunShadow;      ///< none without a sun that casts any
+};
+
+}  // namespace gull

@@ -1,0 +1,139 @@
+#include "Engine/Compositor/WaterLayer.h"
+
+#include "Engine/Render/MeshDraws.h"
+#include "Engine/Render/RenderContext.h"
+#include "Engine/Render/ScenePasses.h"
+#include "Engine/Render/TextureUnits.h"
+
+#include <algorithm>
+
+namespace gull {
+
+namespace {
+
+/// Foam: drawn onto the water.
+bool floats(const DrawItem& item) {
+    return item.material->smooth && item.material->blend == Material::Blend::alpha && !isWater(item);
+}
+
+/// The highest point of what `layer` shows, world units.
+double top(const DrawLayer& layer) {
+    Box box;
+    for (const std::vector<DrawItem>* items : {&layer.opaque, &layer.blended})
+        for (const DrawItem& item : *items) box.include(transformed(item.mesh->bounds, item.model));
+    return box.max.y;
+}
+
+/// `area` at half resolution, with a pixel more all round, into which smoothing at full resolution looks.
+PixelArea halved(const PixelArea& area) {
+    return PixelArea{area.x / 2, area.y / 2, (area.width + 1) / 2, (area.height + 1) / 2}.grown(1);
+}
+
+}  // namespace
+
+std::vector<PixelArea> WaterLayer::update(const MovingScene& scene, StaticLayer& layer, int stripPixels,
+                                          unsigned environmentSampler) {
+    const PixelArea whole = PixelArea::whole(scene.view.size);
+    std::vector<PixelArea> areas = layer.takeChanges();
+    if (ensureTargets(scene.view.size)) areas = {whole};
+    const bool everything = areas == std::vector<PixelArea>{whole};
+    if (everything) reach_ = {};
+    growReach(scene, layer.relief());
+    for (const PixelArea& area : areas)
+        context_.device.copyDepth(scene.ground.farthestDepth, half_.depth(),
+                                  halved(area).intersection(PixelArea::whole(half_.size())));
+    if (everything) {
+        shadeHalf(scene, reach_, environmentSampler);
+    } else if (stripPixels > 0 && !reach_.empty() && !layer.pending()) {  // a change is enough for a frame
+        areas.push_back(nextStrip(stripPixels));
+        shadeHalf(scene, areas.back(), environmentSampler);
+    }
+    for (const PixelArea& area : areas) {
+        context_.device.copyColour(scene.ground.picture, picture_.colour(), area);
+        context_.device.copyDepth(scene.ground.depth, picture_.depth(), area);
+        draw(scene, area, picture_.whole(), environmentSampler);
+    }
+    return areas;
+}
+
+bool WaterLayer::ensureTargets(const PixelSize& size) {
+    const PixelSize half{(size.width + 1) / 2, (size.height + 1) / 2};
+    ensureSize(context_.device, half_, half, {{Format::bgra8}, Format::depth24});
+    return ensureSize(context_.device, picture_, size, {{Format::bgra8}, Format::depth24});
+}
+
+void WaterLayer::growReach(const MovingScene& scene, const ReliefGrid& relief) {
+    // It only grows, so that nothing is left behind where the water fell.
+    const DrawLayer& water = scene.list.water;
+    if (!water.opaque.empty() || !water.blended.empty()) reach_ = reach_.united(relief.below(top(water)));
+}
+
+PixelArea WaterLayer::nextStrip(int stripPixels) {
+    const int strips =
+        std::clamp((reach_.width * reach_.height + stripPixels - 1) / stripPixels, 1, mostStrips);
+    // From an even row to an even row, where the half-resolution picture divides too.
+    const int rows = ((reach_.height + strips - 1) / strips + 1) & ~1;
+    if (nextRow_ < reach_.y || nextRow_ >= reach_.top()) nextRow_ = reach_.y;
+    const PixelArea strip{reach_.x, nextRow_, reach_.width, std::min(rows, reach_.top() - nextRow_)};
+    nextRow_ = strip.top();
+    return strip;
+}
+
+void WaterLayer::shadeHalf(const MovingScene& scene, const PixelArea& area, unsigned environmentSampler) {
+    if (area.empty()) return;
+    const DrawTarget target = half_.whole().within(halved(area));
+    const PixelArea reached = area.grown(4);  // at full resolution
+    context_.device.clear(target, {{{0, 0, 0, 0}}, {}});
+    SurfacePass foam = scene.surfacePass(target, Shading::Output::display, false);
+    foam.inputs.environmentSampler = environmentSampler;
+    foam.inputs.groundDepth = scene.ground.farthestDepth;
+    foam.shading.noToneMapping = !scene.view.camera.hdr;
+    SurfacePass water = foam;
+    water.shading.output = Shading::Output::water;
+    water.shading.bloom = static_cast<bool>(scene.ground.bloom);
+    for (const DrawItem& item : scene.list.water.blended)
+        if (isWater(item)) drawSurface(context_, water, item, reached);
+    // Foam hides the water and what it lets through.
+    for (const DrawItem& item : scene.list.water.blended)
+        if (floats(item)) drawSurface(context_, foam, item, reached);
+}
+
+void WaterLayer::draw(const MovingScene& scene, const PixelArea& area, const DrawTarget& target,
+                      unsigned environmentSampler) {
+    const PixelArea visible = area.intersection(reach_);
+    if (visible.empty()) return;
+    SurfacePass pass = scene.surfacePass(target.within(visible), Shading::Output::display, false);
+    pass.inputs.environmentSampler = environmentSampler;
+    pass.shading.noToneMapping = !scene.view.camera.hdr;
+    const DrawLayer& layer = scene.list.water;
+    for (const DrawItem& item : layer.opaque) drawSurface(context_, pass, item, visible);
+    // The water first: what is blended over it lies above all.
+    const bool hasHalf = scene.view.camera.hdr;
+    DrawLayer over;
+    over.particles = layer.particles;
+    for (const DrawItem& item : layer.blended) {
+        if (hasHalf && isWater(item))
+            overlay(scene, item, pass.target);
+        else if (!hasHalf || !floats(item))
+            over.blended.push_back(item);
+    }
+    const DrawLayer* layers[] = {&over};
+    drawBlended(context_, pass, layers, visible, scene.stage.time);
+}
+
+/// Lays the half-resolution water over the picture, on the water's own geometry, so that its edges and depth
+/// are exact.
+void WaterLayer::overlay(const MovingScene& scene, const DrawItem& water, const DrawTarget& target) {
+    DrawState state;
+    state.target = target;
+    state.program = &context_.programs.get({ProgramKind::waterOverlay});
+    state.frameUniforms = scene.frameUniforms;
+    state.textures = {{unitSource, half_.colour()}};
+    state.uniforms = {{"model", glm::mat4(water.model)}};
+    state.depthTest = DepthTest::lessOrEqual;
+    state.writesDepth = water.material->writesDepth;
+    state.blending = Blending::over;
+    drawMesh(context_, state, water, scene.view, *target.scissor);
+}
+
+}  // namespace gull

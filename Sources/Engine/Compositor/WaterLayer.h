@@ -1,0 +1,46 @@
+#pragma once
+
+#include "Engine/Compositor/MovingScene.h"
+#include "Engine/Gl/Target.h"
+
+#include <vector>
+
+namespace gull {
+
+/// The static layer's picture with the sea on it: what moving things are drawn over. It is brought up to date
+/// one strip a frame, as large as there is time for; wide, smooth surfaces are shaded at half resolution.
+class WaterLayer {
+  public:
+    /// The most strips that a whole turn takes.
+    static constexpr int mostStrips = 10;
+
+    explicit WaterLayer(RenderContext& context) : context_(context) {}
+
+    /// Follows what changed in `layer` and draws the next strip, of about `stripPixels` (0: none), unless the
+    /// layer is at work on a change. Returns where the picture changed. Mirrors read the environment through
+    /// `environmentSampler`.
+    std::vector<PixelArea> update(const MovingScene& scene, StaticLayer& layer, int stripPixels,
+                                  unsigned environmentSampler);
+    /// Tone mapped, with depth.
+    const Target& picture() const { return picture_; }
+    /// Where water may be seen.
+    const PixelArea& reach() const { return reach_; }
+    /// Draws the water within `area` over whatever `target` shows there.
+    void draw(const MovingScene& scene, const PixelArea& area, const DrawTarget& target,
+              unsigned environmentSampler);
+
+  private:
+    bool ensureTargets(const PixelSize& size);
+    void growReach(const MovingScene& scene, const ReliefGrid& relief);
+    PixelArea nextStrip(int stripPixels);
+    void shadeHalf(const MovingScene& scene, const PixelArea& area, unsigned environmentSampler);
+    void overlay(const MovingScene& scene, const DrawItem& water, const DrawTarget& target);
+
+    RenderContext& context_;
+    Target picture_;
+    Target half_;  ///< the water alone at half resolution, with the ground's farthest depth
+    PixelArea reach_;
+    int nextRow_ = 0;  ///< of the picture, where the next strip begins
+};
+
+}  // namespace gull

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <utility>
+
+namespace gull {
+
+class GraphicsDevice;
+
+enum class GlKind { texture, buffer, vertexArray, framebuffer, renderbuffer, sampler };
+
+/// A new OpenGL name. Tells `device`, because the name may be one that was in use, and bound, before.
+unsigned createGlName(GraphicsDevice& device, GlKind kind);
+void deleteGlName(GlKind kind, unsigned name);
+
+/// Owns one OpenGL name; moves, never copies. A default one is empty (name 0) and owns nothing. The context
+/// it was made in must be current when it is made, replaced or destroyed.
+template <GlKind kind>
+class GlObject {
+  public:
+    GlObject() = default;
+    explicit GlObject(GraphicsDevice& device) : name_(createGlName(device, kind)) {}
+    ~GlObject() { reset(); }
+    GlObject(GlObject&& other) noexcept : name_(std::exchange(other.name_, 0)) {}
+    GlObject& operator=(GlObject&& other) noexcept {
+        if (this != &other) {
+            reset();
+            name_ = std::exchange(other.name_, 0);
+        }
+        return *this;
+    }
+
+    unsigned name() const { return name_; }
+    explicit operator bool() const { return name_ != 0; }
+    void reset() {
+        if (name_ != 0) deleteGlName(kind, std::exchange(name_, 0));
+    }
+
+  private:
+    unsigned name_ = 0;
+};
+
+using GlTexture = GlObject<GlKind::texture>;
+using GlBuffer = GlObject<GlKind::buffer>;
+using GlVertexArray = GlObject<GlKind::vertexArray>;
+using GlFramebuffer = GlObject<GlKind::framebuffer>;
+using GlRenderbuffer = GlObject<GlKind::renderbuffer>;
+using GlSampler = GlObject<GlKind::sampler>;
+
+}  // namespace gull

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "Engine/Gl/DrawState.h"
+#include "Engine/Gl/StateChanges.h"
+#include "Engine/Raster/Image.h"
+
+#include <array>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace gull {
+
+/// The values that a clear fills a target with; what is left empty stays.
+struct ClearValues {
+    std::optional<std::array<float, 4>> colour;
+    std::optional<double> depth;
+};
+
+/// The OpenGL context that is current, as an interface of values: a draw, a clear or a copy says all that it
+/// depends on, and the device sets what differs from the call before.
+///
+/// Order of calls: make textures, targets, vertices and programs; upload; then draw, clear, copy and read in
+/// any order. Needs OpenGL 4.1 core, or 3.3 with separate shader objects. One context, one device, one
+/// thread.
+class GraphicsDevice {
+  public:
+    /// Draws read textures at units below this; the one at it is for filling textures.
+    static constexpr int unitCount = 16;
+
+    /// Throws std::runtime_error with a readable message when the context is too old.
+    GraphicsDevice();
+    GraphicsDevice(const GraphicsDevice&) = delete;
+    GraphicsDevice& operator=(const GraphicsDevice&) = delete;
+
+    /// Draws triangles: runs of vertices, or of the vertex array's 32-bit indices. Each run is a draw call.
+    void draw(const DrawState& state, std::span<const VertexRange> vertices);
+    void drawIndexed(const DrawState& state, std::span<const VertexRange> indices);
+    /// Fills what lies within the target's scissor, or all of its framebuffer.
+    void clear(const DrawTarget& target, const ClearValues& values);
+    /// Copies `area` of one texture to the same place of another of its format and size, by the fastest way
+    /// that the context has.
+    void copyColour(TextureRef from, TextureRef to, const PixelArea& area);
+    void copyDepth(TextureRef from, TextureRef to, const PixelArea& area);
+    /// The framebuffer's pixels from its lower left corner, top row first.
+    Image readColour(unsigned framebuffer, const PixelSize& size);
+    /// The depth (0 to 1) within `area` into `depths`, which holds all of a picture `width` pixels wide,
+    /// lowest row first.
+    void readDepth(unsigned framebuffer, const PixelArea& area, int width, std::vector<float>& depths);
+    /// Waits until all that was asked for is drawn.
+    void finish();
+
+    /// Makes the next call set everything: for whoever binds or makes things without the device, or lets
+    /// somebody else do so.
+    void forgetState();
+    /// Sets everything that a draw may set to something useless before each draw, so that a draw that relies
+    /// on what an earlier one left goes wrong where it can be seen. For tests; slow.
+    void setSpoiling(bool spoiling) { spoiling_ = spoiling; }
+
+  private:
+    struct Unit {
+        TextureRef texture;
+        unsigned sampler = 0;
+    };
+
+    void apply(const DrawState& state);
+    void applyFixed(const ContextState& wanted);
+    void bindTextures(const std::vector<TextureBinding>& textures);
+    void spoil(const DrawState& state);
+    void copy(TextureRef from, TextureRef to, const PixelArea& area, bool depth);
+
+    std::optional<ContextState> state_;  ///< nothing: unknown
+    std::array<std::optional<Unit>, unitCount> units_;
+    bool copiesImages_ = false;
+    bool spoiling_ = false;
+};
+
+}  // namespace gull

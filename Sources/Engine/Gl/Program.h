@@ -1,0 +1,33 @@
+#pragma once
+
+#include "Engine/Gl/ShaderStage.h"
+#include "Engine/Gl/Uniforms.h"
+
+#include <memory>
+
+namespace gull {
+
+class GraphicsDevice;
+
+/// A vertex and a fragment shader that work together. Vertex shaders may be shared, and uniforms belong to
+/// the shader: a draw sets all that it needs. Belongs to the context in which it was made.
+class Program {
+  public:
+    Program(GraphicsDevice& device, std::shared_ptr<const ShaderStage> vertex,
+            std::shared_ptr<const ShaderStage> fragment);
+    ~Program();
+    Program(Program&& other) noexcept;
+    Program& operator=(Program&&) = delete;
+
+    unsigned pipeline() const { return pipeline_; }
+    void set(const Uniforms& uniforms) const;
+    /// Gives every uniform a value that no draw wants.
+    void spoilUniforms() const;
+
+  private:
+    std::shared_ptr<const ShaderStage> vertex_;
+    std::shared_ptr<const ShaderStage> fragment_;
+    unsigned pipeline_ = 0;
+};
+
+}  // namespace gull

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "Engine/Gl/GlObjects.h"
+#include "Engine/Gl/PixelArea.h"
+#include "Engine/Gl/TextureRef.h"
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace gull {
+
+/// Pixel formats of targets and textures. bgra8: rgba8 with its bytes in the order of windows, where the
+/// driver agrees.
+enum class Format { none, r8, rgba8, bgra8, rgba16f, depth16, depth24 };
+
+/// How a texture or a sampler finds the value between texels and between mipmaps.
+enum class Filter {
+    nearest,
+    linear,            ///< the full-size image, smoothed
+    linearNearestMip,  ///< smoothed in the nearest mipmap
+    linearLinearMip,   ///< smoothed within and between mipmaps
+};
+
+/// An empty texture without mipmaps, clamped at its edges.
+GlTexture makeTexture(GraphicsDevice& device, const PixelSize& size, Format format, Filter filter);
+/// The same with `samples` samples a pixel.
+GlTexture makeMultisampledTexture(GraphicsDevice& device, const PixelSize& size, Format format, int samples);
+/// Makes looks at a depth texture compare (less or equal passes) instead of returning the depth.
+void compareDepth(TextureRef texture);
+
+/// Replaces a whole level of a texture by straight R G B A bytes, lowest row first.
+void uploadLevel(const GlTexture& texture, int level, const PixelSize& size,
+                 std::span<const std::uint8_t> pixels);
+/// Replaces a part of level 0, whose pixels are packed.
+void uploadPart(const GlTexture& texture, const PixelArea& part, std::span<const std::uint8_t> pixels);
+/// Replaces a part of a bgra8 texture from a bitmap in that order of bytes. `pixels` points at the part's
+/// first pixel, rows are `strideBytes` apart. Rows are taken in the order they come.
+void uploadBitmapPart(const GlTexture& texture, const PixelArea& part, const unsigned char* pixels,
+                      int strideBytes);
+
+/// A cube texture. `levels`: for each mipmap the R G B A bytes of its six faces (+x, -x, +y, -y, +z, -z),
+/// one after another, or nothing to leave the level undefined; the first is `size` texels a side, each
+/// further one half of that.
+GlTexture makeCube(GraphicsDevice& device, int size, const std::vector<std::vector<std::uint8_t>>& levels);
+
+struct SamplerDescription {
+    Filter filter = Filter::linear;
+    bool repeatS = false;
+    bool repeatT = false;
+    float anisotropy = 1;  ///< of the footprint, 1: none
+};
+GlSampler makeSampler(GraphicsDevice& device, const SamplerDescription& description);
+/// The greatest anisotropy that samplers may ask for; 1 where it is not supported, and on a CPU: there the
+/// rasteriser walks the whole footprint texel by texel.
+float greatestAnisotropy();
+
+}  // namespace gull

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "Engine/Gl/GlObjects.h"
+
+#include <cstddef>
+
+namespace gull {
+
+/// Where all shaders find their uniform block "Frame".
+inline constexpr unsigned frameBlockBinding = 0;
+
+/// The buffer behind a uniform block.
+class UniformBuffer {
+  public:
+    explicit UniformBuffer(GraphicsDevice& device) : buffer_(device) {}
+    /// Replaces the contents; draws that were asked for before still read the old ones.
+    void upload(const void* bytes, std::size_t size);
+    unsigned name() const { return buffer_.name(); }
+
+  private:
+    GlBuffer buffer_;
+};
+
+}  // namespace gull

@@ -1,0 +1,88 @@
+#include "Engine/Render/PicturePass.h"
+
+#include "Engine/Render/RenderContext.h"
+#include "Engine/Render/TextureUnits.h"
+
+#include <glm/vec2.hpp>
+#include <glm/vec3.hpp>
+#include <utility>
+#include <vector>
+
+namespace gull {
+
+namespace {
+
+/// Of a bent picture, to a side.
+constexpr int bentPieces = 8;
+
+/// `corners`: clip space, then the place on the picture and two unused values, of triangles.
+void drawRectangles(RenderContext& context, const DrawTarget& target, TextureRef picture, unsigned sampler,
+                    const std::vector<float>& corners, double opacity = 1) {
+    if (corners.empty()) return;
+    ProgramKey key{ProgramKind::bitmap};
+    key.features.set(Feature::faded, opacity < 1);
+    DrawState state;
+    state.target = target;
+    state.program = &context.programs.get(key);
+    state.textures = {{unitSource, picture, sampler}};
+    if (opacity < 1) {
+        state.uniforms = {{"opacity", static_cast<float>(opacity)}};
+        state.blending = Blending::over;
+    }
+    const VertexRange all{0, context.streams.places.upload(corners)};
+    state.vertexArray = context.streams.places.vertexArray();
+    context.device.draw(state, {&all, 1});
+}
+
+}  // namespace
+
+void copyPicture(RenderContext& context, const DrawTarget& target, TextureRef picture,
+                 std::span<const PixelArea> areas) {
+    const auto width = static_cast<float>(target.viewport.width);
+    const auto height = static_cast<float>(target.viewport.height);
+    std::vector<float> corners;
+    corners.reserve(areas.size() * 24);
+    for (const PixelArea& area : areas) {
+        const float left = static_cast<float>(area.x) / width;
+        const float right = static_cast<float>(area.right()) / width;
+        const float low = static_cast<float>(area.y) / height;
+        const float high = static_cast<float>(area.top()) / height;
+        for (const auto& [x, y] :
+             {std::pair(left, low), {right, low}, {right, high}, {left, low}, {right, high}, {left, high}})
+            corners.insert(corners.end(), {2 * x - 1, 2 * y - 1, x, y});
+    }
+    drawRectangles(context, target, picture, context.streams.exact.name(), corners);
+}
+
+void stretchPicture(RenderContext& context, const DrawTarget& target, TextureRef picture, double opacity) {
+    drawRectangles(context, target, picture, context.streams.smooth.name(),
+                   {-1, -1, 0, 0, 1, -1, 1, 0, 1, 1, 1, 1, -1, -1, 0, 0, 1, 1, 1, 1, -1, 1, 0, 1}, opacity);
+}
+
+void bendPicture(RenderContext& context, const DrawTarget& target, TextureRef picture,
+                 const glm::dmat3& toPicture) {
+    const int width = target.viewport.width, height = target.viewport.height;
+    const auto place = [&](double x, double y) {
+        const glm::dvec3 p = toPicture * glm::dvec3(x / width, y / height, 1);
+        return glm::dvec2(p) / p.z;
+    };
+    std::vector<float> corners;
+    for (int row = 0; row < bentPieces; ++row) {
+        for (int column = 0; column < bentPieces; ++column) {
+            // On whole pixels. Each piece is only moved and stretched: sides at an angle would cost twice as
+            // much.
+            const double left = width * column / bentPieces, right = width * (column + 1) / bentPieces;
+            const double low = height * row / bentPieces, high = height * (row + 1) / bentPieces;
+            const double x = (left + right) / 2, y = (low + high) / 2;
+            const double fromX[] = {place(left, y).x, place(right, y).x};
+            const double fromY[] = {place(x, low).y, place(x, high).y};
+            for (const auto& [u, v] : {std::pair(0, 0), {1, 0}, {1, 1}, {0, 0}, {1, 1}, {0, 1}})
+                for (const double value : {(u ? right : left) / width * 2 - 1,
+                                           (v ? high : low) / height * 2 - 1, fromX[u], fromY[v]})
+                    corners.push_back(static_cast<float>(value));
+        }
+    }
+    drawRectangles(context, target, picture, context.streams.smooth.name(), corners);
+}
+
+}  // namespace gull

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "Engine/Gl/DrawState.h"
+#include "Engine/Render/DrawList.h"
+#include "Engine/Render/ProgramKey.h"
+
+#include <span>
+
+namespace gull {
+
+struct RenderContext;
+
+/// How the surfaces of a pass are shaded.
+struct Shading {
+    enum class Output {
+        linear,  ///< scene light into one target
+        /// Lit, shade, surface and normal into the static layer's four targets; lit alone where there is only
+        /// one. Shadows of sun and contacts are always looked up.
+        staticLayer,
+        display,  ///< tone mapped for the screen
+        water     ///< water alone, to be blended over the tone-mapped picture later
+    };
+    Output output = Output::linear;
+    bool sunShadow = true;
+    bool contactShadows = false;
+    std::span<const Lamp> lamps = {};  ///< those of the Frame block; borrowed
+    bool bloom = false;                ///< water takes the glow of the picture in
+    bool noToneMapping = false;        ///< for cameras without it
+    /// Many small triangles rather than many pixels. Opaque and blended ones share programs.
+    bool small = false;
+    bool matt = false;        ///< opaque surfaces other than metals are lit at their vertices; for display
+    bool waterDepth = false;  ///< water looks up how deep it is in the ground's depth
+    Box hidden = {};          ///< what lies in it is not drawn, world space
+};
+
+/// What the surfaces of a pass read besides their own maps; what is missing is not read.
+struct SurfaceInputs {
+    TextureRef environment;
+    unsigned environmentSampler = 0;
+    TextureRef sunShadow;
+    TextureRef contactShadows;
+    TextureRef groundDepth;  ///< of what lies under the water
+    TextureRef groundLight;  ///< scene light of the same
+    TextureRef bloom;
+};
+
+/// Where and how the surfaces, the sky and the particles of a pass are drawn. The depth test passes what is
+/// as near as the target's depth or nearer.
+struct SurfacePass {
+    DrawTarget target;
+    unsigned frameUniforms = 0;
+    const Viewpoint& view;  ///< borrowed
+    SurfaceInputs inputs;
+    Shading shading;
+};
+
+/// Draws the chunks of `item` that touch `area` (pixels of the picture).
+void drawSurface(RenderContext& context, const SurfacePass& pass, const DrawItem& item,
+                 const PixelArea& area);
+/// The program that this takes.
+ProgramKey surfaceProgram(const Shading& shading, const DrawItem& item);
+
+/// True for a wide, smooth, blended surface such as the sea, which is shaded as water over what lies below.
+bool isWater(const DrawItem& item);
+
+}  // namespace gull
