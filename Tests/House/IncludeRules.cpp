@@ -77,9 +77,8 @@ const std::vector<Library>& libraries() {
 }
 
 /// Vectors and matrices: the one library that may show in headers, from the stage upward.
-const std::set<std::string> glmRooms{"Engine/Stage",      "Engine/Gl",      "Engine/Render",
-                                     "Engine/Compositor", "Gullwick/Scene", "Gullwick/Game",
-                                     "Gullwick/HUD",      "Gullwick/App"};
+const std::set<std::string> glmRooms{"Engine/Stage",   "Engine/Gl",     "Engine/Render", "Engine/Compositor",
+                                     "Gullwick/Scene", "Gullwick/Game", "Gullwick/HUD",  "Gullwick/App"};
 
 bool isBelow(std::string_view path, std::string_view folder) {
     return path == folder || (path.starts_with(folder) && path[folder.size()] == '/');

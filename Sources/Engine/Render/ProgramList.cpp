@@ -82,8 +82,7 @@ bool hasLamps(PassKind pass) {
            pass == PassKind::fastFrame;
 }
 
-/// A surface of `material` that `lamps` reach in a pass of this kind. `water` alone tells it apart: its own
-/// light is what the water layer takes in.
+/// A surface of `material`.
 DrawItem itemOf(const Material& material) {
     DrawItem item;
     item.material = &material;
@@ -96,6 +95,7 @@ void addSurfaces(std::vector<ProgramUse>& uses, PassKind pass, const Shading& sh
     const std::vector<Lamp> lamps(FrameBlock::mostLamps);  // without an end: they reach everything
     for (const Material& material : materials) {
         if (!draws(pass, material)) continue;
+        if (shading.output == Shading::Output::staticLayer && material.blend != Blend::opaque) continue;
         for (const int count : FrameBlock::lampPrograms) {
             if (count > 0 && (!hasLamps(pass) || material.lighting == Lighting::constant)) continue;
             Shading lit = shading;

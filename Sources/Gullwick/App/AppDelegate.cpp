@@ -166,15 +166,17 @@ struct AppDelegate::Parts final : WindowCommands {
         const BeachLook& look = game.world().look();
         const RGB sea = look.water.mixed(look.skyMid, skyInSea);
         renderer.fillPlaceholder(pixelSize(), 0, sea.scaled(sketchLight).colour(),
-                        look.sand.scaled(sketchLight).colour(), seaShare);
+                                 look.sand.scaled(sketchLight).colour(), seaShare);
         const Window::Part whole{0, 0, window.pixelWidth(), window.pixelHeight()};
         window.present({&whole, 1});
     }
 
     /// The very first picture is worth waiting for: only the sketch is seen before it, so all work goes into
     /// it.
-    void drawScene() { renderer.draw(game.world().stage(), pixelSize(), 0,
-                      drawnTime < 0 ? BuildMode::complete : BuildMode::gradual); }
+    void drawScene() {
+        renderer.draw(game.world().stage(), pixelSize(), 0,
+                      drawnTime < 0 ? BuildMode::complete : BuildMode::gradual);
+    }
 
     void drawFrame() {
         const double start = clock.now();
@@ -223,8 +225,8 @@ struct AppDelegate::Parts final : WindowCommands {
         lastPhase = phase;
     }
 
-    /// One costly thing a frame, while nothing moves that would show it; the rest of the shader warm-up now and
-    /// then during play.
+    /// One costly thing a frame, while nothing moves that would show it; the rest of the shader warm-up now
+    /// and then during play.
     void prepareAhead() {
         const bool flyingIn = game.phase == GameController::Phase::intro;
         if (flyingIn && (overlay.prepareIcon() || feedback.prepareOne())) return;
@@ -299,9 +301,9 @@ struct AppDelegate::Parts final : WindowCommands {
     Overlay overlay{game, settings, icons, [this] { return menus(); }};
     std::optional<FrameProbe> probe;
     std::function<void(const FrameTiming&)> observer;
-    static constexpr double sketchLight = 0.85;  // the picture is this much darker than the look's colours
-    static constexpr double skyInSea = 0.35;     // share of the sky that the sea mirrors
-    static constexpr double seaShare = 0.34;     // of the picture's height
+    static constexpr double sketchLight = 0.85;    // the picture is this much darker than the look's colours
+    static constexpr double skyInSea = 0.35;       // share of the sky that the sea mirrors
+    static constexpr double seaShare = 0.34;       // of the picture's height
     static constexpr double warmUpBudget = 0.004;  // seconds a frame
     static constexpr int warmUpGap = 10;           // frames of play
     bool warmedUp = false;

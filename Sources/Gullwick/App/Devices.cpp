@@ -1,9 +1,9 @@
 #include "Gullwick/App/Devices.h"
 
+#include "Engine/Compositor/Renderer.h"
+#include "Engine/Gl/OffscreenContext.h"
 #include "Engine/Loop/Clock.h"
 #include "Engine/Raster/Text.h"
-#include "Engine/Gl/OffscreenContext.h"
-#include "Engine/Compositor/Renderer.h"
 #include "Engine/Window/Window.h"
 #include "Engine/Window/WindowOpening.h"
 #include "Gullwick/App/DevicesReport.h"

@@ -1,11 +1,11 @@
 #include "Gullwick/App/Snapshot.h"
 
+#include "Engine/Compositor/Renderer.h"
 #include "Engine/Files/SmallFile.h"
+#include "Engine/Gl/OffscreenContext.h"
 #include "Engine/Log/Log.h"
 #include "Engine/Raster/Canvas.h"
 #include "Engine/Raster/Png.h"
-#include "Engine/Gl/OffscreenContext.h"
-#include "Engine/Compositor/Renderer.h"
 #include "Gullwick/App/Environment.h"
 #include "Gullwick/App/IconRenderer.h"
 #include "Gullwick/App/SnapshotOptions.h"
@@ -73,7 +73,7 @@ int Snapshot::run(const CommandLine& commandLine) {
     }
     const double scale = requestedScale().value_or(1.0);
     const PixelSize size{static_cast<int>(std::lround(options.width * scale)),
-                              static_cast<int>(std::lround(options.height * scale))};
+                         static_cast<int>(std::lround(options.height * scale))};
     const int limit = graphicsInfo().maximumSize;
     if (size.width < 1 || size.height < 1 || size.width > limit || size.height > limit) {
         return fail(fmt::format("--size: this machine renders 1 to {} pixels a side; {}x{} was asked for",

@@ -1,6 +1,7 @@
 #include "Engine/Render/DrawList.h"
 
-#include "Engine/Render/OffscreenContext.h"
+#include "Engine/Gl/GraphicsDevice.h"
+#include "Engine/Gl/OffscreenContext.h"
 #include "Engine/Stage/Primitives.h"
 
 #include <gtest/gtest.h>
@@ -96,6 +97,8 @@ class DrawListTest : public testing::Test {
         std::string reason;
         context = OffscreenContext::create(&reason);
         ASSERT_TRUE(context) << reason;
+        device.emplace();
+        meshes.emplace(*device);
         view.size = {400, 300};
         view.projection = glm::perspective(0.8, 4.0 / 3, 0.5, 100.0);
         view = view.standingAt(glm::dmat4(1));  // looks along -z
@@ -106,13 +109,14 @@ class DrawListTest : public testing::Test {
         return node;
     }
     DrawList list(DrawList::Which which = DrawList::Which::all) {
-        return DrawList::of(stage, view, meshes, which);
+        return DrawList::of(stage, view, *meshes, which);
     }
 
     std::unique_ptr<OffscreenContext> context;
+    std::optional<GraphicsDevice> device;
+    std::optional<MeshCache> meshes;
     Stage stage;
     Viewpoint view;
-    MeshCache meshes;
 };
 
 TEST_F(DrawListTest, layersOpacityAndOrderAreInherited) {
@@ -133,9 +137,9 @@ TEST_F(DrawListTest, layersOpacityAndOrderAreInherited) {
     EXPECT_NEAR(item.radius, std::sqrt(3.0), 0.02);
 
     child.layer = Layer::drifting;
-    EXPECT_EQ(list().drifting.blended.size(), 1U);
+    EXPECT_EQ(list().water.blended.size(), 1U);
     parent.hidden = true;
-    EXPECT_TRUE(list().drifting.blended.empty());
+    EXPECT_TRUE(list().water.blended.empty());
 }
 
 TEST_F(DrawListTest, smallThingsComeBeforeLargeOnesAndFarBlendedOnesBeforeNear) {
@@ -146,19 +150,19 @@ TEST_F(DrawListTest, smallThingsComeBeforeLargeOnesAndFarBlendedOnesBeforeNear) 
     first.materials[0]->blend = Material::Blend::alpha;
     first.renderingOrder = -1;
     const DrawList drawn = list();
-    ASSERT_EQ(drawn.kept.opaque.size(), 2U);
-    EXPECT_LT(drawn.kept.opaque[0].radius, drawn.kept.opaque[1].radius);
+    ASSERT_EQ(drawn.still.opaque.size(), 2U);
+    EXPECT_LT(drawn.still.opaque[0].radius, drawn.still.opaque[1].radius);
     std::vector<double> distances;
-    for (const DrawItem& item : drawn.kept.blended) distances.push_back(std::round(item.distance));
+    for (const DrawItem& item : drawn.still.blended) distances.push_back(std::round(item.distance));
     EXPECT_EQ(distances, (std::vector<double>{2, 9, 6, 4}));
 }
 
 TEST_F(DrawListTest, leavesOutWhatNeitherIsSeenNorThrowsAShadow) {
     ball({0, 0, 10}).castsShadow = false;  // behind
-    EXPECT_TRUE(list().kept.opaque.empty());
+    EXPECT_TRUE(list().still.opaque.empty());
     ball({0, 0, 10});
-    EXPECT_EQ(list().kept.opaque.size(), 1U);
-    EXPECT_TRUE(list(DrawList::Which::notKept).kept.opaque.empty());
+    EXPECT_EQ(list().still.opaque.size(), 1U);
+    EXPECT_TRUE(list(DrawList::Which::notStill).still.opaque.empty());
 }
 
 TEST_F(DrawListTest, elementsOfOneMaterialAreDrawnAsOne) {
@@ -170,9 +174,9 @@ TEST_F(DrawListTest, elementsOfOneMaterialAreDrawnAsOne) {
     stage.root.add(makeNode(std::make_shared<const Geometry>(geometry), {red, red, blue})).position = {0, 0,
                                                                                                        -5};
     const DrawList two = list();
-    ASSERT_EQ(two.kept.opaque.size(), 2U);
+    ASSERT_EQ(two.still.opaque.size(), 2U);
     std::map<const Material*, std::size_t> chunks;
-    for (const DrawItem& item : two.kept.opaque) chunks[item.material] = item.element.chunkCount;
+    for (const DrawItem& item : two.still.opaque) chunks[item.material] = item.element.chunkCount;
     EXPECT_EQ(chunks[red.get()], 2 * chunks[blue.get()]);
 }
 
@@ -192,7 +196,7 @@ TEST_F(DrawListTest, theFirstDirectionalLightIsTheSun) {
     ASSERT_TRUE(lit.sun.light);
     EXPECT_NEAR(lit.sun.colour.r, 0.5, 1e-6);
     EXPECT_NEAR(lit.ambient.g, 0.25, 1e-6);
-    EXPECT_EQ(lit.kept.lamps.size(), 1U) << "a lamp without strength is none";
+    EXPECT_EQ(lit.still.lamps.size(), 1U) << "a lamp without strength is none";
     // What it shines on along its axis lies in the middle of its shadow map.
     const glm::dvec4 ahead = lit.sun.matrix * glm::dvec4(0, 0, -1, 1);
     EXPECT_NEAR(ahead.x, 0.5, 1e-9);

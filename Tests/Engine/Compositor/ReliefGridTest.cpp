@@ -1,4 +1,4 @@
-#include "Engine/Render/ReliefGrid.h"
+#include "Engine/Compositor/ReliefGrid.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "Engine/Render/FilmSight.h"
+#include "Engine/Compositor/WaterVisibility.h"
 
 #include <gtest/gtest.h>
 
