@@ -76,5 +76,25 @@ TEST(IncludeDirection, aFileWithoutARoomAndAHeaderThatIsNotThereAreFound) {
                             "GullCore/Beach.cpp: includes Beach.h: no such header below Sources"));
 }
 
+TEST(Renderer, openGlIsCalledInItsOwnRoomsAlone) {
+    EXPECT_THAT(openGlCallsOutside(readSources()), IsEmpty());
+    EXPECT_THAT(
+        openGlCallsOutside({{"Engine/Gl/Target.cpp", "    glClear(bits);\n"},
+                            {"Engine/Render/Sky.cpp", "// glClear(bits)\n    if (x) glClear(bits);\n"},
+                            {"Engine/Render/Sea.cpp", "auto g = glitters(view); glm::vec3(1);\n"}}),
+        ElementsAre("Engine/Render/Sky.cpp: glClear"));
+}
+
+TEST(Renderer, hasNoIncludeCircleAndNoLongFile) {
+    EXPECT_THAT(rendererViolations(readSources()), IsEmpty());
+    EXPECT_THAT(
+        rendererViolations({{"Engine/Gl/A.h", "#include \"Engine/Gl/B.h\"\n"},
+                            {"Engine/Gl/B.h", ""},
+                            {"Engine/Gl/B.cpp", "#include \"Engine/Gl/A.h\"\n"},
+                            {"Engine/Render/C.cpp", std::string(301, '\n')}}),
+        ElementsAre("Engine/Render/C.cpp: longer than 300 lines", "Engine/Gl/A: stands in an include circle",
+                    "Engine/Gl/B: stands in an include circle"));
+}
+
 }  // namespace
 }  // namespace gull

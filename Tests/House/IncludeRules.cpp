@@ -139,6 +139,28 @@ std::string faultOfTheirs(const Room& room, const std::string& header) {
     return !library || library->rooms.contains(room.name) ? "" : "this library stays in its own rooms";
 }
 
+/// Path without extension: a header and its source are one.
+std::string unitOf(const std::string& path) {
+    return path.substr(0, path.rfind('.'));
+}
+
+using Units = std::map<std::string, std::set<std::string>>;
+
+/// Whether `goal` is included by any of `from` or by what they include.
+bool reaches(const Units& units, const std::set<std::string>& from, const std::string& goal) {
+    std::vector<std::string> left(from.begin(), from.end());
+    std::set<std::string> seen;
+    while (!left.empty()) {
+        const std::string unit = left.back();
+        left.pop_back();
+        if (unit == goal) return true;
+        const auto found = units.find(unit);
+        if (!seen.insert(unit).second || found == units.end()) continue;
+        left.insert(left.end(), found->second.begin(), found->second.end());
+    }
+    return false;
+}
+
 }  // namespace
 
 std::vector<std::string> includeViolations(const SourceTree& sources) {
@@ -155,6 +177,40 @@ std::vector<std::string> includeViolations(const SourceTree& sources) {
             if (!fault.empty()) violations.push_back(path + ": includes " + include.path + ": " + fault);
         }
     }
+    return violations;
+}
+
+std::vector<std::string> openGlCallsOutside(const SourceTree& sources) {
+    static const std::regex call(R"((^|[^A-Za-z0-9_:.>])(gl[A-Z][A-Za-z0-9]+)\s*\()");
+    std::vector<std::string> violations;
+    for (const auto& [path, text] : sources) {
+        if (isBelow(path, "Engine/Gl") || isBelow(path, "Engine/Window")) continue;
+        std::istringstream lines(text);
+        std::smatch match;
+        for (std::string line; std::getline(lines, line);) {
+            const std::string code = line.substr(0, line.find("//"));
+            if (std::regex_search(code, match, call)) violations.push_back(path + ": " + match[2].str());
+        }
+    }
+    return violations;
+}
+
+std::vector<std::string> rendererViolations(const SourceTree& sources) {
+    constexpr std::ptrdiff_t mostLines = 300;
+    std::vector<std::string> violations;
+    std::map<std::string, std::set<std::string>> units;
+    for (const auto& [path, text] : sources) {
+        const bool isRenderer = isBelow(path, "Engine/Gl") || isBelow(path, "Engine/Render") ||
+                                isBelow(path, "Engine/Compositor");
+        if (!isRenderer) continue;
+        if (std::count(text.begin(), text.end(), '\n') > mostLines)
+            violations.push_back(path + ": longer than 300 lines");
+        std::set<std::string>& unit = units[unitOf(path)];
+        for (const Include& include : includesOf(text))
+            if (include.isOurs && unitOf(include.path) != unitOf(path)) unit.insert(unitOf(include.path));
+    }
+    for (const auto& [unit, includes] : units)
+        if (reaches(units, includes, unit)) violations.push_back(unit + ": stands in an include circle");
     return violations;
 }
 

@@ -13,4 +13,11 @@ using SourceTree = std::map<std::string, std::string>;
 /// known rooms and includes of headers that do not exist. Empty when the house is in order.
 std::vector<std::string> includeViolations(const SourceTree& sources);
 
+/// Calls of OpenGL outside the rooms that own it, as "file: call".
+std::vector<std::string> openGlCallsOutside(const SourceTree& sources);
+
+/// What keeps a stranger out of the renderer's rooms: units (a header with its source) that include each
+/// other in a circle, and files of more than 300 lines.
+std::vector<std::string> rendererViolations(const SourceTree& sources);
+
 }  // namespace gull

@@ -38,10 +38,9 @@ struct ShaderWarmUp::Stock {
           light(plainTarget(device, Format::rgba16f, 0)),
           surface(plainTarget(device, Format::rgba8, 0)),
           depth(device, pictureSize, {{}, Format::depth24}),
-          movingShadow(device, {shadowMapSize, shadowMapSize}, {{}, Format::depth16}),
+          movingShadow(makeShadowMap(device, shadowMapSize)),
           quickEnvironment(makeSampler(device, {Filter::linearNearestMip, true, true})),
           frame(device) {
-        compareDepth(movingShadow.depth());
         device.clear(depth.whole(), {{}, 1});
         device.clear(movingShadow.whole(), {{}, 1});
         frame.upload({});

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Engine/Gl/Textures.h"
+#include "Engine/Gl/Format.h"
 
 namespace gull {
 

@@ -1,13 +1,11 @@
 #include "Engine/Gl/GlObjects.h"
 
-#include "Engine/Gl/GraphicsDevice.h"
-
 #include <epoxy/gl.h>
 
 namespace gull {
 
-unsigned createGlName(GraphicsDevice& device, GlKind kind) {
-    device.forgetState();
+unsigned createGlName(StateKeeper& keeper, GlKind kind) {
+    keeper.forgetState();
     GLuint name = 0;
     switch (kind) {
         case GlKind::texture:

@@ -1,15 +1,15 @@
 #pragma once
 
+#include "Engine/Gl/StateKeeper.h"
+
 #include <utility>
 
 namespace gull {
 
-class GraphicsDevice;
-
 enum class GlKind { texture, buffer, vertexArray, framebuffer, renderbuffer, sampler };
 
-/// A new OpenGL name. Tells `device`, because the name may be one that was in use, and bound, before.
-unsigned createGlName(GraphicsDevice& device, GlKind kind);
+/// A new OpenGL name. Tells `keeper`.
+unsigned createGlName(StateKeeper& keeper, GlKind kind);
 void deleteGlName(GlKind kind, unsigned name);
 
 /// Owns one OpenGL name; moves, never copies. A default one is empty (name 0) and owns nothing. The context
@@ -18,7 +18,7 @@ template <GlKind kind>
 class GlObject {
   public:
     GlObject() = default;
-    explicit GlObject(GraphicsDevice& device) : name_(createGlName(device, kind)) {}
+    explicit GlObject(StateKeeper& keeper) : name_(createGlName(keeper, kind)) {}
     ~GlObject() { reset(); }
     GlObject(GlObject&& other) noexcept : name_(std::exchange(other.name_, 0)) {}
     GlObject& operator=(GlObject&& other) noexcept {

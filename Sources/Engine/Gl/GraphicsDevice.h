@@ -2,6 +2,8 @@
 
 #include "Engine/Gl/DrawState.h"
 #include "Engine/Gl/StateChanges.h"
+#include "Engine/Gl/StateKeeper.h"
+#include "Engine/Gl/TextureUnit.h"
 #include "Engine/Raster/Image.h"
 
 #include <array>
@@ -23,10 +25,10 @@ struct ClearValues {
 /// Order of calls: make textures, targets, vertices and programs; upload; then draw, clear, copy and read in
 /// any order. Needs OpenGL 4.1 core, or 3.3 with separate shader objects. One context, one device, one
 /// thread.
-class GraphicsDevice {
+class GraphicsDevice final : public StateKeeper {
   public:
-    /// Draws read textures at units below this; the one at it is for filling textures.
-    static constexpr int unitCount = 16;
+    /// Draws read textures at units below this.
+    static constexpr int unitCount = editingUnit;
 
     /// Throws std::runtime_error with a readable message when the context is too old.
     GraphicsDevice();
@@ -52,7 +54,7 @@ class GraphicsDevice {
 
     /// Makes the next call set everything: for whoever binds or makes things without the device, or lets
     /// somebody else do so.
-    void forgetState();
+    void forgetState() override;
     /// Sets everything that a draw may set to something useless before each draw, so that a draw that relies
     /// on what an earlier one left goes wrong where it can be seen. For tests; slow.
     void setSpoiling(bool spoiling) { spoiling_ = spoiling; }

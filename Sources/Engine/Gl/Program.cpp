@@ -1,17 +1,15 @@
 #include "Engine/Gl/Program.h"
 
-#include "Engine/Gl/GraphicsDevice.h"
-
 #include <epoxy/gl.h>
 
 #include <utility>
 
 namespace gull {
 
-Program::Program(GraphicsDevice& device, std::shared_ptr<const ShaderStage> vertex,
+Program::Program(StateKeeper& keeper, std::shared_ptr<const ShaderStage> vertex,
                  std::shared_ptr<const ShaderStage> fragment)
     : vertex_(std::move(vertex)), fragment_(std::move(fragment)) {
-    device.forgetState();
+    keeper.forgetState();
     glGenProgramPipelines(1, &pipeline_);
     glUseProgramStages(pipeline_, GL_VERTEX_SHADER_BIT, vertex_->name());
     glUseProgramStages(pipeline_, GL_FRAGMENT_SHADER_BIT, fragment_->name());

@@ -7,13 +7,11 @@
 
 namespace gull {
 
-class GraphicsDevice;
-
 /// A vertex and a fragment shader that work together. Vertex shaders may be shared, and uniforms belong to
 /// the shader: a draw sets all that it needs. Belongs to the context in which it was made.
 class Program {
   public:
-    Program(GraphicsDevice& device, std::shared_ptr<const ShaderStage> vertex,
+    Program(StateKeeper& keeper, std::shared_ptr<const ShaderStage> vertex,
             std::shared_ptr<const ShaderStage> fragment);
     ~Program();
     Program(Program&& other) noexcept;

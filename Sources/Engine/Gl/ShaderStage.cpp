@@ -1,6 +1,5 @@
 #include "Engine/Gl/ShaderStage.h"
 
-#include "Engine/Gl/GraphicsDevice.h"
 #include "Engine/Gl/UniformBuffer.h"
 
 #include <epoxy/gl.h>
@@ -8,6 +7,7 @@
 
 #include <cstring>
 #include <glm/gtc/type_ptr.hpp>
+#include <optional>
 #include <stdexcept>
 
 namespace gull {
@@ -58,9 +58,9 @@ std::optional<UniformValue> uselessValue(GLenum type) {
 
 }  // namespace
 
-ShaderStage::ShaderStage(GraphicsDevice& device, Kind kind, std::string_view program,
-                         const std::string& source, std::span<const SamplerUnit> units) {
-    device.forgetState();
+ShaderStage::ShaderStage(StateKeeper& keeper, Kind kind, std::string_view program, const std::string& source,
+                         std::span<const SamplerUnit> units) {
+    keeper.forgetState();
     const GLchar* text = source.c_str();
     name_ = glCreateShaderProgramv(kind == Kind::vertex ? GL_VERTEX_SHADER : GL_FRAGMENT_SHADER, 1, &text);
     GLint done = 0;

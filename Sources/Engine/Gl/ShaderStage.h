@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Engine/Gl/StateKeeper.h"
 #include "Engine/Gl/Uniforms.h"
 
 #include <span>
@@ -9,8 +10,6 @@
 #include <vector>
 
 namespace gull {
-
-class GraphicsDevice;
 
 /// The name of a sampler in the shaders and the texture unit that it reads.
 using SamplerUnit = std::pair<const char*, int>;
@@ -22,7 +21,7 @@ class ShaderStage {
 
     /// `units`: of all samplers that the source may use. Throws std::runtime_error with the driver's message
     /// and the name of the `program` that asks for it when it does not compile.
-    ShaderStage(GraphicsDevice& device, Kind kind, std::string_view program, const std::string& source,
+    ShaderStage(StateKeeper& keeper, Kind kind, std::string_view program, const std::string& source,
                 std::span<const SamplerUnit> units);
     ~ShaderStage();
     ShaderStage(const ShaderStage&) = delete;

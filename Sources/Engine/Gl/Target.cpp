@@ -81,6 +81,12 @@ bool ensureSize(GraphicsDevice& device, Target& target, const PixelSize& size,
     return true;
 }
 
+Target makeShadowMap(GraphicsDevice& device, int size) {
+    Target map(device, {size, size}, {{}, Format::depth16});
+    compareDepth(map.depth());
+    return map;
+}
+
 Target plainTarget(GraphicsDevice& device, Format format, float value) {
     Target target(device, {3, 3}, {{format}});
     device.clear(target.whole(), {{{value, value, value, 1}}, {}});

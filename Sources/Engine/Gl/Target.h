@@ -10,6 +10,8 @@
 
 namespace gull {
 
+class GraphicsDevice;
+
 /// A framebuffer with its attachments: textures that later passes read.
 class Target {
   public:
@@ -55,6 +57,9 @@ class Target {
 /// Replaces `target` unless it has this size already; true when it was replaced.
 bool ensureSize(GraphicsDevice& device, Target& target, const PixelSize& size,
                 const Target::Description& description);
+
+/// A depth texture whose looks compare (less or equal passes), `size` texels a side. 16 bits.
+Target makeShadowMap(GraphicsDevice& device, int size);
 
 /// A picture of a few pixels that holds `value` in every channel, alpha 1: a stand-in that changes nothing.
 /// No side is a power of two, as hardly any picture's is: a software rasteriser compiles programs again where

@@ -1,8 +1,8 @@
 #include "Engine/Gl/Textures.h"
 
 #include "Engine/Gl/GlFormat.h"
-#include "Engine/Gl/GraphicsDevice.h"
 #include "Engine/Gl/GraphicsInfo.h"
+#include "Engine/Gl/TextureUnit.h"
 
 #include <epoxy/gl.h>
 
@@ -10,32 +10,11 @@
 
 namespace gull {
 
-GlFormat glFormat(Format format) {
-    switch (format) {
-        case Format::r8:
-            return {GL_R8, GL_RED, GL_UNSIGNED_BYTE};
-        case Format::rgba8:
-            return {GL_RGBA8, GL_RGBA, GL_UNSIGNED_BYTE};
-        case Format::bgra8:
-            // Without a size in its name the format may be the one that the bytes come in.
-            return {GL_RGBA, GL_BGRA, GL_UNSIGNED_INT_8_8_8_8_REV};
-        case Format::rgba16f:
-            return {GL_RGBA16F, GL_RGBA, GL_HALF_FLOAT};
-        case Format::depth16:
-            return {GL_DEPTH_COMPONENT16, GL_DEPTH_COMPONENT, GL_UNSIGNED_SHORT};
-        case Format::depth24:
-            return {GL_DEPTH_COMPONENT24, GL_DEPTH_COMPONENT, GL_UNSIGNED_INT};
-        case Format::none:
-            break;
-    }
-    return {GL_NONE, GL_NONE, GL_NONE};
-}
-
 namespace {
 
 /// Binds a texture where no draw looks.
 void edit(GLenum target, GLuint texture) {
-    glActiveTexture(GL_TEXTURE0 + GraphicsDevice::unitCount);
+    glActiveTexture(GL_TEXTURE0 + editingUnit);
     glBindTexture(target, texture);
 }
 void edit(GLenum target, const GlTexture& texture) {
@@ -62,8 +41,8 @@ GLint magnification(Filter filter) {
 
 }  // namespace
 
-GlTexture makeTexture(GraphicsDevice& device, const PixelSize& size, Format format, Filter filter) {
-    GlTexture texture(device);
+GlTexture makeTexture(StateKeeper& keeper, const PixelSize& size, Format format, Filter filter) {
+    GlTexture texture(keeper);
     const GlFormat gl = glFormat(format);
     edit(GL_TEXTURE_2D, texture);
     glTexImage2D(GL_TEXTURE_2D, 0, static_cast<GLint>(gl.internal), size.width, size.height, 0, gl.layout,
@@ -76,8 +55,8 @@ GlTexture makeTexture(GraphicsDevice& device, const PixelSize& size, Format form
     return texture;
 }
 
-GlTexture makeMultisampledTexture(GraphicsDevice& device, const PixelSize& size, Format format, int samples) {
-    GlTexture texture(device);
+GlTexture makeMultisampledTexture(StateKeeper& keeper, const PixelSize& size, Format format, int samples) {
+    GlTexture texture(keeper);
     edit(GL_TEXTURE_2D_MULTISAMPLE, texture);
     glTexImage2DMultisample(GL_TEXTURE_2D_MULTISAMPLE, samples, glFormat(format).internal, size.width,
                             size.height, GL_TRUE);
@@ -116,8 +95,8 @@ void uploadBitmapPart(const GlTexture& texture, const PixelArea& part, const uns
     glTexSubImage2D(GL_TEXTURE_2D, 0, part.x, part.y, part.width, part.height, gl.layout, gl.type, pixels);
 }
 
-GlTexture makeCube(GraphicsDevice& device, int size, const std::vector<std::vector<std::uint8_t>>& levels) {
-    GlTexture cube(device);
+GlTexture makeCube(StateKeeper& keeper, int size, const std::vector<std::vector<std::uint8_t>>& levels) {
+    GlTexture cube(keeper);
     edit(GL_TEXTURE_CUBE_MAP, cube);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
     glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
@@ -135,8 +114,8 @@ GlTexture makeCube(GraphicsDevice& device, int size, const std::vector<std::vect
     return cube;
 }
 
-GlSampler makeSampler(GraphicsDevice& device, const SamplerDescription& description) {
-    GlSampler sampler(device);
+GlSampler makeSampler(StateKeeper& keeper, const SamplerDescription& description) {
+    GlSampler sampler(keeper);
     const GLuint name = sampler.name();
     glSamplerParameteri(name, GL_TEXTURE_MIN_FILTER, minification(description.filter));
     glSamplerParameteri(name, GL_TEXTURE_MAG_FILTER, magnification(description.filter));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Engine/Gl/Format.h"
 #include "Engine/Gl/GlObjects.h"
 #include "Engine/Gl/PixelArea.h"
 #include "Engine/Gl/TextureRef.h"
@@ -10,10 +11,6 @@
 
 namespace gull {
 
-/// Pixel formats of targets and textures. bgra8: rgba8 with its bytes in the order of windows, where the
-/// driver agrees.
-enum class Format { none, r8, rgba8, bgra8, rgba16f, depth16, depth24 };
-
 /// How a texture or a sampler finds the value between texels and between mipmaps.
 enum class Filter {
     nearest,
@@ -23,9 +20,9 @@ enum class Filter {
 };
 
 /// An empty texture without mipmaps, clamped at its edges.
-GlTexture makeTexture(GraphicsDevice& device, const PixelSize& size, Format format, Filter filter);
+GlTexture makeTexture(StateKeeper& keeper, const PixelSize& size, Format format, Filter filter);
 /// The same with `samples` samples a pixel.
-GlTexture makeMultisampledTexture(GraphicsDevice& device, const PixelSize& size, Format format, int samples);
+GlTexture makeMultisampledTexture(StateKeeper& keeper, const PixelSize& size, Format format, int samples);
 /// Makes looks at a depth texture compare (less or equal passes) instead of returning the depth.
 void compareDepth(TextureRef texture);
 
@@ -42,7 +39,7 @@ void uploadBitmapPart(const GlTexture& texture, const PixelArea& part, const uns
 /// A cube texture. `levels`: for each mipmap the R G B A bytes of its six faces (+x, -x, +y, -y, +z, -z),
 /// one after another, or nothing to leave the level undefined; the first is `size` texels a side, each
 /// further one half of that.
-GlTexture makeCube(GraphicsDevice& device, int size, const std::vector<std::vector<std::uint8_t>>& levels);
+GlTexture makeCube(StateKeeper& keeper, int size, const std::vector<std::vector<std::uint8_t>>& levels);
 
 struct SamplerDescription {
     Filter filter = Filter::linear;
@@ -50,7 +47,7 @@ struct SamplerDescription {
     bool repeatT = false;
     float anisotropy = 1;  ///< of the footprint, 1: none
 };
-GlSampler makeSampler(GraphicsDevice& device, const SamplerDescription& description);
+GlSampler makeSampler(StateKeeper& keeper, const SamplerDescription& description);
 /// The greatest anisotropy that samplers may ask for; 1 where it is not supported, and on a CPU: there the
 /// rasteriser walks the whole footprint texel by texel.
 float greatestAnisotropy();

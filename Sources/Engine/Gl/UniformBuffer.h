@@ -12,7 +12,7 @@ inline constexpr unsigned frameBlockBinding = 0;
 /// The buffer behind a uniform block.
 class UniformBuffer {
   public:
-    explicit UniformBuffer(GraphicsDevice& device) : buffer_(device) {}
+    explicit UniformBuffer(StateKeeper& keeper) : buffer_(keeper) {}
     /// Replaces the contents; draws that were asked for before still read the old ones.
     void upload(const void* bytes, std::size_t size);
     unsigned name() const { return buffer_.name(); }

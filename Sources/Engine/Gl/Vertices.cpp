@@ -1,7 +1,5 @@
 #include "Engine/Gl/Vertices.h"
 
-#include "Engine/Gl/GraphicsDevice.h"
-
 #include <epoxy/gl.h>
 
 namespace gull {
@@ -19,9 +17,9 @@ void setAttributes(std::size_t stride, std::initializer_list<VertexAttribute> at
 
 }  // namespace
 
-VertexStream::VertexStream(GraphicsDevice& device, std::size_t stride,
+VertexStream::VertexStream(StateKeeper& keeper, std::size_t stride,
                            std::initializer_list<VertexAttribute> attributes)
-    : stride_(stride), array_(device), buffer_(device) {
+    : stride_(stride), array_(keeper), buffer_(keeper) {
     glBindVertexArray(array_.name());
     glBindBuffer(GL_ARRAY_BUFFER, buffer_.name());
     setAttributes(stride, attributes);
@@ -35,10 +33,10 @@ std::uint32_t VertexStream::upload(const std::vector<float>& values) {
     return static_cast<std::uint32_t>(bytes / stride_);
 }
 
-IndexedVertices::IndexedVertices(GraphicsDevice& device, std::span<const std::byte> vertices,
-                                 std::size_t stride, std::initializer_list<VertexAttribute> attributes,
+IndexedVertices::IndexedVertices(StateKeeper& keeper, std::span<const std::byte> vertices, std::size_t stride,
+                                 std::initializer_list<VertexAttribute> attributes,
                                  const std::vector<std::uint32_t>& indices)
-    : array_(device), vertices_(device), indices_(device) {
+    : array_(keeper), vertices_(keeper), indices_(keeper) {
     glBindVertexArray(array_.name());
     glBindBuffer(GL_ARRAY_BUFFER, vertices_.name());
     glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(vertices.size()), vertices.data(), GL_STATIC_DRAW);
@@ -47,7 +45,7 @@ IndexedVertices::IndexedVertices(GraphicsDevice& device, std::span<const std::by
                  indices.data(), GL_STATIC_DRAW);
     setAttributes(stride, attributes);
     glBindVertexArray(0);
-    device.forgetState();
+    keeper.forgetState();
 }
 
 }  // namespace gull

@@ -21,8 +21,7 @@ struct VertexAttribute {
 class VertexStream {
   public:
     /// `stride`: bytes from vertex to vertex.
-    VertexStream(GraphicsDevice& device, std::size_t stride,
-                 std::initializer_list<VertexAttribute> attributes);
+    VertexStream(StateKeeper& keeper, std::size_t stride, std::initializer_list<VertexAttribute> attributes);
 
     /// Returns how many vertices `values` makes.
     std::uint32_t upload(const std::vector<float>& values);
@@ -38,7 +37,7 @@ class VertexStream {
 class IndexedVertices {
   public:
     IndexedVertices() = default;
-    IndexedVertices(GraphicsDevice& device, std::span<const std::byte> vertices, std::size_t stride,
+    IndexedVertices(StateKeeper& keeper, std::span<const std::byte> vertices, std::size_t stride,
                     std::initializer_list<VertexAttribute> attributes,
                     const std::vector<std::uint32_t>& indices);
 

@@ -39,7 +39,7 @@ EnvironmentCache::Environment EnvironmentCache::get(const std::shared_ptr<Textur
             auto size = static_cast<std::size_t>(FilteredSky::baseSize >> level);
             filtered.faces[level].assign(6 * size * size, glm::vec4(0, 0, 0, 1));
         }
-        entry.cube = makeCube(device_, FilteredSky::baseSize, cubeLevels(filtered));
+        entry.cube = makeCube(keeper_, FilteredSky::baseSize, cubeLevels(filtered));
         entry.irradiance = filtered.irradiance;
         entry.sunOnGround = sunOnGround;
         entry.owner = sky;

@@ -17,8 +17,8 @@ namespace gull {
 class EnvironmentCache {
   public:
     /// Both must outlive the cache.
-    EnvironmentCache(GraphicsDevice& device, const RenderOptions& options)
-        : device_(device), options_(options) {}
+    EnvironmentCache(StateKeeper& keeper, const RenderOptions& options)
+        : keeper_(keeper), options_(options) {}
 
     struct Environment {
         TextureRef cube;                      ///< what mirrors show; lasts until collectGarbage()
@@ -37,7 +37,7 @@ class EnvironmentCache {
         glm::vec3 sunOnGround{0};
         std::uint64_t version = 0;
     };
-    GraphicsDevice& device_;
+    StateKeeper& keeper_;
     const RenderOptions& options_;
     std::unordered_map<std::uint64_t, Entry> entries_;  ///< by Texture::id(); 0: the black one
 };

@@ -20,7 +20,7 @@ void setLamps(FrameBlock& block, std::vector<Lamp> lamps);
 /// A Frame block on the graphics card, which the draws of a pass name.
 class FrameUniforms {
   public:
-    explicit FrameUniforms(GraphicsDevice& device) : buffer_(device) {}
+    explicit FrameUniforms(StateKeeper& keeper) : buffer_(keeper) {}
     void upload(const FrameBlock& block) { buffer_.upload(&block, sizeof block); }
     unsigned name() const { return buffer_.name(); }
 

@@ -72,10 +72,10 @@ void cutElement(const Geometry& geometry, const Geometry::Element& element, Mesh
     }
 }
 
-IndexedVertices upload(GraphicsDevice& device, const Geometry& geometry,
+IndexedVertices upload(StateKeeper& keeper, const Geometry& geometry,
                        const std::vector<std::uint32_t>& indices) {
     using Vertex = Geometry::Vertex;
-    return {device,
+    return {keeper,
             std::as_bytes(std::span(geometry.vertices)),
             sizeof(Vertex),
             {{0, 3, offsetof(Vertex, position)},
@@ -107,7 +107,7 @@ const Mesh& MeshCache::mesh(const GeometryRef& geometry) {
     entry.mesh = Mesh();
     std::vector<std::uint32_t> indices;
     cutIntoChunks(*geometry, entry.mesh, indices);
-    entry.mesh.vertices = upload(device_, *geometry, indices);
+    entry.mesh.vertices = upload(keeper_, *geometry, indices);
     return entry.mesh;
 }
 

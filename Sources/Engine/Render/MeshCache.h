@@ -36,7 +36,7 @@ void cutIntoChunks(const Geometry& geometry, Mesh& mesh, std::vector<std::uint32
 /// Uploads each geometry once, as long as somebody else keeps it alive.
 class MeshCache {
   public:
-    explicit MeshCache(GraphicsDevice& device) : device_(device) {}
+    explicit MeshCache(StateKeeper& keeper) : keeper_(keeper) {}
     /// The reference lasts until collectGarbage().
     const Mesh& mesh(const GeometryRef& geometry);
     void collectGarbage();
@@ -46,7 +46,7 @@ class MeshCache {
         std::weak_ptr<const Geometry> owner;
         Mesh mesh;
     };
-    GraphicsDevice& device_;
+    StateKeeper& keeper_;
     std::unordered_map<const Geometry*, Entry> entries_;
 };
 

@@ -137,10 +137,10 @@ ProgramSource programSource(const ProgramKey& key, const ShaderDialect& dialect)
             head(dialect, fragment) + std::string(kind.fragment)};
 }
 
-std::shared_ptr<const ShaderStage> compileStage(GraphicsDevice& device, ShaderStage::Kind kind,
+std::shared_ptr<const ShaderStage> compileStage(StateKeeper& keeper, ShaderStage::Kind kind,
                                                 const std::string& name, const std::string& text) {
     try {
-        return std::make_shared<ShaderStage>(device, kind, name, text, samplerUnits);
+        return std::make_shared<ShaderStage>(keeper, kind, name, text, samplerUnits);
     } catch (const std::runtime_error& error) {
         throw std::runtime_error(withFileNames(error.what()));
     }
@@ -167,7 +167,7 @@ const Program& ProgramCache::get(const ProgramKey& key) {
     const ProgramSource source = programSource(key, dialect_);
     auto vertex = stage(ShaderStage::Kind::vertex, source.name, source.vertex);
     auto fragment = stage(ShaderStage::Kind::fragment, source.name, source.fragment);
-    return programs_.emplace(key, Program(device_, std::move(vertex), std::move(fragment))).first->second;
+    return programs_.emplace(key, Program(keeper_, std::move(vertex), std::move(fragment))).first->second;
 }
 
 std::vector<ProgramKey> ProgramCache::keys() const {
@@ -179,7 +179,7 @@ std::vector<ProgramKey> ProgramCache::keys() const {
 std::shared_ptr<const ShaderStage> ProgramCache::stage(ShaderStage::Kind kind, const std::string& name,
                                                        const std::string& text) {
     std::shared_ptr<const ShaderStage>& stage = stages_[text];
-    if (!stage) stage = compileStage(device_, kind, name, text);
+    if (!stage) stage = compileStage(keeper_, kind, name, text);
     return stage;
 }
 

@@ -22,7 +22,7 @@ ProgramSource programSource(const ProgramKey& key, const ShaderDialect& dialect)
 
 /// A stage of `text`. Throws std::runtime_error with the driver's message, its places named by file and line,
 /// when it does not compile.
-std::shared_ptr<const ShaderStage> compileStage(GraphicsDevice& device, ShaderStage::Kind kind,
+std::shared_ptr<const ShaderStage> compileStage(StateKeeper& keeper, ShaderStage::Kind kind,
                                                 const std::string& name, const std::string& text);
 
 /// Puts the shader files' names and lines in place of the line numbers in a compiler's messages.
@@ -32,7 +32,7 @@ std::string withFileNames(const std::string& messages);
 /// them: a software rasteriser takes as long to compile a vertex shader as a small fragment shader.
 class ProgramCache {
   public:
-    explicit ProgramCache(GraphicsDevice& device) : device_(device), dialect_(shaderDialect()) {}
+    explicit ProgramCache(StateKeeper& keeper) : keeper_(keeper), dialect_(shaderDialect()) {}
 
     /// The reference lasts as long as the cache. Throws std::runtime_error with the driver's message when a
     /// shader does not compile.
@@ -45,7 +45,7 @@ class ProgramCache {
     std::shared_ptr<const ShaderStage> stage(ShaderStage::Kind kind, const std::string& name,
                                              const std::string& text);
 
-    GraphicsDevice& device_;
+    StateKeeper& keeper_;
     ShaderDialect dialect_;
     std::map<ProgramKey, Program> programs_;
     std::map<std::string, std::shared_ptr<const ShaderStage>> stages_;  ///< by their whole text

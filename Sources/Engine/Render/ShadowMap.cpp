@@ -9,12 +9,6 @@ namespace gull {
 
 namespace {
 
-Target makeMap(GraphicsDevice& device, int size) {
-    Target map(device, {size, size}, {{}, Format::depth16});
-    compareDepth(map.depth());
-    return map;
-}
-
 /// The view through `matrix` (world to 0..1 on all axes).
 Viewpoint lookingAlong(const glm::dmat4& matrix, const PixelSize& size) {
     Viewpoint light;
@@ -36,7 +30,7 @@ Culling casterCulling(const DrawItem& item, const ShadowMap::Projection& project
 void ShadowMap::prepare(RenderContext& context, int size) {
     if (target_ && target_.size().width == size) return;
     target_ = {};
-    target_ = makeMap(context.device, size);
+    target_ = makeShadowMap(context.device, size);
 }
 
 void ShadowMap::draw(RenderContext& context, std::span<const DrawLayer* const> layers,
@@ -77,12 +71,6 @@ void ShadowMap::drawCasters(RenderContext& context, const DrawLayer& layer, cons
         state.uniforms = {{"toLight", glm::mat4(projection.matrix * item.model)}};
         drawMesh(context, state, item, light, part);
     }
-}
-
-Target emptyShadowMap(GraphicsDevice& device) {
-    Target map = makeMap(device, 3);  // no power of two, as most maps
-    device.clear(map.whole(), {{}, 1});
-    return map;
 }
 
 }  // namespace gull

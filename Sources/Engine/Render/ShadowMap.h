@@ -39,7 +39,4 @@ class ShadowMap {
     Target target_;
 };
 
-/// A map of a few texels that hides nothing.
-Target emptyShadowMap(GraphicsDevice& device);
-
 }  // namespace gull

@@ -1,7 +1,6 @@
 #include "Engine/Render/StandIns.h"
 
 #include "Engine/Gl/GraphicsDevice.h"
-#include "Engine/Render/ShadowMap.h"
 
 #include <array>
 #include <cstdint>
@@ -22,8 +21,10 @@ std::shared_ptr<Texture> plainTexture(Texture::Encoding encoding, const std::arr
 StandIns::StandIns(GraphicsDevice& device)
     : black(plainTarget(device, Format::rgba16f, 0)),
       white(plainTarget(device, Format::rgba8, 1)),
-      farthestShadow(emptyShadowMap(device)),
+      farthestShadow(makeShadowMap(device, 3)),
       whiteMap(plainTexture(Texture::Encoding::srgb, {255, 255, 255, 255})),
-      flatMap(plainTexture(Texture::Encoding::linear, {128, 128, 255, 255})) {}
+      flatMap(plainTexture(Texture::Encoding::linear, {128, 128, 255, 255})) {
+    device.clear(farthestShadow.whole(), {{}, 1});
+}
 
 }  // namespace gull

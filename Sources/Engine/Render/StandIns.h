@@ -7,6 +7,8 @@
 
 namespace gull {
 
+class GraphicsDevice;
+
 /// What takes the place of a picture that a program could read but that is missing, and changes nothing. It
 /// is stored and read as the others are: a software rasteriser compiles a program again for every way in
 /// which its textures are sampled.

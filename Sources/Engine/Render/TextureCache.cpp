@@ -1,7 +1,5 @@
 #include "Engine/Render/TextureCache.h"
 
-#include "Engine/Gl/GraphicsDevice.h"
-
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -78,7 +76,7 @@ std::vector<std::uint8_t> straightPixels(const Image& image, const PixelRect& re
     return pixels;
 }
 
-TextureCache::TextureCache(GraphicsDevice& device) : device_(device) {
+TextureCache::TextureCache(StateKeeper& keeper) : keeper_(keeper) {
     const float anisotropy = std::min(greatestAnisotropy(), 2.0F);
     const auto filter = [](Quality quality) {
         return quality == Quality::base    ? Filter::linear
@@ -87,7 +85,7 @@ TextureCache::TextureCache(GraphicsDevice& device) : device_(device) {
     };
     for (unsigned i = 0; i < std::size(samplers_); ++i) {
         const auto quality = static_cast<Quality>(i / 4);
-        samplers_[i] = makeSampler(device, {filter(quality), (i & 1U) != 0, (i & 2U) != 0,
+        samplers_[i] = makeSampler(keeper, {filter(quality), (i & 1U) != 0, (i & 2U) != 0,
                                             quality == Quality::fine ? anisotropy : 1});
     }
 }
@@ -106,7 +104,7 @@ TextureBinding TextureCache::binding(int unit, const std::shared_ptr<Texture>& t
 
 void TextureCache::upload(Entry& entry, const Texture& texture, bool mipmaps) {
     const Image& image = texture.image();
-    if (!entry.texture) entry.texture = GlTexture(device_);
+    if (!entry.texture) entry.texture = GlTexture(keeper_);
     if (entry.version == 0 || mipmaps) {
         PixelSize size{image.width, image.height};
         std::vector<std::uint8_t> pixels = straightPixels(image, {0, 0, size.width, size.height});

@@ -17,7 +17,7 @@ namespace gull {
 /// filtering draws no dark seams.
 class TextureCache {
   public:
-    explicit TextureCache(GraphicsDevice& device);
+    explicit TextureCache(StateKeeper& keeper);
 
     /// base: the full-size image alone, smoothed. quick: the nearest mipmap only, for what is drawn every
     /// frame without a GPU.
@@ -43,7 +43,7 @@ class TextureCache {
     };
     void upload(Entry& entry, const Texture& texture, bool mipmaps);
 
-    GraphicsDevice& device_;
+    StateKeeper& keeper_;
     std::unordered_map<std::uint64_t, Entry> entries_;  ///< by Texture::id()
     GlSampler samplers_[12];                            ///< 4 * quality + (repeat in s: 1) + (in t: 2)
 };

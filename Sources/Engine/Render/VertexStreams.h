@@ -7,15 +7,15 @@ namespace gull {
 
 /// The vertices that change from draw to draw, by their layouts, and the samplers for copies of pictures.
 struct VertexStreams {
-    explicit VertexStreams(GraphicsDevice& device)
-        : noVertices(device),
-          areas(device, 2 * sizeof(float), {{0, 2, 0}}),
-          places(device, 4 * sizeof(float), {{0, 2, 0}, {1, 2, 2 * sizeof(float)}}),
-          bitmaps(device, 6 * sizeof(float), {{0, 2, 0}, {1, 4, 2 * sizeof(float)}}),
-          particles(device, 9 * sizeof(float),
+    explicit VertexStreams(StateKeeper& keeper)
+        : noVertices(keeper),
+          areas(keeper, 2 * sizeof(float), {{0, 2, 0}}),
+          places(keeper, 4 * sizeof(float), {{0, 2, 0}, {1, 2, 2 * sizeof(float)}}),
+          bitmaps(keeper, 6 * sizeof(float), {{0, 2, 0}, {1, 4, 2 * sizeof(float)}}),
+          particles(keeper, 9 * sizeof(float),
                     {{0, 3, 0}, {2, 2, 3 * sizeof(float)}, {4, 4, 5 * sizeof(float)}}),
-          exact(makeSampler(device, {Filter::nearest})),
-          smooth(makeSampler(device, {Filter::linear})) {}
+          exact(makeSampler(keeper, {Filter::nearest})),
+          smooth(makeSampler(keeper, {Filter::linear})) {}
 
     GlVertexArray noVertices;  ///< for a triangle that the vertex shader makes
     VertexStream areas;        ///< pixel x, y
