@@ -9,7 +9,7 @@ buildPackages=(
     libsdl2-dev libx11-dev libepoxy-dev libegl-dev libgl-dev libglm-dev
     libcairo2-dev libpango1.0-dev libfontconfig-dev
     nlohmann-json3-dev libfmt-dev
-    libevdev-dev libudev-dev
+    libevdev-dev libudev-dev libsystemd-dev
 )
 runPackages=(
     libgl1 libegl1 libgl1-mesa-dri libegl-mesa0 libglx-mesa0
@@ -17,7 +17,7 @@ runPackages=(
 )
 testPackages=(
     clang-format libgtest-dev libgmock-dev glslang-tools
-    xvfb xdotool imagemagick
+    xvfb xdotool openbox imagemagick
 )
 
 say() { printf 'gullwick: %s\n' "$*" >&2; }

@@ -39,13 +39,23 @@ std::string Desktop::xdotool(const std::vector<std::string>& arguments) {
 }
 
 bool Desktop::waitForWindow(const std::string& title, double seconds) {
+    if (!waitForWindowAlone(title, seconds)) return false;
+    xdotool({"windowfocus", window_});
+    return true;
+}
+
+void Desktop::manageWindows() {
+    const Environment environment{{"DISPLAY", display_}, {"HOME", folder_.path().string()}};
+    manager_ = std::make_unique<Process>("openbox", std::vector<std::string>{}, environment, folder_.path());
+    // Once it answers, it has taken over.
+    for (int i = 0; i < 200 && xdotool({"get_desktop"}).empty(); ++i) pause(0.05);
+}
+
+bool Desktop::waitForWindowAlone(const std::string& title, double seconds) {
     for (double waited = 0; waited < seconds; waited += 0.1) {
         window_ = xdotool({"search", "--onlyvisible", "--name", "^" + title + "$"});
         window_ = window_.substr(0, window_.find('\n'));
-        if (!window_.empty()) {
-            xdotool({"windowfocus", window_});
-            return true;
-        }
+        if (!window_.empty()) return true;
         pause(0.1);
     }
     return false;

@@ -20,6 +20,10 @@ class Desktop {
 
     /// Waits until a window of that title is there, gives it the keyboard and tells its place.
     bool waitForWindow(const std::string& title, double seconds);
+    /// The same for a window that has to come by the keyboard itself.
+    bool waitForWindowAlone(const std::string& title, double seconds);
+    /// Runs a window manager (openbox) from now on.
+    void manageWindows();
     void moveMouse(int x, int y);
     void click(int button = 1);
     /// In xdotool's names: "Return", "ctrl+3", "h".
@@ -33,6 +37,7 @@ class Desktop {
     ScratchFolder folder_;
     std::string display_;
     std::unique_ptr<Process> server_;
+    std::unique_ptr<Process> manager_;
     std::string window_;
 };
 

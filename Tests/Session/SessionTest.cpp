@@ -86,6 +86,17 @@ TEST_F(Session, BeachOneIsPlayedWithTheMouseToThreeStars) {
     EXPECT_EQ(game->wait(10), 0) << game->errors();
 }
 
+TEST_F(Session, WhereNobodyHandsOutTheKeyboardTheWindowTakesIt) {
+    const auto game = start({});
+    ASSERT_TRUE(desktop_.waitForWindowAlone("Gullwick", windowSeconds)) << game->errors();
+    std::optional<int> status;
+    for (int tries = 0; tries < 60 && !status; ++tries) {  // keys may come before the window has it
+        desktop_.key("ctrl+q");
+        status = game->wait(0.5);
+    }
+    EXPECT_EQ(status, 0) << game->errors();
+}
+
 TEST_F(Session, MenusAlertAndSelectAreWalkedWithKeysAlone) {
     const std::string passed = R"({"stars":{"1":3},"bestHaul":{"1":220}})";
     std::filesystem::create_directories(progressFile().parent_path());

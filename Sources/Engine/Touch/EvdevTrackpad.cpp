@@ -132,16 +132,18 @@ EvdevTrackpad::Opened EvdevTrackpad::open(const std::string& path) {
 EvdevTrackpad::EvdevTrackpad(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
 EvdevTrackpad::~EvdevTrackpad() = default;
 
-bool EvdevTrackpad::poll() {
-    if (impl_->isGone) return false;
+EvdevTrackpad::News EvdevTrackpad::poll() {
+    if (impl_->isGone) return News::gone;
+    const std::size_t before = impl_->tracker.contacts().size();
     for (;;) {
+        if (impl_->tracker.contacts().size() != before) return News::more;
         input_event event{};
         const int status = libevdev_next_event(impl_->device.get(), LIBEVDEV_READ_FLAG_NORMAL, &event);
-        if (status == -EAGAIN) return true;
+        if (status == -EAGAIN) return News::none;
         if (status == -EINTR) continue;
         if (status < 0) {
             impl_->isGone = true;
-            return false;
+            return News::gone;
         }
         if (status == LIBEVDEV_READ_STATUS_SYNC) {
             impl_->skipLost();

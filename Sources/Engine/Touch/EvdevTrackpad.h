@@ -25,8 +25,11 @@ class EvdevTrackpad {
     EvdevTrackpad(const EvdevTrackpad&) = delete;
     EvdevTrackpad& operator=(const EvdevTrackpad&) = delete;
 
-    /// Takes in what has happened, never waiting. False when the device is gone: it has no contacts then.
-    bool poll();
+    enum class News { none, more, gone };
+
+    /// Takes in what has happened, never waiting, up to the next finger that came down or went up: `more`
+    /// then. `gone`: so is the device, and it has no contacts.
+    News poll();
     /// Asks the device itself what is on it: events may have been lost while the machine slept.
     void resync();
     const std::vector<Contact>& contacts() const;

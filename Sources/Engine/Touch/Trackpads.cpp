@@ -170,32 +170,46 @@ Trackpads::Trackpads() : impl_(std::make_unique<Impl>()) {
 
 Trackpads::~Trackpads() = default;
 
-void Trackpads::poll(double now) {
+bool Trackpads::poll(double now) {
     impl_->takeNews();
     const double slept = sleptSoFar();
     const bool hasSlept = slept - std::exchange(impl_->slept, slept) > sleptAtLeast;
     const bool isTimeToRetry = now >= impl_->nextRetry;
     if (isTimeToRetry) impl_->nextRetry = now + retryInterval;
 
+    bool isMore = false;
     impl_->contacts.clear();
     for (Entry& entry : impl_->entries) {
         if (!entry.pad && isTimeToRetry) impl_->open(entry);
         if (!entry.pad) continue;
         if (hasSlept) entry.pad->resync();
-        if (!entry.pad->poll()) {
+        const EvdevTrackpad::News news = entry.pad->poll();
+        if (news == EvdevTrackpad::News::gone) {
             entry.pad.reset();
             entry.error = ENODEV;
             continue;
         }
+        isMore = isMore || news == EvdevTrackpad::News::more;
         for (Contact contact : entry.pad->contacts()) {
             contact.id += entry.number << 32;
             impl_->contacts.push_back(contact);
         }
     }
+    return isMore;
 }
 
 const std::vector<Contact>& Trackpads::contacts() const {
     return impl_->contacts;
+}
+
+bool Trackpads::isRead(std::int64_t contact) const {
+    return std::any_of(impl_->entries.begin(), impl_->entries.end(),
+                       [contact](const Entry& entry) { return entry.pad && entry.number == contact >> 32; });
+}
+
+std::size_t Trackpads::readCount() const {
+    return static_cast<std::size_t>(std::count_if(impl_->entries.begin(), impl_->entries.end(),
+                                                  [](const Entry& entry) { return entry.pad != nullptr; }));
 }
 
 std::vector<Trackpads::Pad> Trackpads::pads() const {

@@ -3,6 +3,8 @@
 #include "Engine/Input/Events.h"
 #include "Engine/Input/Haptics.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -30,10 +32,15 @@ class Trackpads final : public HapticPerformer {
     Trackpads(const Trackpads&) = delete;
     Trackpads& operator=(const Trackpads&) = delete;
 
-    /// Takes in what has happened since the last call; `now` is the uptime in seconds. Call it once a frame.
-    void poll(double now);
+    /// Takes in what has happened since the last call, up to the next finger that came down or went up;
+    /// `now` is the uptime in seconds. True when there may be more: call it once a frame until it says false.
+    bool poll(double now);
     /// The fingers that are down, pad by pad, oldest first.
     const std::vector<Contact>& contacts() const;
+    /// Whether the pad that this contact is on, or was on, is still there.
+    bool isRead(std::int64_t contact) const;
+    /// How many pads are read now.
+    std::size_t readCount() const;
     /// What was found, in the order found.
     std::vector<Pad> pads() const;
     /// A short command that allows reading a pad that is there but may not be read, while none is read: the

@@ -14,7 +14,15 @@ struct Trackpads::Impl {
 Trackpads::Trackpads() : impl_(std::make_unique<Impl>()) {}
 Trackpads::~Trackpads() = default;
 
-void Trackpads::poll(double) {}
+bool Trackpads::poll(double) {
+    return false;
+}
+bool Trackpads::isRead(std::int64_t) const {
+    return true;
+}
+std::size_t Trackpads::readCount() const {
+    return 1;
+}
 const std::vector<Contact>& Trackpads::contacts() const {
     return impl_->none;
 }

@@ -170,7 +170,7 @@ void GameControllers::Impl::touch(const SDL_ControllerTouchpadEvent& event) {
     inUse = event.which;
     if (known == fingers.end()) {
         fingers.push_back(key);
-        contacts.push_back({++lastContact, 0, 0});
+        contacts.push_back({(std::int64_t{event.which} << 32) + ++lastContact, 0, 0});
     }
     // SDL counts from the far edge.
     Contact& contact = contacts[static_cast<std::size_t>(place)];
@@ -242,6 +242,10 @@ std::vector<ControllerEvent> GameControllers::takeEvents() {
 
 const std::vector<Contact>& GameControllers::contacts() const {
     return impl_->contacts;
+}
+
+bool GameControllers::hasSurfaceOf(std::int64_t contact) const {
+    return impl_->find(static_cast<SDL_JoystickID>(contact >> 32)) != nullptr;
 }
 
 Stick GameControllers::stick() const {

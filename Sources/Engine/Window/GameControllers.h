@@ -3,6 +3,7 @@
 #include "Engine/Input/Events.h"
 #include "Engine/Input/Haptics.h"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -51,7 +52,9 @@ class GameControllers final : public HapticPerformer {
     std::vector<ControllerEvent> takeEvents();
     /// The fingers on all touch surfaces.
     const std::vector<Contact>& contacts() const;
-    /// The left stick that is pushed furthest; the middle tenth and a bit counts as rest.
+    /// Whether the controller that this contact is on, or was on, is still there.
+    bool hasSurfaceOf(std::int64_t contact) const;
+    /// The left stick that is pushed furthest; within its dead zone it rests, behind it lies the whole range.
     Stick stick() const;
     std::vector<Description> controllers() const;
     /// What the controller in use (the one last touched, else the first) calls that button; empty without

@@ -3,6 +3,7 @@
 #include "Engine/Window/DesktopScale.h"
 #include "Engine/Window/KeyMap.h"
 #include "Engine/Window/PartialPresent.h"
+#include "Engine/Window/WindowManager.h"
 
 #include <SDL.h>
 #include <fmt/format.h>
@@ -27,6 +28,10 @@ struct Window::Impl {
     bool locked = false;
     std::map<std::int64_t, Contact> fingers;
 
+    /// Where nobody hands out the keyboard, a window takes it.
+    void takeFocus() {
+        if (!hasWindowManager()) SDL_SetWindowInputFocus(window);
+    }
     void handle(const SDL_Event& event);
     void handleWindow(const SDL_WindowEvent& event);
     void handleFinger(const SDL_TouchFingerEvent& event, bool down);
@@ -97,6 +102,7 @@ Window::Window(const Options& options) : impl_(std::make_unique<Impl>()) {
             "driver (on Debian the package libgl1-mesa-dri)");
     }
     impl_->partial = PartialPresent::ofCurrentContext();
+    impl_->takeFocus();
 }
 
 Window::~Window() {
@@ -232,6 +238,7 @@ void Window::Impl::handle(const SDL_Event& event) {
             break;
         case SDL_MOUSEBUTTONDOWN:
             altTap.pressed(false);
+            if ((SDL_GetWindowFlags(window) & SDL_WINDOW_INPUT_FOCUS) == 0) takeFocus();
             handleMouse(MouseEvent::Kind::down, event.button.x, event.button.y, event.button.button);
             break;
         case SDL_MOUSEBUTTONUP:

@@ -3,6 +3,7 @@
 #include "Engine/Compositor/Renderer.h"
 #include "Engine/Log/Log.h"
 #include "Engine/Sound/AudioDevice.h"
+#include "Engine/Touch/Seat.h"
 #include "Engine/Touch/Trackpads.h"
 #include "Engine/Window/GameControllers.h"
 #include "Engine/Window/Window.h"
@@ -31,6 +32,7 @@
 #include <cstdlib>
 #include <optional>
 #include <stdexcept>
+#include <utility>
 
 namespace gull {
 
@@ -79,6 +81,8 @@ struct AppDelegate::Parts final : WindowCommands {
         handlers.mouse = [this](const MouseEvent& event) {
             pictureIsOld = true;
             input.noteMouse(event);
+            // A click belongs to the finger as it is now.
+            if (event.kind == MouseEvent::Kind::down) input.poll(clock.now());
             if (!overlay.handle(event) && !clickTile(event)) surface.mouse(event);
         };
         handlers.contacts = [this](const std::vector<Contact>& contacts) { input.windowContacts(contacts); };
@@ -88,17 +92,18 @@ struct AppDelegate::Parts final : WindowCommands {
             pictureIsOld = true;
             renderer.setPictureKept(false);
         };
-        handlers.focusChanged = [this](bool focused) {
-            focused ? surface.focusGained() : surface.focusLost();
-            if (!focused) wentToBackground();
-        };
-        handlers.minimisedChanged = [this](bool minimised) {
-            if (!minimised) return;
-            surface.focusLost();
-            wentToBackground();
-        };
+        handlers.focusChanged = [this](bool) { followFocus(); };
+        handlers.minimisedChanged = [this](bool) { followFocus(); };
         handlers.closeRequested = [this] { loop.quit(0); };
         window.setHandlers(std::move(handlers));
+    }
+
+    /// Whether the player means the game: its window has the keyboard, and its session the devices.
+    void followFocus() {
+        const bool isMeant = window.hasFocus() && !window.isMinimised() && seat.isOurs();
+        if (isMeant == std::exchange(wasMeant, isMeant)) return;
+        isMeant ? surface.focusGained() : surface.focusLost();
+        if (!isMeant) wentToBackground();
     }
 
     /// The commands, of which few work over an open menu or card, then menu or card, then the beach.
@@ -255,6 +260,7 @@ struct AppDelegate::Parts final : WindowCommands {
     void turn() {
         window.pump(spareTime());
         const double start = clock.now();
+        followFocus();
         input.poll(start);
         silence.poll(start);
         audio.poll(start);
@@ -288,6 +294,7 @@ struct AppDelegate::Parts final : WindowCommands {
     const bool software = graphicsInfo().isSoftware;
     TierChooser tiers{software};
     AudioDevice audio;
+    Seat seat;
     Trackpads trackpads;
     GameControllers controllers{[this] { return clock.now(); }};
     CombinedHaptics haptics{{&trackpads, &controllers}};
@@ -312,6 +319,7 @@ struct AppDelegate::Parts final : WindowCommands {
     bool pictureIsOld = true;                  ///< something happened since the last picture
     bool wasPaused = false;
     bool screenshotWanted = false;
+    bool wasMeant = false;
     double drawnTime = -1;
     double stepTime = 0;
     double lastPresent = 0;

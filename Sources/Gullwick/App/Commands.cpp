@@ -106,7 +106,9 @@ Menu optionsMenu(GameController& game, TouchSurface& surface, AppSettings& setti
          {.title = "Trackpad Sweeps the Beach",
           .shortcut = {Key::escape},
           .checked = settings.trackpadSweep(),
-          .action = [&] { toggleTrackpad(game, surface); }},
+          .action = [&] { toggleTrackpad(game, surface); },
+          // Opening the menu has freed the pointer: what counts is the check mark.
+          .chosen = [&] { surface.setTrackpad(!settings.trackpadSweep()); }},
          Command::separator(),
          {.title = "Show Ticks",
           .checked = settings.showTicks(),

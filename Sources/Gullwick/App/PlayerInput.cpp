@@ -15,7 +15,7 @@ namespace gull {
 namespace {
 
 /// Sources number their fingers from 0 each; these ranges keep them apart.
-constexpr std::int64_t windowFingers = std::int64_t{1} << 40, controllerFingers = std::int64_t{2} << 40;
+constexpr std::int64_t windowFingers = std::int64_t{1} << 60, controllerFingers = std::int64_t{2} << 60;
 
 void append(std::vector<Contact>& all, const std::vector<Contact>& contacts, std::int64_t firstId) {
     for (Contact contact : contacts) {
@@ -71,18 +71,43 @@ void PlayerInput::windowContacts(const std::vector<Contact>& contacts) {
 void PlayerInput::poll(double now) {
     const double dt = lastPoll_ > 0 ? std::clamp(now - lastPoll_, 0.0, GameController::largestStep) : 0;
     lastPoll_ = now;
-    trackpads_.poll(now);
-    gather();
-    if (!same(gathered_, reported_)) {
-        reported_ = gathered_;
-        surface_.touches(reported_);
-    }
+    readFingers(now);
+    surface_.update();
     for (const ControllerEvent& event : controllers_.takeEvents()) handle(event);
+    watchTrackpads();
     const Stick stick = controllers_.stick();
     surface_.stick(stick.x, stick.y, dt);
     if (stick.x != 0 || stick.y != 0) usesController_ = true;
     hint();
     look(now);
+}
+
+void PlayerInput::readFingers(double now) {
+    // Reports that a finger begins or ends with are looked at one by one, or a short tap would go unnoticed.
+    bool isMore = true;
+    while (isMore) {
+        isMore = trackpads_.poll(now);
+        gather();
+        if (same(gathered_, reported_)) continue;
+        reported_ = gathered_;
+        surface_.touches(reported_);
+    }
+}
+
+/// Whether the device that the finger is on is still there.
+bool PlayerInput::isRead(std::int64_t finger) const {
+    if (finger >= controllerFingers) return controllers_.hasSurfaceOf(finger - controllerFingers);
+    return finger >= windowFingers || trackpads_.isRead(finger);
+}
+
+void PlayerInput::watchTrackpads() {
+    const std::size_t count = trackpads_.readCount();
+    const auto finger = surface_.steeringFinger();
+    if (surface_.isCaptured() && finger && !isRead(*finger))
+        surface_.trackpadLost();
+    else if (trackpadCount_ && count > *trackpadCount_)
+        surface_.trackpadFound();
+    trackpadCount_ = count;
 }
 
 void PlayerInput::gather() {
@@ -104,6 +129,7 @@ void PlayerInput::handle(const ControllerEvent& event) {
             break;
         case ControllerEvent::Kind::disconnected:
             usesController_ = usesController_ && !controllers_.controllers().empty();
+            game_.showToast("Controller unplugged", 3.4);
             break;
         case ControllerEvent::Kind::pressed:
             usesController_ = true;

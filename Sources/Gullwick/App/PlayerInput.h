@@ -4,6 +4,9 @@
 #include "Engine/Touch/Trackpads.h"
 #include "Engine/Window/GameControllers.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace gull {
@@ -24,11 +27,15 @@ class PlayerInput {
     void windowContacts(const std::vector<Contact>& contacts);
     /// Takes note that the mouse is in use; it is the surface's to act on.
     void noteMouse(const MouseEvent& event);
-    /// `now`: uptime in seconds.
+    /// `now`: uptime in seconds. Once a frame, and before a click is handed on: with tapping on, the click
+    /// comes on the heels of the finger.
     void poll(double now);
 
   private:
+    void readFingers(double now);
     void gather();
+    bool isRead(std::int64_t finger) const;
+    void watchTrackpads();
     void handle(const ControllerEvent& event);
     void hint();
     /// Publishes what the player has in hand.
@@ -42,6 +49,7 @@ class PlayerInput {
     std::vector<Contact> gathered_;
     std::vector<Contact> reported_;
     double lastPoll_ = 0;
+    std::optional<std::size_t> trackpadCount_;  ///< at the last poll
     bool hinted_ = false;
     double nextLook_ = 0;
     bool padIsRead_ = false;

@@ -134,6 +134,8 @@ class GameController {
     void key(const KeyAction::Any& action);
     /// Where the coil is to go; it follows within frames.
     void setTarget(const PlotPoint& target) { target_ = target; }
+    /// Puts the coil at its target at once, unless a dig holds it.
+    void arrive();
 
     void showToast(std::string text, double seconds) { toasts_.show(std::move(text), seconds); }
     /// Shows `text` once the toast that opens the beach has had its time.

@@ -37,6 +37,10 @@ void GameController::fingerMoved(double nx, double ny) {
         target_ = point;
 }
 
+void GameController::arrive() {
+    if (loop_.now() >= busyUntil_) coil_ = target_;
+}
+
 void GameController::click() {
     key(KeyAction::Confirm{});
 }

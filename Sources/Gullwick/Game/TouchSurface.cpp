@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <glm/geometric.hpp>
 #include <optional>
 
 namespace gull {
@@ -14,12 +15,10 @@ namespace {
 constexpr double toastSeconds = 3.4;
 constexpr int leftButton = 1;
 
-/// A stick's way less its dead zone, 0 to 1 again.
-double liveTilt(double tilt) {
-    const double live =
-        (std::min(tilt, 1.0) - TouchSurface::stickDeadZone) / (1 - TouchSurface::stickDeadZone);
-    return std::max(live, 0.0);
-}
+/// A pointer that is freed moves by itself, back to where it was locked: what it does for so long (seconds),
+/// or less than so far (points), is nobody's hand.
+constexpr double pointerRest = 0.15;
+constexpr double pointerSlack = 3;
 
 bool contains(const std::vector<std::int64_t>& ids, std::int64_t id) {
     return std::ranges::find(ids, id) != ids.end();
@@ -50,16 +49,38 @@ void TouchSurface::touches(const std::vector<Contact>& contacts) {
         if (contains(barred_, contact.id)) continue;
         if (!steering || contact.y > steering->y) steering = &contact;
     }
-    if (!steering) return;
-    engage();
+    if (steering) {
+        engage();
+        steer(*steering);
+    } else if (liftedAt_ < 0) {
+        liftedAt_ = clock_.now();
+    }
+}
+
+void TouchSurface::steer(const Contact& finger) {
+    if (steering_ != finger.id || liftedAt_ >= 0) touchedAt_ = clock_.now();
+    steering_ = finger.id;
+    liftedAt_ = -1;
     // A click rolls the finger a little: the coil is to dig where it stood.
-    if (!holdsTarget()) game_.fingerMoved(steering->x, steering->y);
+    if (holdsTarget()) {
+        waiting_ = finger;
+    } else {
+        waiting_.reset();
+        game_.fingerMoved(finger.x, finger.y);
+    }
+}
+
+void TouchSurface::update() {
+    if (!waiting_ || holdsTarget()) return;
+    game_.fingerMoved(waiting_->x, waiting_->y);
+    waiting_.reset();
 }
 
 void TouchSurface::mouse(const MouseEvent& event) {
     switch (event.kind) {
         case MouseEvent::Kind::moved:
-            if (!captured_ && attends() && game_.phase != GameController::Phase::selecting)
+            if (!captured_ && attends() && isMovedByHand(event) &&
+                game_.phase != GameController::Phase::selecting)
                 game_.setTarget(game_.world().plotPoint({event.x, event.y}, viewSize_));
             break;
         case MouseEvent::Kind::down:
@@ -82,6 +103,8 @@ void TouchSurface::mouse(const MouseEvent& event) {
 void TouchSurface::pressed(int button) {
     if (!attends()) return;
     buttons_ |= 1U << (static_cast<unsigned>(button) % 32);
+    // The finger is up again before the coil has arrived, and what it tapped is to be dug.
+    if (hasTapped()) game_.arrive();
     game_.click();
 }
 
@@ -94,6 +117,23 @@ void TouchSurface::released(int button) {
 
 bool TouchSurface::holdsTarget() const {
     return buttons_ != 0 || clock_.now() < heldUntil_;
+}
+
+bool TouchSurface::hasTapped() const {
+    return captured_ && liftedAt_ >= 0 && liftedAt_ - touchedAt_ <= tapLength &&
+           clock_.now() - liftedAt_ <= tapDelay;
+}
+
+bool TouchSurface::isMovedByHand(const MouseEvent& event) {
+    if (settings_.trackpadSweep() && !barred_.empty()) return false;
+    if (!isPointerFresh_) return true;
+    const glm::dvec2 at{event.x, event.y};
+    if (!restsAt_ || clock_.now() - freedAt_ < pointerRest) {
+        restsAt_ = at;
+        return false;
+    }
+    isPointerFresh_ = glm::distance(at, *restsAt_) < pointerSlack;
+    return !isPointerFresh_;
 }
 
 bool TouchSurface::key(const KeyEvent& event) {
@@ -168,8 +208,8 @@ void TouchSurface::stick(double x, double y, double dt) {
             game_.key(KeyAction::Move{0, y > 0 ? -1 : 1});
         return;
     }
-    const double live = liveTilt(tilt);
-    if (live <= 0) return;
+    if (tilt <= 0) return;
+    const double live = std::min(tilt, 1.0);
     // Squared, so that a small tilt places the coil finely; the plot is wider than deep, so the same way on
     // the sand is less of its width.
     const double way = stickSpeed * live * live * dt / tilt;
@@ -182,18 +222,27 @@ void TouchSurface::perform(const KeyAction::Any& action) {
 }
 
 void TouchSurface::toggleTrackpad() {
-    if (captured_) {
-        release();
-        settings_.trackpadSweep = false;
-        game_.showToast("Pointer freed — the mouse moves the detector now. Esc to use the trackpad again",
-                        toastSeconds);
-    } else {
-        settings_.trackpadSweep = true;
-        game_.showToast(game_.controls->kind == Controls::Kind::trackpad
-                            ? "Trackpad sweep on — rest a finger on the trackpad"
-                            : "There is no trackpad to sweep with — the mouse moves the detector",
-                        toastSeconds);
-    }
+    setTrackpad(!captured_);
+}
+
+void TouchSurface::setTrackpad(bool on) {
+    if (!on) release();
+    settings_.trackpadSweep = on;
+    const char* text = "Pointer freed — the mouse moves the detector now. Esc to use the trackpad again";
+    if (on)
+        text = game_.controls->kind == Controls::Kind::trackpad
+                   ? "Trackpad sweep on — rest a finger on the trackpad"
+                   : "There is no trackpad to sweep with — the mouse moves the detector";
+    game_.showToast(text, toastSeconds);
+}
+
+void TouchSurface::trackpadLost() {
+    release();
+    game_.showToast("Trackpad unplugged — the mouse moves the detector now", toastSeconds);
+}
+
+void TouchSurface::trackpadFound() {
+    if (settings_.trackpadSweep()) game_.showToast("Trackpad plugged in — rest a finger on it", toastSeconds);
 }
 
 void TouchSurface::engage() {
@@ -208,6 +257,9 @@ void TouchSurface::release() {
     captured_ = false;
     pointer_.unlock();
     game_.captured = false;
+    isPointerFresh_ = true;
+    freedAt_ = clock_.now();
+    restsAt_.reset();
 }
 
 void TouchSurface::focusGained() {
@@ -228,6 +280,7 @@ void TouchSurface::setCovered(bool covered) {
 void TouchSurface::leave() {
     barred_ = down_;
     buttons_ = 0;
+    waiting_.reset();
     release();
 }
 

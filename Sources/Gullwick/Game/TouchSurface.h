@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <glm/vec2.hpp>
+#include <optional>
 #include <vector>
 
 namespace gull {
@@ -19,15 +20,19 @@ class GameController;
 /// frees it and lets the mouse steer instead.
 ///
 /// A finger in another program never moves the coil: while the window is unfocused, or something covers the
-/// beach, fingers are only watched, and those that were down must be lifted first.
+/// beach, fingers are only watched, and those that were down must be lifted first. Nor does the pointer that
+/// the desktop moves along with such a finger.
 class TouchSurface {
   public:
-    static constexpr double clickHold = 0.05;  ///< seconds after a click's release in which the target rests
-    static constexpr double stickDeadZone = 0.18;  ///< of a stick's way, 0 to 1
-    static constexpr double stickSpeed = 0.75;     ///< plot depths per second at full tilt
-    static constexpr double stickTilt = 0.6;       ///< tilt that counts as a step in the beach select
+    static constexpr double clickHold = 0.05;   ///< seconds after a click's release in which the target rests
+    static constexpr double stickSpeed = 0.75;  ///< plot depths per second at full tilt
+    static constexpr double stickTilt = 0.6;    ///< tilt that counts as a step in the beach select
+    /// A finger down for no longer than this (seconds) has tapped, and the desktop's click for the tap comes
+    /// no later than `tapDelay` after it is up.
+    static constexpr double tapLength = 0.3;
+    static constexpr double tapDelay = 0.25;
 
-    /// Everything is owned by the caller and must outlive the surface. It starts out focused.
+    /// Everything is owned by the caller and must outlive the surface. It starts out without focus.
     TouchSurface(GameController& game, AppSettings& settings, PointerLock& pointer, const Clock& clock);
     /// Frees the pointer.
     ~TouchSurface();
@@ -40,6 +45,8 @@ class TouchSurface {
     /// All fingers now on the trackpad, after each change, also while the window is unfocused. The one
     /// farthest up the pad steers.
     void touches(const std::vector<Contact>& contacts);
+    /// Once a frame: what waited for a click's end is made up for.
+    void update();
     void mouse(const MouseEvent& event);
     /// False: not a key of the game's, passed on.
     bool key(const KeyEvent& event);
@@ -47,16 +54,22 @@ class TouchSurface {
     /// A click that is not the mouse's, e.g. of a game controller's touch surface: mouse() calls these too.
     void pressed(int button = 1);
     void released(int button = 1);
-    /// A stick held at (x, y), each -1 to 1, y up, for the last `dt` seconds: call it every frame. It moves
-    /// the target, or steps through the beach select.
+    /// A stick held at (x, y), each -1 to 1, y up, 0 at rest, for the last `dt` seconds: call it every frame.
+    /// It moves the target, or steps through the beach select.
     void stick(double x, double y, double dt);
     /// A button of a game controller. Nothing while something covers the beach.
     void perform(const KeyAction::Any& action);
 
     /// Turns trackpad sweeping on (capture waits for the next touch), or, while captured, off; says which.
     void toggleTrackpad();
+    /// The same as told, whether captured or not.
+    void setTrackpad(bool on);
     /// Frees the pointer.
     void release();
+    /// The pad of the finger that swept is gone: frees the pointer for the mouse to steer, and says so.
+    void trackpadLost();
+    /// A pad has come that a finger may sweep on; says so when it would.
+    void trackpadFound();
 
     void focusGained();
     /// Also for a window that closes or is minimised.
@@ -65,12 +78,17 @@ class TouchSurface {
     void setCovered(bool covered);
 
     bool isCaptured() const { return captured_; }
+    /// The finger that steers, or steered last; none before the first.
+    std::optional<std::int64_t> steeringFinger() const { return steering_; }
 
   private:
     bool attends() const { return focused_ && !covered_; }
     void engage();
     void leave();
     bool holdsTarget() const;
+    void steer(const Contact& finger);
+    bool hasTapped() const;
+    bool isMovedByHand(const MouseEvent& event);
 
     GameController& game_;
     AppSettings& settings_;
@@ -78,13 +96,20 @@ class TouchSurface {
     const Clock& clock_;
     glm::dvec2 viewSize_{1240, 800};
     bool captured_ = false;
-    bool focused_ = true;
+    bool focused_ = false;
     bool covered_ = false;
     std::vector<std::int64_t> down_;    // fingers on the pad
     std::vector<std::int64_t> barred_;  // those that must be lifted before they count
     unsigned buttons_ = 0;              // held down, a bit each
     double heldUntil_ = 0;
     bool stickStepped_ = false;
+    std::optional<std::int64_t> steering_;
+    std::optional<Contact> waiting_;  // where the steering finger went while a click held the target
+    double touchedAt_ = -1;           // when the steering finger came down
+    double liftedAt_ = -1;            // and went up; -1: it is down
+    bool isPointerFresh_ = false;     // freed, and not moved by a hand since
+    double freedAt_ = 0;
+    std::optional<glm::dvec2> restsAt_;  // the fresh pointer
 };
 
 }  // namespace gull

@@ -30,6 +30,7 @@ struct Command {
     bool checked = false;
     bool anywhere = false;              ///< its key works while a menu or a card that asks nothing is open
     std::function<void()> action = {};  ///< empty for a submenu or a separator
+    std::function<void()> chosen = {};  ///< from the menu, where that does something else than the key
     std::vector<Command> submenu = {};
 
     bool isSeparator() const { return title.empty(); }

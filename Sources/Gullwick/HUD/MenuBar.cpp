@@ -75,7 +75,7 @@ void MenuBar::enterSubmenu() {
 void MenuBar::choose(const Command& command) {
     if (!command.canBeChosen() || !command.action) return;
     // The action may open something else, or ask for the menus again: first be done with this one.
-    const std::function<void()> action = command.action;
+    const std::function<void()> action = command.chosen ? command.chosen : command.action;
     dismiss();
     action();
 }

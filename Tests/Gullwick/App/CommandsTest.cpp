@@ -221,8 +221,12 @@ TEST_F(CommandsTest, OptionsAreCheckedAsTheyStandAndAnswerWithAProof) {
     EXPECT_FALSE(settings.pauseInBackground());
     settings.trackpadSweep = false;
     EXPECT_FALSE(command("Trackpad Sweeps the Beach").checked);
-    command("Trackpad Sweeps the Beach").action();
+    command("Trackpad Sweeps the Beach").chosen();
     EXPECT_TRUE(settings.trackpadSweep());
+    command("Trackpad Sweeps the Beach").chosen();
+    EXPECT_FALSE(settings.trackpadSweep()) << "as its check mark shows";
+    EXPECT_TRUE(press(Key::escape));
+    EXPECT_TRUE(settings.trackpadSweep()) << "with no finger on the pad, Escape gives it back";
 }
 
 }  // namespace

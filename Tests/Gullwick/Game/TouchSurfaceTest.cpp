@@ -19,6 +19,8 @@ struct TouchSurfaceTest : GameHarness {
     FakePointer pointer;
     TouchSurface surface{game, settings, pointer, clock};
 
+    TouchSurfaceTest() { surface.focusGained(); }
+
     /// Where a finger at (x, y) of the pad sends the coil.
     static PlotPoint on(double x, double y) { return PadMap::plotPoint(x, y); }
     void mouse(MouseEvent::Kind kind, double x, double y, int button = 0) {
@@ -70,6 +72,120 @@ TEST_F(TouchSurfaceTest, theFirstTouchCapturesThePointerAndEscapeFreesIt) {
     EXPECT_EQ(toast(), "Trackpad sweep on — rest a finger on the trackpad");
     surface.touches({{1, 0.8, 0.9}});
     EXPECT_TRUE(surface.isCaptured());
+}
+
+TEST_F(TouchSurfaceTest, withoutFocusNothingSteersAndNothingIsCaptured) {
+    TouchSurface unfocused(game, settings, pointer, clock);
+    play(1);
+    game.setCoil(nowhere());
+    unfocused.touches({{1, 0.2, 0.2}});
+    unfocused.mouse({MouseEvent::Kind::moved, 300, 300, 0});
+    unfocused.mouse({MouseEvent::Kind::down, 300, 300, 1});
+    unfocused.stick(1, 0, 0.5);
+    unfocused.perform(KeyAction::Ping{});
+    EXPECT_EQ(game.target(), nowhere());
+    EXPECT_TRUE(game.hunt().holes().empty());
+    EXPECT_EQ(game.pings, 0);
+    EXPECT_FALSE(pointer.isLocked());
+}
+
+TEST_F(TouchSurfaceTest, theMenuSwitchesTheTrackpadByItsCheckMark) {
+    play(1);
+    surface.touches({{1, 0.5, 0.5}});
+    surface.setCovered(true);  // the menu that it is chosen from
+    surface.setTrackpad(false);
+    surface.setCovered(false);
+    EXPECT_FALSE(settings.trackpadSweep());
+    EXPECT_EQ(toast(), "Pointer freed — the mouse moves the detector now. Esc to use the trackpad again");
+    surface.setTrackpad(true);
+    EXPECT_TRUE(settings.trackpadSweep());
+    EXPECT_EQ(toast(), "Trackpad sweep on — rest a finger on the trackpad");
+}
+
+TEST_F(TouchSurfaceTest, aFreedPointerSteersOnlyWhenAHandMovesIt) {
+    play(1);
+    surface.setViewSize({1000, 625});
+    game.world().frame(1.6);
+    surface.touches({{1, 0.5, 0.5}});
+    const PlotPoint coil = game.target();
+    press(Key::escape);
+    mouse(MouseEvent::Kind::moved, 100, 100);  // it drifted while it was locked,
+    turn(0.05);
+    mouse(MouseEvent::Kind::moved, 600, 400);  // and is put back
+    turn(1);
+    mouse(MouseEvent::Kind::moved, 601, 401);  // a shaken table
+    EXPECT_EQ(game.target(), coil);
+    mouse(MouseEvent::Kind::moved, 610, 400);
+    EXPECT_EQ(game.target(), game.world().plotPoint({610, 400}, {1000, 625}));
+    mouse(MouseEvent::Kind::moved, 611, 400);
+    EXPECT_EQ(game.target(), game.world().plotPoint({611, 400}, {1000, 625}));
+}
+
+TEST_F(TouchSurfaceTest, aPointerThatABarredFingerMovesSteersNothing) {
+    play(1);
+    surface.touches({{1, 0.2, 0.2}});
+    surface.focusLost();
+    surface.focusGained();
+    turn(1);
+    const PlotPoint coil = game.target();
+    mouse(MouseEvent::Kind::moved, 300, 300);
+    mouse(MouseEvent::Kind::moved, 400, 300);
+    EXPECT_EQ(game.target(), coil);
+    surface.touches({});
+    mouse(MouseEvent::Kind::moved, 410, 300);
+    mouse(MouseEvent::Kind::moved, 420, 300);
+    EXPECT_NE(game.target(), coil);
+}
+
+TEST_F(TouchSurfaceTest, aTapDigsWhereTheFingerWasAndAClickWhereTheCoilIs) {
+    play(1);
+    const PlotPoint spot = nowhere();
+    const double x = spot.x * 0.9 + 0.05, y = spot.y * 0.9 + 0.05;
+    game.setCoil({0.9, 0.9});
+    surface.touches({{1, x, y}});
+    turn(0.06);
+    surface.touches({});
+    turn(0.02);
+    ASSERT_GT(game.coil().distance(spot), 0.01) << "still on its way";
+    mouse(MouseEvent::Kind::down, 5, 5, 1);
+    ASSERT_EQ(game.hunt().holes().size(), 1u);
+    EXPECT_NEAR(game.hunt().holes()[0].distance(spot), 0, 1e-9);
+    mouse(MouseEvent::Kind::up, 5, 5, 1);
+
+    // A finger that is down clicks, and one that was down for long has not tapped.
+    turn(2);
+    game.setCoil({0.9, 0.9});
+    surface.touches({{2, x, y}});
+    turn(0.06);
+    mouse(MouseEvent::Kind::down, 5, 5, 1);
+    ASSERT_EQ(game.hunt().holes().size(), 2u);
+    EXPECT_GT(game.hunt().holes()[1].distance(spot), 0.01);
+}
+
+TEST_F(TouchSurfaceTest, theLastPlaceOfAFingerThatClickedIsMadeUpForAtTheRelease) {
+    play(1);
+    surface.touches({{1, 0.3, 0.3}});
+    turn(0.5);
+    mouse(MouseEvent::Kind::down, 0, 0, 1);
+    surface.touches({{1, 0.6, 0.4}});
+    surface.update();
+    EXPECT_EQ(game.target(), on(0.3, 0.3));
+    mouse(MouseEvent::Kind::up, 0, 0, 1);
+    turn(0.1);
+    surface.update();  // the finger has not stirred since
+    EXPECT_EQ(game.target(), on(0.6, 0.4));
+}
+
+TEST_F(TouchSurfaceTest, aPadThatIsUnpluggedFreesThePointerAndLeavesTheSetting) {
+    play(1);
+    surface.touches({{7, 0.5, 0.5}});
+    EXPECT_EQ(surface.steeringFinger(), 7);
+    surface.trackpadLost();
+    EXPECT_FALSE(pointer.isLocked());
+    EXPECT_TRUE(settings.trackpadSweep());
+    EXPECT_EQ(toast(), "Trackpad unplugged — the mouse moves the detector now");
+    surface.trackpadFound();
+    EXPECT_EQ(toast(), "Trackpad plugged in — rest a finger on it");
 }
 
 TEST_F(TouchSurfaceTest, escapeLeavesTheSelectAndLetsThePointerBe) {
@@ -251,8 +367,11 @@ TEST_F(TouchSurfaceTest, aHeldKeyRepeatsOnlyArrows) {
 TEST_F(TouchSurfaceTest, aStickMovesTheTargetAtTheSamePaceAcrossAndAlongTheSand) {
     play(1);
     game.setTarget({0.2, 0.2});
-    for (int i = 0; i < 10; ++i) surface.stick(0.1, -0.1, 0.05);  // within the dead zone
+    for (int i = 0; i < 10; ++i) surface.stick(0, 0, 0.05);
     EXPECT_EQ(game.target(), (PlotPoint{0.2, 0.2}));
+    surface.stick(0.05, 0, 0.05);
+    EXPECT_GT(game.target().x, 0.2) << "the device has taken its dead zone off";
+    game.setTarget({0.2, 0.2});
     for (int i = 0; i < 10; ++i) surface.stick(1, 0, 0.05);
     const PlotPoint across = game.target();
     EXPECT_NEAR(PlotPoint({0.2, 0.2}).distance(across), 0.5 * TouchSurface::stickSpeed, 1e-9);
@@ -275,6 +394,7 @@ TEST_F(TouchSurfaceTest, aStickMovesTheTargetAtTheSamePaceAcrossAndAlongTheSand)
 TEST_F(TouchSurfaceTest, thePointerIsFreeWhenTheSurfaceIsGone) {
     {
         TouchSurface passing(game, settings, pointer, clock);
+        passing.focusGained();
         passing.touches({{1, 0.5, 0.5}});
         EXPECT_TRUE(pointer.isLocked());
     }

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <memory>
+
+namespace gull {
+
+/// Whether the player sits at the machine: on Linux a session loses its seat when another virtual terminal is
+/// switched to, and then its devices are another's. Without logind the seat is always ours.
+///
+/// Main thread only; nothing blocks.
+class Seat {
+  public:
+    Seat();
+    ~Seat();
+    Seat(const Seat&) = delete;
+    Seat& operator=(const Seat&) = delete;
+
+    /// Cheap enough for every frame: asks again only when a session has changed.
+    bool isOurs();
+
+  private:
+    struct Impl;
+    std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace gull
