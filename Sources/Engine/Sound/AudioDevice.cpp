@@ -1,31 +1,79 @@
 #include "Engine/Sound/AudioDevice.h"
 
 #include "Engine/Log/Log.h"
+#include "Engine/Sound/SdlAudio.h"
 #include "Engine/Sound/SoundStream.h"
 
-#include <SDL.h>
-
 #include <algorithm>
-#include <optional>
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <thread>
 #include <utility>
 
 namespace gull {
 namespace {
 
-constexpr int wantedRate = 48000;
-constexpr Uint8 wantedChannels = 2;
-constexpr Uint16 wantedFrames = 512;
+using Seconds = std::chrono::duration<double>;
 
-constexpr double lookInterval = 1;    // seconds between looks for a device that has appeared
-constexpr double retryInterval = 30;  // seconds between attempts while none has
+constexpr const char* noAnswer = "the sound system does not answer";
+
+/// A stream that can be silenced while it is rendered.
+class Line {
+  public:
+    explicit Line(const AudioSystem::Format& format)
+        : format_(format), stream_(format.rate, format.channels) {}
+
+    void render(std::span<float> out) {
+        renderedAt_.store(Clock::now(), std::memory_order_relaxed);
+        const std::lock_guard lock(rendering_);
+        stream_.render(out);
+    }
+    bool send(const SoundStream::Command& command) { return stream_.send(command); }
+    /// False while the sound system hangs: what is sent then would all be heard at once when it goes on.
+    bool isFlowing() const {
+        return Clock::now() - renderedAt_.load(std::memory_order_relaxed) < buffer() + Seconds(0.3);
+    }
+    void silence() {
+        const std::lock_guard lock(rendering_);
+        stream_.silence();
+    }
+    bool hasFadedOut() const { return stream_.hasFadedOut(); }
+    /// How long a buffer sounds.
+    Seconds buffer() const { return Seconds(1.0 * format_.bufferFrames / format_.rate); }
+
+  private:
+    using Clock = std::chrono::steady_clock;
+
+    AudioSystem::Format format_;
+    std::atomic<Clock::time_point> renderedAt_{Clock::now()};
+    std::mutex rendering_;  // free but for the moment in which silence() is called
+    SoundStream stream_;
+};
 
 }  // namespace
 
+/// What the main thread and the keeper have in common; it lives as long as either.
+struct AudioDevice::Shared {
+    std::unique_ptr<AudioSystem> system;  // the keeper's alone
+    Timing timing;
+
+    std::mutex mutex;  // for what follows, never held while the system is called
+    std::condition_variable changed;
+    bool isLeaving = false;
+    bool isAttempting = true;
+    bool isDone = false;
+    std::shared_ptr<Line> line;  // null: nothing is open
+    Description description;
+};
+
 struct AudioDevice::Impl {
-    bool hasSubsystem = false;
-    SDL_AudioDeviceID id = 0;  // 0: not open
-    SDL_AudioSpec spec{};
-    std::optional<SoundStream> stream;
+    std::shared_ptr<Shared> shared = std::make_shared<Shared>();
+    bool isWanted = false;
+    std::shared_ptr<Line> line;  // that the commands go to
+    double patientUntil = -1;    // uptime, while an attempt takes its time
+    bool hasComplained = false;
 
     // What a device that is opened later has to be told.
     std::span<const float> loopSamples;
@@ -33,181 +81,176 @@ struct AudioDevice::Impl {
     bool owesLoop = false;
     bool owesVolume = false;
 
-    bool isWanted = false;
-    bool hasComplained = false;
-    std::string problem;
-    double nextLook = 0;
-    double nextTry = 0;
-    int outputsAtFailure = 0;
-
-    bool open();
-    void close();
-    bool fail();
-    bool isLost() const { return SDL_GetAudioDeviceStatus(id) == SDL_AUDIO_STOPPED; }
-    int outputs() const { return hasSubsystem ? std::max(SDL_GetNumAudioDevices(0), 0) : 0; }
+    void takeLine();
     void payDebts();
-    void fadeOut();
-    static void SDLCALL fill(void* self, Uint8* bytes, int length);
+    void complain(const std::string& problem);
+    void fadeOut() const;
 };
 
-void AudioDevice::Impl::fill(void* self, Uint8* bytes, int length) {
-    auto* samples = reinterpret_cast<float*>(bytes);  // SDL's buffer is made for the format asked for
-    static_cast<Impl*>(self)->stream->render({samples, static_cast<std::size_t>(length) / sizeof(float)});
-}
-
-namespace {
-
-void sayNothing(const char*, int, const char*, int, const char*, ...) {}
-
-/// ALSA's library writes half a page to standard error when a machine has no sound card; what is wrong is
-/// said by ourselves, once.
-void quietenAlsa() {
-#ifdef __linux__
-    static void* const library = SDL_LoadObject("libasound.so.2");
-    if (!library) return;
-    using SetHandler = int (*)(void (*)(const char*, int, const char*, int, const char*, ...));
-    if (const auto set =
-            reinterpret_cast<SetHandler>(SDL_LoadFunction(library, "snd_lib_error_set_handler"))) {
-        set(sayNothing);
+/// The keeper's life.
+void AudioDevice::keep(const std::shared_ptr<Shared>& shared) {
+    AudioSystem& system = *shared->system;
+    std::unique_lock lock(shared->mutex);
+    const auto pause = [&](double seconds) {
+        shared->changed.wait_for(lock, Seconds(seconds), [&] { return shared->isLeaving; });
+    };
+    while (!shared->isLeaving) {
+        shared->isAttempting = true;
+        lock.unlock();
+        Description found;
+        std::shared_ptr<Line> line;
+        found.isOpen = system.open(
+            [&](const AudioSystem::Format& format) {
+                line = std::make_shared<Line>(format);
+                found.rate = format.rate;
+                found.channels = format.channels;
+                found.bufferFrames = format.bufferFrames;
+                return [line](std::span<float> out) { line->render(out); };
+            },
+            found.problem);
+        found.driver = system.driver();
+        found.devices = system.devices();
+        lock.lock();
+        shared->isAttempting = false;
+        shared->line = found.isOpen ? line : nullptr;
+        shared->description = found;
+        shared->changed.notify_all();
+        if (!found.isOpen) {
+            pause(shared->timing.retry);
+            continue;
+        }
+        bool isLost = false;
+        while (!shared->isLeaving && !isLost) {
+            pause(shared->timing.look);
+            lock.unlock();
+            isLost = system.isLost();
+            lock.lock();
+        }
+        shared->line.reset();
+        lock.unlock();
+        system.close();
+        lock.lock();
     }
-#endif
+    lock.unlock();
+    shared->system.reset();
+    lock.lock();
+    shared->isDone = true;
+    shared->changed.notify_all();
 }
 
-}  // namespace
-
-bool AudioDevice::Impl::open() {
-    quietenAlsa();
-    hasSubsystem = hasSubsystem || SDL_InitSubSystem(SDL_INIT_AUDIO) == 0;
-    if (!hasSubsystem) return fail();
-    SDL_AudioSpec wanted{};
-    wanted.freq = wantedRate;
-    wanted.format = AUDIO_F32SYS;
-    wanted.channels = wantedChannels;
-    wanted.samples = wantedFrames;
-    wanted.callback = &Impl::fill;
-    wanted.userdata = this;
-    constexpr int mayDiffer =
-        SDL_AUDIO_ALLOW_FREQUENCY_CHANGE | SDL_AUDIO_ALLOW_CHANNELS_CHANGE | SDL_AUDIO_ALLOW_SAMPLES_CHANGE;
-    // No name: the default device, which the system may move.
-    id = SDL_OpenAudioDevice(nullptr, 0, &wanted, &spec, mayDiffer);
-    if (id == 0) return fail();
-    problem.clear();
-    stream.emplace(spec.freq, spec.channels);
+void AudioDevice::Impl::takeLine() {
+    if (!isWanted) return;
+    const std::lock_guard lock(shared->mutex);
+    if (shared->line == line) return;
+    line = shared->line;
     owesLoop = !loopSamples.empty();
     owesVolume = true;
-    payDebts();
-    SDL_PauseAudioDevice(id, 0);
-    return true;
-}
-
-bool AudioDevice::Impl::fail() {
-    problem = SDL_GetError();
-    outputsAtFailure = outputs();
-    if (!hasComplained) {
-        Log::say("no sound: {}. Playing on in silence.", problem);
-        hasComplained = true;
-    }
-    return false;
-}
-
-void AudioDevice::Impl::close() {
-    if (id != 0) SDL_CloseAudioDevice(id);
-    id = 0;
-    stream.reset();
 }
 
 void AudioDevice::Impl::payDebts() {
     using Command = SoundStream::Command;
-    if (owesLoop) owesLoop = !stream->send({Command::Kind::loop, 0, 0, loopSamples});
-    if (owesVolume) owesVolume = !stream->send({Command::Kind::loopVolume, 0, loopVolume, {}});
+    if (!line) return;
+    if (owesLoop) owesLoop = !line->send({Command::Kind::loop, 0, 0, loopSamples});
+    if (owesVolume) owesVolume = !line->send({Command::Kind::loopVolume, 0, loopVolume, {}});
 }
 
-void AudioDevice::Impl::fadeOut() {
-    if (isLost() || !stream->send({SoundStream::Command::Kind::fadeOut, 0, 0, {}})) return;
+void AudioDevice::Impl::complain(const std::string& problem) {
+    if (std::exchange(hasComplained, true)) return;
+    Log::say("no sound: {}. Playing on in silence.", problem);
+}
+
+void AudioDevice::Impl::fadeOut() const {
+    if (!line->send({SoundStream::Command::Kind::fadeOut, 0, 0, {}})) return;
     // A device that has stopped asking for samples is not waited for.
-    for (Uint32 waited = 0; waited < 100 && !stream->hasFadedOut(); waited += 5) SDL_Delay(5);
-    const auto buffered = static_cast<Uint32>(1000 * spec.samples / spec.freq + 1);
-    SDL_Delay(std::min<Uint32>(buffered, 50));
+    constexpr Seconds step(0.005);
+    for (Seconds waited(0); waited < Seconds(0.1) && !line->hasFadedOut(); waited += step)
+        std::this_thread::sleep_for(step);
+    if (line->hasFadedOut()) std::this_thread::sleep_for(std::min(line->buffer(), Seconds(0.05)));
 }
 
-AudioDevice::AudioDevice() : impl_(std::make_unique<Impl>()) {}
+AudioDevice::AudioDevice() : AudioDevice(std::make_unique<SdlAudio>(), Timing()) {}
+
+AudioDevice::AudioDevice(std::unique_ptr<AudioSystem> system, const Timing& timing)
+    : impl_(std::make_unique<Impl>()) {
+    impl_->shared->system = std::move(system);
+    impl_->shared->timing = timing;
+}
 
 AudioDevice::~AudioDevice() {
     silence();
-    impl_->close();
-    if (impl_->hasSubsystem) SDL_QuitSubSystem(SDL_INIT_AUDIO);
+    if (!impl_->isWanted) return;
+    std::unique_lock lock(impl_->shared->mutex);
+    impl_->shared->isLeaving = true;
+    impl_->shared->changed.notify_all();
+    impl_->shared->changed.wait_for(lock, Seconds(impl_->shared->timing.farewell),
+                                    [this] { return impl_->shared->isDone; });
 }
 
 bool AudioDevice::start() {
-    // Only the first call opens; poll() decides when it is worth another attempt.
-    if (!std::exchange(impl_->isWanted, true)) impl_->open();
-    return impl_->id != 0;
+    if (!std::exchange(impl_->isWanted, true)) {
+        // On its own from the start: it may never come back from the sound system.
+        std::thread([shared = impl_->shared] { keep(shared); }).detach();
+        return true;
+    }
+    const std::lock_guard lock(impl_->shared->mutex);
+    return impl_->shared->line || impl_->shared->isAttempting;
 }
 
 void AudioDevice::play(int voice, std::span<const float> samples, float volume) {
-    if (impl_->stream) impl_->stream->send({SoundStream::Command::Kind::play, voice, volume, samples});
+    if (impl_->line && impl_->line->isFlowing())
+        impl_->line->send({SoundStream::Command::Kind::play, voice, volume, samples});
 }
 
 void AudioDevice::loop(std::span<const float> samples) {
     impl_->loopSamples = samples;
     impl_->owesLoop = true;
-    if (impl_->stream) impl_->payDebts();
+    impl_->payDebts();
 }
 
 void AudioDevice::setLoopVolume(float volume) {
     impl_->loopVolume = volume;
     impl_->owesVolume = true;
-    if (impl_->stream) impl_->payDebts();
+    impl_->payDebts();
 }
 
 void AudioDevice::silence() {
     impl_->loopSamples = {};
     impl_->loopVolume = 0;
     impl_->owesLoop = false;
-    if (!impl_->stream) return;
+    if (!impl_->line) return;
     impl_->fadeOut();
-    SDL_LockAudioDevice(impl_->id);
-    impl_->stream->silence();
-    SDL_UnlockAudioDevice(impl_->id);
+    impl_->line->silence();
 }
 
 void AudioDevice::poll(double now) {
-    Impl& impl = *impl_;
-    if (impl.id != 0 && impl.isLost()) {
-        impl.close();
-        impl.nextLook = 0;
-        impl.nextTry = 0;
-    }
-    if (impl.id != 0) {
-        impl.payDebts();
+    impl_->takeLine();
+    impl_->payDebts();
+    if (!impl_->isWanted || impl_->line) {
+        impl_->patientUntil = -1;
         return;
     }
-    if (!impl.isWanted || now < impl.nextLook) return;
-    impl.nextLook = now + lookInterval;
-    const bool isUnchanged = impl.outputs() == impl.outputsAtFailure;
-    // Without a single output another attempt is in vain, and some drivers complain aloud about each.
-    const bool isHopeless = impl.hasSubsystem && impl.outputs() == 0;
-    if (isUnchanged && (isHopeless || now < impl.nextTry)) return;
-    impl.nextTry = now + retryInterval;
-    impl.open();
+    std::unique_lock lock(impl_->shared->mutex);
+    if (!impl_->shared->isAttempting) {
+        const std::string problem = impl_->shared->description.problem;
+        lock.unlock();
+        if (!problem.empty()) impl_->complain(problem);
+        return;
+    }
+    if (impl_->patientUntil < 0) impl_->patientUntil = now + impl_->shared->timing.patience;
+    lock.unlock();
+    if (now > impl_->patientUntil) impl_->complain(noAnswer);
+}
+
+void AudioDevice::await(double seconds) {
+    std::unique_lock lock(impl_->shared->mutex);
+    impl_->shared->changed.wait_for(lock, Seconds(seconds), [this] { return !impl_->shared->isAttempting; });
 }
 
 AudioDevice::Description AudioDevice::describe() const {
-    Description result;
-    if (!impl_->hasSubsystem) {
-        result.problem = impl_->problem;
-        return result;
-    }
-    if (const char* driver = SDL_GetCurrentAudioDriver()) result.driver = driver;
-    for (int index = 0; index < impl_->outputs(); ++index)
-        if (const char* name = SDL_GetAudioDeviceName(index, 0)) result.devices.emplace_back(name);
-    result.isOpen = impl_->id != 0;
-    result.problem = impl_->problem;
-    if (result.isOpen) {
-        result.rate = impl_->spec.freq;
-        result.channels = impl_->spec.channels;
-        result.bufferFrames = impl_->spec.samples;
-    }
+    const std::lock_guard lock(impl_->shared->mutex);
+    Description result = impl_->shared->description;
+    result.isOpen = impl_->shared->line != nullptr;
+    if (impl_->isWanted && impl_->shared->isAttempting) result.problem = noAnswer;
     return result;
 }
 

@@ -81,6 +81,7 @@ int printDevices() {
 
     AudioDevice audio;
     audio.start();
+    audio.await(2);
     report.audio = audio.describe();
     Trackpads trackpads;
     trackpads.poll(clock.now());
