@@ -1,6 +1,7 @@
 #include "Engine/Window/GameControllers.h"
 
 #include "Engine/Window/ControllerNames.h"
+#include "Engine/Window/RumbleMotors.h"
 #include "Engine/Window/RumblePulses.h"
 
 #include <SDL.h>
@@ -68,6 +69,7 @@ std::string text(const char* value, const char* otherwise) {
 
 struct Controller {
     std::unique_ptr<SDL_GameController, Closed> handle;
+    std::unique_ptr<RumbleMotors> motors;  // null: it does not rumble
     SDL_JoystickID id = 0;
     std::string name;
     double stickX = 0;
@@ -75,7 +77,7 @@ struct Controller {
     std::set<ControllerButton> pressed;
 
     bool hasTouchSurface() const { return SDL_GameControllerGetNumTouchpads(handle.get()) > 0; }
-    bool rumbles() const { return SDL_GameControllerHasRumble(handle.get()) == SDL_TRUE; }
+    bool rumbles() const { return motors != nullptr; }
 };
 
 /// Where a finger is known by: controller, surface, number on it.
@@ -91,6 +93,7 @@ struct FingerKey {
 struct GameControllers::Impl {
     std::function<double()> now;
     bool hasSubsystem = false;
+    bool hasHaptics = false;
     std::vector<Controller> controllers;
     SDL_JoystickID inUse = -1;  // the one last touched
     std::vector<ControllerEvent> events;
@@ -121,6 +124,8 @@ void GameControllers::Impl::connect(int index) {
     controller.handle.reset(SDL_GameControllerOpen(index));
     if (!controller.handle) return;
     controller.id = SDL_JoystickInstanceID(SDL_GameControllerGetJoystick(controller.handle.get()));
+    if (SDL_GameControllerHasRumble(controller.handle.get()) == SDL_TRUE)
+        controller.motors = std::make_unique<RumbleMotors>(controller.handle.get());
     controller.name = text(SDL_GameControllerName(controller.handle.get()), "Game controller");
     events.push_back({ControllerEvent::Kind::connected, controller.name, {}, controller.hasTouchSurface()});
     controllers.push_back(std::move(controller));
@@ -202,11 +207,13 @@ GameControllers::GameControllers(std::function<double()> now) : impl_(std::make_
     SDL_SetHint(SDL_HINT_GAMECONTROLLER_USE_BUTTON_LABELS, "0");
     impl_->hasSubsystem = SDL_InitSubSystem(SDL_INIT_GAMECONTROLLER) == 0;
     if (!impl_->hasSubsystem) return;
+    impl_->hasHaptics = SDL_InitSubSystem(SDL_INIT_HAPTIC) == 0;
     for (int index = 0; index < SDL_NumJoysticks(); ++index) impl_->connect(index);
 }
 
 GameControllers::~GameControllers() {
     impl_->controllers.clear();
+    if (impl_->hasHaptics) SDL_QuitSubSystem(SDL_INIT_HAPTIC);
     if (impl_->hasSubsystem) SDL_QuitSubSystem(SDL_INIT_GAMECONTROLLER);
 }
 
@@ -274,11 +281,7 @@ std::string GameControllers::buttonName(ControllerButton button) const {
 void GameControllers::perform(HapticPattern pattern) {
     const Controller* controller = impl_->rumbling();
     if (!controller) return;
-    const auto pulse = impl_->pulses.request(pattern, impl_->now());
-    if (!pulse) return;
-    const auto strength = [](double share) { return static_cast<Uint16>(std::lround(share * 65535)); };
-    SDL_GameControllerRumble(controller->handle.get(), strength(pulse->low), strength(pulse->high),
-                             static_cast<Uint32>(std::lround(pulse->length * 1000)));
+    if (impl_->pulses.request(pattern, impl_->now())) controller->motors->play(pattern);
 }
 
 bool GameControllers::isAvailable() const {

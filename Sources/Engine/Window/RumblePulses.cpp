@@ -16,16 +16,16 @@ RumblePulses::Pulse RumblePulses::pulse(HapticPattern pattern) {
     return {};
 }
 
-std::optional<RumblePulses::Pulse> RumblePulses::request(HapticPattern pattern, double now) {
+bool RumblePulses::request(HapticPattern pattern, double now) {
     const Pulse wanted = pulse(pattern);
     if (last_) {
         const Pulse last = pulse(*last_);
         const bool isStronger = std::max(wanted.low, wanted.high) > std::max(last.low, last.high);
-        if (now - start_ < last.length + rest && !isStronger) return std::nullopt;
+        if (now - start_ < last.length + rest && !isStronger) return false;
     }
     last_ = pattern;
     start_ = now;
-    return wanted;
+    return true;
 }
 
 }  // namespace gull

@@ -19,8 +19,8 @@ class RumblePulses {
 
     static constexpr double rest = 0.018;  ///< seconds of stillness between two pulses
 
-    /// What to order from the motors at `now` (seconds); nothing when the pulse is dropped.
-    std::optional<Pulse> request(HapticPattern pattern, double now);
+    /// Whether to order this pulse from the motors at `now` (seconds), in place of one still running.
+    bool request(HapticPattern pattern, double now);
 
     /// How `pattern` feels: a light tick, a heavier one, a knock.
     static Pulse pulse(HapticPattern pattern);

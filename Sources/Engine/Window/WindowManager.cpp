@@ -17,7 +17,8 @@ bool hasWindowManager() {
     if (!driver || std::strcmp(driver, "x11") != 0) return true;
     const std::unique_ptr<Display, decltype(&XCloseDisplay)> display(XOpenDisplay(nullptr), &XCloseDisplay);
     XWindowAttributes root{};
-    if (!display || !XGetWindowAttributes(display.get(), DefaultRootWindow(display.get()), &root)) return true;
+    if (!display || !XGetWindowAttributes(display.get(), DefaultRootWindow(display.get()), &root))
+        return true;
     // Only one program can redirect what windows ask for, and that is what a window manager does.
     return (root.all_event_masks & SubstructureRedirectMask) != 0;
 #else
