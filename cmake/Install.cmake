@@ -13,7 +13,8 @@ install(FILES Packaging/gullwick.6 DESTINATION ${CMAKE_INSTALL_MANDIR}/man6)
 install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/gullwick RENAME copyright)
 if(CMAKE_SYSTEM_NAME STREQUAL Linux)
     # udev looks in lib whatever the library folder of the machine is called.
-    install(FILES Packaging/70-gullwick-touchpad.rules DESTINATION lib/udev/rules.d)
+    install(FILES Packaging/70-gullwick-touchpad.rules Packaging/74-gullwick-touchpad.rules
+        DESTINATION lib/udev/rules.d)
 endif()
 
 set(CPACK_GENERATOR DEB)
@@ -29,7 +30,9 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER "The Gullwick developers <maintainers@localhost>")
 set(CPACK_DEBIAN_PACKAGE_SECTION games)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA "${CMAKE_SOURCE_DIR}/Packaging/postinst;${CMAKE_SOURCE_DIR}/Packaging/postrm")
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 # Loaded at run time, or data, so not found among the linked libraries.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
-    "libgl1, libegl1, fonts-jetbrains-mono, fonts-vollkorn, fonts-inter, fonts-liberation, fonts-dejavu-core")
+    "libgl1, libegl1, libdecor-0-plugin-1-cairo | libdecor-0-plugin-1-gtk, fonts-jetbrains-mono, fonts-vollkorn, fonts-inter, fonts-liberation, fonts-dejavu-core")
 include(CPack)

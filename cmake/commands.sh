@@ -6,13 +6,14 @@
 # Debian's names.
 buildPackages=(
     g++ cmake ninja-build pkg-config
-    libsdl2-dev libx11-dev libepoxy-dev libegl-dev libgl-dev libglm-dev
+    libsdl2-dev libx11-dev libwayland-dev libepoxy-dev libegl-dev libgl-dev libglm-dev
     libcairo2-dev libpango1.0-dev libfontconfig-dev
     nlohmann-json3-dev libfmt-dev
     libevdev-dev libudev-dev libsystemd-dev
 )
 runPackages=(
     libgl1 libegl1 libgl1-mesa-dri libegl-mesa0 libglx-mesa0
+    libdecor-0-plugin-1-cairo
     fonts-jetbrains-mono fonts-vollkorn fonts-inter fonts-liberation fonts-dejavu-core
 )
 testPackages=(

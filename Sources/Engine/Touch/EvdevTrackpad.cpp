@@ -26,7 +26,10 @@ class File {
   public:
     explicit File(int descriptor) : descriptor_(descriptor) {}
     File(File&& other) noexcept : descriptor_(std::exchange(other.descriptor_, -1)) {}
-    File& operator=(File&&) = delete;
+    File& operator=(File&& other) noexcept {
+        std::swap(descriptor_, other.descriptor_);
+        return *this;
+    }
     ~File() {
         if (descriptor_ >= 0) ::close(descriptor_);
     }
@@ -112,17 +115,17 @@ void EvdevTrackpad::Impl::skipLost() {
 }
 
 EvdevTrackpad::Opened EvdevTrackpad::open(const std::string& path) {
-    bool isWritable = true;
-    int descriptor = ::open(path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0) {
-        isWritable = false;
-        descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    }
-    if (descriptor < 0) return {nullptr, errno};
-    File file(descriptor);
+    File file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    if (file.get() < 0) return {nullptr, errno};
     libevdev* raw = nullptr;
-    if (const int error = libevdev_new_from_fd(descriptor, &raw); error < 0) return {nullptr, -error};
+    if (const int error = libevdev_new_from_fd(file.get(), &raw); error < 0) return {nullptr, -error};
     Device device(raw);
+    bool isWritable = false;
+    if (libevdev_has_event_type(raw, EV_FF)) {
+        File both(::open(path.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
+        isWritable = both.get() >= 0 && libevdev_change_fd(raw, both.get()) == 0;
+        if (isWritable) file = std::move(both);
+    }
     libevdev_set_clock_id(raw, CLOCK_MONOTONIC);
     auto impl = std::make_unique<Impl>(std::move(file), std::move(device), isWritable);
     impl->takeState();
@@ -182,8 +185,8 @@ std::string EvdevTrackpad::geometry() const {
     return text;
 }
 
-bool EvdevTrackpad::isWritable() const {
-    return impl_->isWritable;
+bool EvdevTrackpad::mayNotPulse() const {
+    return !impl_->isWritable && libevdev_has_event_type(impl_->device.get(), EV_FF);
 }
 
 bool EvdevTrackpad::pulses() const {

@@ -9,8 +9,8 @@
 
 namespace gull {
 
-/// One touchpad, read from its event device. It is opened for writing too where that is allowed, which its
-/// actuator needs.
+/// One touchpad, read from its event device. One with an actuator is opened for writing too where that is
+/// allowed; the others are only read.
 class EvdevTrackpad {
   public:
     /// What became of an attempt to open a device.
@@ -37,7 +37,8 @@ class EvdevTrackpad {
     std::string name() const;
     /// "5 slots, 1224 x 804 units, 12 per mm".
     std::string geometry() const;
-    bool isWritable() const;
+    /// It has an actuator that we are not permitted to use.
+    bool mayNotPulse() const;
     bool pulses() const;
     void perform(HapticPattern pattern);
 

@@ -50,11 +50,6 @@ std::string kernelName(udev_device* device) {
     return parent ? text(udev_device_get_sysattr_value(parent, "name")) : std::string();
 }
 
-/// Until the machine restarts or the pad is plugged in anew; quick to type.
-std::string grantForNow(const std::string& path) {
-    return fmt::format("sudo setfacl -m u:$USER:rw {}", path);
-}
-
 /// How long the machine has slept since it was started, seconds.
 double sleptSoFar() {
 #if defined(__linux__)
@@ -79,6 +74,7 @@ struct Entry {
     std::string name;
     std::unique_ptr<EvdevTrackpad> pad;  // null while it cannot be read
     int error = 0;                       // why not
+    bool isKeyboardToo = false;          // what is typed is nobody's business
     std::int64_t number = 0;             // of this opening, to keep contact ids apart
 };
 
@@ -139,6 +135,7 @@ void Trackpads::Impl::add(udev_device* device, const std::string& path) {
     Entry entry;
     entry.path = path;
     entry.name = kernelName(device);
+    entry.isKeyboardToo = text(udev_device_get_property_value(device, "ID_INPUT_KEYBOARD")) == "1";
     open(entry);
     entries.push_back(std::move(entry));
 }
@@ -223,33 +220,27 @@ std::vector<Trackpads::Pad> Trackpads::pads() const {
             pad.pulses = entry.pad->pulses();
             pad.geometry = entry.pad->geometry();
         }
-        if (!entry.pad)
-            pad.problem = entry.error == EACCES || entry.error == EPERM ? "no permission to read it"
-                                                                        : std::strerror(entry.error);
-        else if (!entry.pad->isWritable())
+        const bool isDenied = !entry.pad && (entry.error == EACCES || entry.error == EPERM);
+        if (isDenied)
+            pad.problem = entry.isKeyboardToo ? "it is a keyboard too, and those are not read"
+                                              : "no permission to read it";
+        else if (!entry.pad)
+            pad.problem = std::strerror(entry.error);
+        else if (entry.pad->mayNotPulse())
             pad.problem = "no permission to write to it, so no pulses";
-        if (!entry.pad ? entry.error == EACCES || entry.error == EPERM : !entry.pad->isWritable())
-            pad.command = grantForNow(entry.path);
+        pad.isForbidden = !entry.isKeyboardToo && (isDenied || (entry.pad && entry.pad->mayNotPulse()));
         result.push_back(std::move(pad));
     }
     return result;
 }
 
-std::string Trackpads::missingPermission() const {
-    std::string command;
+bool Trackpads::missesPermission() const {
+    bool isMissing = false;
     for (const Pad& pad : pads()) {
-        if (pad.isRead) return {};
-        if (command.empty()) command = pad.command;
+        if (pad.isRead) return false;
+        isMissing = isMissing || pad.isForbidden;
     }
-    return command;
-}
-
-std::string Trackpads::lastingPermission() {
-    return "echo 'ACTION!=\"remove\", SUBSYSTEM==\"input\", KERNEL==\"event*\", "
-           "ENV{ID_INPUT_TOUCHPAD}==\"1\", TAG+=\"uaccess\"' "
-           "| "
-           "sudo tee /etc/udev/rules.d/70-gullwick-touchpad.rules && sudo udevadm control --reload && "
-           "sudo udevadm trigger --subsystem-match=input";
+    return isMissing;
 }
 
 void Trackpads::perform(HapticPattern pattern) {

@@ -24,7 +24,7 @@ class Trackpads final : public HapticPerformer {
         bool pulses = false;   ///< it has an actuator that we may use
         std::string geometry;  ///< "5 slots, 1224 x 804 units, 12 per mm"
         std::string problem;   ///< why it is not read, or not wholly
-        std::string command;   ///< what would allow it, for a shell; empty when nothing would
+        bool isForbidden = false;  ///< so for want of a permission that the device manager's rules would give
     };
 
     Trackpads();
@@ -43,11 +43,9 @@ class Trackpads final : public HapticPerformer {
     std::size_t readCount() const;
     /// What was found, in the order found.
     std::vector<Pad> pads() const;
-    /// A short command that allows reading a pad that is there but may not be read, while none is read: the
-    /// moment to tell the player. It holds until the machine restarts. Empty otherwise.
-    std::string missingPermission() const;
-    /// The same for good and for every pad: a rule for the device manager.
-    static std::string lastingPermission();
+    /// A pad is there that may not be read, but could be with the device manager's rules, and none is read:
+    /// the moment to tell the player.
+    bool missesPermission() const;
 
     void perform(HapticPattern pattern) override;
     bool isAvailable() const override;

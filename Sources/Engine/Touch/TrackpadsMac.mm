@@ -26,11 +26,8 @@ std::size_t Trackpads::readCount() const {
 const std::vector<Contact>& Trackpads::contacts() const {
     return impl_->none;
 }
-std::string Trackpads::missingPermission() const {
-    return {};
-}
-std::string Trackpads::lastingPermission() {
-    return {};
+bool Trackpads::missesPermission() const {
+    return false;
 }
 
 std::vector<Trackpads::Pad> Trackpads::pads() const {

@@ -58,6 +58,7 @@ constexpr std::array flags = {
     Flag{"--nohud", "", Scope::scene},
     Flag{"--fullscreen", "", Scope::game},
     Flag{"--selftest", "[BEACHES]"},
+    Flag{"--allow-touchpad"},
     Flag{"--devices"},
     Flag{"--help"},
     Flag{"--version"},
@@ -72,6 +73,7 @@ Gullwick: the trackpad is a beach. Without an option the game opens its window.
       --seed N              bury by this seed: the same beaches every time
       --selftest [BEACHES]  play the rules through, on all beaches or on "2,5"
       --devices             print the devices found and chosen
+      --allow-touchpad      as root: let who sits here read the touchpad, for good
   -h, --help                print this
   -v, --version             print the version
 Pictures, without a window (--shot FILE and --shot=FILE are the same):
@@ -85,8 +87,7 @@ Pictures, without a window (--shot FILE and --shot=FILE are the same):
 Environment:
   GULLWICK_SAVE         the progress file
   GULLWICK_SCALE        pixels a point, 0.5 to 4
-  GULLWICK_PROBE        measure the frame rate, write a picture here, exit
-  GULLWICK_PROBE_BEACH  on this beach
+  GULLWICK_PROBE, GULLWICK_PROBE_BEACH  measure the frame rate there, picture here
   GW_CAM, GW_LOOK, GW_FOV  camera: two points "x,y,z", field of view in degrees
 )";
 
@@ -174,6 +175,7 @@ Mode CommandLine::mode() const {
     if (has("--help")) return Mode::help;
     if (has("--version")) return Mode::version;
     if (has("--devices")) return Mode::devices;
+    if (has("--allow-touchpad")) return Mode::allowTouchpad;
     if (has("--shot") || has("--icon") || has("--icons")) return Mode::snapshot;
     if (has("--selftest")) return Mode::selfTest;
     return Mode::game;

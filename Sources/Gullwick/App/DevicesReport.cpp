@@ -1,5 +1,7 @@
 #include "Gullwick/App/DevicesReport.h"
 
+#include "Gullwick/App/TouchpadPermission.h"
+
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -39,10 +41,9 @@ std::string trackpadText(const std::vector<Trackpads::Pad>& pads) {
             std::exchange(label, ""),
             fmt::format("{} ({}): {}", name, pad.path, pad.isRead ? "read, " + pad.geometry : "not read"));
         if (!pad.problem.empty()) result += line("", "  " + pad.problem);
-        if (!pad.command.empty()) result += line("", "  until the next start: " + pad.command);
-        mayBeAllowed = mayBeAllowed || !pad.command.empty();
+        mayBeAllowed = mayBeAllowed || pad.isForbidden;
     }
-    if (mayBeAllowed) result += line("", "  for good: " + Trackpads::lastingPermission());
+    if (mayBeAllowed) result += line("", "  to allow it: " + TouchpadPermission::command());
     return result;
 }
 

@@ -1,6 +1,7 @@
 #include "Gullwick/App/PlayerInput.h"
 
 #include "Engine/Log/Log.h"
+#include "Gullwick/App/TouchpadPermission.h"
 #include "Gullwick/Game/GameController.h"
 #include "Gullwick/Game/TouchSurface.h"
 
@@ -177,11 +178,11 @@ void PlayerInput::look(double now) {
 
 void PlayerInput::hint() {
     if (hinted_) return;
-    const std::string command = trackpads_.missingPermission();
-    if (command.empty()) return;
+    if (!trackpads_.missesPermission()) return;
     hinted_ = true;
+    const std::string command = TouchpadPermission::command();
     Log::say("the touchpad cannot be read, so the mouse steers. To allow it: {}", command);
-    game_.queueHint("The touchpad may not be read: the mouse steers. " + command, 6.0);
+    game_.queueHint("The touchpad may not be read: the mouse steers. To allow it: " + command, 8.0);
 }
 
 }  // namespace gull

@@ -6,6 +6,7 @@
 #include "Gullwick/App/Memory.h"
 #include "Gullwick/App/SelfTestRun.h"
 #include "Gullwick/App/Snapshot.h"
+#include "Gullwick/App/TouchpadPermission.h"
 #include "Gullwick/Settings/AppSettings.h"
 
 #include <fmt/chrono.h>
@@ -35,6 +36,8 @@ int run(const CommandLine& commandLine) {
             return 0;
         case Mode::devices:
             return printDevices();
+        case Mode::allowTouchpad:
+            return TouchpadPermission::allow();
         case Mode::snapshot:
             return Snapshot::run(commandLine);
         case Mode::selfTest:

@@ -1,4 +1,5 @@
 #include "Gullwick/App/DevicesReport.h"
+#include "Gullwick/App/TouchpadPermission.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -25,20 +26,18 @@ TEST(DevicesReportTest, aBareMachineIsToldWhatItLacks) {
 
 TEST(DevicesReportTest, aPadThatMayNotBeReadComesWithTheCommandThatAllowsIt) {
     DevicesReport report;
-    report.trackpads = {
-        {"Pad One", "/dev/input/event5", false, false, "", "no permission to read it", "grant five"},
-        {"Pad Two", "/dev/input/event7", true, true, "5 slots", "", ""}};
+    report.trackpads = {{"Pad One", "/dev/input/event5", false, false, "", "no permission to read it", true},
+                        {"Pad Two", "/dev/input/event7", true, true, "5 slots", "", false}};
     report.controllers = {{"Beach Pad", true, true}};
     std::string text = report.text();
     EXPECT_THAT(text, HasSubstr("Pad One (/dev/input/event5): not read\n"));
     EXPECT_THAT(text, HasSubstr("no permission to read it\n"));
-    EXPECT_THAT(text, HasSubstr("grant five\n"));
-    EXPECT_THAT(text, HasSubstr(Trackpads::lastingPermission()));
+    EXPECT_THAT(text, HasSubstr("to allow it: " + TouchpadPermission::command() + "\n"));
     EXPECT_THAT(text, HasSubstr("haptics     the actuator of Pad Two\n")) << "before the rumble";
     report.trackpads[0] = report.trackpads[1];
     report.trackpads[0].pulses = report.trackpads[1].pulses = false;
     text = report.text();
-    EXPECT_THAT(text, Not(HasSubstr("for good")));
+    EXPECT_THAT(text, Not(HasSubstr("to allow it")));
     EXPECT_THAT(text, HasSubstr("haptics     the rumble of Beach Pad\n"));
 }
 
