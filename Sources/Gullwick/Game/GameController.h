@@ -137,6 +137,9 @@ class GameController {
     /// Puts the coil at its target at once, unless a dig holds it.
     void arrive();
 
+    /// From now on toasts wait for pictures: their time starts with the next one shown.
+    void waitForPictures() { toasts_.waitForPictures(); }
+    void pictureShown() { toasts_.pictureShown(); }
     void showToast(std::string text, double seconds) { toasts_.show(std::move(text), seconds); }
     /// Shows `text` once the toast that opens the beach has had its time.
     void queueHint(std::string text, double seconds) { toasts_.queueHint(std::move(text), seconds); }

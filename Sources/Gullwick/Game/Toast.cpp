@@ -6,8 +6,19 @@ namespace gull {
 
 void Toast::show(std::string text, double seconds) {
     line_ = std::move(text);
-    // Replacing the timer calls the older toast's expiry off.
-    expiry_ = loop_.after(seconds, [this] { expire(); });
+    seconds_ = seconds;
+    isUnseen_ = waits_;
+    expiry_ = {};  // the older toast's is called off
+    if (!isUnseen_) startTime();
+}
+
+void Toast::pictureShown() {
+    if (!std::exchange(isUnseen_, false)) return;
+    startTime();
+}
+
+void Toast::startTime() {
+    expiry_ = loop_.after(seconds_, [this] { expire(); });
 }
 
 void Toast::showOpening(std::string text, double seconds) {

@@ -21,6 +21,9 @@ class Toast {
     /// Both are owned by the caller and must outlive this object; `line` is what observers see.
     Toast(MainLoop& loop, Line& line) : loop_(loop), line_(line) {}
 
+    /// From now on a toast's time starts only when pictureShown() tells that somebody can see it.
+    void waitForPictures() { waits_ = true; }
+    void pictureShown();
     /// Shows `text` for `seconds`.
     void show(std::string text, double seconds);
     /// The same, for the toast that opens a beach: hints may follow it.
@@ -39,6 +42,7 @@ class Toast {
         std::string text;
         double seconds;
     };
+    void startTime();
     void expire();
     void showNextHint();
 
@@ -47,6 +51,9 @@ class Toast {
     MainLoop::Timer expiry_;
     MainLoop::Timer waiting_;
     double readableAt_ = 0;  // when the opening toast may be replaced
+    double seconds_ = 0;  // that the toast now up lasts
+    bool waits_ = false;
+    bool isUnseen_ = false;
     std::deque<Hint> hints_;
     bool opened_ = false;
 };

@@ -391,6 +391,19 @@ TEST_F(Frame, reduceMotionReachesTheScene) {
     EXPECT_TRUE(game.world().reduceMotion);
 }
 
+TEST_F(Frame, whereToastsWaitForPicturesTheirTimeStartsWithTheNextOne) {
+    game.waitForPictures();
+    game.showToast("seen late", 1);
+    turn(5);
+    EXPECT_EQ(toast(), "seen late") << "nobody has seen it yet";
+    game.pictureShown();
+    turn(0.9);
+    game.pictureShown();
+    EXPECT_EQ(toast(), "seen late");
+    turn(0.2);
+    EXPECT_EQ(toast(), "") << "later pictures do not prolong it";
+}
+
 TEST_F(Frame, aToastStandsForItsTimeUnlessANewerOneReplacesIt) {
     play(2);
     game.showToast("first", 1);
