@@ -68,7 +68,8 @@ const std::vector<Library>& libraries() {
     static const std::vector<Library> table{
         {"(SDL2/)?SDL[^/]*\\.h", {"Engine/Sound", "Engine/Window"}},
         {"(epoxy|GL|GLES[0-9]*|KHR|EGL)/.*", {"Engine/Gl", "Engine/Window"}},
-        {"X11/.*", {"Engine/Window"}},
+        {"(X11/.*|wayland-.*)", {"Engine/Window"}},
+        {"systemd/.*", {"Engine/Touch"}},
         {"(cairo|pango|fontconfig|freetype|glib|hb|ft2build).*", {"Engine/Raster"}},
         {"(libevdev/.*|libudev\\.h|linux/.*)", {"Engine/Touch"}},
         {"nlohmann/.*", {"GullCore", "Gullwick/Settings"}},

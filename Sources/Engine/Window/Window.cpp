@@ -3,6 +3,8 @@
 #include "Engine/Window/DesktopScale.h"
 #include "Engine/Window/KeyMap.h"
 #include "Engine/Window/PartialPresent.h"
+#include "Engine/Window/VideoChoice.h"
+#include "Engine/Window/WaylandPresent.h"
 #include "Engine/Window/WindowManager.h"
 
 #include <SDL.h>
@@ -14,16 +16,38 @@
 #include <cstring>
 #include <map>
 #include <stdexcept>
+#include <utility>
 
 namespace gull {
+
+namespace {
+
+constexpr Uint64 lasting = 500;  // milliseconds after which a window has come to rest
+
+/// All that a change of size or screen can change.
+struct Extent {
+    int pixelWidth = 0;
+    int pixelHeight = 0;
+    int width = 0;  // SDL's units
+    int height = 0;
+    bool operator==(const Extent&) const = default;
+};
+
+}  // namespace
 
 struct Window::Impl {
     SDL_Window* window = nullptr;
     SDL_GLContext context = nullptr;
-    double unitsPerPoint = 1;  ///< SDL's window units in a point
+    PlaceRules rules;  ///< its unitsPerPoint: SDL's window units in a point
+    VideoChoice video;
     WindowHandlers handlers;
     AltTap altTap;
     std::optional<PartialPresent> partial;
+    std::unique_ptr<WaylandPresent> wayland;
+    WindowPlace place;       ///< that has lasted
+    WindowPlace candidate;   ///< where the window stands now
+    Uint64 standsSince = 0;  // milliseconds
+    Extent told;
     bool vsync = false;
     bool locked = false;
     std::map<std::int64_t, Contact> fingers;
@@ -32,6 +56,14 @@ struct Window::Impl {
     void takeFocus() {
         if (!hasWindowManager()) SDL_SetWindowInputFocus(window);
     }
+    double unitsPerPoint() const {
+        int width = 0, height = 0;
+        SDL_GetWindowSize(window, &width, &height);
+        return fittingUnits(width, height, rules);
+    }
+    bool has(Uint32 flags) const { return (SDL_GetWindowFlags(window) & flags) != 0; }
+    void followSize();
+    void followPlace();
     void handle(const SDL_Event& event);
     void handleWindow(const SDL_WindowEvent& event);
     void handleFinger(const SDL_TouchFingerEvent& event, bool down);
@@ -56,6 +88,17 @@ bool isDesktop(const char* driver) {
     return false;
 }
 
+/// What panels leave free of each screen.
+std::vector<ScreenRect> freeScreens() {
+    std::vector<ScreenRect> screens;
+    for (int index = 0; index < SDL_GetNumVideoDisplays(); ++index) {
+        SDL_Rect rect{};
+        if (SDL_GetDisplayUsableBounds(index, &rect) == 0)
+            screens.push_back({rect.x, rect.y, rect.w, rect.h});
+    }
+    return screens;
+}
+
 void askForCoreContext() {
     SDL_GL_SetAttribute(SDL_GL_CONTEXT_PROFILE_MASK, SDL_GL_CONTEXT_PROFILE_CORE);
     SDL_GL_SetAttribute(SDL_GL_CONTEXT_MAJOR_VERSION, 3);
@@ -73,6 +116,8 @@ void askForCoreContext() {
 Window::Window(const Options& options) : impl_(std::make_unique<Impl>()) {
     SDL_SetHint(SDL_HINT_TRACKPAD_IS_TOUCH_ONLY, "1");
     SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
+    impl_->video = chooseVideo();
+    if (!impl_->video.drivers.empty()) SDL_SetHint(SDL_HINT_VIDEODRIVER, impl_->video.drivers.c_str());
     const bool started = SDL_InitSubSystem(SDL_INIT_VIDEO) == 0;
     if (started) SDL_ClearError();
     if (!started || !isDesktop(SDL_GetCurrentVideoDriver())) {
@@ -82,18 +127,29 @@ Window::Window(const Options& options) : impl_(std::make_unique<Impl>()) {
             "without one: --shot FILE, --icons FOLDER, --selftest");
     }
     askForCoreContext();
-    impl_->unitsPerPoint = options.scale ? *options.scale : desktopScale();
-    const auto units = [&](int points) {
-        return static_cast<int>(std::lround(points * impl_->unitsPerPoint));
-    };
-    impl_->window = SDL_CreateWindow(options.title.c_str(), SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED,
-                                     units(options.width), units(options.height),
-                                     SDL_WINDOW_OPENGL | SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI);
+    PlaceRules& rules = impl_->rules;
+    rules.unitsPerPoint = options.scale ? *options.scale : desktopScale();
+    // Wayland does not tell what panels take.
+    if (driverName() == "wayland") rules.frame *= 2;
+    const ScreenRect place = placed(options.place, freeScreens(), rules);
+    Uint32 flags = SDL_WINDOW_OPENGL | SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI;
+    if (!options.isVisible) flags |= SDL_WINDOW_HIDDEN;
+    if (options.isFullScreen) flags |= SDL_WINDOW_FULLSCREEN_DESKTOP;
+    if (options.place && options.place->isMaximised) flags |= SDL_WINDOW_MAXIMIZED;
+    impl_->window =
+        SDL_CreateWindow(options.title.c_str(), place.x, place.y, place.width, place.height, flags);
     if (!impl_->window) {
         fail(
             "A window for OpenGL cannot be opened. On Debian the drivers are in the package libgl1-mesa-dri");
     }
-    SDL_SetWindowMinimumSize(impl_->window, units(options.minimumWidth), units(options.minimumHeight));
+    const auto least = [&](int points) { return static_cast<int>(points * rules.unitsPerPoint); };
+    // A first window may be smaller than the least one, where the screen is.
+    SDL_SetWindowMinimumSize(impl_->window, std::min(least(rules.leastWidth), place.width),
+                             std::min(least(rules.leastHeight), place.height));
+    impl_->place = {static_cast<int>(std::lround(place.width / rules.unitsPerPoint)),
+                    static_cast<int>(std::lround(place.height / rules.unitsPerPoint)),
+                    {},
+                    options.place && options.place->isMaximised};
     impl_->context = SDL_GL_CreateContext(impl_->window);
     if (!impl_->context) {
         SDL_DestroyWindow(impl_->window);
@@ -102,11 +158,13 @@ Window::Window(const Options& options) : impl_(std::make_unique<Impl>()) {
             "driver (on Debian the package libgl1-mesa-dri)");
     }
     impl_->partial = PartialPresent::ofCurrentContext();
-    impl_->takeFocus();
+    impl_->wayland = WaylandPresent::of(impl_->window);
+    if (options.isVisible) impl_->takeFocus();
 }
 
 Window::~Window() {
     unlock();
+    impl_->wayland.reset();
     SDL_GL_DeleteContext(impl_->context);
     SDL_DestroyWindow(impl_->window);
     SDL_QuitSubSystem(SDL_INIT_VIDEO);
@@ -121,12 +179,55 @@ void Window::pump(double timeout) {
     const int milliseconds = static_cast<int>(std::clamp(timeout, 0.0, 10.0) * 1000.0);
     if (milliseconds > 0 && SDL_WaitEventTimeout(&event, milliseconds)) impl_->handle(event);
     while (SDL_PollEvent(&event)) impl_->handle(event);
+    impl_->followSize();
+    impl_->followPlace();
+}
+
+/// Another screen may bring another scale without another size, and no event tells.
+void Window::Impl::followSize() {
+    Extent now;
+    SDL_GetWindowSize(window, &now.width, &now.height);
+    SDL_GL_GetDrawableSize(window, &now.pixelWidth, &now.pixelHeight);
+    if (now == std::exchange(told, now)) return;
+    if (handlers.resized) handlers.resized();
+}
+
+/// Desktops say that a window is maximised only after they have made it large.
+void Window::Impl::followPlace() {
+    if (has(SDL_WINDOW_FULLSCREEN_DESKTOP | SDL_WINDOW_MINIMIZED | SDL_WINDOW_HIDDEN)) return;
+    place.isMaximised = has(SDL_WINDOW_MAXIMIZED);
+    if (place.isMaximised) return;
+    WindowPlace now;
+    int width = 0, height = 0;
+    SDL_GetWindowSize(window, &width, &height);
+    now.width = static_cast<int>(std::lround(width / rules.unitsPerPoint));
+    now.height = static_cast<int>(std::lround(height / rules.unitsPerPoint));
+    if (const char* driver = SDL_GetCurrentVideoDriver(); !driver || std::strcmp(driver, "wayland") != 0) {
+        int x = 0, y = 0, top = 0, left = 0;
+        SDL_GetWindowPosition(window, &x, &y);
+        SDL_GetWindowBordersSize(window, &top, &left, nullptr, nullptr);
+        now.corner = WindowPlace::Corner{x - left, y - top};
+    }
+    if (now != std::exchange(candidate, now)) standsSince = SDL_GetTicks64();
+    if (SDL_GetTicks64() - standsSince >= lasting) place = now;
+}
+
+WindowPlace Window::place() const {
+    return impl_->place;
 }
 
 void Window::makeCurrent() {
     SDL_GL_MakeCurrent(impl_->window, impl_->context);
 }
+unsigned Window::framebuffer() {
+    return impl_->wayland && !impl_->vsync ? impl_->wayland->framebuffer(pixelWidth(), pixelHeight()) : 0;
+}
+
 bool Window::present(std::span<const Part> changes) {
+    if (impl_->wayland && !impl_->vsync) {
+        impl_->wayland->present({changes.begin(), changes.end()});
+        return true;
+    }
     if (impl_->partial && !impl_->vsync &&
         impl_->partial->present({changes.begin(), changes.end()}, pixelWidth(), pixelHeight()))
         return true;
@@ -143,20 +244,20 @@ void Window::setVsync(bool on) {
 double Window::width() const {
     int w = 0;
     SDL_GetWindowSize(impl_->window, &w, nullptr);
-    return w / impl_->unitsPerPoint;
+    return w / impl_->unitsPerPoint();
 }
 
 double Window::height() const {
     int h = 0;
     SDL_GetWindowSize(impl_->window, nullptr, &h);
-    return h / impl_->unitsPerPoint;
+    return h / impl_->unitsPerPoint();
 }
 
 double Window::scale() const {
     int units = 0;
     SDL_GetWindowSize(impl_->window, &units, nullptr);
     const double density = units > 0 ? static_cast<double>(pixelWidth()) / units : 1.0;
-    return impl_->unitsPerPoint * density;
+    return impl_->unitsPerPoint() * density;
 }
 
 int Window::pixelWidth() const {
@@ -210,6 +311,10 @@ std::string Window::driverName() const {
     return name ? name : "none";
 }
 
+std::string Window::whyNotWayland() const {
+    return driverName() == "wayland" ? std::string() : impl_->video.reason;
+}
+
 void Window::Impl::handle(const SDL_Event& event) {
     if (handlers.raw) handlers.raw(&event);
     switch (event.type) {
@@ -259,7 +364,7 @@ void Window::Impl::handle(const SDL_Event& event) {
 void Window::Impl::handleWindow(const SDL_WindowEvent& event) {
     switch (event.event) {
         case SDL_WINDOWEVENT_SIZE_CHANGED:
-            if (handlers.resized) handlers.resized();
+            followSize();
             break;
         case SDL_WINDOWEVENT_EXPOSED:
             if (handlers.exposed) handlers.exposed();
@@ -292,8 +397,8 @@ void Window::Impl::handleMouse(MouseEvent::Kind kind, int x, int y, int button) 
     if (!handlers.mouse) return;
     MouseEvent event;
     event.kind = kind;
-    event.x = x / unitsPerPoint;
-    event.y = y / unitsPerPoint;
+    event.x = x / unitsPerPoint();
+    event.y = y / unitsPerPoint();
     event.button = button;
     handlers.mouse(event);
 }

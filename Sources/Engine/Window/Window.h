@@ -2,6 +2,7 @@
 
 #include "Engine/Input/Events.h"
 #include "Engine/Input/Haptics.h"
+#include "Engine/Window/WindowPlace.h"
 
 #include <functional>
 #include <memory>
@@ -28,7 +29,12 @@ struct WindowHandlers {
 };
 
 /// The program's one window with its OpenGL 3.3 core context. Sizes and positions are in points; a point is
-/// `scale()` pixels. Closing, minimising and losing the keyboard are told, not acted upon.
+/// `scale()` pixels, less than usual in a window smaller than the least size (tiling desktops have some), so
+/// that it always is at least so large in points. Closing, minimising and losing the keyboard are told, not
+/// acted upon.
+///
+/// It opens on Wayland where the compositor has what the game needs, else on X11; SDL_VIDEODRIVER in the
+/// environment decides otherwise.
 ///
 /// Main thread only.
 class Window final : public PointerLock {
@@ -43,11 +49,10 @@ class Window final : public PointerLock {
     };
     struct Options {
         std::string title = "Gullwick";
-        int width = 1240;  ///< points
-        int height = 800;
-        int minimumWidth = 860;
-        int minimumHeight = 560;
-        std::optional<double> scale;  ///< pixels a point; none: what the window system says
+        std::optional<double> scale;       ///< pixels a point; none: what the window system says
+        std::optional<WindowPlace> place;  ///< where it stood last; none: a first window
+        bool isFullScreen = false;
+        bool isVisible = true;  ///< false: only to find out what a window would be
     };
 
     /// Throws std::runtime_error with a message for the player when there is no display, no OpenGL 3.3 or no
@@ -62,9 +67,11 @@ class Window final : public PointerLock {
     void pump(double timeout);
 
     void makeCurrent();
+    /// The framebuffer object that a frame of the present size is drawn into; ask for every frame.
+    unsigned framebuffer();
     /// Shows what was drawn; waits for the screen's refresh only with vsync on. `changes` is where it differs
     /// from what is shown. True when all that was drawn is still there for the next frame to change, which is
-    /// so under X11 without vsync, mostly; otherwise the next frame is to be drawn whole.
+    /// so with software rasterisers, mostly; otherwise the next frame is to be drawn whole.
     bool present(std::span<const Part> changes);
     void setVsync(bool on);
 
@@ -73,6 +80,9 @@ class Window final : public PointerLock {
     double scale() const;
     int pixelWidth() const;
     int pixelHeight() const;
+
+    /// Where it stands, not counting full screen, to be handed to the next window.
+    WindowPlace place() const;
 
     bool hasFocus() const;
     bool isMinimised() const;
@@ -87,6 +97,8 @@ class Window final : public PointerLock {
 
     /// "x11", "wayland", "cocoa"...; for diagnosis.
     std::string driverName() const;
+    /// Why it is not on Wayland though there is one; else empty.
+    std::string whyNotWayland() const;
 
   private:
     struct Impl;

@@ -13,11 +13,13 @@
 #include "Gullwick/App/Environment.h"
 #include "Gullwick/App/FrameProbe.h"
 #include "Gullwick/App/IconRenderer.h"
+#include "Gullwick/App/LeaveSignals.h"
 #include "Gullwick/App/Numbers.h"
 #include "Gullwick/App/PlayerInput.h"
 #include "Gullwick/App/Screenshot.h"
 #include "Gullwick/App/SilenceHint.h"
 #include "Gullwick/App/TierChooser.h"
+#include "Gullwick/App/Trace.h"
 #include "Gullwick/Feedback/CombinedHaptics.h"
 #include "Gullwick/Feedback/Feedback.h"
 #include "Gullwick/Game/GameController.h"
@@ -52,6 +54,7 @@ struct AppDelegate::Parts final : WindowCommands {
         renderer.setTier(tiers.tier());
         // The frame timer sets the pace; waiting for the screen too is free on a GPU only.
         window.setVsync(!software);
+        game.waitForPictures();
         connect();
         resized();
         sketch();
@@ -170,7 +173,7 @@ struct AppDelegate::Parts final : WindowCommands {
     void sketch() {
         const BeachLook& look = game.world().look();
         const RGB sea = look.water.mixed(look.skyMid, skyInSea);
-        renderer.fillPlaceholder(pixelSize(), 0, sea.scaled(sketchLight).colour(),
+        renderer.fillPlaceholder(pixelSize(), window.framebuffer(), sea.scaled(sketchLight).colour(),
                                  look.sand.scaled(sketchLight).colour(), seaShare);
         const Window::Part whole{0, 0, window.pixelWidth(), window.pixelHeight()};
         window.present({&whole, 1});
@@ -179,7 +182,7 @@ struct AppDelegate::Parts final : WindowCommands {
     /// The very first picture is worth waiting for: only the sketch is seen before it, so all work goes into
     /// it.
     void drawScene() {
-        renderer.draw(game.world().stage(), pixelSize(), 0,
+        renderer.draw(game.world().stage(), pixelSize(), window.framebuffer(),
                       drawnTime < 0 ? BuildMode::complete : BuildMode::gradual);
     }
 
@@ -191,6 +194,8 @@ struct AppDelegate::Parts final : WindowCommands {
         drawOverlay();
         if (std::exchange(screenshotWanted, false)) saveScreenshot();
         present();
+        game.pictureShown();
+        trace.frameShown(loop.now());
         if (probe) probe->framePresented();
         const double end = clock.now();
         // On a card the time goes into waiting for the screen, and nothing has to give way.
@@ -259,6 +264,7 @@ struct AppDelegate::Parts final : WindowCommands {
 
     void turn() {
         window.pump(spareTime());
+        if (leaveSignals.received()) loop.quit(0);
         const double start = clock.now();
         followFocus();
         input.poll(start);
@@ -266,6 +272,7 @@ struct AppDelegate::Parts final : WindowCommands {
         audio.poll(start);
         loop.runDue();
         stepTime = clock.now() - start;
+        trace.follow(start, wasMeant, game, window, trackpads, audio);
         if (window.isMinimised() || !isFrameDue()) return;
         drawFrame();
         drawnTime = game.world().time;
@@ -285,6 +292,7 @@ struct AppDelegate::Parts final : WindowCommands {
     void takeScreenshot() override { screenshotWanted = true; }
     void quit() override { loop.quit(0); }
 
+    LeaveSignals leaveSignals;
     std::optional<std::string> probePath;
     UptimeClock clock;
     MainLoop loop{clock};
@@ -307,6 +315,7 @@ struct AppDelegate::Parts final : WindowCommands {
     ItemIcons icons{iconSource};
     Overlay overlay{game, settings, icons, [this] { return menus(); }};
     std::optional<FrameProbe> probe;
+    Trace trace;
     std::function<void(const FrameTiming&)> observer;
     static constexpr double sketchLight = 0.85;    // the picture is this much darker than the look's colours
     static constexpr double skyInSea = 0.35;       // share of the sky that the sea mirrors

@@ -33,6 +33,8 @@ void describeDisplay(DevicesReport& report, const Window* window, const std::str
     if (window) {
         report.display = fmt::format("{}, {:.0f} x {:.0f} points at scale {}", window->driverName(),
                                      window->width(), window->height(), window->scale());
+        if (const std::string why = window->whyNotWayland(); !why.empty())
+            report.display += fmt::format(" (not Wayland: {})", why);
         describeGraphics(report, true);
         return;
     }
@@ -73,6 +75,7 @@ int printDevices() {
     try {
         Window::Options options;
         options.scale = requestedScale();
+        options.isVisible = false;
         window.reset(new Window(openWindow(options)));
     } catch (const std::exception& error) {
         problem = error.what();
