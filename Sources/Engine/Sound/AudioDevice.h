@@ -31,7 +31,7 @@ class AudioDevice final : public SoundOutput {
     /// Seconds.
     struct Timing {
         double look = 0.1;      ///< between looks whether an open device is still there
-        double retry = 1;       ///< between attempts to open one
+        double retry = 0.5;     ///< between attempts to open one
         double patience = 3;    ///< after which a sound system that does not answer is told
         double farewell = 0.5;  ///< that the end waits for a device to close
     };
