@@ -41,7 +41,7 @@ namespace gull {
 struct AppDelegate::Parts final : WindowCommands {
     explicit Parts(const CommandLine& commandLine)
         : probePath(environmentVariable("GULLWICK_PROBE")),
-          window(openWindow(windowOptions())),
+          window(openWindow(windowOptions(commandLine))),
           game(loop, feedbackForGame(), AppSettings::progressURL(std::getenv), !probePath,
                seed(commandLine)) {
         if (AppSettings::defaultFile(std::getenv).empty()) {
@@ -67,10 +67,19 @@ struct AppDelegate::Parts final : WindowCommands {
         return feedback;
     }
 
-    static Window::Options windowOptions() {
+    Window::Options windowOptions(const CommandLine& commandLine) const {
         Window::Options options;
         options.scale = requestedScale();
+        if (probePath) return options;
+        options.place = windowPlace(settings.window());
+        options.isFullScreen = settings.fullScreen() || commandLine.has("--fullscreen");
         return options;
+    }
+
+    /// For the next start.
+    void rememberPlace() {
+        const std::string place = text(window.place());
+        if (!probePath && place != settings.window()) settings.window = place;
     }
 
     static std::optional<std::uint64_t> seed(const CommandLine& commandLine) {
@@ -287,7 +296,11 @@ struct AppDelegate::Parts final : WindowCommands {
         overlay.askReset([this] { game.resetProgress(); });
     }
     void minimise() override { window.minimise(); }
-    void toggleFullScreen() override { window.setFullScreen(!window.isFullScreen()); }
+    void toggleFullScreen() override {
+        const bool on = !window.isFullScreen();
+        window.setFullScreen(on);
+        if (!probePath) settings.fullScreen = on;
+    }
     bool isFullScreen() const override { return window.isFullScreen(); }
     void takeScreenshot() override { screenshotWanted = true; }
     void quit() override { loop.quit(0); }
@@ -340,6 +353,7 @@ AppDelegate::~AppDelegate() = default;
 
 int AppDelegate::run() {
     while (!parts_->loop.quitting()) parts_->turn();
+    parts_->rememberPlace();
     return parts_->loop.exitStatus();
 }
 

@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <string>
 #include <utility>
 
 namespace gull {
@@ -35,6 +36,9 @@ class AppSettings {
     Setting<int> effectsVolume{file_, changes_, "effectsVolume",
                                100,   0,        100};                     ///< ticks and all else, percent
     Setting<int> surfVolume{file_, changes_, "surfVolume", 100, 0, 100};  ///< percent
+    /// Where the window stood last, in the window's own words; empty: nowhere yet.
+    Setting<std::string> window{file_, changes_, "window", ""};
+    Setting<bool> fullScreen{file_, changes_, "fullScreen", false};  ///< the game opens so
 
     /// Told just before any of them changes.
     ChangeNotifier& changes() { return changes_; }
