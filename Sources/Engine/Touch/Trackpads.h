@@ -19,11 +19,11 @@ class Trackpads final : public HapticPerformer {
   public:
     struct Pad {
         std::string name;
-        std::string path;      ///< "/dev/input/event7"
-        bool isRead = false;   ///< its fingers are followed
-        bool pulses = false;   ///< it has an actuator that we may use
-        std::string geometry;  ///< "5 slots, 1224 x 804 units, 12 per mm"
-        std::string problem;   ///< why it is not read, or not wholly
+        std::string path;          ///< "/dev/input/event7"
+        bool isRead = false;       ///< its fingers are followed
+        bool pulses = false;       ///< it has an actuator that we may use
+        std::string geometry;      ///< "5 slots, 1224 x 804 units, 12 per mm"
+        std::string problem;       ///< why it is not read, or not wholly
         bool isForbidden = false;  ///< so for want of a permission that the device manager's rules would give
     };
 

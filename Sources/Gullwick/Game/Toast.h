@@ -51,7 +51,7 @@ class Toast {
     MainLoop::Timer expiry_;
     MainLoop::Timer waiting_;
     double readableAt_ = 0;  // when the opening toast may be replaced
-    double seconds_ = 0;  // that the toast now up lasts
+    double seconds_ = 0;     // that the toast now up lasts
     bool waits_ = false;
     bool isUnseen_ = false;
     std::deque<Hint> hints_;
