@@ -392,6 +392,7 @@ TEST_F(Frame, reduceMotionReachesTheScene) {
 }
 
 TEST_F(Frame, whereToastsWaitForPicturesTheirTimeStartsWithTheNextOne) {
+    play(2);
     game.waitForPictures();
     game.showToast("seen late", 1);
     turn(5);
