@@ -132,8 +132,8 @@ class GameController {
     /// Shows the way to the nearest treasure for a part of the tide; ignored outside play.
     void ping();
     void key(const KeyAction::Any& action);
-    /// Where the coil is to go; it follows within frames.
-    void setTarget(const PlotPoint& target) { target_ = target; }
+    /// Where the coil is to go; it follows within frames. A place that is not finite is ignored.
+    void setTarget(const PlotPoint& target);
 
     void showToast(std::string text, double seconds) { toasts_.show(std::move(text), seconds); }
     /// Shows `text` once the toast that opens the beach has had its time.
