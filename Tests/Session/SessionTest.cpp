@@ -107,8 +107,8 @@ TEST_F(Session, MenusAlertAndSelectAreWalkedWithKeysAlone) {
     ASSERT_TRUE(waitForFile(settings, 5)) << "no setting was saved";
     EXPECT_THAT(contents(settings), HasSubstr("\"sound\": false"));
 
-    // Game: the last line asks before it erases; the safe answer has the focus.
-    type({"F10", "Right", "Up", "Return"});
+    // Game: the line above the pause asks before it erases; the safe answer has the focus.
+    type({"F10", "Right", "Up", "Up", "Return"});
     desktop_.screenshot(pictures() / "alert.png");
     type({"Return"});
     EXPECT_EQ(contents(progressFile()), passed);
@@ -120,7 +120,7 @@ TEST_F(Session, MenusAlertAndSelectAreWalkedWithKeysAlone) {
     desktop_.screenshot(pictures() / "select.png");
     type({"Return", "Escape"});
 
-    type({"F10", "Right", "Up", "Return", "Tab", "Return"});
+    type({"F10", "Right", "Up", "Up", "Return", "Tab", "Return"});
     pause(0.5);
     EXPECT_EQ(CampaignProgress::load(progressFile()), CampaignProgress());
     EXPECT_NE(contents(progressFile()), passed);
