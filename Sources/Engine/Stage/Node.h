@@ -20,7 +20,7 @@ namespace gull {
 /// Which of a frame's layers draws a node: what rests is drawn once and kept, what moves is drawn every
 /// frame. What drifts (slowly, and under all blended things that move) may be drawn a part at a time, each
 /// part every few frames.
-enum class Layer { inherited, kept, drifting, moving };
+enum class Layer { inherited, still, water, moving };
 
 /// The box that holds `box` after `transform`.
 Box transformed(const Box& box, const glm::dmat4& transform);
@@ -44,7 +44,7 @@ class Node {
     double opacity = 1;      ///< of this node and its children
     int renderingOrder = 0;  ///< of blended surfaces: lower first, then farther first
     bool castsShadow = true;
-    Layer layer = Layer::inherited;  ///< the root's is kept
+    Layer layer = Layer::inherited;  ///< the root's is still
 
     GeometryRef geometry;
     /// The same in fewer triangles, for quick pictures; none: geometry serves.

@@ -10,8 +10,8 @@
 
 namespace gull {
 
-/// Everything a renderer needs to draw a scene: plain data, no GPU. Whoever changes what the kept layer shows
-/// says so with touchKept(); what is in the moving layer may change at any time without a word.
+/// Everything a renderer needs to draw a scene: plain data, no GPU. Whoever changes what the still layer
+/// shows says so with touchStill(); what is in the moving layer may change at any time without a word.
 class Stage {
   public:
     struct Fog {
@@ -25,7 +25,7 @@ class Stage {
     /// Unique in the process, never reused: a renderer tells stages apart by it.
     std::uint64_t id() const { return id_; }
 
-    Node root;                            ///< its layer is kept
+    Node root;                            ///< its layer is Layer::still
     Node* pointOfView = nullptr;          ///< carries the camera; borrowed, under the root
     std::shared_ptr<Texture> background;  ///< equirectangular sky; none: transparent black
     std::shared_ptr<Texture> environment;
@@ -38,21 +38,21 @@ class Stage {
     /// renderer may prepare that picture ahead.
     std::optional<glm::dmat4> restingView;
 
-    /// The kept layer changed everywhere / within `box` (world space). A renderer may take a few frames to
+    /// The still layer changed everywhere / within `box` (world space). A renderer may take a few frames to
     /// show the change.
-    void touchKept();
-    void touchKept(const Box& box);
+    void touchStill();
+    void touchStill(const Box& box);
     /// Only what multiply maps show changed, within `box`.
     void touchPaint(const Box& box);
     /// Rises with every touch.
-    std::uint64_t keptSerial() const { return serial_; }
-    struct KeptChange {
+    std::uint64_t stillSerial() const { return serial_; }
+    struct StillChange {
         std::uint64_t serial;
         Box box;
         bool onlyPaint;
     };
     /// What was touched after `serial`; nothing when everything changed.
-    std::optional<std::vector<KeptChange>> keptChangesSince(std::uint64_t serial) const;
+    std::optional<std::vector<StillChange>> stillChangesSince(std::uint64_t serial) const;
 
   private:
     void remember(const Box& box, bool onlyPaint);
@@ -60,7 +60,7 @@ class Stage {
     std::uint64_t id_;
     std::uint64_t serial_ = 1;
     std::uint64_t wholeSerial_ = 1;  ///< the last touch of everything
-    std::deque<KeptChange> touches_;
+    std::deque<StillChange> touches_;
 };
 
 }  // namespace gull

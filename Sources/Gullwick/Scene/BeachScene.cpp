@@ -135,7 +135,7 @@ void BeachScene::setBeach(int number) {
     tide = 0;
     parts_->ping.hide();
     parts_->ripples.hideAll();
-    stage_.touchKept();
+    stage_.touchStill();
 }
 
 void BeachScene::frame(double aspect) {

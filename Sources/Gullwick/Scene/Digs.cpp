@@ -104,7 +104,7 @@ void Digs::leaveHole(const glm::dvec3& ground) {
     heap.scale = {1.2, 0.38, 0.9};
     Box box = rim.bounds();
     box.include(heap.bounds());
-    stage_.touchKept(box);
+    stage_.touchStill(box);
 }
 
 std::shared_ptr<ParticleSystem> Digs::sandSpray(double time) const {
@@ -209,7 +209,7 @@ void Digs::end(Reveal& reveal) {
         moving.layer = Layer::moving;
         removeAfter(settling, moving);
         reveal.node->layer = Layer::inherited;
-        stage_.touchKept(reveal.node->bounds());
+        stage_.touchStill(reveal.node->bounds());
     }
 }
 

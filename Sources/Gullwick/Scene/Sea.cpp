@@ -31,7 +31,7 @@ void layFlat(Node& node, int order) {
     node.eulerAngles = {-pi / 2, 0, 0};
     node.renderingOrder = order;
     node.castsShadow = false;
-    node.layer = Layer::drifting;
+    node.layer = Layer::water;
 }
 
 std::shared_ptr<Material> foamStrip(Textures& textures, double repeats) {
