@@ -17,7 +17,7 @@ namespace {
 constexpr double startDepth = 0.3;  // below the sand
 constexpr double startScale = 0.4;
 constexpr double sprayLasts = 1.5;  // seconds until its node is cleared away
-constexpr double settling = 0.3;    // seconds until what came to rest is surely seen to rest
+constexpr double settling = 0.3;    // seconds until a settled item has certainly been drawn at rest
 
 /// Thrown-up sand is uneven: a bump field over directions from the centre.
 double bump(const glm::dvec3& n) {
@@ -43,7 +43,7 @@ Geometry crumbledHeap() {
         180);
 }
 
-/// What a treasure casts on the sand, dark at first.
+/// The light of a treasure on the sand, initially dark.
 std::shared_ptr<Light> glow() {
     auto light = std::make_shared<Light>();
     light->kind = Light::Kind::omni;
@@ -203,8 +203,8 @@ void Digs::end(Reveal& reveal) {
         reveal.node->removeFromParent();
         reveal.node = nullptr;
     } else {
-        // From now on it rests on the beach. A renderer may show that a little later; until then its twin is
-        // seen, which still counts as moving.
+        // From now on it is part of the still beach. A renderer may show that a little later; until then its
+        // twin in the moving layer is visible.
         Node& moving = beachRoot_->add(twin(*reveal.node));
         moving.layer = Layer::moving;
         removeAfter(settling, moving);
