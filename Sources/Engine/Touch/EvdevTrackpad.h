@@ -9,14 +9,14 @@
 
 namespace gull {
 
-/// One touchpad, read from its event device. It is opened for writing too where that is allowed, which its
-/// actuator needs.
+/// One touchpad, read from its event device. It is also opened for writing if permitted, which its actuator
+/// needs.
 class EvdevTrackpad {
   public:
-    /// What became of an attempt to open a device.
+    /// The result of opening a device.
     struct Opened {
-        std::unique_ptr<EvdevTrackpad> pad;  ///< null when it failed
-        int error = 0;                       ///< errno's number then
+        std::unique_ptr<EvdevTrackpad> pad;  ///< null on failure
+        int error = 0;                       ///< errno on failure
     };
     /// `path` as "/dev/input/event7".
     static Opened open(const std::string& path);
@@ -25,9 +25,9 @@ class EvdevTrackpad {
     EvdevTrackpad(const EvdevTrackpad&) = delete;
     EvdevTrackpad& operator=(const EvdevTrackpad&) = delete;
 
-    /// Takes in what has happened, never waiting. False when the device is gone: it has no contacts then.
+    /// Reads pending events without waiting. False if the device is gone; it then has no contacts.
     bool poll();
-    /// Asks the device itself what is on it: events may have been lost while the machine slept.
+    /// Reads the state from the device, because events may have been lost while the machine slept.
     void resync();
     const std::vector<Contact>& contacts() const;
 

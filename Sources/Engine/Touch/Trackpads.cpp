@@ -19,9 +19,9 @@ namespace gull {
 namespace {
 
 constexpr double retryInterval = 2;   // seconds between attempts on a pad that may not be read
-constexpr double sleptAtLeast = 0.5;  // seconds of sleep after which the pads are asked again
+constexpr double sleptAtLeast = 0.5;  // seconds of sleep after which the pads' state is read again
 
-/// Owned handles of libudev, each with the function that lets go of it.
+/// Owning handles of libudev, each with its release function.
 template <auto Release>
 struct Released {
     template <typename T>
@@ -50,7 +50,7 @@ std::string kernelName(udev_device* device) {
     return parent ? text(udev_device_get_sysattr_value(parent, "name")) : std::string();
 }
 
-/// Until the machine restarts or the pad is plugged in anew; quick to type.
+/// Lasts until the machine restarts or the pad is plugged in again; quick to type.
 std::string grantForNow(const std::string& path) {
     return fmt::format("sudo setfacl -m u:$USER:rw {}", path);
 }

@@ -9,10 +9,9 @@
 
 namespace gull {
 
-/// Every touchpad of the machine, as they come and go: the fingers on them and, where one has an actuator,
-/// its pulses. The pads are not grabbed: the desktop goes on moving its pointer and making its clicks.
-///
-/// Main thread only; nothing blocks. Where the platform has no such devices the list stays empty.
+/// All touchpads of the machine, which may come and go: the fingers on them and the pulses of those with an
+/// actuator. The pads are not grabbed: the desktop keeps moving its pointer and generating clicks.
+/// Main thread only; nothing blocks. On platforms without such devices the list stays empty.
 class Trackpads final : public HapticPerformer {
   public:
     struct Pad {
@@ -21,8 +20,8 @@ class Trackpads final : public HapticPerformer {
         bool isRead = false;   ///< its fingers are followed
         bool pulses = false;   ///< it has an actuator that we may use
         std::string geometry;  ///< "5 slots, 1224 x 804 units, 12 per mm"
-        std::string problem;   ///< why it is not read, or not wholly
-        std::string command;   ///< what would allow it, for a shell; empty when nothing would
+        std::string problem;   ///< why it is not read, or only in part
+        std::string command;   ///< shell command that would allow it; empty if nothing would
     };
 
     Trackpads();
@@ -30,16 +29,16 @@ class Trackpads final : public HapticPerformer {
     Trackpads(const Trackpads&) = delete;
     Trackpads& operator=(const Trackpads&) = delete;
 
-    /// Takes in what has happened since the last call; `now` is the uptime in seconds. Call it once a frame.
+    /// Reads what happened since the last call; `now` is the uptime in seconds. Call once per frame.
     void poll(double now);
     /// The fingers that are down, pad by pad, oldest first.
     const std::vector<Contact>& contacts() const;
-    /// What was found, in the order found.
+    /// The pads, in the order in which they were found.
     std::vector<Pad> pads() const;
-    /// A short command that allows reading a pad that is there but may not be read, while none is read: the
-    /// moment to tell the player. It holds until the machine restarts. Empty otherwise.
+    /// If pads were found but none may be read: a short command that permits it until the next restart, to
+    /// show to the player. Empty otherwise.
     std::string missingPermission() const;
-    /// The same for good and for every pad: a rule for the device manager.
+    /// The permanent equivalent for every pad: a rule for the device manager.
     static std::string lastingPermission();
 
     void perform(HapticPattern pattern) override;
