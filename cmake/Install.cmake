@@ -1,6 +1,5 @@
-# `cmake --install build` puts the game and what a desktop wants to know about it under the prefix;
-# `cpack --config build/CPackConfig.cmake` makes a Debian package of it. The game writes no icon file of itself, so
-# none is installed.
+# `cmake --install build` installs the game and its desktop integration under the prefix; `cpack --config
+# build/CPackConfig.cmake` makes a Debian package. The game has no icon file, so none is installed.
 if(NOT TARGET gullwick)
     return()
 endif()
@@ -12,7 +11,7 @@ install(FILES Packaging/gullwick.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADI
 install(FILES Packaging/gullwick.6 DESTINATION ${CMAKE_INSTALL_MANDIR}/man6)
 install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/gullwick RENAME copyright)
 if(CMAKE_SYSTEM_NAME STREQUAL Linux)
-    # udev looks in lib whatever the library folder of the machine is called.
+    # udev reads lib, whatever the library folder of the machine is called.
     install(FILES Packaging/70-gullwick-touchpad.rules DESTINATION lib/udev/rules.d)
 endif()
 

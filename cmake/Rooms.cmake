@@ -11,7 +11,7 @@ add_library(gull_options INTERFACE)
 # No fused multiply-add: burial, sounds and textures must come out the same on every processor.
 target_compile_options(gull_options INTERFACE
     -ffp-contract=off -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
-# GCC 12 sees overlapping copies in std::string that are none (its bug 105651).
+# GCC 12 falsely reports overlapping copies in std::string (GCC bug 105651).
 target_compile_options(gull_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 target_include_directories(gull_options INTERFACE ${PROJECT_SOURCE_DIR}/Sources)
 if(GULL_SANITIZE)
