@@ -4,7 +4,7 @@ namespace gull {
 
 namespace {
 
-// How many places are told apart before a renderer that looks away gets told that everything changed.
+// How many changed places are remembered. A renderer that missed more is told that everything changed.
 constexpr std::size_t rememberedTouches = 256;
 
 std::uint64_t nextId() {

@@ -27,15 +27,14 @@ class Stage {
 
     Node root;                            ///< its layer is Layer::still
     Node* pointOfView = nullptr;          ///< carries the camera; borrowed, under the root
-    std::shared_ptr<Texture> background;  ///< equirectangular sky; none: transparent black
+    std::shared_ptr<Texture> background;  ///< equirectangular sky; null: transparent black
     std::shared_ptr<Texture> environment;
     double environmentIntensity = 1;
-    glm::dvec3 shadeTint{1, 1,
-                         1};  ///< linear, onto what environment and ambient light give to rough surfaces
+    glm::dvec3 shadeTint{1, 1, 1};  ///< linear; multiplies environment and ambient light on rough surfaces
     Fog fog;
     double time = 0;  ///< scene time, seconds: what the particles follow
-    /// The camera's world transform where it is about to come to rest, while it is on its way there: a
-    /// renderer may prepare that picture ahead.
+    /// While the camera moves, the world transform at which it will come to rest: a renderer may prepare that
+    /// picture ahead of time.
     std::optional<glm::dmat4> restingView;
 
     /// The still layer changed everywhere / within `box` (world space). A renderer may take a few frames to
