@@ -22,7 +22,7 @@ namespace gull {
 /// is, how far the tide has run and what a dig found.
 ///
 /// x to the right, y up, z toward the viewer; the plot lies at x from -8 to 8 and z from -5 (seaward) to 5.
-/// All times are seconds of the caller's clock. Still things are in the stage's kept layer, moving ones in
+/// All times are seconds of the caller's clock. Still things are in the stage's still layer, moving ones in
 /// its moving layer. Single-threaded.
 class BeachScene {
   public:
