@@ -119,7 +119,7 @@ struct OverlayWindow {
 
     OverlayWindow() {
         const Stage nothing;
-        renderer.draw(nothing, size, 0, true);
+        renderer.draw(nothing, size, 0, BuildMode::complete);
     }
     /// To the last pixel: reading one back waits for all.
     void show(Play& play) {

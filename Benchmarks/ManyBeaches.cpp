@@ -25,7 +25,7 @@ void open(int count) {
         for (double step : {0.1, 1.5}) {
             time += step;
             beach.step(time, step);
-            beach.draw(step > 1);
+            beach.draw(step > 1 ? BuildMode::complete : BuildMode::gradual);
         }
         if (opened != 1 && opened % 8 != 0) continue;
         if (opened > 16 && opened % 40 != 0) continue;

@@ -54,14 +54,14 @@ void frameSweeping(benchmark::State& state) {
 }
 BENCHMARK(frameSweeping)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
 
-void keptLayer(benchmark::State& state) {
+void staticLayer(benchmark::State& state) {
     Play play(RenderTier::fast);
     for (auto _ : state) {
-        play.scene.stage().touchKept();
+        play.scene.stage().touchStill();
         play.draw(BuildMode::complete);
     }
 }
-BENCHMARK(keptLayer)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
+BENCHMARK(staticLayer)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
 
 /// A frame of the fly-in, in the middle of it, without the kept layer that is built meanwhile.
 void frameFlying(benchmark::State& state) {

@@ -1,6 +1,5 @@
-# `cmake --install build` puts the game and what a desktop wants to know about it under the prefix;
-# `cpack --config build/CPackConfig.cmake` makes a Debian package of it. The game writes no icon file of itself, so
-# none is installed.
+# `cmake --install build` installs the game and its desktop integration under the prefix; `cpack --config
+# build/CPackConfig.cmake` makes a Debian package. The game has no icon file, so none is installed.
 if(NOT TARGET gullwick)
     return()
 endif()

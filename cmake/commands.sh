@@ -3,7 +3,7 @@
 
 : "${root:?the folder of the checkout, set by whoever sources this}"
 
-# Debian's names.
+# Names of Debian packages.
 buildPackages=(
     g++ cmake ninja-build pkg-config
     libsdl2-dev libx11-dev libwayland-dev libepoxy-dev libegl-dev libgl-dev libglm-dev
@@ -23,7 +23,7 @@ testPackages=(
 
 say() { printf 'gullwick: %s\n' "$*" >&2; }
 
-# quietly LOG COMMAND...: nothing to be seen unless it fails.
+# quietly LOG COMMAND...: shows nothing unless the command fails.
 quietly() {
     local log=$1
     shift
@@ -38,8 +38,8 @@ asRoot() {
     if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi
 }
 
-# installMissing PACKAGE...: asks for privileges only when something is missing. Elsewhere than on Debian it leaves
-# the matter to the build.
+# installMissing PACKAGE...: asks for privileges only if something is missing. On systems other than Debian it
+# does nothing and lets the build report what is missing.
 installMissing() {
     command -v dpkg-query >/dev/null && command -v apt-get >/dev/null || return 0
     local -A have=()
@@ -58,13 +58,13 @@ installMissing() {
     fi
     say "installing ${missing[*]}"
     local apt=(env DEBIAN_FRONTEND=noninteractive apt-get -y -o DPkg::Lock::Timeout=300)
-    # An update that fails (a source that is away) need not matter: the install tells.
+    # A failed update (an unreachable source) may not matter; the install reports real problems.
     asRoot "${apt[@]}" update >"$root/build/apt.log" 2>&1 </dev/null || true
     quietly "$root/build/apt.log" asRoot "${apt[@]}" install --no-install-recommends "${missing[@]}"
 }
 
-# build WITH_TESTS TARGET...: configures when need be, then builds. WITH_TESTS is ON, or empty to leave it as the
-# build folder has it (off in a new one).
+# build WITH_TESTS TARGET...: configures if necessary, then builds. WITH_TESTS is ON, or empty to keep the
+# setting of the build folder (off in a new one).
 build() {
     local withTests=$1 cache=$root/build/CMakeCache.txt arguments=() target targets=()
     shift

@@ -31,7 +31,7 @@ const KindRow& row(ItemKind kind) {
     return kindTable.at(static_cast<std::size_t>(kind));
 }
 
-/// std::clamp would turn -0 and NaN differently.
+/// std::clamp would treat -0 and NaN differently.
 double unit(double v) {
     if (v <= 0) return 0;
     if (v > 1) return 1;

@@ -13,7 +13,7 @@ struct PlotPoint {
     double x = 0;
     double y = 0;
 
-    /// The one distance of the rules, in units of the plot's depth: a circle of it is a true circle on the
+    /// The only distance in the rules, in units of the plot's depth; a circle in it is a true circle on the
     /// sand.
     double distance(const PlotPoint& to) const;
     /// The nearest point inside the plot. A NaN stays NaN.
@@ -30,7 +30,7 @@ inline constexpr double aspect = 1.6;
 /// From a finger on the trackpad to a point on the plot.
 namespace PadMap {
 
-/// Dead band along each side of the pad, as a fraction of it; a finger in it stands at the plot's edge.
+/// Dead band along each side of the pad, as a fraction of the side; a finger in it is at the plot's edge.
 inline constexpr double inset = 0.05;
 
 /// `nx` and `ny`: position on the pad, 0 to 1 from its near left corner. Must not be NaN.
@@ -56,12 +56,12 @@ const std::array<ItemKind, 11>& allKinds();
 /// The junk kinds in the order in which burial deals them out.
 const std::array<ItemKind, 4>& junkKinds();
 
-/// One thing in the sand. Two are the same when all four fields are; nobody changes one once it is buried.
+/// One thing in the sand. Items are equal if all four fields are; a buried item never changes.
 struct BuriedItem {
     std::int64_t id = 0;  ///< index in the burial plan, unique within one hunt
     ItemKind kind = ItemKind::coin;
     PlotPoint at;
-    double depth = 0;  ///< 0 at the surface; burial goes to 0.9
+    double depth = 0;  ///< 0 at the surface; items are buried down to 0.9
 
     bool operator==(const BuriedItem&) const = default;
 };

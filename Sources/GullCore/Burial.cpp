@@ -8,7 +8,7 @@
 namespace gull::Burial {
 namespace {
 
-/// What will be buried, before anything is drawn.
+/// The kinds to bury, before anything is drawn.
 struct PlanEntry {
     ItemKind kind;
     bool isDeep = false;
@@ -44,7 +44,7 @@ std::optional<PlotPoint> findPlace(const std::vector<PlotPoint>& taken, double a
     return std::nullopt;
 }
 
-/// One pass over all `count` items; empty when one of them found no place.
+/// One pass over all `count` items; empty if one of them found no place.
 std::optional<std::vector<PlotPoint>> placeAll(std::size_t count, double apart, SplitMix64& rng) {
     std::vector<PlotPoint> places;
     places.reserve(count);

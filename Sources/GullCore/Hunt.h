@@ -12,20 +12,19 @@ namespace gull {
 
 namespace Scoring {
 
-/// 0: fewer found than needed. 1: passed. 2: everything found, but junk dug as well. 3: everything and no
+/// 0: fewer found than needed. 1: passed. 2: everything found, but also junk. 3: everything found and no
 /// junk.
 int stars(int found, int total, int need, int junkDug);
 
 }  // namespace Scoring
 
-/// One play of one beach: what lies in the sand, what came up, the tide clock and the pings. A plain value
-/// that knows no time of day, frames or devices; hunt time moves only by advance() and ping().
-///
-/// It is over when every treasure is found (the clock stops) or when the tide is in. From then on dig(),
-/// ping() and advance() change nothing and return their empty result.
+/// One play of one beach: the items in the sand, what was dug up, the tide clock and the pings. A plain value
+/// without clocks, frames or devices; hunt time advances only through advance() and ping().
+/// It is over when every treasure is found (the clock stops) or the tide is in. From then on dig(), ping()
+/// and advance() change nothing and return an empty result.
 class Hunt {
   public:
-    /// Seconds of tide that a ping costs.
+    /// The cost of a ping in seconds of tide.
     static constexpr double pingCost = 5.0;
 
     struct Treasure {
@@ -39,26 +38,26 @@ class Hunt {
     struct Nothing {
         bool operator==(const Nothing&) const = default;
     };
-    /// What a dig brought up; Nothing also when the hunt is over.
+    /// The result of a dig; Nothing also if the hunt is over.
     using DigOutcome = std::variant<Treasure, Junk, Nothing>;
 
-    /// A hunt over a layout that is already known.
+    /// A hunt with a given layout.
     Hunt(BeachSpec spec, std::vector<BuriedItem> items);
-    /// A hunt over a fresh layout buried from `rng`, which moves on.
+    /// A hunt with a fresh layout drawn from `rng`, which advances.
     Hunt(BeachSpec spec, SplitMix64& rng);
 
     const BeachSpec& spec() const { return spec_; }
     const Detector& detector() const { return detector_; }
-    /// Everything that was buried, in burial order; stays as it was.
+    /// Everything that was buried, in burial order; never changes.
     const std::vector<BuriedItem>& items() const { return items_; }
     const std::vector<BuriedItem>& found() const { return found_; }      ///< treasures, in the order dug
     const std::vector<BuriedItem>& junkDug() const { return junkDug_; }  ///< junk, in the order dug
-    /// Where the spade went in, misses included, in order.
+    /// The places of all digs, including misses, in order.
     const std::vector<PlotPoint>& holes() const { return holes_; }
     double elapsed() const { return elapsed_; }  ///< hunt time used, in seconds; at most spec().tideSeconds
     int pings() const { return pings_; }
 
-    /// What is still in the sand, in burial order. The reference holds until the next dig.
+    /// What is still in the sand, in burial order. The reference is valid until the next dig.
     const std::vector<BuriedItem>& buried() const { return buried_; }
     std::vector<BuriedItem> buriedTreasures() const;
     int treasureCount() const;
@@ -70,14 +69,14 @@ class Hunt {
     int haul() const;  ///< worth of the treasures found
     int stars() const;
 
-    /// The detector over what is still buried.
+    /// The detector's reading of what is still buried.
     Reading reading(const PlotPoint& at) const;
-    /// Moves hunt time on by `dt` seconds; a negative one counts as 0.
+    /// Advances hunt time by `dt` seconds; negative values count as 0.
     void advance(double dt);
-    /// Digs: leaves a hole and brings up the nearest item in reach of the spade. Costs no time.
+    /// Digs a hole and brings up the nearest item within reach. Costs no time.
     DigOutcome dig(const PlotPoint& at);
-    /// The nearest treasure still buried, for pingCost seconds of tide, charged in full even when fewer are
-    /// left. Empty and free when the hunt is over.
+    /// The nearest treasure still buried, at a cost of pingCost seconds of tide, charged in full even if
+    /// fewer are left. Empty and free if the hunt is over.
     std::optional<BuriedItem> ping(const PlotPoint& from);
 
   private:

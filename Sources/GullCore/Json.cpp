@@ -9,11 +9,11 @@ namespace gull::Json {
 namespace {
 
 using nlohmann::json;
-using nlohmann::ordered_json;  // for writing: keys come out in the order given
+using nlohmann::ordered_json;  // for writing: keeps keys in the given order
 
-/// The document, or nothing when `text` is no UTF-8 JSON.
+/// The document; empty if `text` is not UTF-8 JSON.
 std::optional<json> parse(std::string_view text) {
-    // The parser takes a NUL for the end of its input, whatever follows.
+    // The parser takes a NUL for the end of its input.
     if (text.find('\0') != text.npos) return std::nullopt;
     auto document = json::parse(text.begin(), text.end(), nullptr, false);
     if (document.is_discarded()) return std::nullopt;
@@ -31,8 +31,8 @@ std::optional<double> number(const json* value) {
     return value->get<double>();
 }
 
-/// A whole number of 64 bits. Digits alone are read exactly; a number with a point or an exponent arrives as
-/// a double, and so do digits beyond 64 bits, which the range check then refuses.
+/// A 64-bit integer. Plain digits are read exactly. A number with a point or an exponent arrives as a double,
+/// and so do digits beyond 64 bits, which the range check then refuses.
 std::optional<std::int64_t> integer(const json& value) {
     if (value.is_number_unsigned()) {
         const auto whole = value.get<std::uint64_t>();

@@ -10,8 +10,8 @@
 namespace gull {
 
 /// The JSON forms of the rules' records. Reading is all or nothing: a missing key, an unknown kind, a value
-/// of the wrong type or text that is not UTF-8 JSON gives an empty optional. Further keys are ignored, and
-/// key order means nothing. Whole numbers may be written as 3, 3.0 or 3e0; beyond 64 bits they are refused.
+/// of the wrong type or text that is not UTF-8 JSON gives an empty optional. Other keys are ignored, and the
+/// order of keys is irrelevant. Integers may be written as 3, 3.0 or 3e0; beyond 64 bits they are refused.
 namespace Json {
 
 /// {"x":0.25,"y":0.5}

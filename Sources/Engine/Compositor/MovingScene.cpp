@@ -23,7 +23,7 @@ double visibleReach(const Lamp& lamp, double exposure) {
 }
 
 void markLamps(const std::vector<Lamp>& lamps, const FrameBlock& block, ReliefGrid& relief) {
-    const double exposure = block.eye.w * std::max({block.film.r, block.film.g, block.film.b});
+    const double exposure = block.eye.w * std::max({block.toneGain.r, block.toneGain.g, block.toneGain.b});
     for (const Lamp& lamp : lamps) {
         if (lamp.end > 0)
             relief.markReach(lamp.position, visibleReach(lamp, exposure));

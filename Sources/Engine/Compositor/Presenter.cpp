@@ -8,8 +8,8 @@ namespace gull {
 void Presenter::begin(unsigned framebuffer, const PixelSize& size) {
     const bool same = framebuffer == framebuffer_ && size == squares_.size();
     if (!same) squares_.begin(size);
-    if (!kept_) squares_.markAll();
-    kept_ = false;
+    if (!preserved_) squares_.markAll();
+    preserved_ = false;
     framebuffer_ = framebuffer;
     changes_.clear();
 }

@@ -21,7 +21,7 @@ class Presenter {
 
     /// Whether the framebuffer still holds the frame before when the next one begins; false after each
     /// begin().
-    void setKept(bool kept) { kept_ = kept; }
+    void setPreserved(bool preserved) { preserved_ = preserved; }
 
     /// The frame goes to `framebuffer`, of `size`.
     void begin(unsigned framebuffer, const PixelSize& size);
@@ -51,7 +51,7 @@ class Presenter {
     std::vector<PixelArea> changes_;
     TextureRef picture_;  ///< that the framebuffer shows; none: another one
     unsigned framebuffer_ = 0;
-    bool kept_ = false;
+    bool preserved_ = false;
 };
 
 }  // namespace gull

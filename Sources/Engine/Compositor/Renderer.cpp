@@ -84,8 +84,8 @@ void Renderer::drawOverlay(std::span<const Sheet> layers) {
     impl_->overlay.draw(presenter.target(), presenter.uncover(changes));
 }
 
-void Renderer::setPictureKept(bool kept) {
-    impl_->presenter.setKept(kept);
+void Renderer::setPicturePreserved(bool preserved) {
+    impl_->presenter.setPreserved(preserved);
 }
 
 std::vector<PixelRect> Renderer::changes() const {

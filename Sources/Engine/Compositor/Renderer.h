@@ -57,7 +57,7 @@ class Renderer {
     /// Tells whether the framebuffer still holds what was drawn into it last, overlay included (after a swap
     /// of buffers a window's does not). Then the next draw() changes only what differs; otherwise, or untold,
     /// it draws all.
-    void setPictureKept(bool kept);
+    void setPicturePreserved(bool preserved);
     /// Where the framebuffer differs from the frame before, from the top left; valid until the next draw().
     std::vector<PixelRect> changes() const;
 

@@ -38,12 +38,12 @@ Box withShadow(const Box& box, const glm::dvec3& towardSun) {
 }  // namespace
 
 bool StaticLayer::showsContent(const Stage& stage) const {
-    return stage_ == stage.id() && stage.keptChangesSince(serial_).has_value();
+    return stage_ == stage.id() && stage.stillChangesSince(serial_).has_value();
 }
 
 void StaticLayer::begin(const Stage& stage, const Viewpoint& view, int mostShadow) {
     stage_ = stage.id();
-    serial_ = stage.keptSerial();
+    serial_ = stage.stillSerial();
     done_ = false;
     work_ = {PixelArea::whole(view.size), std::nullopt, true, {}, Step::shadow, 0};
     waiting_.clear();
@@ -151,10 +151,10 @@ void StaticLayer::drawPicture(const PixelArea& area) {
 }
 
 bool StaticLayer::refresh(const Stage& stage, double budget) {
-    if (stage.keptSerial() != serial_) {
-        const auto changes = stage.keptChangesSince(serial_);
+    if (stage.stillSerial() != serial_) {
+        const auto changes = stage.stillChangesSince(serial_);
         if (!changes || !complete()) return false;
-        serial_ = stage.keptSerial();
+        serial_ = stage.stillSerial();
         follow(*changes);
     }
     if (!complete() || !pending()) return true;
@@ -168,7 +168,7 @@ bool StaticLayer::refresh(const Stage& stage, double budget) {
     return true;
 }
 
-void StaticLayer::follow(const std::vector<Stage::KeptChange>& changes) {
+void StaticLayer::follow(const std::vector<Stage::StillChange>& changes) {
     for (const auto& [serial, box, onlyPaint] : changes) {
         if (!onlyPaint) {
             waiting_.push_back(box);

@@ -63,7 +63,7 @@ class StaticLayer {
     /// Starts on what waits; nothing may be under way.
     void beginRedraw(const DrawList& list);
     /// Takes in what was touched: draws paint at once where it may, lets the rest wait.
-    void follow(const std::vector<Stage::KeptChange>& changes);
+    void follow(const std::vector<Stage::StillChange>& changes);
     void drawPicture(const PixelArea& area);
 
     RenderContext& context_;

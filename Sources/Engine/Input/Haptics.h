@@ -9,11 +9,11 @@ class HapticPerformer {
   public:
     virtual ~HapticPerformer() = default;
     virtual void perform(HapticPattern pattern) = 0;
-    /// Whether a pulse would be felt now: devices come and go.
+    /// True if a pulse would be felt now; devices come and go.
     virtual bool isAvailable() const { return true; }
 };
 
-/// Hides the pointer and keeps it from moving while a finger steers.
+/// Hides and locks the pointer while a finger steers.
 class PointerLock {
   public:
     virtual ~PointerLock() = default;

@@ -2,8 +2,8 @@
 
 namespace gull {
 
-/// The one source of time. Everything that happens later, eases or expires reads it through this interface,
-/// so that a test can turn it by hand and play an hour in a second.
+/// The only source of time. Everything that is delayed, animated or expires reads it through this interface,
+/// so that a test can advance it by hand and play an hour in a second.
 class Clock {
   public:
     virtual ~Clock() = default;
@@ -17,7 +17,7 @@ class UptimeClock final : public Clock {
     double now() const override;
 };
 
-/// A clock that moves only when told to.
+/// A clock that advances only when told to.
 class ManualClock final : public Clock {
   public:
     explicit ManualClock(double start = 1000.0) : time_(start) {}

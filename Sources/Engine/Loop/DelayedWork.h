@@ -8,7 +8,7 @@
 
 namespace gull {
 
-/// Work that follows a moment later and can be called off wholesale.
+/// Schedules work for later that can be cancelled all at once.
 class DelayedWork {
   public:
     /// `loop` is owned by the caller and must outlive this object.
@@ -16,7 +16,7 @@ class DelayedWork {
 
     /// Runs `work` `delay` seconds from now unless cancelPending() comes first.
     void after(double delay, std::function<void()> work);
-    /// Cancels everything that has not run yet and forgets the rest.
+    /// Cancels everything that has not run yet and resets pendingCount().
     void cancelPending();
     /// How much was scheduled since the last cancelPending(), run or not.
     std::size_t pendingCount() const { return pending_.size(); }

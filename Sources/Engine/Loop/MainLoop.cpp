@@ -20,7 +20,7 @@ struct MainLoop::Timer::Entry {
 
     void cancel() {
         alive = false;
-        if (!running) work = nullptr;  // what it captured is let go at once
+        if (!running) work = nullptr;  // releases its captures immediately
     }
 };
 
@@ -39,7 +39,7 @@ MainLoop::Timer::~Timer() {
 }
 
 void MainLoop::Timer::cancel() {
-    // Letting go of what the work captured may come back to this very handle: empty it first.
+    // Destroying the captures may reach this handle again: empty it first.
     if (const auto entry = std::exchange(entry_, nullptr)) entry->cancel();
 }
 
@@ -75,7 +75,7 @@ void MainLoop::resume() {
 }
 
 double MainLoop::dueAfter(double delay) const {
-    // Within a pass the clock may have moved on; work for "now" still belongs to this pass.
+    // The clock may have advanced during a pass; work due "now" still belongs to this pass.
     if (delay <= 0) return inPass_ ? passTime_ : now();
     return now() + delay;
 }
@@ -94,8 +94,8 @@ void MainLoop::post(double delay, std::function<void()> work) {
 }
 
 void MainLoop::runDue() {
-    // The time is read once: a repeating timer whose work takes longer than its interval must not keep the
-    // pass from ending.
+    // The time is read once, so that a repeating timer whose work takes longer than its interval cannot keep
+    // the pass from ending.
     const bool outermost = !inPass_;
     const double time = outermost ? now() : passTime_;
     inPass_ = true;
@@ -116,7 +116,7 @@ void MainLoop::runDue() {
 
 void MainLoop::run(Timer::Entry& entry, double time) {
     if (entry.interval > 0) {
-        // One run however late, and the next on the original beat.
+        // One run however late it is; the next keeps the original phase.
         entry.due += entry.interval * (std::floor((time - entry.due) / entry.interval) + 1);
         if (entry.due <= time) entry.due += entry.interval;  // the division may round down
     } else {

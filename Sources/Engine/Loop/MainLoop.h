@@ -10,9 +10,9 @@
 
 namespace gull {
 
-/// Timers and delayed work of the one thread. It owns no waiting: a window, a self-test or a hand-turned
-/// clock drives it by calling runDue() whenever something may be due, and asks nextDue() how long it may
-/// sleep.
+/// Timers and delayed work of the program's thread. It does not wait by itself: a window, a self-test or a
+/// test with a manual clock drives it by calling runDue() whenever something may be due, and sleeps until
+/// nextDue().
 ///
 /// Single-threaded: every call is made from the thread that made the loop. Work may schedule or cancel other
 /// work, and may quit the loop. Work due at the same instant runs in the order in which it was scheduled.
@@ -52,8 +52,8 @@ class MainLoop {
     void resume();
     bool isPaused() const { return isPaused_; }
 
-    /// Runs `work` every `interval` seconds (above 0), first after one interval. A loop that comes late runs
-    /// it once, not once per missed interval, and keeps the phase.
+    /// Runs `work` every `interval` seconds (above 0), first after one interval. A late loop runs it once,
+    /// not once per missed interval, and keeps the phase.
     [[nodiscard]] Timer every(double interval, std::function<void()> work);
     /// Runs `work` once, `delay` seconds from now (a delay <= 0: at the next runDue()).
     [[nodiscard]] Timer after(double delay, std::function<void()> work);
@@ -61,7 +61,7 @@ class MainLoop {
     void post(double delay, std::function<void()> work);
 
     /// Runs everything due at now(), in order of due time, until quit() is called. Work scheduled meanwhile
-    /// for now runs too; the time is read once, so slow work cannot keep this call from returning.
+    /// for now runs too. The time is read once, so slow work cannot keep this call from returning.
     void runDue();
     /// The loop's time at which the next work is due; +infinity when there is none, and in a pause.
     double nextDue() const;
@@ -74,8 +74,8 @@ class MainLoop {
     /// Sleeps and runs due work until quit() is called or nothing is left to run; returns exitStatus(). For a
     /// process without a window; the clock must move by itself.
     int runUntilQuit();
-    /// Turns `clock` (which must be this loop's) forward by `seconds`, running each piece of work at its own
-    /// due time; stops early when the loop quits.
+    /// Advances `clock` (which must be this loop's) by `seconds`, running each piece of work at its due time;
+    /// stops early when the loop quits.
     void turn(ManualClock& clock, double seconds);
 
   private:

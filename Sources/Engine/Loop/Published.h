@@ -8,7 +8,7 @@
 
 namespace gull {
 
-/// What an observable object tells its observers: one of its published properties is about to change.
+/// Tells the observers of an object that one of its published properties is about to change.
 class ChangeNotifier {
   public:
     using ObserverId = std::uint64_t;

@@ -11,7 +11,7 @@
 
 namespace gull {
 
-/// Keeps what a task returns until it is asked for.
+/// Stores the result of a task until it is fetched.
 template <typename T>
 class TaskResult {
   public:
@@ -31,12 +31,10 @@ class TaskResult<void> {
     void take() noexcept {}
 };
 
-/// A coroutine that lives on a MainLoop: it gives the thread back at every `co_await` and goes on when the
-/// loop says so. It does nothing until it is awaited by another task or started; T (void or a value) is what
-/// it returns.
-///
-/// The Task owns the coroutine: destroying it, wherever it waits, ends it, releases its locals and calls its
-/// sleeps off. Exceptions do not leave a task: one that is not caught inside stops the program.
+/// A coroutine that runs on a MainLoop: it yields the thread at every `co_await` and the loop resumes it. It
+/// does nothing until another task awaits it or it is started; T (void or a value) is its result.
+/// The Task owns the coroutine: destroying it ends the coroutine wherever it waits, destroys its locals and
+/// cancels its sleeps. Exceptions do not leave a task: one that is not caught inside stops the program.
 template <typename T = void>
 class [[nodiscard]] Task {
   public:
@@ -92,7 +90,7 @@ class Task<T>::promise_type : public TaskResult<T> {
         std::coroutine_handle<> await_suspend(Handle handle) noexcept {
             promise_type& promise = handle.promise();
             if (promise.awaiting_) return promise.awaiting_;
-            // The completion may destroy the coroutine: nothing of it is touched afterwards.
+            // The completion may destroy the coroutine, so nothing of it is used afterwards.
             if (const Completion done = std::move(promise.done_)) {
                 if constexpr (std::is_void_v<T>)
                     done();
@@ -108,7 +106,7 @@ class Task<T>::promise_type : public TaskResult<T> {
     Completion done_;
 };
 
-/// What sleep() returns: `co_await` it.
+/// The result of sleep(): `co_await` it.
 class SleepAwaiter {
   public:
     SleepAwaiter(MainLoop& loop, double seconds) : loop_(loop), seconds_(seconds) {}
@@ -124,7 +122,7 @@ class SleepAwaiter {
     MainLoop::Timer timer_;
 };
 
-/// Waits `seconds` on `loop`, which must outlive the wait. With 0 or less the coroutine goes on at the next
+/// Waits `seconds` on `loop`, which must outlive the wait. With 0 or less the coroutine resumes in the next
 /// runDue().
 inline SleepAwaiter sleep(MainLoop& loop, double seconds) {
     return SleepAwaiter(loop, seconds);

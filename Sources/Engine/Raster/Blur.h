@@ -12,7 +12,7 @@ struct AlphaPlane {
     int height = 0;
     std::vector<std::uint8_t> values;  ///< width * height
 
-    /// All 0; keeps the memory of a larger plane before it.
+    /// Sets every value to 0; reuses the memory of a larger earlier plane.
     void reset(int planeWidth, int planeHeight);
     std::uint8_t* row(int y) {
         return &values[static_cast<std::size_t>(y) * static_cast<std::size_t>(width)];
@@ -22,11 +22,11 @@ struct AlphaPlane {
     }
 };
 
-/// A gaussian blur in all but name: three box blurs one after another, whose widths add up to the variance
-/// asked for. What lies outside the plane counts as 0, so leave blurReach(sigma) pixels around the shape.
+/// Approximates a gaussian blur with three successive box blurs whose widths add up to the requested
+/// variance. Values outside the plane count as 0, so leave blurReach(sigma) pixels around the shape.
 void blur(AlphaPlane& plane, double sigma);
 
-/// How many pixels beyond a shape its blur of this standard deviation (pixels) can be seen.
+/// How many pixels a blur of this standard deviation (pixels) visibly extends beyond the shape.
 int blurReach(double sigma);
 
 }  // namespace gull

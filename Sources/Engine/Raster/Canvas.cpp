@@ -32,8 +32,8 @@ void fillWithGradient(cairo_t* context, cairo_pattern_t* pattern, const std::vec
     cairo_pattern_destroy(pattern);
 }
 
-/// A corner in the unit of its own frame: from `start` straight on, round the corner, along `out`.
-/// Between the straight edge and the arc stands a cubic whose curvature grows from none to the arc's.
+/// A corner in units of its radius: straight on from `start`, round the corner, along `out`. Between the
+/// straight edge and the arc lies a cubic whose curvature grows from zero to that of the arc.
 struct SmoothCorner {
     /// How far the corner reaches along its edges, as a multiple of the radius beyond 1.
     static constexpr double smoothing = 0.6;

@@ -26,7 +26,7 @@ enum class BlendMode { normal, screen, multiply, darken, add, copy };
 enum class LineCap { butt, round };
 enum class LineJoin { miter, round };
 
-/// A bitmap that is drawn on: paths, gradients, images, blend modes, soft shadows, layers of group opacity.
+/// A bitmap to draw on: paths, gradients, images, blend modes, soft shadows, layers with group opacity.
 /// The origin is the top-left corner and y grows down; flipped() turns it to a lower-left origin with y up,
 /// the convention of texture drawing.
 class Canvas {
@@ -50,14 +50,14 @@ class Canvas {
     /// From here on the origin is the lower-left corner and y grows up.
     void flip();
     void clip(const Rect& rect);
-    /// Clips to the path, which is used up.
+    /// Clips to the path and clears it.
     void clipPath();
     void setBlendMode(BlendMode mode);
-    /// Everything until the matching endLayer() is drawn at `opacity` as one picture.
+    /// Everything up to the matching endLayer() is drawn as one picture at `opacity`.
     void beginLayer(double opacity);
     void endLayer();
 
-    // Paths: built, then filled or stroked; both keep nothing of the path afterwards.
+    // Paths are built, then filled or stroked, which clears them.
     void moveTo(double x, double y);
     void lineTo(double x, double y);
     void curveTo(double x1, double y1, double x2, double y2, double x, double y);
@@ -71,14 +71,14 @@ class Canvas {
     void fill(const Colour& colour);
     void stroke(const Colour& colour, double lineWidth, LineCap cap = LineCap::butt,
                 LineJoin join = LineJoin::miter);
-    /// Fills the path with a gradient from (x0, y0) to (x1, y1); extended beyond both ends.
+    /// Fills the path with a gradient from (x0, y0) to (x1, y1), extended beyond both ends.
     void fillLinear(double x0, double y0, double x1, double y1, const std::vector<GradientStop>& stops);
-    /// Fills the path with a gradient about one centre; `extend` false leaves what lies outside r1 alone.
+    /// Fills the path with a radial gradient; without `extend` nothing outside r1 is drawn.
     void fillRadial(double cx, double cy, double r0, double r1, const std::vector<GradientStop>& stops,
                     bool extend);
     void clear();
 
-    /// Smoothly scaled into `rect`.
+    /// Draws the image smoothly scaled into `rect`.
     void drawImage(const Image& image, const Rect& rect, double opacity = 1.0);
     /// Whatever is drawn between begin and end is drawn over a blurred shape of itself in `colour`; `radius`
     /// is the blur radius in points, about twice the standard deviation.

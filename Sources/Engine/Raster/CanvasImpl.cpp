@@ -15,7 +15,7 @@ namespace gull {
 
 namespace {
 
-/// How far a flattened curve may leave the true one, pixels. A tenth, the usual, shows on small circles.
+/// How far a flattened curve may deviate from the true one, pixels. The usual tenth shows on small circles.
 constexpr double curveTolerance = 0.03;
 
 struct PixelBox {
@@ -26,7 +26,7 @@ struct PixelBox {
     bool empty() const { return width <= 0 || height <= 0; }
 };
 
-/// Where the recording put ink, grown by `margin` and cut to what `outer` would show of it.
+/// The extent of the recorded drawing, grown by `margin` and clipped to what `outer` shows.
 PixelBox inkBox(cairo_surface_t* recording, cairo_t* outer, int margin) {
     double x = 0, y = 0, width = 0, height = 0;
     cairo_recording_surface_ink_extents(recording, &x, &y, &width, &height);
@@ -62,7 +62,7 @@ cairo_surface_t* imageOf(const Image& image) {
     return surface;
 }
 
-/// A hash of the pixels, four words side by side: an icon is hashed every time that it is drawn.
+/// A hash of the pixels, four words in parallel, since an icon is hashed whenever it is drawn.
 std::uint64_t fingerprint(const Image& image) {
     std::array<std::uint64_t, 4> lanes{1, 2, 3, static_cast<std::uint64_t>(image.width)};
     auto mix = [](std::uint64_t hash, std::uint64_t word) {
@@ -161,7 +161,7 @@ void Canvas::Impl::castShadow(const Group& group) {
     const PixelBox box = inkBox(group.recording, context, blurReach(sigma) + 1);
     if (box.empty()) return;
 
-    // Rows of an image surface are a multiple of 4 bytes apart: make the plane as wide as that.
+    // The stride of an image surface is a multiple of 4 bytes: make the plane as wide.
     shape.reset(cairo_format_stride_for_width(CAIRO_FORMAT_A8, box.width), box.height);
     cairo_surface_t* mask = cairo_image_surface_create_for_data(shape.values.data(), CAIRO_FORMAT_A8,
                                                                 shape.width, shape.height, shape.width);
@@ -184,7 +184,7 @@ void Canvas::Impl::castShadow(const Group& group) {
                           group.shadowColour.a);
     cairo_mask_surface(context, shadow, box.x + std::round(dx), box.y + std::round(dy));
     cairo_restore(context);
-    // An outer group that is being recorded takes its own copy here, before the memory goes.
+    // An outer group that is being recorded copies the surface here, before its memory is freed.
     cairo_surface_finish(shadow);
     cairo_surface_destroy(shadow);
 }
@@ -231,7 +231,7 @@ void Canvas::Impl::drawImage(const Image& image, const Rect& rect, double opacit
     cairo_get_matrix(context, &matrix);
     cairo_save(context);
     if (matrix.xy == 0 && matrix.yx == 0 && matrix.xx > 0 && matrix.yy > 0) {
-        // Upright: the picture is brought to its size once and kept, and stands on whole pixels.
+        // Upright: the picture is resized once, cached and placed on whole pixels.
         const int w = std::max(1, static_cast<int>(std::lround(rect.width * matrix.xx)));
         const int h = std::max(1, static_cast<int>(std::lround(rect.height * matrix.yy)));
         const double x = std::round(rect.x * matrix.xx + matrix.x0);

@@ -13,11 +13,11 @@ struct _cairo_surface;
 
 namespace gull {
 
-/// What a Canvas is made of; seen by this room alone. Drawing goes to `context`, the canvas itself or the
+/// The implementation of Canvas, private to this room. Drawing goes to `context`: the canvas itself or the
 /// innermost open group.
 struct Canvas::Impl {
-    /// A layer or a shadow: its drawing is recorded, so that at its end the pixels touched are known and only
-    /// they are blurred or mixed.
+    /// A layer or a shadow. Its drawing is recorded, so that only the pixels it touches are blurred or
+    /// blended at its end.
     struct Group {
         _cairo* outer = nullptr;  ///< where the group ends up
         _cairo_surface* recording = nullptr;
@@ -29,7 +29,7 @@ struct Canvas::Impl {
         double dy = 0;
     };
 
-    /// A shadow drawn before: the shape and what became of it.
+    /// A shadow drawn earlier: its shape and the blurred result.
     struct KeptShadow {
         double sigma = 0;
         AlphaPlane shape;
@@ -37,7 +37,7 @@ struct Canvas::Impl {
     };
     static constexpr std::size_t keptShadows = 24;
 
-    /// An image at the size it was drawn at last, told from others by a hash of its pixels.
+    /// An image at the size it was last drawn at, identified by a hash of its pixels.
     struct KeptImage {
         std::uint64_t hash = 0;
         int sourceHeight = 0;
@@ -54,7 +54,7 @@ struct Canvas::Impl {
 
     void beginGroup(Group group);
     Group endGroup(bool shadow);
-    /// The blurred form of a drawn shape, from what was kept or new.
+    /// The blurred form of a drawn shape, cached or newly made.
     const AlphaPlane& blurredShape(const AlphaPlane& drawn, double sigma);
     void castShadow(const Group& group);
     /// Draws the recorded group onto the outer context.

@@ -25,7 +25,7 @@ Point between(const Point& a, const Point& b, double fraction) {
     return {a.first + (b.first - a.first) * fraction, a.second + (b.second - a.second) * fraction};
 }
 
-/// A polygon whose corners are cut off at a fraction of their edges and bent round.
+/// A polygon whose corners are rounded, starting at a fraction of their edges.
 void addRounded(Canvas& canvas, const std::vector<Point>& corners, const std::vector<double>& cuts) {
     const std::size_t n = corners.size();
     for (std::size_t i = 0; i < n; ++i) {
@@ -46,7 +46,7 @@ void addRounded(Canvas& canvas, const std::vector<Point>& corners, const std::ve
 
 /// `shrink` moves the edges inward by that many points.
 void addStar(Canvas& canvas, const Rect& box, double shrink, const std::vector<double>& cuts) {
-    // A star of this circle is as wide as the box: its widest points stand at 18 degrees.
+    // A star in this circle is as wide as the box: its widest points lie at 18 degrees.
     const double radius = std::min(box.width, box.height) / 2 / std::cos(pi / 10);
     const double inner = radius * 0.46;
     // The star is taller above its circle's centre than below: 1 against cos 36 degrees.
@@ -75,7 +75,7 @@ void star(Canvas& canvas, const Rect& box, const Colour& colour) {
 
 void starOutline(Canvas& canvas, const Rect& box, const Colour& colour) {
     const double width = std::min(box.width, box.height) * 0.075;
-    // The round joins blunt the points as the filled star's are blunted: less than half the line inward.
+    // The round joins blunt the points like those of the filled star: less than half the line inward.
     addStar(canvas, box, width * 0.22, {0.04, 0.04});
     canvas.stroke(colour, width, LineCap::round, LineJoin::round);
 }

@@ -4,16 +4,15 @@
 
 namespace gull {
 
-/// Signs that fonts draw unevenly or not at all, as paths. Each is fitted into `box`, centred, its own
-/// proportions kept, and drawn in one colour (which may be translucent: nothing overlaps). Canvas with y
-/// down.
+/// Symbols that fonts draw unevenly or lack, as paths. Each is centred in `box`, keeps its proportions and is
+/// drawn in one colour, which may be translucent because nothing overlaps. Canvas with y down.
 namespace GlyphShapes {
 
 /// Five points, slightly rounded; the box's centre is that of the star's circle.
 void star(Canvas& canvas, const Rect& box, const Colour& colour);
-/// The same star's outline, lying inside the filled one.
+/// The outline of the same star, inside the filled one.
 void starOutline(Canvas& canvas, const Rect& box, const Colour& colour);
-/// A closed padlock: solid body with its shackle.
+/// A closed padlock: a solid body and a shackle.
 void padlock(Canvas& canvas, const Rect& box, const Colour& colour);
 /// Three wavy lines, one above the other.
 void waves(Canvas& canvas, const Rect& box, const Colour& colour);

@@ -4,8 +4,8 @@
 
 namespace gull {
 
-/// The image at another size: every pixel the average of the area it covers when the image shrinks, linear
-/// interpolation when it grows. Stops the program for a size below 1 by 1.
+/// The image at another size: area-averaged when it shrinks, linearly interpolated when it grows. Stops the
+/// program for a size below 1 by 1.
 Image resampled(const Image& image, int width, int height);
 
 }  // namespace gull

@@ -11,7 +11,7 @@
 
 namespace gull {
 
-/// The drawing half of text; the one place outside Canvas that reaches its context.
+/// Draws text; the only place outside Canvas that uses its context.
 class TextRenderer {
   public:
     static void draw(Canvas& canvas, TextLayout& layout, const Colour& colour, double x, double y) {
@@ -35,8 +35,8 @@ class TextRenderer {
     }
 
   private:
-    /// Stamps the kept coverage of the text. Its place is rounded to whole pixels down the page, so that
-    /// letters stand on a sharp line, and to quarters across it.
+    /// Stamps the cached coverage of the text, at a position rounded to whole pixels vertically, which keeps
+    /// the baseline sharp, and to quarter pixels horizontally.
     static void drawKept(cairo_t* context, TextLayout& layout, const cairo_matrix_t& matrix, double x,
                          double y) {
         const double scale = matrix.xx;

@@ -26,7 +26,7 @@ struct Font {
 
 struct TextStyle {
     Font font = {};
-    double tracking = 0;  ///< extra space between characters, points; none after a line's last
+    double tracking = 0;  ///< extra space between characters, points; not after the last of a line
     TextAlign align = TextAlign::left;
     double maxWidth = 0;  ///< wraps beyond this; 0: one line per line break
     int maxLines = 0;     ///< 0: no limit; more text is cut with an ellipsis
@@ -42,13 +42,13 @@ struct TextSize {
 /// Measures and draws text. The measurements are those of unhinted outlines, independent of the canvas's
 /// scale. Recent layouts are kept, so the same text costs little the second time.
 TextSize measureText(std::string_view text, const TextStyle& style);
-/// Draws with the top-left corner of the measured box at (x, y); upright in a flipped canvas too, where (x,
-/// y) is the upper left corner just the same. Baselines are rounded to whole pixels.
+/// Draws with the top-left corner of the measured box at (x, y), upright and with the same corner in a
+/// flipped canvas too. Baselines are rounded to whole pixels.
 void drawText(Canvas& canvas, std::string_view text, const TextStyle& style, const Colour& colour, double x,
               double y);
 /// True when fontconfig finds any font at all.
 bool anyFontInstalled();
-/// Which file and family serves a font, for diagnosis: "JetBrains Mono (JetBrainsMono-Regular.ttf)".
+/// The family and file that a font resolves to, for diagnosis: "JetBrains Mono (JetBrainsMono-Regular.ttf)".
 std::string describeFont(const Font& font);
 
 }  // namespace gull

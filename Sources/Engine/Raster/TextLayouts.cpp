@@ -10,7 +10,8 @@ namespace gull {
 
 namespace {
 
-/// The families of a design, the program's own first. Characters that the first lacks come from the next.
+/// The families of a design in order of preference; each supplies the characters that the ones before it
+/// lack.
 const char* families(FontDesign design) {
     switch (design) {
         case FontDesign::monospaced:
@@ -66,8 +67,8 @@ void setFont(PangoLayout* layout, const Font& font) {
     pango_font_description_free(description);
 }
 
-/// Signs that the monospaced font lacks: the fixed pitch of another one squeezes them to a few pixels, so
-/// they come from a proportional font, as large as they can be without making their line higher.
+/// Symbols that the monospaced font lacks. The fixed pitch of another font would squeeze them to a few
+/// pixels, so they come from a proportional font, as large as the line height allows.
 void setSigns(PangoAttrList* attributes, std::string_view text) {
     constexpr double scale = 1.09;  // JetBrains Mono's ascent to DejaVu Sans's
     for (const std::string_view sign : {"★", "↩"}) {
@@ -87,9 +88,8 @@ void setAttributes(PangoLayout* layout, std::string_view text, const TextStyle& 
     if (style.tracking != 0) {
         pango_attr_list_insert(attributes, pango_attr_letter_spacing_new(pangoUnits(style.tracking)));
     }
-    // A fixed pitch is for reading letter by letter: no arrows made of hyphens.
-    // Words of a serif stand beside figures here: lining ones, as high as capitals and told apart at a
-    // glance.
+    // A fixed pitch is for reading letter by letter, so no ligatures that turn hyphens into arrows.
+    // The serif font is set beside numbers here: use lining figures, which are as tall as capitals.
     std::string features = style.font.design == FontDesign::monospaced ? "liga 0, calt 0" : "lnum 1";
     if (style.font.tabularDigits) features += ", tnum 1";
     pango_attr_list_insert(attributes, pango_attr_font_features_new(features.c_str()));
@@ -144,7 +144,7 @@ TextLayout::Stamp TextLayout::rasterised(double scale, int phase) const {
     pango_layout_get_extents(layout_, &ink, nullptr);
     if (ink.width <= 0 || ink.height <= 0) return stamp;
     const double across = static_cast<double>(phase) / phases;
-    // The baseline on a whole pixel; whoever stamps it counts on that.
+    // The baseline lies on a whole pixel, as the stamping code expects.
     const double down = std::round(size_.baseline * scale) - size_.baseline * scale;
     const double x0 = (points(ink.x) - left_) * scale + across;
     const double y0 = points(ink.y) * scale + down;
@@ -165,7 +165,7 @@ TextLayout::Stamp TextLayout::rasterised(double scale, int phase) const {
 }
 
 TextLayouts::TextLayouts() : fontMap_(pango_cairo_font_map_new()) {
-    // 72 dots an inch: a point is a unit. Outlines and advances as the font has them, nothing rounded.
+    // At 72 dots per inch a point is one unit. Outlines and advances stay as the font has them, unrounded.
     pango_cairo_font_map_set_resolution(PANGO_CAIRO_FONT_MAP(fontMap_), 72);
     context_ = pango_font_map_create_context(fontMap_);
     cairo_font_options_t* options = cairo_font_options_create();

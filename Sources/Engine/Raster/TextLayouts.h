@@ -15,8 +15,8 @@ struct _cairo_surface;
 
 namespace gull {
 
-/// One text set in one style: its measurements, and its coverage at the scales it was drawn at lately. Seen
-/// by this room alone.
+/// One text in one style: its measurements, and its coverage at the scales it was recently drawn at. Private
+/// to this room.
 class TextLayout {
   public:
     /// The text's coverage, to be stamped in any colour. (x, y) is the mask's corner in pixels, relative to
@@ -26,9 +26,9 @@ class TextLayout {
         int phase = 0;
         int x = 0;
         int y = 0;
-        _cairo_surface* mask = nullptr;  ///< none where there is no ink
+        _cairo_surface* mask = nullptr;  ///< null when nothing is drawn
     };
-    static constexpr int phases = 4;               ///< places within a pixel, across
+    static constexpr int phases = 4;               ///< horizontal positions within a pixel
     static constexpr double largestKeptScale = 8;  ///< beyond: drawn from outlines every time
 
     TextLayout(_PangoContext* context, std::string_view text, const TextStyle& style);
@@ -37,7 +37,7 @@ class TextLayout {
     TextLayout& operator=(const TextLayout&) = delete;
 
     const TextSize& size() const { return size_; }
-    /// Where the measured box begins in the layout's own frame, points.
+    /// The origin of the measured box in the layout's coordinates, points.
     double left() const { return left_; }
     _PangoLayout* pango() const { return layout_; }
     /// Valid until the next call.
@@ -53,7 +53,7 @@ class TextLayout {
     std::size_t nextStamp_ = 0;
 };
 
-/// The layouts used lately. A memory only: what it answers depends on nothing but the arguments.
+/// The recently used layouts. Only a cache: the answers depend on nothing but the arguments.
 class TextLayouts {
   public:
     static constexpr std::size_t capacity = 256;

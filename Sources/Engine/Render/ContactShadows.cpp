@@ -8,7 +8,7 @@ namespace gull {
 
 namespace {
 // Uniforms only so that the loops stay loops, see the shaders.
-constexpr int looks = 12;
+constexpr int tapCount = 12;
 constexpr int blurRows = 4;
 }  // namespace
 
@@ -29,9 +29,10 @@ void ContactShadows::draw(RenderContext& context, TextureRef depth, const Viewpo
     find.program = &context.programs.get({ProgramKind::contactShadows});
     find.frameUniforms = frameUniforms;
     find.textures = {{unitStaticDepth, depth}};
-    find.uniforms = {{"reach", glm::vec4(options.occlusionRadius, options.occlusionRadius * p[1][1] / 2,
-                                         options.occlusionStrength, 1 / aspect)},
-                     {"looks", looks}};
+    find.uniforms = {
+        {"reach", glm::vec4(options.contactShadowRadius, options.contactShadowRadius * p[1][1] / 2,
+                            options.contactShadowStrength, 1 / aspect)},
+        {"tapCount", tapCount}};
     drawScreen(context, std::move(find));
 
     DrawState blur;

@@ -20,7 +20,7 @@ struct Inherited {
     glm::dmat4 world{1};
     double opacity = 1;
     int order = 0;
-    Layer layer = Layer::kept;
+    Layer layer = Layer::still;
 };
 
 class Gatherer {
@@ -36,10 +36,10 @@ class Gatherer {
         here.opacity = from.opacity * node.opacity;
         here.order = node.renderingOrder != 0 ? node.renderingOrder : from.order;
         here.layer = node.layer == Layer::inherited ? from.layer : node.layer;
-        DrawLayer& layer = here.layer == Layer::moving     ? list_.moving
-                           : here.layer == Layer::drifting ? list_.water
-                                                           : list_.still;
-        if (here.layer != Layer::kept || which_ != DrawList::Which::notStill) {
+        DrawLayer& layer = here.layer == Layer::moving  ? list_.moving
+                           : here.layer == Layer::water ? list_.water
+                                                        : list_.still;
+        if (here.layer != Layer::still || which_ != DrawList::Which::notStill) {
             if (node.geometry) addGeometry(node, here, layer);
             for (const auto& system : node.particles)
                 if (!isOver(*system, stage_.time))

@@ -91,7 +91,7 @@ const Target& FlightPass::draw(const Stage& stage, const Viewpoint& fullView, do
 /// drawn when the flight begins.
 TextureRef FlightPass::sunShadow(const Stage& stage, const DrawList& list) {
     if (!list.sun.castsShadow()) return {};
-    const std::pair content(stage.id(), stage.keptSerial());
+    const std::pair content(stage.id(), stage.stillSerial());
     if (shadowOf_ != content || std::abs(stage.time - shadowTime_) > shadowLife) {
         const std::array<const DrawLayer*, 3> layers{&list.still, &list.water, &list.moving};
         shadow_.draw(context_, layers, {list.sun.matrix, shadowMapSize});

@@ -60,7 +60,7 @@ FrameBlock frameBlock(const Stage& stage, const Viewpoint& view, const DrawList&
     for (int i = 0; i < 9; ++i)
         block.irradiance[i] = glm::vec4(irradiance[static_cast<std::size_t>(i)] * tint * sky, 0);
     glm::vec3 onGround = lightOnLevelGround(block);
-    block.film = glm::vec4(balance(onGround, options) * options.filmGain, options.filmHueKeeping);
+    block.toneGain = glm::vec4(balance(onGround, options) * options.toneGain, options.huePreservation);
     block.fogColour = glm::vec4(linear(stage.fog.colour), stage.fog.densityExponent);
     double fogLength = stage.fog.end - stage.fog.start;
     block.fogRange = {stage.fog.start, stage.fog.end > 0 && fogLength > 0 ? 1 / fogLength : 0, sky, 0};

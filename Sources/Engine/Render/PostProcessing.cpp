@@ -54,7 +54,7 @@ void toneMap(RenderContext& context, const DrawTarget& target, const ToneMapping
     state.textures = {{unitSource, inputs.light},
                       {unitBloom, inputs.bloom ? inputs.bloom : context.standIns.black.colour()},
                       {unitPaint, inputs.paint ? inputs.paint : context.standIns.white.colour()}};
-    state.uniforms = {{"plain", view.camera.hdr ? 0.0F : 1.0F}};
+    state.uniforms = {{"encodeOnly", view.camera.hdr ? 0.0F : 1.0F}};
     drawScreen(context, std::move(state));
 }
 

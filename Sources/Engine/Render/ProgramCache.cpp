@@ -19,26 +19,26 @@ constexpr std::pair<Feature, const char*> featureNames[] = {
     {Feature::diffuseMap, "DIFFUSE_MAP"},
     {Feature::normalMap, "NORMAL_MAP"},
     {Feature::multiplyMap, "MULTIPLY_MAP"},
-    {Feature::paintable, "PAINTED"},
-    {Feature::water, "SMOOTH"},
-    {Feature::additive, "ADDED"},
+    {Feature::paintable, "PAINTABLE"},
+    {Feature::water, "WATER"},
+    {Feature::additive, "ADDITIVE"},
     {Feature::sunShadow, "SUN_SHADOW"},
-    {Feature::contactShadows, "OCCLUSION"},
+    {Feature::contactShadows, "CONTACT_SHADOWS"},
     {Feature::bloom, "BLOOM"},
-    {Feature::staticOutput, "OUT_KEPT"},
+    {Feature::staticOutput, "OUT_STATIC"},
     {Feature::displayOutput, "OUT_DISPLAY"},
-    {Feature::waterOutput, "OUT_FILM"},
-    {Feature::noToneMapping, "PLAIN_FILM"},
+    {Feature::waterOutput, "OUT_WATER"},
+    {Feature::noToneMapping, "NO_TONE_MAPPING"},
     {Feature::waterDepth, "WATER_DEPTH"},
     {Feature::roughness, "ROUGHNESS"},
-    {Feature::uniformsPerPixel, "SMALL"},
+    {Feature::uniformsPerPixel, "UNIFORMS_PER_PIXEL"},
     {Feature::sparkle, "SPARKLE"},
     {Feature::movingShadow, "MOVING_SHADOW"},
-    {Feature::rectangles, "IN_RECTANGLES"},
-    {Feature::fewTaps, "FEW_LOOKS"},
+    {Feature::rectangles, "RECTANGLES"},
+    {Feature::fewTaps, "FEW_TAPS"},
     {Feature::paint, "PAINT"},
     {Feature::faded, "FADED"},
-    {Feature::plainColour, "WASH"},
+    {Feature::plainColour, "PLAIN_COLOUR"},
 };
 
 /// A kind of program: its shaders and the features that matter to the vertex shader.
@@ -60,7 +60,7 @@ KindDescription describe(ProgramKind kind) {
                     surfaceVertex,
                     mattFragment,
                     {Feature::diffuseMap, Feature::sunShadow, Feature::noToneMapping},
-                    {"MATT", "SMALL"}};
+                    {"MATT", "UNIFORMS_PER_PIXEL"}};
         case ProgramKind::sky:
             return {"sky", fullScreen, skyFragment};
         case ProgramKind::particles:
@@ -72,35 +72,35 @@ KindDescription describe(ProgramKind kind) {
         case ProgramKind::areaDepth:
             return {"depth of areas", areaVertex, depthFragment};
         case ProgramKind::farthestDepth:
-            return {"farthest depth", fullScreen, farthestFragment};
+            return {"farthest depth", fullScreen, farthestDepthFragment};
         case ProgramKind::contactShadows:
-            return {"contact shadows", fullScreen, occlusionFragment};
+            return {"contact shadows", fullScreen, contactShadowsFragment};
         case ProgramKind::contactShadowBlur:
-            return {"contact shadow blur", fullScreen, occlusionBlurFragment};
+            return {"contact shadow blur", fullScreen, contactShadowBlurFragment};
         case ProgramKind::brightPass:
             return {"bright pass", fullScreen, brightFragment};
         case ProgramKind::bloomBlur:
             return {"bloom blur", fullScreen, blurFragment};
         case ProgramKind::toneMapping:
-            return {"tone mapping", fullScreen, gradeFragment};
+            return {"tone mapping", fullScreen, toneMappingFragment};
         case ProgramKind::resolve:
             return {"resolve", areaVertex, resolveFragment};
         case ProgramKind::paint:
             return {"paint", paintVertex, paintFragment};
         case ProgramKind::movingCover:
-            return {"moving cover", relightVertex, coverFragment, {Feature::rectangles}};
+            return {"moving cover", relightVertex, movingCoverFragment, {Feature::rectangles}};
         case ProgramKind::relight:
             return {"relight", relightVertex, relightFragment, {Feature::rectangles}};
         case ProgramKind::lightChange:
-            return {"change of light", relightVertex, changeFragment, {Feature::rectangles}};
+            return {"change of light", relightVertex, lightChangeFragment, {Feature::rectangles}};
         case ProgramKind::waterOverlay:
-            return {"water overlay", depthVertex, filmFragment, {}, {"SMALL"}};
+            return {"water overlay", depthVertex, overlayFragment, {}, {"UNIFORMS_PER_PIXEL"}};
         case ProgramKind::areaOverlay:
-            return {"overlay of areas", areaVertex, filmFragment, {}, {"SMALL"}};
+            return {"overlay of areas", areaVertex, overlayFragment, {}, {"UNIFORMS_PER_PIXEL"}};
         case ProgramKind::bitmap:
             break;
     }
-    return {"bitmap", sheetVertex, sheetFragment};
+    return {"bitmap", bitmapVertex, bitmapFragment};
 }
 
 bool isLit(ProgramKind kind) {
@@ -111,7 +111,7 @@ std::string head(const ShaderDialect& dialect, const Defines& defines) {
     std::string lines = dialect.isVersion410 ? "#version 410 core\n"
                                              : "#version 330 core\n"
                                                "#extension GL_ARB_separate_shader_objects : require\n";
-    if (!dialect.hasManyVaryings) lines += "#define SMALL\n";
+    if (!dialect.hasManyVaryings) lines += "#define UNIFORMS_PER_PIXEL\n";
     for (const std::string& define : defines) lines += "#define " + define + "\n";
     return lines;
 }

@@ -5,8 +5,8 @@ namespace gull {
 /// The numbers that belong to the look of light rather than to any one scene.
 struct RenderOptions {
     // Film: scene light to screen.
-    float filmGain = 0.95f;        ///< scene light times this enters the film curve
-    float filmHueKeeping = 0.4f;   ///< 0: each channel by itself (bleaches, drifts), 1: hue kept exactly
+    float toneGain = 0.95f;        ///< scene light times this enters the film curve
+    float huePreservation = 0.4f;  ///< 0: each channel by itself (bleaches, drifts), 1: hue kept exactly
     float whiteBalance = 0.55f;    ///< share of the cast of the light on level ground that the film takes out
     float exposureBalance = 0.3f;  ///< share, in stops, of that light's distance from 1 that it makes up for
     float brightestLight = 6;  ///< radiance above this is cut, so that one glint does not flicker or flood
@@ -23,9 +23,9 @@ struct RenderOptions {
     float shadowWidening = 1.6f;      ///< world units from a thing to its shadow at which the edge is wide
 
     // Contact shadows.
-    float occlusionRadius = 0.55f;   ///< world units
-    float occlusionStrength = 2.4f;  ///< exponent on the open share of the sky
-    float occlusionOfSun = 0.5f;     ///< share of it that also dims the sun
+    float contactShadowRadius = 0.55f;   ///< world units
+    float contactShadowStrength = 2.4f;  ///< exponent on the open share of the sky
+    float contactShadowOfSun = 0.5f;     ///< share of it that also dims the sun
 
     // The sea and other mirrors.
     float glintSpread = 1.0f;  ///< how much of a normal map's lost detail turns into roughness

@@ -44,6 +44,8 @@ void drawBlended(RenderContext& context, const SurfacePass& pass, std::span<cons
             entries.push_back({item.order, item.distance, nullptr, &item});
     }
     std::stable_sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) {
+        // Particles hide nothing that is drawn after them, and water would hide those above it.
+        if ((a.particles != nullptr) != (b.particles != nullptr)) return b.particles != nullptr;
         return a.order != b.order ? a.order < b.order : a.distance > b.distance;
     });
     for (const Entry& entry : entries) {

@@ -11,7 +11,7 @@ class Stage;
 /// Draws the stage's background where nothing is nearer.
 void drawSky(RenderContext& context, const SurfacePass& pass, const Stage& stage);
 
-/// Draws blended surfaces and particles of all layers, in their common order, within `area`. `time`: scene
+/// Draws blended surfaces of all layers in their common order, then particles, within `area`. `time`: scene
 /// time, seconds.
 void drawBlended(RenderContext& context, const SurfacePass& pass, std::span<const DrawLayer* const> layers,
                  const PixelArea& area, double time);

@@ -21,19 +21,20 @@ extern const std::string_view paintFragment;
 extern const std::string_view skyFragment;
 extern const std::string_view particleVertex;
 extern const std::string_view particleFragment;
-extern const std::string_view occlusionFragment;
-extern const std::string_view occlusionBlurFragment;
+extern const std::string_view contactShadowsFragment;
+extern const std::string_view contactShadowBlurFragment;
 extern const std::string_view brightFragment;
 extern const std::string_view blurFragment;
-extern const std::string_view gradeFragment;
-extern const std::string_view coverFragment;  ///< moving shadows alone
+extern const std::string_view toneMappingFragment;
+extern const std::string_view movingCoverFragment;  ///< moving shadows alone
 extern const std::string_view resolveFragment;
-extern const std::string_view sheetVertex;  ///< rectangles of a sheet
-extern const std::string_view sheetFragment;
-extern const std::string_view relightFragment;   ///< the kept layer under moving shadows and lamps
-extern const std::string_view changeFragment;    ///< what they do to the developed picture
-extern const std::string_view filmFragment;      ///< what was made at half resolution, laid over the picture
-extern const std::string_view farthestFragment;  ///< depth at half resolution, the farthest of its pixels
+extern const std::string_view bitmapVertex;  ///< rectangles of a sheet
+extern const std::string_view bitmapFragment;
+extern const std::string_view relightFragment;      ///< the kept layer under moving shadows and lamps
+extern const std::string_view lightChangeFragment;  ///< what they do to the developed picture
+extern const std::string_view overlayFragment;  ///< what was made at half resolution, laid over the picture
+extern const std::string_view
+    farthestDepthFragment;  ///< depth at half resolution, the farthest of its pixels
 
 /// The names of the files. Line n of the f-th, counted from 1, is line 10000 f + n in the messages of
 /// compilers.

@@ -114,7 +114,7 @@ void addMaterial(const RenderContext& context, DrawState& state, const DrawItem&
           glm::vec3(uvSet(material.diffuseMap), uvSet(material.normalMap), uvSet(material.multiplyMap))},
          {"diffuse", glm::vec4(linear(material.diffuse), item.blended ? alpha : 1.0F)},
          {"multiply", glm::vec4(linear(material.multiply), options.brightestLight)},
-         {"emission", glm::vec4(linear(material.emission), options.occlusionOfSun)},
+         {"emission", glm::vec4(linear(material.emission), options.contactShadowOfSun)},
          {"surface", glm::vec4(material.metalness, material.roughness, strength(material.normalMap),
                                options.waterDensity)},
          {"mapStrength", glm::vec4(strength(material.diffuseMap), strength(material.multiplyMap),

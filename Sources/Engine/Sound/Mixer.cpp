@@ -32,7 +32,7 @@ void Mixer::silence() {
 
 void Mixer::cutOff(const Voice& voice) {
     if (!voice.isSounding()) return;
-    // Where more sounds than that are cut off within a fade, the one that is nearly gone makes room.
+    // If more sounds than that are cut off during a fade, the quietest tail makes room.
     Voice& place = *std::min_element(cutOff_.begin(), cutOff_.end(), [](const Voice& a, const Voice& b) {
         return a.volume * static_cast<float>(a.fadeLeft) < b.volume * static_cast<float>(b.fadeLeft);
     });
@@ -81,7 +81,7 @@ void Mixer::addLoop(std::span<float> out) {
 float Mixer::soften(float sample) {
     const float size = std::abs(sample);
     if (size <= limitStart) return sample;
-    // Continues with slope 1 and comes ever closer to 1.
+    // Continues with slope 1 and approaches 1.
     constexpr float room = 1 - limitStart;
     return std::copysign(limitStart + room * std::tanh((size - limitStart) / room), sample);
 }

@@ -8,8 +8,8 @@
 
 namespace gull {
 
-/// Sums the voices, exactly: pure, knows of no device. One channel at SoundOutput::sampleRate. A sound that
-/// is cut off fades out over a few milliseconds beside the one that takes its place, and volumes glide, so
+/// Sums the voices exactly; pure and independent of any device. One channel at SoundOutput::sampleRate. A
+/// sound that is cut off fades out over a few milliseconds while its successor starts, and volumes glide, so
 /// that neither clicks.
 ///
 /// Samples are borrowed, as SoundOutput says. Nothing is allocated after construction.
@@ -21,13 +21,13 @@ class Mixer {
     void play(int voice, std::span<const float> samples, float volume);
     void loop(std::span<const float> samples);
     void setLoopVolume(float volume) { loopTarget_ = volume; }
-    /// Stops everything at once.
+    /// Stops everything immediately.
     void silence();
 
     /// Fills `out` with the next frames; the sum is not limited.
     void mix(std::span<float> out);
 
-    /// Every sample up to `limitStart` as it is; beyond, bent so that it stays below 1.
+    /// Leaves samples up to `limitStart` unchanged and bends larger ones so that they stay below 1.
     static float soften(float sample);
     static constexpr float limitStart = 0.9F;
 
@@ -50,7 +50,7 @@ class Mixer {
     std::array<Voice, 16> cutOff_;
     Voice loop_;
     float loopTarget_ = 0;
-    float jointStep_ = 0;  // from the loop's first sample up to its last; fades while loop_.fadeLeft runs
+    float jointStep_ = 0;  // the loop's last sample minus its first; fades out while loop_.fadeLeft runs
 };
 
 }  // namespace gull

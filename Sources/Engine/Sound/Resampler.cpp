@@ -15,7 +15,7 @@ constexpr int zeroCrossings = 16;   // of the sinc, on either side
 constexpr double kaiserBeta = 8;    // about 80 dB down outside the band
 constexpr double bandShare = 0.94;  // of the slower rate's band that is kept whole
 
-/// The modified Bessel function of order 0, by its series.
+/// The modified Bessel function of the first kind and order 0, by its series.
 double bessel0(double x) {
     double sum = 1;
     double term = 1;

@@ -10,9 +10,8 @@
 
 namespace gull {
 
-/// What a device plays: the mixer at the device's rate and in its channels, told what to do by commands.
-///
-/// Two threads: one sends commands, one renders. Nothing is allocated or locked on the way.
+/// The stream that a device plays: the mixer, controlled by commands, at the device's rate and number of
+/// channels. Two threads: one sends commands, one renders. Neither allocates or locks.
 class SoundStream {
   public:
     static constexpr int fadeOutFrames = 441;  ///< at SoundOutput::sampleRate: 10 ms
@@ -28,14 +27,14 @@ class SoundStream {
     /// Hertz and number of interleaved channels, both above 0.
     SoundStream(int rate, int channels);
 
-    /// From the sending thread; false when the renderer is so far behind that the command is dropped.
+    /// Called by the sending thread; false if the renderer is so far behind that the command is dropped.
     bool send(const Command& command) { return commands_.push(command); }
-    /// Fills `out` (whole frames, interleaved) with what comes next. Front left and right carry the sound,
+    /// Fills `out` (whole frames, interleaved) with the next frames. Front left and right carry the sound;
     /// further channels stay silent.
     void render(std::span<float> out);
-    /// Forgets all commands and sounds at once. Only while nobody renders.
+    /// Drops all commands and sounds immediately. Only while nobody renders.
     void silence();
-    /// True when a fadeOut command has run its course.
+    /// True once a fadeOut command has finished.
     bool hasFadedOut() const { return hasFadedOut_.load(std::memory_order_acquire); }
 
   private:
@@ -49,7 +48,7 @@ class SoundStream {
     SpscQueue<Command, 256> commands_;
     std::vector<float> mixed_;      // a block at the mixer's rate
     std::vector<float> resampled_;  // the same at the device's
-    int fadeLeft_ = -1;             // frames of the fade-out; -1: not asked for
+    int fadeLeft_ = -1;             // frames of the fade-out; -1: not requested
     std::atomic<bool> hasFadedOut_ = false;
 };
 

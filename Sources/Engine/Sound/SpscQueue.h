@@ -7,13 +7,13 @@
 
 namespace gull {
 
-/// A bounded queue from one thread to one other, without locks. `Capacity` must be a power of two.
+/// A bounded lock-free queue from one thread to one other. `Capacity` must be a power of two.
 template <typename T, std::size_t Capacity>
 class SpscQueue {
     static_assert((Capacity & (Capacity - 1)) == 0);
 
   public:
-    /// Producer's side; false when the queue is full, and `value` is not taken.
+    /// Called by the producer; false if the queue is full, and then `value` is not added.
     bool push(const T& value) {
         const std::size_t written = written_.load(std::memory_order_relaxed);
         if (written - read_.load(std::memory_order_acquire) == Capacity) return false;
@@ -22,7 +22,7 @@ class SpscQueue {
         return true;
     }
 
-    /// Consumer's side; nothing when the queue is empty.
+    /// Called by the consumer; empty if the queue is empty.
     std::optional<T> pop() {
         const std::size_t read = read_.load(std::memory_order_relaxed);
         if (read == written_.load(std::memory_order_acquire)) return std::nullopt;

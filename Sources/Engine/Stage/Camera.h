@@ -29,7 +29,7 @@ struct Camera {
     glm::dmat4 projection(double aspect) const;
 };
 
-/// World position to the point in a view of `size` (points, origin top left); z is the depth, 0 near to 1
+/// Projects a world position into a view of `size` (points, origin top left); z is the depth, 0 near to 1
 /// far.
 glm::dvec3 project(const Camera& camera, const glm::dmat4& cameraWorld, const glm::dvec3& world,
                    const glm::dvec2& size);

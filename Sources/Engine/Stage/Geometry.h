@@ -31,8 +31,8 @@ struct Geometry {
         glm::vec4 colour{1};  ///< linear; multiplies the albedo
         float roughness = 1;  ///< multiplies the material's
     };
-    /// A run of indices drawn with one material of the node (by position in its list; the last one serves
-    /// when the list is shorter).
+    /// A run of indices drawn with one material of the node: the one at the element's position in the node's
+    /// list, or the last when the list is shorter.
     struct Element {
         std::uint32_t first = 0;
         std::uint32_t count = 0;

@@ -4,8 +4,8 @@
 
 namespace gull {
 
-/// A light attached to a node; directional lights shine along the node's local -z. An intensity of 1000
-/// lights a white Lambert surface that faces the light to 1.0 before exposure.
+/// A light attached to a node; directional lights shine along the node's local -z. At an intensity of 1000 a
+/// white Lambert surface facing the light reaches 1.0 before exposure.
 struct Light {
     enum class Kind { directional, ambient, omni };
     Kind kind = Kind::directional;
@@ -23,7 +23,7 @@ struct Light {
     double shadowFar = 140;
     double shadowBias = 0.6;
 
-    // Omni lights: full strength up to the start distance, none from the end distance on.
+    // Omni lights: full strength up to the start distance, fading to zero at the end distance.
     double attenuationStart = 0;
     double attenuationEnd = 0;  ///< 0: no limit
     double attenuationExponent = 2;

@@ -76,8 +76,8 @@ Geometry displaced(Geometry geometry, const std::function<glm::dvec3(const glm::
 }
 
 Geometry withNormals(Geometry geometry, double creaseAngle) {
-    // Every corner gets a vertex of its own, then the mean of the faces around its position that are turned
-    // away from its own by no more than the crease angle.
+    // Every corner gets its own vertex, then the mean normal of those faces around its position that differ
+    // from its own face by no more than the crease angle.
     struct Corner {
         glm::dvec3 areaNormal;
         glm::dvec3 faceNormal;

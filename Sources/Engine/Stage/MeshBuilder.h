@@ -9,7 +9,7 @@
 
 namespace gull {
 
-/// Puts a mesh together vertex by vertex.
+/// Builds a mesh vertex by vertex.
 class MeshBuilder {
   public:
     /// Returns the vertex's index.
@@ -17,11 +17,11 @@ class MeshBuilder {
     /// Counter-clockwise as seen from outside.
     void triangle(std::uint32_t a, std::uint32_t b, std::uint32_t c);
     void quad(std::uint32_t a, std::uint32_t b, std::uint32_t c, std::uint32_t d);
-    /// A triangle with vertices of its own and its face's normal.
+    /// A triangle with its own vertices and the normal of its face.
     void flatTriangle(const glm::dvec3& a, const glm::dvec3& b, const glm::dvec3& c);
-    /// Everything of `geometry`, placed by `transform`, joins the current element.
+    /// Adds all of `geometry`, transformed by `transform`, to the current element.
     void append(const Geometry& geometry, const glm::dmat4& transform = glm::dmat4(1));
-    /// What was added since the last call becomes an element of its own; nothing added: no element.
+    /// Makes an element of what was added since the last call, if anything was.
     void endElement();
     /// The finished mesh; ends the last element. The builder is empty afterwards.
     Geometry take();
@@ -33,11 +33,11 @@ class MeshBuilder {
 
 namespace mesh {
 
-/// The mesh with every vertex moved to where `place` puts it; vertices of one position move together as long
-/// as `place` is a function. Normals are left alone: see withNormals().
+/// The mesh with every vertex moved by `place`, which must return equal results for equal positions to keep
+/// the mesh closed. Normals are unchanged: see withNormals().
 Geometry displaced(Geometry geometry, const std::function<glm::dvec3(const glm::dvec3&)>& place);
-/// Normals anew from the faces: averaged over the faces that meet at a position, weighted by area, except
-/// across edges sharper than `creaseAngle` degrees (0: flat facets, 180: smooth everywhere).
+/// Recomputes normals from the faces: the area-weighted average over the faces that meet at a position,
+/// except across edges sharper than `creaseAngle` degrees (0: flat facets, 180: smooth everywhere).
 Geometry withNormals(Geometry geometry, double creaseAngle);
 
 }  // namespace mesh

@@ -94,7 +94,7 @@ void Node::lookAt(const glm::dvec3& target, const glm::dvec3& up) {
     const glm::dvec3 back = -toTarget / distance;
     glm::dvec3 right = glm::cross(up, back);
     if (glm::length(right) < 1e-9) {
-        // Looking along `up`: any direction across it serves.
+        // Looking along `up`: any perpendicular direction will do.
         right = glm::cross(std::abs(back.z) < 0.9 ? glm::dvec3(0, 0, 1) : glm::dvec3(1, 0, 0), back);
     }
     right = glm::normalize(right);

@@ -20,13 +20,13 @@ namespace gull {
 /// Which of a frame's layers draws a node: what rests is drawn once and kept, what moves is drawn every
 /// frame. What drifts (slowly, and under all blended things that move) may be drawn a part at a time, each
 /// part every few frames.
-enum class Layer { inherited, kept, drifting, moving };
+enum class Layer { inherited, still, water, moving };
 
-/// The box that holds `box` after `transform`.
+/// The bounds of `box` after `transform`.
 Box transformed(const Box& box, const glm::dmat4& transform);
 
-/// A place in the scene and what stands there. A node owns its children; pointers and references to a node
-/// are borrowed and last until it is removed from its parent.
+/// A node of the scene: a transform and what is attached to it. A node owns its children; pointers and
+/// references to a node are borrowed and stay valid until it is removed from its parent.
 class Node {
   public:
     Node() = default;
@@ -36,7 +36,7 @@ class Node {
 
     std::string name;
     glm::dvec3 position{0};
-    /// Radians; turned about x first, then y, then z: R = Rz * Ry * Rx.
+    /// Radians; rotates about x first, then y, then z: R = Rz * Ry * Rx.
     glm::dvec3 eulerAngles{0};
     std::optional<glm::dquat> orientation;  ///< overrides eulerAngles
     glm::dvec3 scale{1};
@@ -44,10 +44,10 @@ class Node {
     double opacity = 1;      ///< of this node and its children
     int renderingOrder = 0;  ///< of blended surfaces: lower first, then farther first
     bool castsShadow = true;
-    Layer layer = Layer::inherited;  ///< the root's is kept
+    Layer layer = Layer::inherited;  ///< the root's is still
 
     GeometryRef geometry;
-    /// The same in fewer triangles, for quick pictures; none: geometry serves.
+    /// The same shape with fewer triangles, for fast drawing; null: use `geometry`.
     GeometryRef coarseGeometry;
     std::vector<std::shared_ptr<Material>> materials;
     std::shared_ptr<Light> light;
@@ -62,16 +62,17 @@ class Node {
     /// Takes the node out of its parent and returns it; empty for a root.
     std::unique_ptr<Node> removeFromParent();
     void removeAllChildren();
-    /// The first descendant of that name, depth first; none: nullptr.
+    /// The first descendant of that name, depth first, or null.
     Node* find(std::string_view childName);
 
     glm::dmat4 localTransform() const;
     glm::dmat4 worldTransform() const;
     glm::dvec3 worldPosition() const;
-    /// Of the geometry of this node and its descendants (hidden ones left out), in this node's parent's
-    /// space.
+    /// The bounds of the geometry of this node and its visible descendants, in the space of this node's
+    /// parent.
     Box bounds() const;
-    /// Points the local -z axis at `target` (in the parent's space), the local y axis as near `up` as can be.
+    /// Points the local -z axis at `target` (in the parent's space), with the local y axis as close to `up`
+    /// as possible.
     void lookAt(const glm::dvec3& target, const glm::dvec3& up = {0, 1, 0});
 
   private:

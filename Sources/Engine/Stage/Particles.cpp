@@ -11,7 +11,7 @@ namespace {
 
 constexpr double pi = std::numbers::pi;
 
-/// Independent draws for one particle, whatever came before it.
+/// Random numbers of one particle, independent of all others.
 class Draws {
   public:
     Draws(std::uint64_t seed, std::uint64_t index) : state_(seed * 0x9e3779b97f4a7c15u ^ (index << 20)) {}
@@ -105,7 +105,7 @@ void particlesAt(const ParticleSystem& system, double time, std::vector<Particle
         particle.size = size;
         particle.angle = turn + system.angularVelocity * pi / 180 * age;
         particle.colour = varied(system.colour, hue, saturation, brightness, alpha);
-        // Thins out over the last third of its life instead of going out like a lamp.
+        // Fades over the last third of its life instead of vanishing at once.
         particle.colour.a *= std::min(1.0, (1 - age / life) * 3);
         particles.push_back(particle);
     }

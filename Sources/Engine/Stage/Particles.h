@@ -10,9 +10,9 @@
 
 namespace gull {
 
-/// A burst of small camera-facing pictures. What it shows is a function of its description, its seed and the
-/// time since it began, nothing else: a picture taken at any moment shows the same particles however it got
-/// there.
+/// A burst of small camera-facing pictures. The particles are a pure function of the description, the seed
+/// and the time since the start, so a picture of any moment shows the same particles whichever frames came
+/// before.
 struct ParticleSystem {
     std::shared_ptr<Texture> image;
     double start = 0;  ///< scene time of the first birth
@@ -29,7 +29,8 @@ struct ParticleSystem {
     double size = 0.1, sizeVariation = 0;
     double angularVelocity = 0;  ///< degrees a second
     Colour colour{1, 1, 1, 1};
-    Colour colourVariation{0, 0, 0, 0};  ///< hue, saturation, brightness, alpha, each +- half of it
+    Colour colourVariation{0, 0, 0,
+                           0};  ///< hue, saturation, brightness, alpha, each by up to half of this either way
     double intensity = 1;
     Material::Blend blend = Material::Blend::alpha;
 };
@@ -43,7 +44,7 @@ struct Particle {
 
 /// Writes what `system` shows at scene time `time` into `particles` (cleared first), oldest first.
 void particlesAt(const ParticleSystem& system, double time, std::vector<Particle>& particles);
-/// How far from its node's origin a particle's edge gets at most, in the space of that node.
+/// The greatest distance of a particle's edge from its node's origin, in the space of that node.
 double reach(const ParticleSystem& system);
 /// True when no particle is or will be alive at `time`.
 bool isOver(const ParticleSystem& system, double time);

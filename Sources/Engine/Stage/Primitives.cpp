@@ -18,7 +18,7 @@ constexpr double pi = std::numbers::pi;
 // The share of a box's shortest side that a chamfer may take, so that every face keeps some width.
 constexpr double greatestChamfer = 0.45;
 
-/// A point of the circle around y at `turn` (0 to 1): seen from outside, growing turns run to the right, and
+/// A point on the circle around y at `turn` (0 to 1). Seen from outside, increasing turns run to the right;
 /// the seam lies at the back.
 glm::dvec2 onCircle(double turn) {
     return {-std::sin(2 * pi * turn), -std::cos(2 * pi * turn)};
@@ -44,7 +44,7 @@ void addBand(MeshBuilder& mesh, const Rim& upper, const Rim& lower, int segments
     for (int k = 0; k < segments; ++k) {
         const double from = static_cast<double>(k) / segments;
         const double to = static_cast<double>(k + 1) / segments;
-        // The last column stands exactly where the first does.
+        // The last column coincides exactly with the first.
         const double toTurn = k + 1 == segments ? 0 : to;
         const double middle = (from + to) / 2;
         if (upper.radius <= 0) {
@@ -121,7 +121,7 @@ Geometry box(double width, double height, double length, double chamfer) {
             corners[corner][static_cast<std::size_t>(axis)] = mesh.vertex(position, normal, uv);
         }
     }
-    // Lists a loop of vertices so that it faces outward, whatever the octant it was mirrored into.
+    // Orders a loop of vertices so that it faces outward in whichever octant it was mirrored into.
     const auto add = [&](bool flipped, std::initializer_list<std::uint32_t> loop) {
         std::vector<std::uint32_t> v(loop);
         if (flipped) std::reverse(v.begin(), v.end());
@@ -248,7 +248,7 @@ Geometry torus(double ringRadius, double pipeRadius, int ringSegments, int pipeS
     requireSegments("torus's pipe", pipeSegments);
     MeshBuilder mesh;
     const auto rim = [&](int i) {
-        // Starts inside, so that the pipe's seam is out of sight.
+        // Starts on the inside, where the pipe's seam is hidden.
         const double angle = pi - 2 * pi * (i == pipeSegments ? 0 : i) / pipeSegments;
         return Rim{ringRadius + pipeRadius * std::cos(angle), pipeRadius * std::sin(angle), std::cos(angle),
                    std::sin(angle), 1 - static_cast<double>(i) / pipeSegments};

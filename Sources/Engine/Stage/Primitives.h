@@ -4,14 +4,14 @@
 
 namespace gull::primitives {
 
-/// Makers of meshes, all centred on the origin. Pictures stand upright on them, unmirrored. Lengths in world
-/// units, all positive; a radius, length or count that cannot make the shape stops the program with the
-/// values it saw.
+/// Meshes, all centred on the origin. Textures appear upright and unmirrored on them. Lengths are in world
+/// units and positive; a radius, length or count that cannot make the shape stops the program, printing the
+/// values.
 
 /// `width` along x, `height` along y; faces +z. Not subdivided.
 Geometry plane(double width, double height);
 /// Edges cut by `chamfer` (0: sharp; at most 45 % of the shortest side is cut), rounded normals on the cut.
-/// Every face carries the whole picture.
+/// Every face shows the whole texture.
 Geometry box(double width, double height, double length, double chamfer = 0);
 /// Poles on the y axis; `segments` around, half as many from pole to pole.
 Geometry sphere(double radius, int segments = 48);
@@ -28,7 +28,7 @@ Geometry torus(double ringRadius, double pipeRadius, int ringSegments = 48, int 
 Geometry tube(double innerRadius, double outerRadius, double height, int segments = 48);
 /// Axis along y; `height` counts the caps.
 Geometry capsule(double capRadius, double height, int segments = 24);
-/// A rectangular foot at y = 0 (`width` x by `length` z) with its tip at (0, height, 0).
+/// A rectangular base at y = 0 (`width` along x, `length` along z) with its apex at (0, height, 0).
 Geometry pyramid(double width, double height, double length);
 
 }  // namespace gull::primitives

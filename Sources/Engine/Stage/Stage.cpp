@@ -4,7 +4,7 @@ namespace gull {
 
 namespace {
 
-// How many places are told apart before a renderer that looks away gets told that everything changed.
+// How many changed places are remembered. A renderer that missed more is told that everything changed.
 constexpr std::size_t rememberedTouches = 256;
 
 std::uint64_t nextId() {
@@ -15,15 +15,15 @@ std::uint64_t nextId() {
 }  // namespace
 
 Stage::Stage() : root("root"), id_(nextId()) {
-    root.layer = Layer::kept;
+    root.layer = Layer::still;
 }
 
-void Stage::touchKept() {
+void Stage::touchStill() {
     wholeSerial_ = ++serial_;
     touches_.clear();
 }
 
-void Stage::touchKept(const Box& box) {
+void Stage::touchStill(const Box& box) {
     remember(box, false);
 }
 
@@ -40,10 +40,10 @@ void Stage::remember(const Box& box, bool onlyPaint) {
     }
 }
 
-std::optional<std::vector<Stage::KeptChange>> Stage::keptChangesSince(std::uint64_t serial) const {
+std::optional<std::vector<Stage::StillChange>> Stage::stillChangesSince(std::uint64_t serial) const {
     if (serial < wholeSerial_) return std::nullopt;
-    std::vector<KeptChange> changes;
-    for (const KeptChange& touch : touches_) {
+    std::vector<StillChange> changes;
+    for (const StillChange& touch : touches_) {
         if (touch.serial > serial) changes.push_back(touch);
     }
     return changes;

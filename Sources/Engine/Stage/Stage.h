@@ -10,8 +10,8 @@
 
 namespace gull {
 
-/// Everything a renderer needs to draw a scene: plain data, no GPU. Whoever changes what the kept layer shows
-/// says so with touchKept(); what is in the moving layer may change at any time without a word.
+/// Everything a renderer needs to draw a scene: plain data, no GPU. Whoever changes what the still layer
+/// shows says so with touchStill(); what is in the moving layer may change at any time without a word.
 class Stage {
   public:
     struct Fog {
@@ -25,34 +25,33 @@ class Stage {
     /// Unique in the process, never reused: a renderer tells stages apart by it.
     std::uint64_t id() const { return id_; }
 
-    Node root;                            ///< its layer is kept
+    Node root;                            ///< its layer is Layer::still
     Node* pointOfView = nullptr;          ///< carries the camera; borrowed, under the root
-    std::shared_ptr<Texture> background;  ///< equirectangular sky; none: transparent black
+    std::shared_ptr<Texture> background;  ///< equirectangular sky; null: transparent black
     std::shared_ptr<Texture> environment;
     double environmentIntensity = 1;
-    glm::dvec3 shadeTint{1, 1,
-                         1};  ///< linear, onto what environment and ambient light give to rough surfaces
+    glm::dvec3 shadeTint{1, 1, 1};  ///< linear; multiplies environment and ambient light on rough surfaces
     Fog fog;
     double time = 0;  ///< scene time, seconds: what the particles follow
-    /// The camera's world transform where it is about to come to rest, while it is on its way there: a
-    /// renderer may prepare that picture ahead.
+    /// While the camera moves, the world transform at which it will come to rest: a renderer may prepare that
+    /// picture ahead of time.
     std::optional<glm::dmat4> restingView;
 
-    /// The kept layer changed everywhere / within `box` (world space). A renderer may take a few frames to
+    /// The still layer changed everywhere / within `box` (world space). A renderer may take a few frames to
     /// show the change.
-    void touchKept();
-    void touchKept(const Box& box);
+    void touchStill();
+    void touchStill(const Box& box);
     /// Only what multiply maps show changed, within `box`.
     void touchPaint(const Box& box);
     /// Rises with every touch.
-    std::uint64_t keptSerial() const { return serial_; }
-    struct KeptChange {
+    std::uint64_t stillSerial() const { return serial_; }
+    struct StillChange {
         std::uint64_t serial;
         Box box;
         bool onlyPaint;
     };
     /// What was touched after `serial`; nothing when everything changed.
-    std::optional<std::vector<KeptChange>> keptChangesSince(std::uint64_t serial) const;
+    std::optional<std::vector<StillChange>> stillChangesSince(std::uint64_t serial) const;
 
   private:
     void remember(const Box& box, bool onlyPaint);
@@ -60,7 +59,7 @@ class Stage {
     std::uint64_t id_;
     std::uint64_t serial_ = 1;
     std::uint64_t wholeSerial_ = 1;  ///< the last touch of everything
-    std::deque<KeptChange> touches_;
+    std::deque<StillChange> touches_;
 };
 
 }  // namespace gull

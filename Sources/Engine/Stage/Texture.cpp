@@ -10,7 +10,7 @@ namespace gull {
 
 namespace {
 
-// How many changes are told apart; whoever last looked before these gets the whole picture again.
+// How many changes are remembered. A reader that missed more gets the whole picture again.
 constexpr std::size_t rememberedChanges = 64;
 
 std::uint64_t nextId() {

@@ -10,16 +10,15 @@
 
 namespace gull {
 
-/// An image as a surface sees it; texture coordinate (0, 0) is its lower left corner, (1, 1) its upper right
-/// one. Its pixels are drawn when somebody first asks for them, so a stage that
-/// nobody renders costs no drawing. A texture may change afterwards, in whole or in part; whoever keeps a
-/// copy elsewhere compares `version()` and asks what changed since.
+/// An image used by materials; texture coordinate (0, 0) is its lower left corner, (1, 1) its upper right
+/// one. Its pixels are drawn on first use, so a stage that nobody renders costs no drawing. A texture may
+/// change later, in whole or in part; the owner of a copy compares `version()` and asks what changed since.
 class Texture {
   public:
     enum class Encoding { srgb, linear };  ///< linear: normal maps and other data
 
-    /// `make` is called at the first image(), and again after forgetPixels(): it must make the same each
-    /// time.
+    /// `make` is called by the first image() and again after forgetPixels(); it must return the same image
+    /// each time.
     Texture(Encoding encoding, std::function<Image()> make);
     Texture(Encoding encoding, Image image);
 
@@ -29,18 +28,18 @@ class Texture {
     const Image& image() const;
     /// True while the pixels exist.
     bool isDrawn() const { return drawn_; }
-    /// Frees the pixels when they can be drawn again: whoever has a copy elsewhere needs them no more.
-    /// Nothing happens to a texture that was changed.
+    /// Frees the pixels if they can be drawn again; for callers that hold a copy elsewhere. Does nothing to a
+    /// texture that was changed.
     void forgetPixels() const;
 
     /// Replaces the pixels; the size stays.
     void replace(Image image);
     /// Copies `rect` of `source` (an image of the same size) into this texture.
     void update(const Image& source, const PixelRect& rect);
-    /// 1 at first; rises with every change.
+    /// Starts at 1 and increases with every change.
     std::uint64_t version() const { return version_; }
-    /// The union of what changed after `version`, the whole picture when that is long ago; an empty rectangle
-    /// when nothing did.
+    /// The union of the changes after `version`, or the whole picture if `version` is too old; empty if
+    /// nothing changed.
     PixelRect changedSince(std::uint64_t version) const;
 
   private:

@@ -25,7 +25,7 @@ ContactTracker::Axis::Axis(Range range)
 
 void ContactTracker::Axis::see(std::int32_t value) {
     if (!isKnown_) {
-        // A pad that does not say how large it is: as large as where it was touched.
+        // The pad does not announce its size: assume the area touched so far.
         low_ = std::min<double>(low_, value);
         high_ = std::max<double>(high_, value);
         return;
@@ -49,7 +49,7 @@ void ContactTracker::take(const PadEvent& event) {
         if (event.code == PadCode::syncDropped) {
             isLosing_ = true;
         } else if (event.code == PadCode::syncReport) {
-            // What was lost may have been the end of any contact.
+            // The lost events may have ended any contact.
             if (std::exchange(isLosing_, false)) endAll();
             report();
         }

@@ -33,13 +33,13 @@ constexpr std::uint16_t slotTrackingId = 0x39;
 constexpr std::int32_t toolPalm = 2;
 }  // namespace PadCode
 
-/// Follows the fingers on one touchpad through the kernel's events. Pure: events in, contacts out; what the
-/// events say need not make sense.
+/// Follows the fingers on one touchpad through the kernel's events. Pure: events in, contacts out; copes with
+/// events that make no sense.
 class ContactTracker {
   public:
     static constexpr int maxSlots = 64;
-    /// A contact that says nothing for this long (seconds) while another speaks is set aside: some pads
-    /// forget to end one. It returns when it is heard of again.
+    /// A contact without events for this long (seconds) while another has some is set aside, because some
+    /// pads fail to end contacts. It returns with its next event.
     static constexpr double silence = 10;
 
     struct Range {
@@ -51,14 +51,14 @@ class ContactTracker {
         Range x;
         Range y;        ///< low at the far edge, as the kernel counts
         int slots = 0;  ///< 0: the pad reports one finger without slots
-        /// The slots hold the corners of a box around the fingers, not the fingers; only the first is
-        /// followed.
+        /// The slots hold the corners of a box around the fingers instead of the fingers; only the first is
+        /// used.
         bool isSemi = false;
     };
 
-    /// The state of a slot as read from the device, of one finger without slots in place 0.
+    /// The state of a slot as read from the device; without slots, slot 0 is the one finger.
     struct SlotState {
-        std::int32_t trackingId = -1;  ///< -1: nothing there
+        std::int32_t trackingId = -1;  ///< -1: no contact
         std::int32_t x = 0;
         std::int32_t y = 0;
         std::int32_t tool = 0;
@@ -67,8 +67,8 @@ class ContactTracker {
     explicit ContactTracker(const Traits& traits);
 
     void take(const PadEvent& event);
-    /// Takes over what the device itself says after events were lost, or at the start. Contacts that are
-    /// still down keep their ids.
+    /// Adopts the state read from the device, at the start or after events were lost. Contacts that are still
+    /// down keep their ids.
     void resync(const std::vector<SlotState>& slots, int currentSlot, double time);
 
     /// The fingers that were down at the last report, oldest first.
@@ -86,7 +86,7 @@ class ContactTracker {
         double lastHeard = 0;  // seconds
     };
 
-    /// An axis of the pad; the range grows a little where the device goes beyond what it announced.
+    /// An axis of the pad; its range grows a little if the device exceeds the range it announced.
     class Axis {
       public:
         explicit Axis(Range range);
@@ -98,7 +98,7 @@ class ContactTracker {
         double high_;
         double lowest_;   // the range grows no further than this
         double highest_;  // nor this
-        bool isKnown_;    // the announced range was one
+        bool isKnown_;    // the announced range was valid
     };
 
     bool hasSlots() const { return traits_.slots > 0 && !traits_.isSemi; }
@@ -113,7 +113,7 @@ class ContactTracker {
     std::vector<Slot> slots_;
     std::vector<Contact> contacts_;
     int current_ = 0;
-    bool isLosing_ = false;  // events were dropped; nothing counts until the next report
+    bool isLosing_ = false;  // events were dropped; ignore everything until the next report
     std::int64_t lastId_ = 0;
 };
 

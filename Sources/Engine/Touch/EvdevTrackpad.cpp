@@ -21,7 +21,7 @@ struct Freed {
 };
 using Device = std::unique_ptr<libevdev, Freed>;
 
-/// A file descriptor that is closed in the end.
+/// A file descriptor that is closed on destruction.
 class File {
   public:
     explicit File(int descriptor) : descriptor_(descriptor) {}
@@ -54,7 +54,7 @@ ContactTracker::Traits traits(libevdev* device) {
     return result;
 }
 
-/// The clock that events are stamped with.
+/// The clock of the events' timestamps.
 double stampNow() {
     timespec now{};
     clock_gettime(CLOCK_MONOTONIC, &now);
@@ -74,7 +74,7 @@ struct EvdevTrackpad::Impl {
     }
 
     void takeState();
-    /// Reads on after events were lost, until libevdev knows the device's state again.
+    /// Keeps reading after lost events until libevdev has the device's state again.
     void skipLost();
 
     File file;

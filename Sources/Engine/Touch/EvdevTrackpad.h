@@ -13,10 +13,10 @@ namespace gull {
 /// allowed; the others are only read.
 class EvdevTrackpad {
   public:
-    /// What became of an attempt to open a device.
+    /// The result of opening a device.
     struct Opened {
-        std::unique_ptr<EvdevTrackpad> pad;  ///< null when it failed
-        int error = 0;                       ///< errno's number then
+        std::unique_ptr<EvdevTrackpad> pad;  ///< null on failure
+        int error = 0;                       ///< errno on failure
     };
     /// `path` as "/dev/input/event7".
     static Opened open(const std::string& path);

@@ -63,7 +63,7 @@ void PadActuator::perform(HapticPattern pattern) {
     play.type = EV_FF;
     play.code = static_cast<std::uint16_t>(effects_[static_cast<std::size_t>(pattern)]);
     play.value = 1;
-    // A pad that was just pulled out is found gone at the next reading.
+    // If the pad was just unplugged, the next read detects it.
     [[maybe_unused]] const auto written = write(device_, &play, sizeof play);
 }
 #else

@@ -6,9 +6,9 @@
 
 namespace gull {
 
-/// The actuator under a haptic touchpad, through the kernel's force feedback: a click of its own for each
-/// pattern. Only clicks are ever uploaded; the press and release effects stay with the pad, or its buttons
-/// would go dead under the finger.
+/// The actuator of a haptic touchpad, driven by the kernel's force feedback, with a different click for each
+/// pattern. Only clicks are uploaded: the press and release effects stay with the pad, or its buttons would
+/// lose their feel.
 class PadActuator {
   public:
     /// `device` is an event device opened for writing; its owner closes it.

@@ -19,9 +19,9 @@ namespace gull {
 namespace {
 
 constexpr double retryInterval = 2;   // seconds between attempts on a pad that may not be read
-constexpr double sleptAtLeast = 0.5;  // seconds of sleep after which the pads are asked again
+constexpr double sleptAtLeast = 0.5;  // seconds of sleep after which the pads' state is read again
 
-/// Owned handles of libudev, each with the function that lets go of it.
+/// Owning handles of libudev, each with its release function.
 template <auto Release>
 struct Released {
     template <typename T>

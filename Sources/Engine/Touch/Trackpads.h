@@ -11,10 +11,9 @@
 
 namespace gull {
 
-/// Every touchpad of the machine, as they come and go: the fingers on them and, where one has an actuator,
-/// its pulses. The pads are not grabbed: the desktop goes on moving its pointer and making its clicks.
-///
-/// Main thread only; nothing blocks. Where the platform has no such devices the list stays empty.
+/// All touchpads of the machine, which may come and go: the fingers on them and the pulses of those with an
+/// actuator. The pads are not grabbed: the desktop keeps moving its pointer and generating clicks.
+/// Main thread only; nothing blocks. On platforms without such devices the list stays empty.
 class Trackpads final : public HapticPerformer {
   public:
     struct Pad {

@@ -4,17 +4,17 @@
 
 namespace gull {
 
-/// A number that moves to its goal along a curve. It knows no clock: whoever asks says what time it is
-/// (seconds, any origin, the same for all calls). From the end of the curve on it is exactly its goal.
+/// A number that moves to its goal along a curve. It has no clock: the caller passes the time (seconds, any
+/// origin, the same for all calls). From the end of the curve on it equals its goal exactly.
 class Animated {
   public:
     Animated() = default;
     explicit Animated(double value) : from_(value), goal_(value) {}
 
-    /// Moves from wherever it stands at `now` to `goal`, beginning at now + `delay`. A spring keeps the
-    /// speed it had. A goal that it is already moving to changes nothing.
+    /// Moves from its value at `now` to `goal`, beginning at now + `delay`. A spring keeps its current speed.
+    /// Does nothing if it is already moving to `goal`.
     void moveTo(double goal, const Curve& curve, double now, double delay = 0);
-    /// Is at `value` at once and rests there.
+    /// Jumps to `value` and stays there.
     void jumpTo(double value);
 
     double value(double now) const;

@@ -20,7 +20,7 @@ double TimingCurve::progress(double elapsed) const {
     if (elapsed <= 0) return 0;
     if (elapsed >= seconds) return 1;
     const double x = elapsed / seconds;
-    // x grows with the parameter as long as x1 and x2 lie in 0 to 1, so halving finds it.
+    // x increases with the parameter while x1 and x2 lie in 0 to 1, so bisection finds it.
     double low = 0;
     double high = 1;
     for (int i = 0; i < 40; ++i) {

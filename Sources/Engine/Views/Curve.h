@@ -19,24 +19,24 @@ struct TimingCurve {
     double progress(double elapsed) const;
 };
 
-/// A damped spring pulling toward its goal. `response` is the period of the undamped swing in seconds;
-/// a damping fraction of 1 just does not overshoot.
+/// A damped spring pulling toward its goal. `response` is the period of the undamped oscillation in seconds;
+/// a damping fraction of 1 is critical: the fastest without overshoot.
 struct Spring {
     double response = 0.35;
     double damping = 0.6;
 
-    /// Where the spring stands `elapsed` seconds after it was let go, relative to the goal: it starts at
-    /// `distance` (start minus goal) with `velocity` per second.
+    /// The spring's position relative to the goal, `elapsed` seconds after its release at `distance` (start
+    /// minus goal) with `velocity` per second.
     double displacement(double distance, double velocity, double elapsed) const;
     double velocity(double distance, double velocity, double elapsed) const;
-    /// After this many seconds the swing stays within a thousandth of `reach`, the largest of |distance| and
-    /// |velocity| / frequency: what is left cannot be seen.
+    /// After this many seconds the oscillation stays within a thousandth of `reach`, the larger of |distance|
+    /// and |velocity| / frequency, which cannot be seen.
     double settlingSeconds() const;
 };
 
 using Curve = std::variant<TimingCurve, Spring>;
 
-/// The curve for a player who dislikes motion: springs reach their goal without overshoot, the rest stays.
+/// The curve for players who prefer reduced motion: springs do not overshoot, other curves are unchanged.
 Curve withoutOvershoot(const Curve& curve);
 
 }  // namespace gull

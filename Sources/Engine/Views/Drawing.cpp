@@ -41,7 +41,7 @@ void drawShape(Canvas& canvas, const ShapeStyle& style, const Rect& rect) {
         canvas.fill(style.fill);
     }
     if (style.stroke.a <= 0) return;
-    // Half of the line lies outside the edge, in whole pixels, so that a thin line stays sharp.
+    // Half of the line lies outside the edge, rounded to whole pixels so that a thin line stays sharp.
     const double outside = std::floor(style.lineWidth / 2 * canvas.scale() + 1e-9) / canvas.scale();
     addOutline(canvas, style, rect, style.lineWidth / 2 - outside);
     canvas.stroke(style.stroke, style.lineWidth);
@@ -59,7 +59,7 @@ void drawWords(Canvas& canvas, const Drawing::Text& text, const Rect& rect) {
     canvas.restore();
 }
 
-/// Whether two marks look the same where they stand. What is in a group is compared by itself.
+/// True if two marks look the same and lie at the same place. The content of groups is compared separately.
 bool alike(const Drawing::Mark& a, const Drawing::Mark& b) {
     if (a.content != b.content) return false;
     const bool opensOrEnds = a.end != 0 || std::holds_alternative<Drawing::End>(a.content);
@@ -152,14 +152,14 @@ void Drawing::draw(Canvas& canvas, const Sheet& sheet, const Rect& clip) const {
         if (meet(mark.ink, clip)) {
             drawMark(canvas, mark, groups);
         } else if (mark.end != 0) {
-            i = mark.end;  // a group out of sight, its End included
+            i = mark.end;  // skips an invisible group and its End
         }
     }
     canvas.restore();
 }
 
 void Drawing::difference(std::span<const Mark> now, std::span<const Mark> before, std::vector<Rect>& damage) {
-    // Alike at the front and at the back; what lies between is taken one to one when there is as much of it.
+    // Equal at the front and at the back; the marks between are paired one to one if their number is equal.
     const std::size_t shorter = std::min(now.size(), before.size());
     std::size_t front = 0;
     while (front < shorter && alike(now[front], before[front])) ++front;

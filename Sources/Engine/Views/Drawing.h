@@ -12,8 +12,8 @@
 
 namespace gull {
 
-/// A view laid out in a window: what is drawn where, back to front, and where every named view came to
-/// stand. A plain value; two drawings can be compared, which tells what must be drawn again.
+/// A view laid out in a window: what is drawn where, back to front, and the position of every named view. A
+/// plain value; comparing two drawings tells what must be redrawn.
 class Drawing {
   public:
     struct Text {
@@ -32,7 +32,7 @@ class Drawing {
         Colour colour;
         bool operator==(const Sign&) const = default;
     };
-    /// From here to the matching End everything is drawn as one picture.
+    /// Everything up to the matching End is drawn as one picture.
     struct Fade {
         double opacity = 1;
         bool operator==(const Fade&) const = default;
@@ -50,30 +50,30 @@ class Drawing {
     struct Mark {
         Content content;
         Rect rect;            ///< points, edges on whole pixels unless it is scaled
-        Rect ink;             ///< all that it can touch, shadows around it included
+        Rect ink;             ///< everything it can touch, including its shadows
         std::size_t end = 0;  ///< of a Fade or Shadow: the index of its End
     };
 
-    /// A named view. `opacity` is the product of all that it stands in.
+    /// A named view. `opacity` is the product of the opacities of all views around it.
     struct Named {
         std::string name;
         Rect rect;
         double opacity = 1;
     };
 
-    /// Marks that one sheet shows, from `first` to before `last`. The first marks are the rearmost. What
-    /// stands on no sheet of its own is on one without a name.
+    /// The marks on one sheet, from `first` to before `last`, back to front. Views without a sheet of their
+    /// own are on a sheet without a name.
     struct Sheet {
         std::string name;
         double opacity = 1;
-        double dx = 0;  ///< by which the sheet is moved, points that are whole pixels
+        double dx = 0;  ///< offset of the sheet in points, a whole number of pixels
         double dy = 0;
         std::size_t first = 0;
         std::size_t last = 0;
     };
 
     Drawing() = default;
-    /// Lays `view` out in a window of that size, centred if it is smaller. `scale`: pixels a point.
+    /// Lays `view` out in a window of that size, centred if it is smaller. `scale`: pixels per point.
     Drawing(const View& view, double width, double height, double scale);
 
     const std::vector<Mark>& marks() const { return marks_; }
@@ -84,16 +84,17 @@ class Drawing {
     }
     /// The first view of that name.
     std::optional<Named> find(std::string_view name) const;
-    /// The name, beginning with `prefix`, of the topmost such view under the point; empty when none is there.
+    /// The name of the topmost view under the point whose name begins with `prefix`; empty if there is no
+    /// such view.
     std::string at(double x, double y, std::string_view prefix) const;
-    /// The first visible text that reads so.
+    /// The first visible text with exactly these words.
     const Mark* findText(std::string_view text) const;
-    /// Every visible text that stands within `rect`, in drawing order.
+    /// Every visible text within `rect`, in drawing order.
     std::vector<std::string> textsIn(const Rect& rect) const;
 
-    /// Everything: all sheets, one over the other.
+    /// Draws all sheets, one over the other.
     void draw(Canvas& canvas) const;
-    /// Draws what of `sheet`, at full opacity and not moved, touches `clip` (points), within it.
+    /// Draws the part of `sheet` within `clip` (points), at full opacity and without its offset.
     void draw(Canvas& canvas, const Sheet& sheet, const Rect& clip) const;
 
     /// Appends to `damage` the rectangles (points) where one sheet's marks differ from what they were.

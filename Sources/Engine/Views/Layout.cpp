@@ -32,7 +32,7 @@ double placed(Place place, double from, double room, double size) {
     return from;
 }
 
-/// What a view that takes any room takes when there is no end of it.
+/// The size of a view that fills its room when the room is unlimited.
 double limited(double room) {
     return std::isfinite(room) ? room : 0;
 }
@@ -45,7 +45,7 @@ double fitting(const ViewSize& size, const ViewSize& room) {
     return factor;
 }
 
-/// The width of the longest word, none of which is broken as long as it fits.
+/// The width of the longest word. Words are not broken as long as they fit.
 double longestWord(const View::Text& text) {
     double longest = 0;
     for (std::size_t start = 0; start < text.text.size();) {
@@ -56,8 +56,8 @@ double longestWord(const View::Text& text) {
     return longest;
 }
 
-/// The narrowest room in which `text` takes no more lines than in `room`: lines of about the same length, and
-/// no last word that stands alone.
+/// The narrowest room in which `text` takes no more lines than in `room`: this makes lines about equally long
+/// and avoids a single word on the last line.
 double balancedWidth(const View::Text& text, double room) {
     TextStyle style = text.style;
     style.maxLines = 0;
@@ -66,10 +66,10 @@ double balancedWidth(const View::Text& text, double room) {
         return measureText(text.text, style).height;
     };
     const double height = heightIn(room);
-    // Whole points: the same few layouts are asked for again and again.
+    // Whole points, so that the same few layouts are requested repeatedly and stay cached.
     double wide = std::floor(room);
     double narrow = std::floor(longestWord(text));
-    if (narrow >= wide) narrow = 0;  // a script without blanks breaks anywhere
+    if (narrow >= wide) narrow = 0;  // a script without spaces breaks anywhere
     if (wide < 1 || heightIn(wide) > height) return room;
     while (wide - narrow > 1) {
         const double middle = std::floor((narrow + wide) / 2);
@@ -93,8 +93,8 @@ double across(View::Axis axis, const ViewSize& size) {
     return axis == View::Axis::row ? size.height : size.width;
 }
 
-/// The sizes of a stack's children in `room`; gaps come out 0 long. When a row is too long the widest child
-/// is asked to make do with less.
+/// The sizes of a stack's children in `room`; gaps have length 0. When a row is too long, the widest child
+/// gets less room.
 std::vector<ViewSize> childSizes(const View::Stack& stack, const std::vector<View>& children,
                                  const ViewSize& room) {
     std::vector<ViewSize> sizes;
@@ -230,8 +230,8 @@ void Layout::content(const View& view, const Rect& rect) {
             [](const View::Gap&) {},
             [](const View::FixedGap&) {},
             [&](const View::Text& text) {
-                // The box fits the lines that were measured: a little more room, less than a letter's, breaks
-                // them at the same words. Slanted letters and accents lean out of it.
+                // The box fits the measured lines exactly. A little more room, less than a letter, keeps the
+                // same line breaks. Slanted letters and accents extend beyond the box.
                 const double room = rect.width + text.style.tracking + 1;
                 mark(Drawing::Text{text.text, styleFor(text, room), text.colour, around_.factor}, rect,
                      text.style.font.size * 0.4);
@@ -323,7 +323,7 @@ void Layout::scaled(const View& view, const Rect& rect, double factor) {
     const Surroundings before = around_;
     const double cx = rect.x + rect.width / 2;
     const double cy = rect.y + rect.height / 2;
-    // p -> factor * (p - c) + c, then what already surrounds it.
+    // p -> factor * (p - c) + c, then the enclosing transform.
     around_.dx += around_.factor * cx * (1 - factor);
     around_.dy += around_.factor * cy * (1 - factor);
     around_.factor *= factor;
@@ -337,7 +337,7 @@ void Layout::faded(const View& view, const Rect& rect, double opacity) {
         if (opacity <= 0) around_.hidden = true;
         place(view, rect);
     } else {
-        // A group keeps parts that overlap from showing through each other.
+        // A group keeps overlapping parts from showing through each other.
         group(Drawing::Fade{opacity}, view, rect);
     }
     around_ = before;
@@ -359,7 +359,7 @@ void Layout::group(Drawing::Content begin, const View& view, const Rect& rect) {
     --enclosing_;
     around_ = before;
     for (std::size_t i = firstName; i < named_.size(); ++i) named_[i].opacity *= opacity;
-    if (marks_.size() == first + 1) {  // nothing in it shows
+    if (marks_.size() == first + 1) {  // nothing in it is visible
         marks_.pop_back();
         return;
     }
@@ -385,7 +385,7 @@ void Layout::sheet(const View::Sheet& sheet, const View& view, const Rect& rect)
     place(view, rect);
     --enclosing_;
     around_ = before;
-    // A sheet moves by whole pixels: what is on it stays as sharp as it was drawn.
+    // A sheet moves by whole pixels, so that its content stays sharp.
     const double dx = std::round(sheet.dx * scale_) / scale_;
     const double dy = std::round(sheet.dy * scale_) / scale_;
     for (std::size_t i = firstName; i < named_.size(); ++i) {
@@ -407,7 +407,7 @@ void Layout::endGround() {
 void Layout::mark(Drawing::Content content, const Rect& rect, double overhang) {
     if (around_.hidden) return;
     const Rect window = inWindow(rect);
-    // Letters find their own pixels.
+    // Text aligns itself to pixels.
     const bool isText = std::holds_alternative<Drawing::Text>(content);
     const Rect own = isText || around_.factor != 1 ? window : onPixels(window);
     marks_.push_back({std::move(content), own, inflated(own, overhang * around_.factor), 0});

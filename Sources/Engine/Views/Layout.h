@@ -9,8 +9,7 @@ struct ViewSize {
     double height = 0;
 };
 
-/// Measures views and puts them in their places. Two passes, as always: sizes from the leaves up, places from
-/// the root down.
+/// Measures and places views in two passes: sizes from the leaves up, then positions from the root down.
 class Layout {
   public:
     /// `scale`: pixels a point, for edges on whole pixels. The vectors are filled by place().
@@ -18,13 +17,13 @@ class Layout {
            std::vector<Drawing::Sheet>& sheets)
         : scale_(scale), marks_(marks), named_(named), sheets_(sheets) {}
 
-    /// The size that `view` takes in `room`; without one, the size it takes by itself.
+    /// The size of `view` in `room`; without `room`, its natural size.
     static ViewSize measure(const View& view, const ViewSize& room = {View::unlimited, View::unlimited});
-    /// Puts `root` into `rect`, which it was measured for.
+    /// Places `root` in `rect`, the size it was measured for.
     void placeRoot(const View& root, const Rect& rect);
 
   private:
-    /// What surrounds a view: a similarity from layout to window, and whether it shows at all.
+    /// What a view inherits: the similarity from layout to window, and whether it is visible at all.
     struct Surroundings {
         double factor = 1;
         double dx = 0;
@@ -48,8 +47,8 @@ class Layout {
     std::vector<Drawing::Mark>& marks_;
     std::vector<Drawing::Named>& named_;
     std::vector<Drawing::Sheet>& sheets_;
-    std::size_t groundBegins_ = 0;  ///< the first mark of what stands on no sheet of its own
-    int enclosing_ = 0;             ///< groups and sheets around what is placed
+    std::size_t groundBegins_ = 0;  ///< the first mark that is on no named sheet
+    int enclosing_ = 0;             ///< number of groups and sheets around the current view
     Surroundings around_;
 };
 

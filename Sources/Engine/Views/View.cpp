@@ -43,7 +43,7 @@ View View::wrapped(Content wrapper) && {
 }
 
 View View::named(std::string viewName) && {
-    // A view that has a name keeps it: the new one goes around it.
+    // A view that already has a name keeps it: the new name goes to a wrapper.
     if (!name.empty()) return std::move(*this).wrapped(Padding{0, 0, 0, 0}).named(std::move(viewName));
     name = std::move(viewName);
     return std::move(*this);
@@ -78,7 +78,7 @@ View View::scaled(double factor) && {
 }
 
 View View::faded(double opacity) && {
-    // A shape alone needs no group: its colours fade. (With both a fill and a stroke, they overlap.)
+    // A single shape needs no group: fading its colours is enough unless fill and stroke overlap.
     ShapeStyle* style = std::get_if<ShapeStyle>(&content);
     if (style != nullptr && style->stroke.a <= 0 && opacity > 0 && opacity < 1) {
         style->fill.a *= opacity;

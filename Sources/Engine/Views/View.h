@@ -14,12 +14,11 @@
 
 namespace gull {
 
-/// Where something stands across a row, a column or a frame that is larger: at the left or top, in the
-/// middle, at the right or bottom.
+/// Alignment across a row or column or within a larger frame: left or top, middle, right or bottom.
 enum class Place { start, centre, end };
 
-/// A rectangle, a rounded rectangle or a capsule that fills whatever room it is given, filled, stroked or
-/// both. A stroke is centred on the edge, moved inward by as little as makes it crisp.
+/// A rectangle, rounded rectangle or capsule that fills the room it is given; filled, stroked or both. A
+/// stroke is centred on the edge and moved inward just enough to make it crisp.
 struct ShapeStyle {
     enum class Outline { rectangle, rounded, capsule };
     Outline outline = Outline::rectangle;
@@ -38,10 +37,9 @@ ShapeStyle rectangle();
 ShapeStyle roundedRectangle(double radius);
 ShapeStyle capsule();
 
-/// A description of what is to be seen: texts, shapes and pictures arranged in rows, columns and layers, all
-/// plain values. It is rebuilt whenever what it shows changes; Drawing lays it out.
-///
-/// Modifiers wrap a view and give the wrapped one back, so that they read in the order in which they apply:
+/// A description of what to show: texts, shapes and pictures arranged in rows, columns and layers, all plain
+/// values. It is rebuilt whenever its content changes; Drawing lays it out.
+/// Modifiers wrap a view and return the result, so they read in the order in which they apply:
 /// `text(...).padded(14, 10).behind(panel)`. Sizes in points.
 class View {
   public:
@@ -53,30 +51,30 @@ class View {
     View named(std::string viewName) &&;
     View padded(double horizontal, double vertical) &&;
     View padded(double left, double top, double right, double bottom) &&;
-    /// In a box of this size; a component that is not set is the view's own.
+    /// In a box of this size; a component that is not set keeps the view's own size.
     View framed(std::optional<double> width, std::optional<double> height, Place across = Place::centre,
                 Place along = Place::centre) &&;
     /// No wider than this: text in it wraps.
     View noWiderThan(double width) &&;
-    /// Drawn smaller if it is larger than the room it is given.
+    /// Scaled down if it is larger than the room it is given.
     View shrunkToFit() &&;
-    /// Moved without its neighbours noticing.
+    /// Moved without affecting the layout of its neighbours.
     View offset(double dx, double dy) &&;
-    /// Enlarged about its centre without its neighbours noticing.
+    /// Scaled about its centre without affecting the layout of its neighbours.
     View scaled(double factor) &&;
-    /// As one picture, 0 to 1; at 0 it keeps its place and is not drawn.
+    /// Opacity of the whole as one picture, 0 to 1; at 0 it keeps its place and is not drawn.
     View faded(double opacity) &&;
-    /// Faded and moved, on a sheet of its own: the window keeps what is drawn on it and draws nothing again
-    /// while only opacity and place change. `sheetName` tells it from other sheets of the same drawing. No
-    /// sheet stands within another, nor within anything faded, shadowed or scaled.
+    /// On a sheet of its own, faded and moved: the window caches the sheet, so changing only opacity and
+    /// offset redraws nothing. `sheetName` is unique within the drawing. A sheet must not be nested in
+    /// another sheet or in anything faded, shadowed or scaled.
     View onSheet(std::string sheetName, double opacity = 1, double dx = 0, double dy = 0) &&;
-    /// Over a soft shadow of itself.
+    /// With a soft shadow of itself behind it.
     View shadowed(const Colour& colour, double radius) &&;
-    /// With `other` behind or in front, given this view's room.
+    /// With `other` behind it or in front of it, in this view's room.
     View behind(View other) &&;
     View under(View other) &&;
 
-    // What a view is made of; for the layout alone.
+    // The parts of a view; for Layout only.
     struct Nothing {};
     struct Gap {};
     struct FixedGap {
@@ -88,7 +86,7 @@ class View {
         Colour colour;
     };
     struct Picture {
-        const Image* image;  ///< borrowed; the pointer stands for the picture when two drawings are compared
+        const Image* image;  ///< borrowed; drawings are compared by this pointer, not by the pixels
     };
     struct Sign {
         Symbol symbol;
@@ -131,7 +129,7 @@ class View {
         double opacity;
         double dx, dy;
     };
-    /// children[0] decides the size, children[1] is given the same room.
+    /// children[0] determines the size; children[1] gets the same room.
     struct Backed {
         bool inFront;
     };
@@ -163,14 +161,14 @@ View text(std::string words, const Font& font, const Colour& colour, double trac
 View shape(ShapeStyle style);
 View picture(const Image* image);
 View sign(Symbol symbol, double size, const Colour& colour);
-/// Takes all the room that is left along its row or column.
+/// Takes all the remaining room along its row or column.
 View gap();
 View gap(double length);
-/// Side by side; `place` says where they stand up and down.
+/// Side by side; `place` aligns them vertically.
 View row(double spacing, Place place, std::vector<View> children);
-/// One below the other; `place` says where they stand left and right.
+/// One below the other; `place` aligns them horizontally.
 View column(double spacing, Place place, std::vector<View> children);
-/// One over the other, all centred, the first at the back; as large as the largest.
+/// Stacked and centred, the first at the back; as large as the largest.
 View layers(std::vector<View> children);
 
 }  // namespace gull

@@ -8,7 +8,7 @@ namespace gull {
 
 namespace {
 
-/// What `sheet` of `drawing` is if it holds one plain rectangle and nothing else.
+/// The rectangle of `sheet` if it holds one plain rectangle and nothing else.
 const Drawing::Mark* washOf(const Drawing& drawing, const Drawing::Sheet& sheet) {
     if (sheet.last - sheet.first != 1) return nullptr;
     const Drawing::Mark& mark = drawing.marks(sheet).front();
@@ -16,7 +16,7 @@ const Drawing::Mark* washOf(const Drawing& drawing, const Drawing::Sheet& sheet)
     if (style == nullptr || style->outline != ShapeStyle::Outline::rectangle || style->stroke.a > 0) {
         return nullptr;
     }
-    // Where both colour and opacity change it matters how they are mixed.
+    // If both colour and opacity vary, the result depends on how they are interpolated.
     const auto mixesBoth = [](const GradientStop& a, const GradientStop& b) {
         return a.colour.a != b.colour.a && a.colour.withAlpha(1) != b.colour.withAlpha(1);
     };
@@ -32,7 +32,7 @@ int pixel(double points, double scale) {
 }  // namespace
 
 int ViewSheets::idOf(const std::string& name) {
-    // Sheets without a name, too, are told apart by their order.
+    // Sheets without a name are identified by their order.
     const auto found = std::find_if(kept_.begin(), kept_.end(), [&](const Kept& candidate) {
         return candidate.name == name && !candidate.isTaken;
     });

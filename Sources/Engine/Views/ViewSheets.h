@@ -10,33 +10,33 @@
 
 namespace gull {
 
-/// A drawing in a window, sheet by sheet, back to front. A sheet that holds nothing but a rectangle is a wash
-/// of colour and costs no bitmap; every other one has a bitmap that is kept for as long as this lives, so
-/// that fading, moving and coming back cost no drawing.
+/// The sheets of a drawing in a window, back to front. A sheet that holds only a rectangle is a gradient and
+/// needs no bitmap. Every other one keeps its bitmap for the lifetime of this object, so fading it, moving it
+/// and showing it again cost no drawing.
 class ViewSheets {
   public:
     /// Shows `drawing`, which was laid out for a window of that size (points) and scale (pixels a point).
     void show(Drawing drawing, double width, double height, double scale);
-    /// The same drawing as before: nothing changes.
+    /// Shows the same drawing again: nothing changes.
     void showAgain();
 
-    /// What is to be seen; valid until the next show().
+    /// The visible sheets; valid until the next show().
     const std::vector<Sheet>& sheets() const { return sheets_; }
     const Drawing& drawing() const { return drawing_; }
 
   private:
     struct Kept {
         std::string name;
-        std::optional<std::size_t> shown;  ///< as which of the drawing's sheets
-        std::vector<Drawing::Mark> marks;  ///< on the bitmap, while it is not shown
-        bool isTaken = false;              ///< by a sheet of the drawing that is being shown
+        std::optional<std::size_t> shown;  ///< index among the drawing's sheets
+        std::vector<Drawing::Mark> marks;  ///< what the bitmap holds while it is not shown
+        bool isTaken = false;              ///< by a sheet of the current drawing
         ViewSurface surface;
     };
 
     int idOf(const std::string& name);
     void show(const Drawing::Sheet& sheet, Kept& kept, const Drawing& before, Sheet& result);
 
-    std::deque<Kept> kept_;  ///< a sheet's number is its place here
+    std::deque<Kept> kept_;  ///< a sheet's id is its index here
     std::vector<Sheet> sheets_;
     Drawing drawing_;
     double width_ = 0;

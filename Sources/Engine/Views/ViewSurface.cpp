@@ -9,7 +9,7 @@ namespace {
 
 using Area = Sheet::Area;
 
-constexpr int roundedTo = 16;  // pixels; so that a bitmap need not grow by every letter
+constexpr int roundedTo = 16;  // pixels; so that a bitmap does not grow with every letter
 
 bool isEmpty(const Area& area) {
     return area.width <= 0 || area.height <= 0;
@@ -43,15 +43,15 @@ Area touched(const Rect& rect, double scale, const Area& limits) {
     return {left, top, right - left, bottom - top};
 }
 
-/// Two areas are better drawn as one when they overlap, or when hardly anything is drawn in vain.
+/// True if two areas should be drawn as one: they overlap, or joining them wastes few pixels.
 bool belongTogether(const Area& a, const Area& b) {
     const bool overlap =
         a.x < b.x + b.width && b.x < a.x + a.width && a.y < b.y + b.height && b.y < a.y + a.height;
-    constexpr long long inVain = 1500;  // pixels; about what another pass over the drawing costs
+    constexpr long long inVain = 1500;  // pixels; costs about as much as another pass over the drawing
     return overlap || pixels(united(a, b)) <= pixels(a) + pixels(b) + inVain;
 }
 
-/// Adds `area`; whatever it joins may now touch others.
+/// Adds `area`, merging it with others as long as that pays.
 void collect(Area area, std::vector<Area>& areas) {
     if (isEmpty(area)) return;
     for (auto other = areas.begin(); other != areas.end();) {
@@ -77,7 +77,7 @@ void ViewSurface::show(const Drawing& drawing, const Drawing::Sheet& sheet,
     changes_.clear();
     coverage_.clear();
     damage_.clear();
-    // The window as the sheet sees it.
+    // The window in the sheet's coordinates.
     const Area window = touched({-sheet.dx, -sheet.dy, width, height}, scale, {-32768, -32768, 65536, 65536});
     Area ink;
     for (const Drawing::Mark& mark : drawing.marks(sheet)) {
@@ -115,8 +115,7 @@ Sheet::Area ViewSurface::area() const {
     return {left_, top_, canvas_->pixelWidth(), canvas_->pixelHeight()};
 }
 
-/// Sees to it that `ink` (pixels of the window) has its place on the bitmap; true when the bitmap has to be
-/// drawn anew for it.
+/// Makes the bitmap large enough for `ink` (pixels of the window); true if all of it must be redrawn.
 bool ViewSurface::makeRoom(const Area& ink, double scale) {
     const bool sameScale = canvas_ && canvas_->scale() == scale;
     if (sameScale && contains(area(), ink)) return false;

@@ -9,8 +9,8 @@
 
 namespace gull {
 
-/// The bitmap of one sheet, no larger than what is on it: only what differs from the drawing before is drawn
-/// again. Bitmap and lists are kept from frame to frame, and while the sheet is out of sight.
+/// The bitmap of one sheet, no larger than its content. Only what differs from the previous drawing is
+/// redrawn. The bitmap is kept between frames, and also while the sheet is not visible.
 class ViewSurface {
   public:
     using Area = Sheet::Area;
@@ -20,24 +20,24 @@ class ViewSurface {
     void show(const Drawing& drawing, const Drawing::Sheet& sheet, std::span<const Drawing::Mark> before,
               double width, double height, double scale);
 
-    /// What the bitmap shows counts for nothing any more: the next show() draws all of it.
+    /// Discards the content of the bitmap: the next show() draws all of it.
     void forget() { isCurrent_ = false; }
 
-    /// Where the bitmap's pixels lie in the window if the sheet is not moved.
+    /// The bitmap's place in the window before the sheet's offset.
     Area area() const;
-    /// What the last show() drew again: areas of the bitmap that do not overlap.
+    /// The areas of the bitmap that the last show() redrew; they do not overlap.
     const std::vector<Area>& changes() const { return changes_; }
-    /// Areas of the bitmap that do not overlap and outside of which it is clear.
+    /// Areas outside of which the bitmap is clear; they do not overlap.
     const std::vector<Area>& coverage() const { return coverage_; }
-    /// The bitmap; none before anything was to be seen.
+    /// The bitmap; null until something was drawn.
     const Canvas* canvas() const { return canvas_.get(); }
 
   private:
     bool makeRoom(const Area& ink, double scale);
 
     std::unique_ptr<Canvas> canvas_;
-    bool isCurrent_ = false;  ///< shows what it showed last
-    int left_ = 0;            ///< of the bitmap in the window, pixels
+    bool isCurrent_ = false;  ///< the bitmap holds what the last show() drew
+    int left_ = 0;            ///< position of the bitmap in the window, pixels
     int top_ = 0;
     std::vector<Rect> damage_;
     std::vector<Area> changes_;

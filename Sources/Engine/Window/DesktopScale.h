@@ -5,11 +5,11 @@
 
 namespace gull {
 
-/// Window units a point on this desktop: 1 where the window system scales by itself (Wayland, macOS); on X11
-/// the resource Xft.dpi over 96. SDL's video must be up.
+/// Window units per point on this desktop: 1 where the window system scales by itself (Wayland, macOS); on
+/// X11 the resource Xft.dpi divided by 96. SDL's video must be initialised.
 double desktopScale();
 
-/// Xft.dpi's text as a scale: dpi / 96 rounded to quarters, 1 to 4; nothing for a text that is no such
+/// The text of Xft.dpi as a scale: dpi / 96 rounded to quarters, 1 to 4; empty if the text is not such a
 /// number.
 std::optional<double> scaleOfDpi(const std::string& dpi);
 

@@ -58,7 +58,7 @@ std::optional<KeyEvent> keyEvent(std::int32_t sym, std::uint16_t mod, bool isRep
     event.isRepeat = isRepeat;
     event.key = namedKey(sym);
     if (event.key != Key::none) return event;
-    // Key codes without the scancode bit are the character that the key makes without modifiers.
+    // Key codes without the scancode bit are the character of the key without modifiers.
     if (sym >= 0x20 && (sym & SDLK_SCANCODE_MASK) == 0 && sym != SDLK_DELETE) {
         event.key = Key::character;
         event.character = static_cast<char32_t>(sym);

@@ -8,10 +8,10 @@
 namespace gull {
 
 /// A key press of the window system as a plain value: `sym` and `mod` are SDL's key code and modifier bits.
-/// Nothing for keys that the program has no use for.
+/// Empty for keys that the program does not use.
 std::optional<KeyEvent> keyEvent(std::int32_t sym, std::uint16_t mod, bool isRepeat);
 
-/// Whether Alt was tapped by itself: pressed and released with no other key or button between.
+/// Detects a tap of Alt alone: pressed and released without another key or button in between.
 class AltTap {
   public:
     void pressed(bool isAlt) { armed_ = isAlt; }

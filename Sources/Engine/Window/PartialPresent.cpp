@@ -11,7 +11,7 @@ namespace gull {
 
 namespace {
 
-/// Pixels that are copied in the time of one round trip, about.
+/// Roughly the number of pixels copied in the time of one round trip.
 constexpr int roundTrip = 60000;
 
 int pixels(const Window::Part& part) {
@@ -27,7 +27,7 @@ Window::Part united(const Window::Part& a, const Window::Part& b) {
 }  // namespace
 
 std::vector<Window::Part> fewer(std::vector<Window::Part> parts) {
-    // The pair that is cheapest to join, as long as joining saves time.
+    // Merges the cheapest pair as long as that saves time.
     while (parts.size() > 1) {
         int least = roundTrip;
         std::pair<std::size_t, std::size_t> best;
@@ -50,7 +50,7 @@ std::vector<Window::Part> fewer(std::vector<Window::Part> parts) {
 
 std::optional<PartialPresent> PartialPresent::ofCurrentContext() {
     PartialPresent partial;
-    // Where the context is not GLX's own (Wayland), neither is its display.
+    // If the context is not a GLX one (Wayland), neither is its display.
     Display* display = glXGetCurrentDisplay();
     if (!display || !epoxy_has_glx_extension(display, DefaultScreen(display), "GLX_MESA_copy_sub_buffer"))
         return std::nullopt;

@@ -7,20 +7,20 @@
 
 namespace gull {
 
-/// Copies parts of what was drawn to the window, and leaves it as it is: GLX_MESA_copy_sub_buffer.
-///
-/// The driver learns the window's size at a swap of buffers only, and a part outside of what it takes for the
-/// window stops the program. So the first frames, and those after another size, are for a swap.
+/// Copies parts of the back buffer to the window and preserves the buffer: GLX_MESA_copy_sub_buffer.
+/// The driver learns the window's size only when buffers are swapped, and copying a part outside of the size
+/// it knows aborts the program. So the first frames, and those after a change of size, swap buffers.
 class PartialPresent {
   public:
-    /// Nothing where the current OpenGL context has no such way.
+    /// Empty if the current OpenGL context lacks the extension.
     static std::optional<PartialPresent> ofCurrentContext();
 
-    /// Shows `parts` of a frame of that size, pixels; false when it did not and buffers are to be swapped.
+    /// Shows `parts` of a frame of that size in pixels; false if it could not and the caller must swap
+    /// buffers.
     bool present(std::vector<Window::Part> parts, int width, int height);
 
   private:
-    /// Whether the window system, too, has the window at the size that the last frame and this one have.
+    /// True if the window system's size of the window equals that of the last frame and of this one.
     bool isCertain(int width, int height);
 
     void* display_ = nullptr;  ///< Xlib's, SDL's own
@@ -30,8 +30,8 @@ class PartialPresent {
     bool certain_ = false;
 };
 
-/// Joins parts of which each costs a round trip to the window system: few rectangles that hold all of
-/// `parts`, and not much more.
+/// Merges parts, since each costs a round trip to the window system, into a few rectangles that cover all of
+/// `parts` and little else.
 std::vector<Window::Part> fewer(std::vector<Window::Part> parts);
 
 }  // namespace gull

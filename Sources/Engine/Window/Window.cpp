@@ -78,8 +78,8 @@ namespace {
     throw std::runtime_error(reason.empty() ? what : fmt::format("{} ({})", what, reason));
 }
 
-/// SDL also "shows" windows nowhere, or on a bare console, when it finds no desktop; those are nobody's
-/// display unless somebody asked for one by name.
+/// Without a desktop SDL falls back to dummy or console drivers. They do not count as a display unless
+/// requested by name.
 bool isDesktop(const char* driver) {
     if (std::getenv("SDL_VIDEODRIVER")) return true;
     for (const char* name : {"x11", "wayland", "cocoa", "windows"}) {
@@ -237,7 +237,7 @@ bool Window::present(std::span<const Part> changes) {
 
 void Window::setVsync(bool on) {
     impl_->vsync = on;
-    // Adaptive first: a late frame is then shown at once instead of waiting for the next refresh.
+    // Try adaptive first: it shows a late frame immediately instead of at the next refresh.
     if (!on || SDL_GL_SetSwapInterval(-1) != 0) SDL_GL_SetSwapInterval(on ? 1 : 0);
 }
 
@@ -404,7 +404,7 @@ void Window::Impl::handleMouse(MouseEvent::Kind kind, int x, int y, int button) 
 }
 
 void Window::Impl::handleFinger(const SDL_TouchFingerEvent& event, bool down) {
-    // Only a trackpad's fingers: those of a touch screen lie on the picture, not beside it.
+    // Only fingers on a trackpad: those on a touch screen point at the picture itself.
     if (SDL_GetTouchDeviceType(event.touchId) != SDL_TOUCH_DEVICE_INDIRECT_ABSOLUTE) return;
     if (down) {
         fingers[event.fingerId] = Contact{event.fingerId, event.x, 1.0 - static_cast<double>(event.y)};

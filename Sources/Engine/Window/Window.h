@@ -13,14 +13,14 @@
 
 namespace gull {
 
-/// What a window tells its owner. Every function may be empty; all are called from inside Window::pump.
+/// Callbacks of a window. Each may be empty; all are called from within Window::pump.
 struct WindowHandlers {
     std::function<void(const KeyEvent&)> key;
     std::function<void(const MouseEvent&)> mouse;
     /// All fingers of a trackpad that the window system itself reports (macOS), after each change.
     std::function<void(const std::vector<Contact>&)> contacts;
     std::function<void()> resized;
-    std::function<void()> exposed;               ///< the window system lost what was shown
+    std::function<void()> exposed;               ///< the content of the window was lost
     std::function<void(bool)> focusChanged;      ///< true: the window has the keyboard now
     std::function<void(bool)> minimisedChanged;  ///< true: minimised now
     std::function<void()> closeRequested;
@@ -63,7 +63,7 @@ class Window final : public PointerLock {
     Window& operator=(const Window&) = delete;
 
     void setHandlers(WindowHandlers handlers);
-    /// Handles what has arrived, waiting at most `timeout` seconds for the first of it (0: not at all).
+    /// Handles pending events, waiting at most `timeout` seconds for the first one (0: not at all).
     void pump(double timeout);
 
     void makeCurrent();
@@ -89,7 +89,7 @@ class Window final : public PointerLock {
     bool isFullScreen() const;
     void setFullScreen(bool on);
     void minimise();
-    /// Brings the window to the front without asking which program is active.
+    /// Brings the window to the front, whichever program is active.
     void raise();
 
     void lock() override;

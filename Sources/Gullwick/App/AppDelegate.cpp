@@ -102,7 +102,7 @@ struct AppDelegate::Parts final : WindowCommands {
         handlers.resized = [this] { resized(); };
         handlers.exposed = [this] {
             pictureIsOld = true;
-            renderer.setPictureKept(false);
+            renderer.setPicturePreserved(false);
         };
         handlers.focusChanged = [this](bool) { followFocus(); };
         handlers.minimisedChanged = [this](bool) { followFocus(); };
@@ -150,7 +150,7 @@ struct AppDelegate::Parts final : WindowCommands {
         game.world().frame(window.width() / std::max(window.height(), 1.0));
         pictureIsOld = true;
         surface.setViewSize({window.width(), window.height()});
-        renderer.setPictureKept(false);
+        renderer.setPicturePreserved(false);
     }
 
     void runProbe() {
@@ -168,7 +168,7 @@ struct AppDelegate::Parts final : WindowCommands {
         view.height = [this] { return static_cast<int>(window.height()); };
         view.scale = [this] { return window.scale(); };
         view.snapshot = [this] {
-            renderer.setPictureKept(false);
+            renderer.setPicturePreserved(false);
             drawScene();
             return renderer.readBack(pixelSize());
         };
@@ -222,7 +222,7 @@ struct AppDelegate::Parts final : WindowCommands {
         std::vector<Window::Part> parts;
         for (const PixelRect& part : renderer.changes())
             parts.push_back({part.x, part.y, part.width, part.height});
-        renderer.setPictureKept(window.present(parts));
+        renderer.setPicturePreserved(window.present(parts));
     }
 
     /// What the window shows, HUD and menus included. The toast that tells of it comes after.

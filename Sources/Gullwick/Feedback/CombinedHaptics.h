@@ -6,7 +6,7 @@
 
 namespace gull {
 
-/// Several devices taken as one: each pulse goes to the first that can be felt at that moment, else to none.
+/// Combines several devices: each pulse goes to the first one that can be felt at that moment, if any.
 class CombinedHaptics final : public HapticPerformer {
   public:
     /// In order of preference; owned by the caller and must outlive this object.

@@ -10,7 +10,7 @@
 namespace gull {
 namespace {
 
-/// What play can ask for, the costliest to make first.
+/// The sounds that play can ask for, the costliest to make first.
 const auto& soundsInUse() {
     static const auto sounds = [] {
         std::vector<Sound> list = {Sound::chest, Sound::found,     Sound::wave,   Sound::win,
@@ -42,7 +42,7 @@ Feedback::Feedback(AppSettings& settings, MainLoop& loop, SoundOutput* output, H
       lastHaptic_(-std::numeric_limits<double>::infinity()) {}
 
 Feedback::~Feedback() {
-    // The output borrows the samples kept here.
+    // The output borrows the samples in the cache.
     if (output_) output_->silence();
 }
 

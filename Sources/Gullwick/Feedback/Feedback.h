@@ -36,10 +36,10 @@ class Feedback {
     /// When true, nothing is heard or felt at all.
     bool muted = false;
 
-    /// Plays `sound` at once at volume `gain` (0.85 to 1 in use) of what the player has chosen. A thirteenth
-    /// sound cuts off the oldest. Dropped without a word when sound is off or cannot come out now.
+    /// Plays `sound` immediately at volume `gain` (0.85 to 1 in use) times the player's volume. A thirteenth
+    /// sound cuts off the oldest. Silently dropped if sound is off or unavailable.
     void play(const Sound& sound, float gain);
-    /// One haptic pulse, unless one was performed less than `minGap` seconds ago: then it is dropped.
+    /// One haptic pulse; dropped if the last one was less than `minGap` seconds ago.
     void haptic(HapticPattern pattern, double minGap);
     /// `count` pulses (0 or more), `gap` seconds apart, the first at once; cancelPending() calls off the
     /// rest.
@@ -52,23 +52,22 @@ class Feedback {
     /// The same facility for those who need nothing else of this object.
     DelayedWork& delayedWork() { return delayed_; }
 
-    /// Whether a tick would be heard now; tries to open the output.
+    /// True if a tick would be heard now; tries to open the output.
     bool isHeard();
-    /// Whether a pulse would be felt now.
+    /// True if a pulse would be felt now.
     bool isFelt() const;
 
-    /// Starts the surf if it is not running, and sets its volume by the sound switch.
+    /// Starts the surf if it is not running and sets its volume according to the sound switch.
     void startSurf();
-    /// Sets the surf's volume by the sound switch and the player's volume: call it when either has changed.
-    /// The surf runs on unheard while sound is off.
+    /// Sets the volume of the surf according to the sound switch and the player's volume: call it after
+    /// either changed. The surf keeps running, inaudibly, while sound is off.
     void applySoundSwitch();
 
-    /// Silences the surf while the game stands still.
+    /// Silences the surf while the game is paused.
     void holdSurf(bool held);
 
-    /// Makes one of the sounds that the game will ask for and that is not made yet, the costliest first, so
-    /// that none is made in the middle of play: call it in idle moments. False when there is nothing left to
-    /// make (or sound is off).
+    /// Makes one of the game's sounds that is not made yet, the costliest first, so that none is made in the
+    /// middle of play: call it in idle moments. False if nothing is left to make (or sound is off).
     bool prepareOne();
 
     /// The player's switches, for those who have no other way to them.
@@ -77,7 +76,7 @@ class Feedback {
     bool surfStarted() const { return surfStarted_; }
     /// The voice that the next sound takes, 0 to 11.
     int nextVoice() const { return nextVoice_; }
-    /// How many different sounds were made so far.
+    /// Number of different sounds made so far.
     std::size_t cachedSounds() const { return cache_.size(); }
 
   private:

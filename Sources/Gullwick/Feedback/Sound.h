@@ -4,7 +4,7 @@
 
 namespace gull {
 
-/// One of the program's synthesised sounds, a value: the two kinds of detector tick carry a level, so that
+/// Identifies one of the program's synthesised sounds. The two kinds of detector tick have a level, so
 /// `beep(3)` and `beep(4)` are different sounds.
 struct Sound {
     enum class Kind {
@@ -27,7 +27,7 @@ struct Sound {
     Kind kind = Kind::tap;
     int level = 0;  ///< of `beep` and `buzz`, 0 to 9 in use; 0 otherwise
 
-    /// One tick over treasure: the higher the level, the higher and louder.
+    /// One tick over treasure: the higher the level, the higher its pitch and volume.
     static constexpr Sound beep(int level) { return {Kind::beep, level}; }
     /// One tick over junk, or over something unknown: a rough buzz.
     static constexpr Sound buzz(int level) { return {Kind::buzz, level}; }

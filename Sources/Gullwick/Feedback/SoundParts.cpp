@@ -13,15 +13,15 @@ namespace {
 using Phasor = std::complex<double>;
 
 struct Overtone {
-    double ratio;  ///< to the note's frequency; slightly off whole numbers, as a bell's are
+    double ratio;  ///< to the note's frequency; slightly off integers, like those of a bell
     double gain;
 };
 constexpr std::array<Overtone, 3> overtones = {{{1, 0.6}, {2.01, 0.22}, {3.03, 0.08}}};
 
-/// Where a note's loudest possible sample is too small to matter, it ends.
+/// A note ends once its loudest possible sample is below this.
 constexpr double inaudible = 1e-9;
 
-/// Without the library's care for infinities, which costs more than the product.
+/// Without the standard library's handling of infinities, which costs more than the product.
 Phasor product(const Phasor& a, const Phasor& b) {
     return {a.real() * b.real() - a.imag() * b.imag(), a.real() * b.imag() + a.imag() * b.real()};
 }
@@ -29,7 +29,7 @@ Phasor product(const Phasor& a, const Phasor& b) {
 }  // namespace
 
 void addBell(std::vector<float>& mix, const BellNote& note, double sampleRate) {
-    // The first frame after the start, not the one at it.
+    // The first frame after the start, excluding the start itself.
     auto frame = static_cast<std::size_t>(std::max(std::floor(note.start * sampleRate) - 1, 0.0));
     while (static_cast<double>(frame) / sampleRate - note.start <= 0) ++frame;
     const double firstTime = static_cast<double>(frame) / sampleRate - note.start;

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-/// What the sounds are built from.
+/// The building blocks of the sounds.
 namespace gull::SoundParts {
 
 /// White noise from a 32-bit linear congruential generator: cheap, and the same at every run.
@@ -30,7 +30,7 @@ class Noise {
 /// A one-pole low pass.
 class Smoothed {
   public:
-    /// `share` of the way to the input is gone at every frame, 0 to 1.
+    /// Each frame moves the value by `share` of the way to the input, 0 to 1.
     explicit Smoothed(float share) : share_(share) {}
     float operator()(float input) {
         value_ += (input - value_) * share_;
@@ -47,7 +47,7 @@ inline double attack(double t, double length) {
     return std::min(t / length, 1.0);
 }
 
-/// A struck bell: three partials that die away together.
+/// A struck bell: three partials that decay together.
 struct BellNote {
     double frequency = 0;  ///< of the lowest partial, hertz
     double start = 0;      ///< seconds; the note is silent until after this
@@ -55,16 +55,16 @@ struct BellNote {
     double gain = 0;
 };
 
-/// Adds a note to `mix`. Steps the partials' phases from frame to frame instead of taking a sine for each,
-/// which keeps a chord of 29 notes below the time of a frame; the error stays under 1e-9.
+/// Adds a note to `mix`. Advances the partials by a complex rotation per frame instead of computing sines, so
+/// that a chord of 29 notes takes less than a frame; the error stays below 1e-9.
 void addBell(std::vector<float>& mix, const BellNote& note, double sampleRate);
 
-/// `sampleRate` x `duration` truncated; stops the program when it is no number of frames.
+/// `sampleRate` x `duration` truncated; stops the program if that is not a valid number of frames.
 std::size_t frameCount(double sampleRate, double duration);
 /// Limits every sample to -1 to 1.
 void limit(std::vector<float>& samples);
 
-/// One frame after the other: `mix(t)` for the time t of each, limited to -1 to 1.
+/// Samples `mix(t)` at the time t of each frame, limited to -1 to 1.
 template <typename Mix>
 std::vector<float> render(double sampleRate, double duration, Mix mix) {
     std::vector<float> samples(frameCount(sampleRate, duration));

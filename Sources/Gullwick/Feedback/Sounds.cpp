@@ -94,7 +94,7 @@ std::vector<float> chest(double rate) {
     return mix;
 }
 
-/// One of the two notes in which a piece of junk disappoints, `t` seconds after it began.
+/// One of the two falling notes of junk, `t` seconds after it began.
 float fallingNote(double t, double frequency, double decay) {
     if (t <= 0) return 0;
     const double tone = 0.5 * sin(tau * frequency * t) + 0.12 * sin(tau * 2 * frequency * t);

@@ -132,9 +132,9 @@ class GameController {
     /// Shows the way to the nearest treasure for a part of the tide; ignored outside play.
     void ping();
     void key(const KeyAction::Any& action);
-    /// Where the coil is to go; it follows within frames.
-    void setTarget(const PlotPoint& target) { target_ = target; }
-    /// Puts the coil at its target at once, unless a dig holds it.
+    /// Where the coil is to go; it follows within frames. A place that is not finite is ignored.
+    void setTarget(const PlotPoint& target);
+    /// Puts the coil at its target immediately, unless a dig holds it.
     void arrive();
 
     /// From now on toasts wait for pictures: their time starts with the next one shown.

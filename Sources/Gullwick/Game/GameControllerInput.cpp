@@ -26,10 +26,18 @@ template <typename... Cases>
 struct Overloaded : Cases... {
     using Cases::operator()...;
 };
+template <typename... Cases>
+Overloaded(Cases...) -> Overloaded<Cases...>;  // for compilers that do not deduce an aggregate's arguments
 
 }  // namespace
 
+// A view without a size, or a broken device, points nowhere.
+void GameController::setTarget(const PlotPoint& target) {
+    if (std::isfinite(target.x) && std::isfinite(target.y)) target_ = target;
+}
+
 void GameController::fingerMoved(double nx, double ny) {
+    if (!std::isfinite(nx) || !std::isfinite(ny)) return;
     const PlotPoint point = PadMap::plotPoint(nx, ny);
     if (phase == Phase::selecting)
         hover(tileIndex(point));

@@ -23,9 +23,9 @@ namespace {
 
 constexpr double trailUploadGap = 0.05;  // seconds
 constexpr double shakeDecay = 9;         // a second
-constexpr double undulation = 0.03;      // of the sand between two looks at its height
+constexpr double undulation = 0.03;      // of the sand between two samples of its height
 
-/// The part of the world that a rectangle of the trail lies on.
+/// The part of the world that a rectangle of the trail covers.
 Box worldBox(const PixelRect& rect) {
     const double perX = Terrain::plotWidth / TrailCanvas::width,
                  perZ = Terrain::plotDepth / TrailCanvas::height;
@@ -113,7 +113,7 @@ void BeachScene::setBeach(int number) {
     parts_->lights.apply(look_, number, textures_);
     parts_->camera.setExposure(look_.exposure - 0.2);
 
-    // Grains flash in a strong sun only.
+    // Grains glint only in a strong sun.
     parts_->sand->sparkle = std::clamp((look_.sunIntensity - 600) / 600, 0.0, 1.6);
 
     // Every visit finds the same ground and the same props on it.
@@ -135,7 +135,7 @@ void BeachScene::setBeach(int number) {
     tide = 0;
     parts_->ping.hide();
     parts_->ripples.hideAll();
-    stage_.touchKept();
+    stage_.touchStill();
 }
 
 void BeachScene::frame(double aspect) {
@@ -192,7 +192,7 @@ PlotPoint BeachScene::plotPoint(const glm::dvec2& point, const glm::dvec2& viewS
     const glm::dvec3 near = unproject(lens, world, {point, 0}, viewSize);
     const glm::dvec3 ray = unproject(lens, world, {point, 1}, viewSize) - near;
     if (std::abs(ray.y) <= 1e-9) return Terrain::plotPoint(0, 0);
-    // First where the ray meets the sand's mean height, then closer with the height found there.
+    // Intersects the ray with the mean height of the sand, then refines with the height found there.
     glm::dvec3 hit = near + ray * ((0.15 - near.y) / ray.y);
     for (int step = 0; step < 3; ++step) {
         hit = near + ray * ((Terrain::height(hit.x, hit.z) - near.y) / ray.y);

@@ -79,7 +79,7 @@ void CloudLayer::drawClouds(const BeachLook& look) {
     }
 }
 
-/// A blurred ellipse, by a bell of the same variance and volume.
+/// A blurred ellipse, approximated by a bell of the same variance and volume.
 void CloudLayer::drawHalo(const Puff& puff) {
     const double dx = std::hypot(puff.halfWidth / 2, puff.blur);
     const double dy = std::hypot(puff.halfHeight / 2, puff.blur);
@@ -143,7 +143,7 @@ void CloudLayer::drawBody(const Puff& puff) {
 void CloudLayer::blend(int y, int left, const std::vector<float>& cover, const RGB& colour) {
     const std::array<float, 4> c{static_cast<float>(colour.r), static_cast<float>(colour.g),
                                  static_cast<float>(colour.b), 1.0F};
-    // The panorama goes round: what leaves on one side comes in on the other.
+    // The panorama wraps around horizontally.
     int x = ((left % width_) + width_) % width_;
     std::size_t done = 0;
     while (done < cover.size()) {

@@ -7,8 +7,8 @@
 
 namespace gull {
 
-/// The clouds of a sky panorama: colour planes and coverage in floats, colour already multiplied by coverage.
-/// Clouds are soft, so a large panorama keeps them at half its size and interpolates.
+/// The clouds of a sky panorama: colour planes and coverage in floats, colour premultiplied by coverage.
+/// Clouds are soft, so a large panorama stores them at half its size and interpolates.
 class CloudLayer {
   public:
     enum Plane { red, green, blue, coverage };

@@ -37,7 +37,7 @@ MaterialRef steel() {
     return Materials::pbr(RGB{0.32, 0.34, 0.37}, 0.8, 0.35);
 }
 
-/// How finely what is round is cut into triangles: the rig is drawn anew every frame, and so is its shadow.
+/// Segment counts of round parts, kept low because the rig and its shadow are redrawn every frame.
 class Fineness {
   public:
     static constexpr double fine = 1, coarse = 2.0 / 3;
@@ -59,7 +59,7 @@ Node& part(Node& parent, const Shape& shape, const MaterialRef& material, const 
     return node;
 }
 
-/// Parts of one material in one mesh: each frame draws the rig twice, and every mesh costs it.
+/// Joins parts of one material into one mesh: the rig is drawn twice per frame, and every mesh has a cost.
 class Assembly {
   public:
     /// `angles`: of the axes along which the mesh's bounds are taken.

@@ -8,15 +8,16 @@
 
 namespace gull {
 
-/// The metal detector that follows the finger: a coil that hugs the sand and leans with the motion, a shaft
-/// that turns toward the player's hand, and a lit ring, a lamp and a glow on the sand that show the signal.
+/// The metal detector that follows the finger: a coil that stays close to the sand and leans with the motion,
+/// a shaft that points to the player's hand, and a lit ring, a lamp and a glow on the sand that show the
+/// signal.
 class DetectorRig {
   public:
     /// Adds the rig to `parent`, in the moving layer, showing no signal.
     DetectorRig(Node& parent, Textures& textures);
 
-    /// `at`: the point of the sand under the coil. `velocity`: of the coil, as the frame step scales it.
-    /// `lift`: above the coil's hover height, world units.
+    /// `at`: the point of the sand under the coil. `velocity`: of the coil, as scaled by the frame step.
+    /// `lift`: height above the usual hover height, world units.
     void place(const glm::dvec3& at, const glm::dvec2& velocity, double dt, double lift);
     /// `strength` 0 to 1.
     void setSignal(double strength, const Colour& tint);

@@ -17,7 +17,7 @@ namespace {
 constexpr double startDepth = 0.3;  // below the sand
 constexpr double startScale = 0.4;
 constexpr double sprayLasts = 1.5;  // seconds until its node is cleared away
-constexpr double settling = 0.3;    // seconds until what came to rest is surely seen to rest
+constexpr double settling = 0.3;    // seconds until a settled item has certainly been drawn at rest
 
 /// Thrown-up sand is uneven: a bump field over directions from the centre.
 double bump(const glm::dvec3& n) {
@@ -43,7 +43,7 @@ Geometry crumbledHeap() {
         180);
 }
 
-/// What a treasure casts on the sand, dark at first.
+/// The light of a treasure on the sand, initially dark.
 std::shared_ptr<Light> glow() {
     auto light = std::make_shared<Light>();
     light->kind = Light::Kind::omni;
@@ -104,7 +104,7 @@ void Digs::leaveHole(const glm::dvec3& ground) {
     heap.scale = {1.2, 0.38, 0.9};
     Box box = rim.bounds();
     box.include(heap.bounds());
-    stage_.touchKept(box);
+    stage_.touchStill(box);
 }
 
 std::shared_ptr<ParticleSystem> Digs::sandSpray(double time) const {
@@ -203,13 +203,13 @@ void Digs::end(Reveal& reveal) {
         reveal.node->removeFromParent();
         reveal.node = nullptr;
     } else {
-        // From now on it rests on the beach. A renderer may show that a little later; until then its twin is
-        // seen, which still counts as moving.
+        // From now on it is part of the still beach. A renderer may show that a little later; until then its
+        // twin in the moving layer is visible.
         Node& moving = beachRoot_->add(twin(*reveal.node));
         moving.layer = Layer::moving;
         removeAfter(settling, moving);
         reveal.node->layer = Layer::inherited;
-        stage_.touchKept(reveal.node->bounds());
+        stage_.touchStill(reveal.node->bounds());
     }
 }
 

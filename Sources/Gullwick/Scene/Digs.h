@@ -13,18 +13,17 @@
 
 namespace gull {
 
-/// What digging leaves on a beach: holes with a rim and a spoil heap, a spray of sand, and the items that
-/// come up.
+/// The results of digging on a beach: holes with a rim and a spoil heap, sprays of sand, and the items found.
 class Digs {
   public:
     /// All three are owned by the caller and must outlive it.
     Digs(Stage& stage, Textures& textures, DelayedWork& delayedWork);
 
-    /// Starts over on a new beach. `beachRoot` gets everything that is dug up and must outlive the beach.
+    /// Starts over on a new beach. Everything dug up is added to `beachRoot`, which must outlive the beach.
     void begin(Node& beachRoot, const BeachLook& look);
-    /// A hole at `ground`, and the item that came out of it.
+    /// Makes a hole at `ground` and starts the reveal of the item from it.
     void dig(const glm::dvec3& ground, const std::optional<ItemKind>& found, double time);
-    /// Moves the running reveals on.
+    /// Advances the running reveals.
     void update(double time);
 
     const std::vector<Reveal>& reveals() const { return reveals_; }
@@ -48,7 +47,7 @@ class Digs {
     GeometryRef heap_;
     std::vector<Reveal> reveals_;
     std::uint64_t digCount_ = 0;
-    /// Delayed work of an earlier beach finds this gone.
+    /// Expires with the beach, which stops delayed work of an earlier one.
     std::shared_ptr<char> beachToken_;
 };
 

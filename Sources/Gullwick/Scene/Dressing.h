@@ -12,21 +12,21 @@
 
 namespace gull {
 
-/// The props that make each beach recognisable. Each builder adds to the node it is given; what is strewn
-/// comes from a generator seeded with the beach's number, so that every visit finds the same beach.
+/// The props that make each beach recognisable. Each builder adds to the node it is given. Scattered things
+/// come from a generator seeded with the beach's number, so that a beach looks the same on every visit.
 namespace Dressing {
 
-/// A rock: where it lies and its radius.
+/// A rock: its position and radius.
 struct Rock {
     double x;
     double z;
     double size;
 };
 
-/// All props of a beach. Stops the program when `beach` is negative or too great to seed the generator.
+/// All props of a beach. Stops the program if `beach` is negative or too large to seed the generator.
 std::unique_ptr<Node> build(int beach, const BeachLook& look, Textures& textures);
 
-/// The rope on four stakes just outside the plot: items lie within it.
+/// The rope on four stakes just outside the plot; all items lie within it.
 std::unique_ptr<Node> siteRope();
 void scatter(Node& into, const BeachLook& look, SplitMix64& rng, int shells);
 void bucket(Node& into, const BeachLook& look);

@@ -1,4 +1,4 @@
-// What people built or left: pier, rowboat, lighthouse, wreck.
+// Things that people built or left behind: pier, rowboat, lighthouse, wreck.
 #include "Engine/Stage/MeshBuilder.h"
 #include "Engine/Stage/Primitives.h"
 #include "Gullwick/Scene/Dressing.h"
@@ -161,7 +161,7 @@ void rowboat(Node& into, const glm::dvec3& at, double yaw) {
     const auto paint = Materials::pbr(RGB{0.2, 0.42, 0.55}, 0, 0.6);
     const auto wood = Materials::pbr(RGB{0.55, 0.42, 0.3}, 0, 0.8);
 
-    // Planks show: the skin keeps an edge from strake to strake but is smooth along them.
+    // Planks are visible: the skin has an edge between strakes but is smooth along them.
     MeshBuilder outside, inside, trim;
     hullSkin(outside, 0, false);
     hullSkin(inside, 0.05, true);
@@ -275,7 +275,7 @@ void wreck(Node& into) {
         return glm::dvec3(x, -0.5 + radius * std::sin(angle), side * 0.8 * radius * std::cos(angle));
     };
     const auto frameX = [](int i) { return -4.8 + 0.8 * i; };
-    // How far up each half frame still reaches, radians; the seaward side has weathered better.
+    // How far up each half frame still reaches, radians; the seaward side is better preserved.
     constexpr std::array<double, frames> near{0.8,  1.1, 1.22, 1.0, 0.5, 1.25, 1.3,
                                               1.18, 0.9, 0.4,  1.1, 1.2, 0.95};
     constexpr std::array<double, frames> far{1.1, 1.22, 1.3,  1.28, 1.2, 1.33, 1.05,
@@ -295,7 +295,7 @@ void wreck(Node& into) {
             mesh.append(shapes::bar(path, radii, 8));
         }
     }
-    // What is left of the planking, outside the frames.
+    // The remains of the planking, outside the frames.
     struct Strake {
         double side, angle;
         int first, last;

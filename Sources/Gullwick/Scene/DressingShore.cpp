@@ -1,4 +1,4 @@
-// What lies about on every shore: rope, shells, pebbles, starfish, weed, driftwood, rocks, bucket and spade.
+// Things found on every shore: rope, shells, pebbles, starfish, weed, driftwood, rocks, bucket and spade.
 #include "Engine/Stage/MeshBuilder.h"
 #include "Engine/Stage/Primitives.h"
 #include "Gullwick/Scene/Dressing.h"
@@ -105,7 +105,7 @@ std::unique_ptr<Node> siteRope() {
     for (const glm::dvec2& corner : corners) {
         Node& post = part(*rope, stake, wood, onSand(corner.x, corner.y, 0.375 - buried / 2));
         post.name = "stake";
-        // Leans outward a little, as a stake does that a rope pulls on.
+        // Leans outward a little against the pull of the rope.
         post.eulerAngles = {0.03 * (corner.y > 0 ? 1 : -1), 0, 0.03 * (corner.x > 0 ? -1 : 1)};
         part(*rope, pennant, flag, onSand(corner.x + 0.03, corner.y, 0.66), {0, 0, -quarter}).name =
             "pennant";

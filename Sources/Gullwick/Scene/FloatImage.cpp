@@ -31,7 +31,7 @@ void FloatImage::addRound(const Disc& disc, double reach, const Band& band, Cove
     const int top = static_cast<int>(std::floor(disc.y - reach));
     const int bottom = static_cast<int>(std::floor(disc.y + reach));
     const bool across = left < 0 || right >= width_;
-    const Pixel ink = disc.colour;  // a copy that no pixel can alias, so that it stays in a register
+    const Pixel ink = disc.colour;  // a copy that cannot alias a pixel, so that it stays in a register
     for (int py = top; py <= bottom; ++py) {
         const int place = py & (band.height - 1);
         if (place < band.from || place >= band.to) continue;

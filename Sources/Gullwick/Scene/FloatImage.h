@@ -9,8 +9,8 @@
 
 namespace gull {
 
-/// A picture in floats, four a pixel, on which thousands of discs are laid before it is rounded to 8 bits.
-/// Its sides are powers of two; what leaves on one side comes in on the other, so that it tiles.
+/// A picture with four floats per pixel, onto which thousands of discs are painted before it is rounded to 8
+/// bits. Its sides are powers of two; it wraps around at its edges, so that it tiles.
 class FloatImage {
   public:
     using Pixel = std::array<float, 4>;
@@ -36,13 +36,14 @@ class FloatImage {
         double radius = 0;
         Pixel colour{};
         double alpha = 1;
-        /// Soft: strongest in the middle, running out at the radius. Else the edge is smoothed over a pixel.
+        /// Soft discs are strongest in the middle and fade out at the radius; others have an edge smoothed
+        /// over one pixel.
         bool soft = false;
     };
     void add(const Disc& disc);
-    /// The picture of all of them in order on `fill`, as add() and image() make it. Worked off in bands of
-    /// rows that fit the processor's cache, and never whole in floats: thousands of discs all over a large
-    /// picture take a fraction of the time. Sides as in the constructor.
+    /// The same picture as add() of all discs in order on `fill` followed by image(). It is painted in bands
+    /// of rows that fit the processor's cache and never held in floats as a whole, which takes a fraction of
+    /// the time for thousands of discs on a large picture. Sides as in the constructor.
     static Image painted(int width, int height, const Pixel& fill, const std::vector<Disc>& discs);
 
     /// Rounded, clamped to 0..1; the fourth component is the alpha.
@@ -52,17 +53,17 @@ class FloatImage {
     static void mix(Pixel& pixel, const Pixel& colour, float alpha) {
         for (std::size_t c = 0; c < 4; ++c) pixel[c] += (colour[c] - pixel[c]) * alpha;
     }
-    /// The rows of a picture `height` rows high that a FloatImage holds.
+    /// The rows that a FloatImage holds of a picture `height` rows high.
     struct Band {
         int from;
         int to;
         int height;
     };
-    /// The part of a disc that lies in `band`, into its rows.
+    /// Paints the part of a disc that lies in `band` into its rows.
     void addRows(const Disc& disc, const Band& band);
     template <typename Coverage>
     void addRound(const Disc& disc, double reach, const Band& band, Coverage coverage);
-    /// Writes four bytes a pixel, as image() tells.
+    /// Writes four bytes per pixel, in the form of image().
     void round(std::uint8_t* out) const;
 
     int width_;

@@ -20,7 +20,7 @@ Colour grey(double value) {
     return {value, value, value, 1};
 }
 
-/// Text whose capitals are centred on (x, y). `capHeight` is the share of the font's size that they take.
+/// Draws text with its capitals centred on (x, y). `capHeight` is their height as a share of the font size.
 void drawCentred(Canvas& canvas, const char* text, const TextStyle& style, const Colour& colour, double x,
                  double y, double capHeight) {
     const TextSize size = measureText(text, style);
@@ -92,7 +92,7 @@ Image watchDial() {
     canvas.addEllipse({14, 14, 228, 228});
     canvas.stroke(ink, 3);
 
-    // The minute track: a thin ring with a tick a minute, every fifth heavier.
+    // The minute track: a thin ring with a tick per minute, every fifth one heavier.
     canvas.addEllipse({middle - 102, middle - 102, 204, 204});
     canvas.stroke(ink, 1);
     for (int minute = 0; minute < 60; ++minute) {

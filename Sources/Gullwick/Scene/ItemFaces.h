@@ -4,14 +4,14 @@
 
 namespace gull {
 
-/// The faces of things one digs up. Upright pictures, opaque, sRGB but for the normal map.
+/// The faces of the items. Upright, opaque pictures in sRGB, except for the normal map.
 namespace ItemFaces {
 
 /// 256 x 256: a struck coin with a cross in relief inside a beaded rim, in old gold.
 Image doubloonColour();
 /// The same relief as a normal map.
 Image doubloonNormal();
-/// 256 x 256: cream dial, Roman numerals set round, the four written IIII; the hands at ten past ten.
+/// 256 x 256: a cream dial with Roman numerals, the four written IIII, and the hands at ten past ten.
 Image watchDial();
 /// 256 x 256: eight points in a double ring, a red N at the top.
 Image compassRose();

@@ -74,7 +74,7 @@ void coarser(Node& node, Geometry geometry) {
     node.coarseGeometry = std::make_shared<const Geometry>(std::move(geometry));
 }
 
-/// A cut stone throws each facet's light about inside: some facets come out dark, some bright, all darker
+/// Light is reflected many times inside a cut stone: some facets come out dark, some bright, all darker
 /// toward the point.
 Geometry cutStone(double radius, int facets) {
     Geometry gem = shapes::gem(radius, facets);
@@ -140,7 +140,7 @@ void watch(Node& parent, Textures& textures) {
 
 void key(Node& parent) {
     const MaterialRef metal = iron();
-    // Rubbed bright by many hands, the more the more it stands out.
+    // Polished by many hands; the most where it stands out.
     const auto worn = [](Geometry bare) {
         for (Geometry::Vertex& vertex : bare.vertices) {
             const float light = 4 + 1.5F * vertex.normal.y + vertex.normal.z;

@@ -46,7 +46,7 @@ Geometry lathe(const std::vector<ProfilePoint>& profile, int segments, bool flat
         const glm::dvec2 normalTo = smoothTo ? normalizedIfLong(faces[i] + faces[i + 1]) : faces[i];
         const auto add = [&](const ProfilePoint& point, const glm::dvec2& normal, double s, int k,
                              double normalTurn) {
-            // The last column stands exactly where the first does.
+            // The last column coincides exactly with the first.
             const double angle = k == segments ? 0 : 2 * pi * k / segments;
             const double turned = 2 * pi * normalTurn / segments;
             return mesh.vertex({point.r * std::cos(angle), point.y, point.r * std::sin(angle)},

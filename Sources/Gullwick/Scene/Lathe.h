@@ -11,15 +11,15 @@ namespace gull {
 struct ProfilePoint {
     double r = 0;       ///< distance from the axis
     double y = 0;       ///< height
-    bool hard = false;  ///< a crease runs around here
+    bool hard = false;  ///< a hard edge runs around here
 };
 
-/// Makers of turned and drawn-out meshes.
+/// Lathed and extruded meshes.
 namespace shapes {
 
-/// Turns `profile`, listed bottom to top on the outside, about the y axis; a point with r = 0 closes a pole.
-/// `flatAround` cuts flat facets instead of a smooth round. Texture coordinates: `uvScale` times around, then
-/// the length along the profile from 0 to 1. Fewer than two points: an empty mesh.
+/// Revolves `profile`, listed bottom to top on the outside, about the y axis; a point with r = 0 closes a
+/// pole. `flatAround` cuts flat facets instead of a smooth round. Texture coordinates: `uvScale` times
+/// around, then the length along the profile from 0 to 1. Fewer than two points: an empty mesh.
 Geometry lathe(const std::vector<ProfilePoint>& profile, int segments, bool flatAround, double uvScale);
 /// A cut stone of that radius, table up, its point at y = -0.95 * radius.
 Geometry gem(double radius, int facets);

@@ -19,7 +19,7 @@ struct RGB {
     constexpr RGB scaled(double factor) const { return {r * factor, g * factor, b * factor}; }
 };
 
-/// The colours and the light of one beach: what makes it late morning, noon, sunset or an overcast day.
+/// The colours and the light of one beach: late morning, noon, sunset or an overcast day.
 struct BeachLook {
     RGB skyTop;
     RGB skyMid;
@@ -36,7 +36,7 @@ struct BeachLook {
 
     bool operator==(const BeachLook&) const = default;
 
-    /// The look of beaches 1 to 7; every other number has the last row, which is beach 8's.
+    /// The look of beaches 1 to 7; every other number gets that of beach 8.
     static const BeachLook& forBeach(int number);
 };
 

@@ -14,8 +14,7 @@ inline std::shared_ptr<Material> pbr(const RGB& colour, double metal, double rou
 }
 /// The same with a picture on it.
 std::shared_ptr<Material> pictured(const std::shared_ptr<Texture>& picture, double metal, double rough);
-/// An additive light of its own: shows `picture` times the material's multiply colour, black at first, and
-/// hides nothing.
+/// An additive glow: adds `picture` times the material's multiply colour, initially black, and hides nothing.
 std::shared_ptr<Material> additive(const std::shared_ptr<Texture>& picture);
 
 }  // namespace gull::Materials

@@ -7,7 +7,8 @@
 
 namespace gull {
 
-/// Square height fields that tile, and what is made of them. A field of size N is N * N floats, row 0 first.
+/// Square height fields that tile, and maps derived from them. A field of size N is N * N floats, row 0
+/// first.
 namespace Noise {
 
 using Heights = std::vector<float>;

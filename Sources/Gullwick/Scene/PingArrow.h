@@ -7,7 +7,7 @@
 
 namespace gull {
 
-/// The arrow that lies on the sand for a moment and points toward a treasure.
+/// The arrow that appears on the sand for a moment and points toward a treasure.
 class PingArrow {
   public:
     /// Adds the arrow to `parent`, hidden, in the moving layer.

@@ -58,7 +58,7 @@ Geometry boulder(int segments, double seed, double roughness) {
                               std::abs(std::sin(3.9 * n.z - 2.6 * n.y + 1.7 * seed));
         const double grain = std::sin(9 * n.x + seed) * std::sin(10 * n.y) * std::sin(8 * n.z - seed);
         glm::dvec3 p = n * (1 + roughness * (0.5 * lumps + 0.35 * (splits - 1.2) + 0.25 * grain));
-        // Faces where slabs broke off: what stands out beyond a plane is cut back to it.
+        // Faces where slabs broke off: everything beyond a plane is cut back to it.
         for (int k = 0; k < 9; ++k) {
             const double turn = 2.4 * k + seed, rise = std::sin(1.7 * k + 2 * seed) * 0.8;
             const glm::dvec3 plane = glm::normalize(glm::dvec3(std::cos(turn), rise, std::sin(turn)));

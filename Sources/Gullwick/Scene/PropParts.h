@@ -17,12 +17,12 @@ Node& part(Node& parent, const GeometryRef& geometry, const MaterialRef& materia
            const glm::dvec3& at = {0, 0, 0}, const glm::dvec3& angles = {0, 0, 0});
 /// A point of the sand, raised by `above`.
 glm::dvec3 onSand(double x, double z, double above = 0);
-/// Puts the origin at the middle of a segment, its y axis along it.
+/// Moves the node to the middle of a segment, with its y axis along it.
 glm::dmat4 alongSegment(const glm::dvec3& from, const glm::dvec3& to);
-/// A timber of that section between two points; `width` lies as level as it can.
+/// A timber of that cross-section between two points; `width` is kept as level as possible.
 Geometry timber(const glm::dvec3& from, const glm::dvec3& to, double width, double thickness);
-/// The mesh with its colour times `side`, toward `top` where it faces up: sun and rain bleach wood from
-/// above.
+/// The mesh with its colour times `side`, blended toward `top` where it faces up: sun and rain bleach wood
+/// from above.
 Geometry weathered(Geometry wood, double side, double top);
 /// A boulder of radius 1, the same for the same `seed`.
 Geometry boulder(int segments, double seed, double roughness);

@@ -35,7 +35,7 @@ void RipplePool::start(const glm::dvec3& ground, const Colour& tint, double stre
     next_ = (next_ + 1) % rings_.size();
     const glm::dvec2 slope = Terrain::slope(ground.x, ground.z);
     ring.node->position = {ground.x, ground.y + 0.035, ground.z};
-    // Sand that rises toward the viewer turns a thing on it back about x; toward the right, up about z.
+    // Sand that rises toward the viewer tilts things on it back about x; toward the right, up about z.
     ring.node->eulerAngles = {-std::atan(slope.y) - quarter, 0, std::atan(slope.x)};
     ring.node->hidden = false;
     ring.start = time;

@@ -8,7 +8,7 @@
 
 namespace gull {
 
-/// The rings that spread over the sand at every tick, eighteen of them used in turn.
+/// The rings that spread over the sand at every tick; eighteen are used in turn.
 class RipplePool {
   public:
     static constexpr std::size_t count = 18;

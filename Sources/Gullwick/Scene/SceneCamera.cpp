@@ -19,7 +19,7 @@ constexpr double leastAspect = 0.3;
 constexpr double introDuration = 1.4;
 constexpr double farthest = 10000;  // from the origin along any axis: beyond it there is nothing to see
 
-/// The number that `text` is, all of it; nothing otherwise.
+/// The whole of `text` as a number; empty if it is not a number.
 std::optional<double> number(const std::string& text) {
     if (text.empty()) return std::nullopt;
     char* end = nullptr;

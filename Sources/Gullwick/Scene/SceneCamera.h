@@ -8,8 +8,8 @@
 
 namespace gull {
 
-/// The eye of the scene: rests before the plot, flies in when a beach opens, shakes at a dig. GW_CAM, GW_LOOK
-/// ("x,y,z") and GW_FOV (degrees) in the environment move it for screenshots.
+/// The camera of the scene: it stands before the plot, flies in when a beach opens and shakes at a dig. The
+/// environment variables GW_CAM, GW_LOOK ("x,y,z") and GW_FOV (degrees) move it for screenshots.
 class SceneCamera {
   public:
     /// Adds the camera to `stage` and makes it the point of view. `stage` must outlive it.
@@ -17,17 +17,17 @@ class SceneCamera {
 
     /// Fits the distance to a view of this width / height.
     void frame(double aspect);
-    /// Where the camera is at scene time `time`.
+    /// Moves the camera to its pose at scene time `time`.
     void place(double time, double introStart, double shake);
     void setExposure(double stops) { camera_->exposureOffset = stops; }
 
     const Node& node() const { return node_; }
     const Camera& lens() const { return *camera_; }
 
-    /// The three numbers of an environment variable's text, separated by commas; pieces that are no numbers
-    /// are skipped. Nothing unless exactly three are left, none beyond 10000.
+    /// The three comma-separated numbers in the text of an environment variable. Pieces that are not numbers
+    /// are skipped. Empty unless exactly three are left, none of them beyond 10000.
     static std::optional<glm::dvec3> parseTriple(const char* text);
-    /// The degrees of an environment variable's text; nothing unless all of it is a number between 0 and 180.
+    /// The degrees in the text of an environment variable; empty unless all of it is a number from 0 to 180.
     static std::optional<double> parseAngle(const char* text);
 
   private:
@@ -37,7 +37,7 @@ class SceneCamera {
     Node& node_;
     std::shared_ptr<Camera> camera_;
     glm::dvec3 look_;
-    glm::dvec3 offset_;    ///< the camera from the look point, at the view's aspect
+    glm::dvec3 offset_;    ///< from the look point to the camera, for the view's aspect
     glm::dvec3 fullView_;  ///< the same for a wide view
 };
 

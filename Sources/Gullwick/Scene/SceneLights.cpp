@@ -14,7 +14,8 @@ constexpr double sunDistance = 60;
 constexpr int backgroundWidth = 2048;
 constexpr int environmentWidth = 512;
 
-/// The light in shade: a clear sky's blue on warm sand alone would come out green; a dusk's is violet.
+/// The light in the shade. The blue of a clear sky alone would look green on warm sand; that of dusk is
+/// violet.
 constexpr glm::dvec3 clearShade(1.1, 0.9, 1.08);
 constexpr glm::dvec3 duskShade(1.1, 0.82, 1.35);
 constexpr glm::dvec3 overcastShade(1.02, 0.98, 1.02);

@@ -17,8 +17,8 @@ class SceneLights {
     /// Lights the stage for `look`; `beach` names its sky among the textures.
     void apply(const BeachLook& look, int beach, Textures& textures);
 
-    /// Toward the sun, of length 1. Never lower than about 24 degrees, even where the sky shows it lower:
-    /// shadows must stay on the beach.
+    /// The unit vector toward the sun. Its elevation is at least about 24 degrees, even where the sky shows
+    /// the sun lower, so that shadows stay on the beach.
     static glm::dvec3 sunDirection(const BeachLook& look);
 
   private:

@@ -23,15 +23,15 @@ constexpr double breakerRepeats = 60;
 constexpr glm::dvec2 waveRepeats(60, 38);
 constexpr double foamDepth = 1.5;
 constexpr double breakerDepth = 2.6;
-constexpr double reach = 32;            // to either side the shapes bend, straight beyond
+constexpr double reach = 32;            // the shapes bend this far to either side and are straight beyond
 constexpr double piece = 1;             // from bend to bend
-constexpr double foamLevelStep = 0.01;  // of the water, from one shape of the foam to the next
+constexpr double foamLevelStep = 0.01;  // change of the water level from one foam shape to the next
 
 void layFlat(Node& node, int order) {
     node.eulerAngles = {-pi / 2, 0, 0};
     node.renderingOrder = order;
     node.castsShadow = false;
-    node.layer = Layer::drifting;
+    node.layer = Layer::water;
 }
 
 std::shared_ptr<Material> foamStrip(Textures& textures, double repeats) {

@@ -10,7 +10,7 @@
 
 namespace gull {
 
-/// The sea: a plane of water that breathes with the swell, rises with the tide and surges at the flood, the
+/// The sea: a plane of water that heaves with the swell, rises with the tide and surges in the flood, with
 /// foam at its edge and three breakers rolling in.
 class Sea {
   public:
@@ -29,7 +29,7 @@ class Sea {
         std::shared_ptr<Material> material;
     };
 
-    /// The foam's strip as the shore bends it when the water stands at `level`, the middle at the origin.
+    /// The strip of foam, bent along the shoreline for a water level of `level`, centred on the origin.
     const GeometryRef& foamAlongShore(double level);
 
     Node& water_;
@@ -37,7 +37,7 @@ class Sea {
     Node& foam_;
     std::shared_ptr<Material> foamMaterial_;
     std::array<Breaker, 3> breakers_{};
-    std::map<int, GeometryRef> foamShapes_;  ///< by the step of the water's level
+    std::map<int, GeometryRef> foamShapes_;  ///< by quantised water level
 };
 
 }  // namespace gull

@@ -86,7 +86,7 @@ class Dither {
         for (float& value : values_) value = static_cast<float>(draws.unit());
     }
     const float* row(int y, std::size_t channel) const {
-        // Each channel and each row begins elsewhere, so that the tile does not show.
+        // Each channel and each row starts at a different place, so that the tiling does not show.
         const auto i = static_cast<std::size_t>(y);
         return &values_[(i % side) * 2 * side + (channel * 23 + i / side * 11) % side];
     }
@@ -109,7 +109,7 @@ void store(const Row& row, const Dither& dither, int y, std::uint8_t* out) {
     for (std::size_t x = 0; x < count; ++x) out[4 * x + 3] = 255;
 }
 
-/// Clouds rise out of the haze: none below the horizon, all of them two degrees above it.
+/// Clouds fade in above the haze: absent below the horizon, full two degrees above it.
 float cloudsAt(double elevation) {
     const double t = std::clamp((elevation + 0.5) / 2.5, 0.0, 1.0);
     return static_cast<float>(t * t * (3 - 2 * t));

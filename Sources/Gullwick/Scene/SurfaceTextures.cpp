@@ -39,7 +39,8 @@ Image radial(int size, Alpha alpha) {
     return image;
 }
 
-/// An angle by its sine and cosine: a phase that is the sum of a row's and a column's needs no sine a pixel.
+/// An angle as sine and cosine: if a phase is the sum of a row's and a column's, no pixel needs a sine of its
+/// own.
 struct Angle {
     double sine = 0;
     double cosine = 1;
@@ -54,7 +55,7 @@ struct Angle {
     }
 };
 
-/// The colour and the alpha of a grain of sand; where it lies comes later.
+/// The colour and alpha of a grain of sand; its position is drawn later.
 FloatImage::Disc drawGrain(Xorshift& draws) {
     FloatImage::Disc grain;
     const double kind = draws.unit();
@@ -178,14 +179,14 @@ Image waterColour(const BeachLook& look) {
 
 namespace {
 
-/// Foam that has spread thin hangs together in a web: bubbles gather where two of its meshes meet.
+/// Thinly spread foam forms a web: bubbles gather where two cells meet.
 class FoamWeb {
   public:
     FoamWeb() {
         Xorshift draws(29);
         for (glm::dvec2& mesh : meshes_) mesh = glm::dvec2(draws.unit() * length, draws.unit() * depth);
     }
-    /// Of a few places in the row of `y`, `x` and others drawn, that with the least of a mesh around it.
+    /// Of `x` and a few more random places in the row `y`, the one closest to the border of a cell.
     /// Pixels.
     double nearest(double x, double y, Xorshift& draws) const {
         double best = x, least = inside(x, y);
@@ -227,7 +228,7 @@ class FoamWeb {
 Image foam() {
     constexpr int width = 1024;
     constexpr int height = 128;
-    // Twice as high as the picture, so that what leaves it below does not come in again above.
+    // Twice as high as the picture, so that nothing wraps from the bottom to the top.
     FloatImage bubbles(width, 2 * height, {0, 0, 0, 0});
     const FoamWeb web;
     Xorshift draws(11);

@@ -5,8 +5,8 @@
 
 namespace gull {
 
-/// The pictures that sand, sea and effects wear. All are sRGB with premultiplied alpha but for the normal
-/// maps, and come out the same every time.
+/// The textures of sand, sea and effects. All are sRGB with premultiplied alpha, except for the normal maps,
+/// and are the same every time.
 namespace SurfaceTextures {
 
 /// 1024 x 1024, opaque, tiles: pale sand with grains of four kinds over soft blotches.
@@ -17,7 +17,7 @@ Image sandNormal();
 Image waterNormal();
 /// 16 x 512: shallow and clear at the bottom, deep and nearly opaque at the top.
 Image waterColour(const BeachLook& look);
-/// 1024 x 128, tiles across: bubbles that crowd toward the bottom edge, where a white band lies.
+/// 1024 x 128, tiles horizontally: bubbles that get denser toward a white band at the bottom edge.
 Image foam();
 /// 256 x 256: a thin soft ring.
 Image ring();

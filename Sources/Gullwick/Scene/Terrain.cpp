@@ -74,14 +74,15 @@ constexpr double spacing = 0.5;
 constexpr std::uint32_t coarseStep = 4;
 constexpr double left = -38;
 constexpr double top = -24;
-constexpr double alwaysSunk = -10;  // z up to which no dune reaches up to the water
+constexpr double alwaysSunk = -10;  // up to this z no dune reaches the water's surface
 constexpr double detailTile = 3.2;
 constexpr RGB wetSand{0.32, 0.27, 0.22};
 constexpr std::uint64_t noiseSeed = 77;
 constexpr double reach = 160;      // how far the surroundings go to the sides
 constexpr double seaReach = -110;  // and out to sea
 constexpr double landReach = 60;   // and behind the viewer: a tall narrow window is seen from far back
-constexpr double underlap = 0.03;  // they lie this much lower and run this far under the grid's edge
+constexpr double underlap =
+    0.03;  // the surroundings lie this much lower and reach this far under the grid's edge
 constexpr double overlap = 0.5;
 
 /// How wet the sand is at a place, 0 dry to 1.
@@ -90,7 +91,7 @@ double wetness(double height, double z) {
     return (height < -0.25 ? 0.1 : 0) + 0.9 * (t * t * (3 - 2 * t));
 }
 
-/// What the roughness of sand is multiplied by: a film of water lies on it where it is wettest.
+/// A factor for the roughness of sand: the wettest sand is covered by a film of water.
 float dryness(double wet) {
     const double t = std::clamp((wet - 0.35) / 0.5, 0.0, 1.0);
     return static_cast<float>(1 - 0.75 * t * t * (3 - 2 * t));
@@ -190,7 +191,7 @@ Geometry SandMesh::coarse(const BeachLook& look) const {
         }
     }
     geometry.indices = gridIndices((columns - 1) / coarseStep + 1, (rows - 1) / coarseStep + 1);
-    // What always lies under the sea, then the rest.
+    // The part that is always under the sea, then the rest.
     const auto sunk = static_cast<std::uint32_t>((alwaysSunk - top) / (spacing * coarseStep)) * 6 *
                       ((columns - 1) / coarseStep);
     geometry.elements = {{0, sunk}, {sunk, static_cast<std::uint32_t>(geometry.indices.size()) - sunk}};

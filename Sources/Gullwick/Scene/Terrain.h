@@ -17,14 +17,14 @@ inline constexpr double plotWidth = 16;  ///< the plot spans x from -8 to 8
 inline constexpr double plotDepth = 10;  ///< and z from -5 (seaward) to 5
 
 double height(double x, double z);
-/// How fast the sand rises along x and along z.
+/// The slope of the sand along x and along z.
 glm::dvec2 slope(double x, double z);
-/// Where a plot point lies on the sand.
+/// The world position of a plot point, on the sand.
 glm::dvec3 world(const PlotPoint& point);
-/// The plot point at a world position; not kept within the plot.
+/// The plot point at a world position; not clamped to the plot.
 PlotPoint plotPoint(double x, double z);
-/// The z at which the water stands at the middle of the beach (x = 0) when its surface is at `level`; from
-/// -20 to 6.
+/// The z of the waterline in the middle of the beach (x = 0) when the water's surface is at `level`; from -20
+/// to 6.
 double shoreZ(double level);
 /// The same at any x.
 double shoreZ(double x, double level);
@@ -34,16 +34,16 @@ Geometry sandGeometry(const BeachLook& look);
 
 }  // namespace Terrain
 
-/// The part of the sand's mesh that no light changes, made once.
+/// The part of the sand's mesh that is the same for every look; made once.
 class SandMesh {
   public:
     SandMesh();
     /// The mesh in the colours of `look`: darker where the sea wets it.
     Geometry coloured(const BeachLook& look) const;
-    /// The same with every fourth vertex either way, for pictures from a camera that travels.
+    /// The same with every fourth vertex in each direction, for a moving camera.
     Geometry coarse(const BeachLook& look) const;
-    /// What goes on where the grid ends, to the sides and out under the sea, in coarser pieces; the floor
-    /// takes on the water's colour as it sinks.
+    /// The surroundings beyond the grid, to the sides and out under the sea, in coarser pieces; the sea floor
+    /// takes on the water's colour with depth.
     Geometry surroundings(const BeachLook& look) const;
 
   private:

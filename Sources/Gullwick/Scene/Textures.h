@@ -11,16 +11,16 @@
 
 namespace gull {
 
-/// Every picture of the scene, made by code. Asking for one is cheap: its pixels are drawn when somebody
-/// first looks at them. Each is made once and kept under a text key, so a beach seen before costs nothing.
+/// All textures of the scene, made by code. Asking for one is cheap: its pixels are drawn on first use. Each
+/// is made once and cached under a text key, so a beach seen before costs nothing.
 class Textures {
   public:
     using Ref = std::shared_ptr<Texture>;
 
-    /// An equirectangular panorama, `width` by half of it. `key` tells the beaches apart.
+    /// An equirectangular panorama of `width` by width / 2 pixels. `key` identifies the beach.
     Ref sky(const BeachLook& look, int width, const std::string& key);
-    /// 16 x 512: clear and turquoise at the shore (bottom), deep and opaque out at sea. Looks that differ in
-    /// the blue of the water alone share one picture.
+    /// 16 x 512: clear and turquoise at the shore (bottom), deep and opaque out at sea. Looks that differ
+    /// only in the blue of the water share one picture.
     Ref waterColour(const BeachLook& look);
 
     Ref sandDetail();   ///< tiles

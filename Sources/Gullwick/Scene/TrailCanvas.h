@@ -9,16 +9,17 @@
 namespace gull {
 
 /// The bitmap that is multiplied onto the sand of the plot: each sweep of the coil leaves a faint stamp, each
-/// dig a dark hole. The plot's seaward edge is the top row; a margin of 2 pixels stays free all round.
+/// dig a dark hole. The seaward edge of the plot is the top row; a margin of 2 pixels stays white on all
+/// sides.
 class TrailCanvas {
   public:
     static constexpr int width = 640;   ///< pixels
     static constexpr int height = 400;  ///< pixels
 
-    /// White, and dirty.
+    /// Initially white, and dirty.
     TrailCanvas();
 
-    /// Wipes everything away.
+    /// Erases all marks.
     void reset();
     /// A soft mark that never darkens what was swept before.
     void sweep(const PlotPoint& at);
@@ -27,10 +28,10 @@ class TrailCanvas {
 
     /// True when the bitmap changed since it was last handed over.
     bool dirty() const { return dirty_.width > 0; }
-    /// Copies what changed into texture() and returns where that is (row 0 at the top); nothing changed: an
-    /// empty rectangle.
+    /// Copies the changes into texture() and returns their bounds (row 0 at the top), empty if nothing
+    /// changed.
     PixelRect upload();
-    /// What the sand wears; lasts as long as the canvas.
+    /// The texture for the sand; lives as long as the canvas.
     const std::shared_ptr<Texture>& texture() const { return texture_; }
 
   private:

@@ -4,7 +4,7 @@
 
 namespace gull {
 
-/// The generator behind textures and the speckle of the sand: 64-bit xorshift, 24 bits a draw.
+/// The random generator for textures and the speckle of the sand: 64-bit xorshift, 24 bits per draw.
 struct Xorshift {
     std::uint64_t state;  ///< must not be 0
 

@@ -131,6 +131,34 @@ TEST_F(Snapshot, BlendsInLinearLightAndInOrder) {
     EXPECT_THAT(middle(flat), DoubleNear(encodedByte(0.5 + half / 2), steps)) << "light under the veil";
 }
 
+TEST_F(Snapshot, ParticlesAreSeenOverWater) {
+    ShoreStage shore;
+    Node& burst = *shore.stage.root.find("burst");
+    burst.position = {0, 0.3, -6};
+    ParticleSystem& spray = *burst.particles.front();
+    spray.size = 0.5;
+    spray.colour = {1, 0, 0, 1};
+    const PixelSize size{310, 200};
+    const auto redPixels = [&](const Image& picture) {
+        int count = 0;
+        for (int y = 0; y < size.height; ++y)
+            for (int x = 0; x < size.width; ++x)
+                if (picture.at(x, y)[0] > 150 && picture.at(x, y)[1] < 90) ++count;
+        return count;
+    };
+    shore.sea->hidden = true;
+    const int dry = redPixels(renderer->snapshot(shore.stage, size));
+    ASSERT_GT(dry, 50);
+    shore.sea->hidden = false;
+    EXPECT_GT(redPixels(renderer->snapshot(shore.stage, size)), dry / 2) << "no water hides them";
+    for (const RenderTier tier : {RenderTier::full, RenderTier::fast}) {
+        renderer->setTier(tier);
+        const Target window = makeWindow(size);
+        renderer->draw(shore.stage, size, window.framebuffer(), BuildMode::complete);
+        EXPECT_GT(redPixels(renderer->readBack(size)), dry / 2);
+    }
+}
+
 TEST_F(Snapshot, WithoutBackgroundIsTransparentAndPremultiplied) {
     FlatStage flat;
     flat.plane->geometry = std::make_shared<Geometry>(primitives::plane(1, 1));

@@ -24,7 +24,7 @@ std::vector<Image> play(Renderer& renderer, const Target& window, RenderTier tie
     shore.lamp->light->intensity *= 4;
     draw(BuildMode::complete);
     shore.stage.touchPaint({{-5, -0.5, -2}, {-2, 0.6, 0.5}});
-    shore.stage.touchKept(Box{{-1, -0.5, -1}, {1, 0.6, 1}});
+    shore.stage.touchStill(Box{{-1, -0.5, -1}, {1, 0.6, 1}});
     draw(BuildMode::complete);
 
     const std::vector<unsigned char> pixels(6 * 4 * 4, 100);

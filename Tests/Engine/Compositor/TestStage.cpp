@@ -160,7 +160,7 @@ ShoreStage::ShoreStage() {
     sea->position = {0, -0.1, -90};
     sea->eulerAngles = {-pi / 2, 0, 0};
     sea->renderingOrder = 2;
-    sea->layer = Layer::drifting;
+    sea->layer = Layer::water;
 
     rig = &stage.root.addChild("rig");
     rig->layer = Layer::moving;

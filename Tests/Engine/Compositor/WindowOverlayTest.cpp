@@ -85,7 +85,7 @@ TEST_F(WindowOverlay, AFramebufferThatKeepsItsPictureIsDrawnOnlyWhereItChanges) 
     const auto draw = [&] {
         renderer->draw(shore.stage, large, window.framebuffer(), BuildMode::gradual);
         renderer->drawOverlay(sheets);
-        renderer->setPictureKept(true);
+        renderer->setPicturePreserved(true);
     };
     const auto changed = [&] {
         int sum = 0;
@@ -98,7 +98,7 @@ TEST_F(WindowOverlay, AFramebufferThatKeepsItsPictureIsDrawnOnlyWhereItChanges) 
         for (int i = 0; i < WaterLayer::mostStrips; ++i) draw();
         EXPECT_LT(changed(), large.width * large.height * 3 / 4) << when;
         const Image kept = renderer->readBack(large);
-        renderer->setPictureKept(false);
+        renderer->setPicturePreserved(false);
         draw();
         EXPECT_EQ(changed(), large.width * large.height) << when;
         EXPECT_GE(psnr(kept, renderer->readBack(large)), 65) << when;

@@ -46,10 +46,10 @@ TEST_F(WindowPicture, TheBackgroundShowsWhereverNoWaterHidesIt) {
     shore.camera->lookAt({0, -4, 0});  // steeply down: water all over, nothing below it
     const auto nearness = [&] { return psnr(draw(shore.stage), renderer->snapshot(shore.stage, size)); };
     shore.sea->scale = {1, 3, 1};
-    shore.stage.touchKept();
+    shore.stage.touchStill();
     EXPECT_GE(nearness(), 36) << "under water alone";
     shore.sea->scale = {0.02, 3, 1};
-    shore.stage.touchKept();
+    shore.stage.touchStill();
     EXPECT_GE(nearness(), 36) << "beside the water";
 }
 
@@ -60,7 +60,7 @@ TEST_F(WindowPicture, WaterThatGlittersGlows) {
     shore.sun->lookAt({0, 0, 0});
     shore.sun->light->intensity *= 3;
     shore.camera->camera->bloomIntensity = 3;
-    shore.stage.touchKept();
+    shore.stage.touchStill();
     const PixelRect water{0, 60, 620, 80};
     EXPECT_GE(psnr(draw(shore.stage), renderer->snapshot(shore.stage, size), water), 22)
         << "19 without the glow";
@@ -98,10 +98,10 @@ TEST_F(WindowPicture, ATouchedBoxIsDrawnAgainAsIfEverythingWere) {
     Node& stone = shore.stage.root.add(makeNode(primitives::sphere(0.3), std::make_shared<Material>()));
     stone.position = {-3.5, 0.3, -0.8};
     paint(180);
-    shore.stage.touchKept(box);
+    shore.stage.touchStill(box);
     Image both = draw(shore.stage);
     EXPECT_LT(psnr(painted, both), 40);
-    shore.stage.touchKept();
+    shore.stage.touchStill();
     EXPECT_GE(psnr(both, draw(shore.stage)), 50);
 }
 
@@ -110,7 +110,7 @@ TEST_F(WindowPicture, AChangeIsSeenWholeAfterAFewFramesAndNotBefore) {
     const Image before = draw(shore.stage);
     Node& stone = shore.stage.root.add(makeNode(primitives::sphere(0.3), std::make_shared<Material>()));
     stone.position = {-3.5, 0.3, -0.8};
-    shore.stage.touchKept(stone.bounds());
+    shore.stage.touchStill(stone.bounds());
     Image picture = draw(shore.stage, size, BuildMode::gradual);
     int frames = 1;
     for (; !renderer->settled() && frames < 20; ++frames) {
@@ -119,15 +119,15 @@ TEST_F(WindowPicture, AChangeIsSeenWholeAfterAFewFramesAndNotBefore) {
     }
     EXPECT_LT(frames, 8);
     EXPECT_LT(psnr(before, picture, beach), 45);
-    shore.stage.touchKept();
+    shore.stage.touchStill();
     EXPECT_GE(psnr(picture, draw(shore.stage)), 50);
 
     // What comes while another change is on its way is not forgotten.
     stone.position.x += 0.4;
-    shore.stage.touchKept(stone.bounds());
+    shore.stage.touchStill(stone.bounds());
     draw(shore.stage, size, BuildMode::gradual);
     stone.hidden = true;
-    shore.stage.touchKept({{-5, -0.5, -2}, {-2, 0.6, 0.5}});
+    shore.stage.touchStill({{-5, -0.5, -2}, {-2, 0.6, 0.5}});
     EXPECT_GE(psnr(before, draw(shore.stage)), 50);
 }
 
@@ -142,7 +142,7 @@ TEST_F(WindowPicture, WhatDriftsIsWholeAgainAfterAFewFrames) {
             strips = draw(shore.stage, large, BuildMode::gradual);
         Image next = draw(shore.stage, large, BuildMode::gradual);
         EXPECT_EQ(strips, next) << "after one turn nothing changes";
-        shore.stage.touchKept();
+        shore.stage.touchStill();
         EXPECT_GE(psnr(next, draw(shore.stage, large)), 50) << "as if drawn at once";
     }
 }
@@ -256,7 +256,7 @@ TEST_F(WindowPicture, WhatDriftsStandsStillWhileThePictureShakes) {
     Image after;
     for (int frame = 0; frame <= WaterLayer::mostStrips; ++frame)
         after = draw(shore.stage, large, BuildMode::gradual);
-    shore.stage.touchKept();
+    shore.stage.touchStill();
     EXPECT_GE(psnr(after, draw(shore.stage, large)), 50) << "and comes round afterwards";
 }
 
@@ -265,7 +265,7 @@ TEST_F(WindowPicture, PaintShowsWhateverTheLighting) {
     shore.groundMaterial->lighting = Material::Lighting::lambert;
     const Image bare = draw(shore.stage);
     shore.marks->replace(plainTexture({0.4, 0.4, 0.4, 1}, 320, 200)->image());
-    shore.stage.touchKept();
+    shore.stage.touchStill();
     const Image painted = draw(shore.stage);
     EXPECT_LT(psnr(bare, painted, beach), 25);
     EXPECT_GE(psnr(painted, renderer->snapshot(shore.stage, size), beach), 34);
@@ -281,7 +281,7 @@ TEST_F(WindowPicture, AKeptLayerBegunAnewServesAnotherStageAndSize) {
     EXPECT_EQ(reused, draw(other.stage, wide));
     EXPECT_GE(psnr(reused, renderer->snapshot(other.stage, wide), {0, 180, 700, 220}), 34);
     renderer->setTier(RenderTier::full);
-    other.stage.touchKept();
+    other.stage.touchStill();
     EXPECT_GE(psnr(draw(other.stage, size), renderer->snapshot(other.stage, size)), 36);
 }
 

@@ -136,7 +136,7 @@ TEST_F(DrawListTest, layersOpacityAndOrderAreInherited) {
     EXPECT_NEAR(item.distance, std::sqrt(26.0), 0.01);
     EXPECT_NEAR(item.radius, std::sqrt(3.0), 0.02);
 
-    child.layer = Layer::drifting;
+    child.layer = Layer::water;
     EXPECT_EQ(list().water.blended.size(), 1U);
     parent.hidden = true;
     EXPECT_TRUE(list().water.blended.empty());

@@ -60,7 +60,8 @@ TEST(ProgramCache, aFaultIsReportedAtItsFileAndLine) {
         return HasSubstr(file + ":" + std::to_string(lineOf(word, file)) + "(");
     };
     EXPECT_THAT(messageWithFault(device, "kTile.w"), faultAt("kTile.w", "depth.glsl"));
-    EXPECT_THAT(messageWithFault(device, "looks; ++i"), faultAt("looks; ++i", "occlusion.frag.glsl"));
+    EXPECT_THAT(messageWithFault(device, "tapCount; ++i"),
+                faultAt("tapCount; ++i", "contactShadows.frag.glsl"));
 }
 
 }  // namespace

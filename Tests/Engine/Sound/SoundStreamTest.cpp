@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <complex>
 #include <numbers>
+#include <thread>
 #include <vector>
 
 namespace gull {
@@ -155,6 +157,31 @@ TEST(SoundStreamTest, fadesOutBeforeItIsClosedAndCanGoOnAfterwards) {
     stream.silence();
     stream.send({Command::Kind::play, 0, 1, samples});
     EXPECT_EQ(rendered(stream, 50, 1)[40], samples[40]);
+}
+
+// Says little by itself: the "thread" preset looks on.
+TEST(SoundStreamTest, oneThreadSendsWhileAnotherRenders) {
+    const auto samples = tone(300, 44100, 2000, 0.5);
+    SoundStream stream(48000, 2);
+    std::atomic<bool> isOver = false;
+    std::thread device([&] {
+        std::vector<float> out(128);
+        while (!isOver) {
+            stream.render(out);
+            for (const float sample : out) ASSERT_LE(std::abs(sample), 1.0F);
+        }
+    });
+    for (int i = 0; i < 3000; ++i) {
+        const auto kind = i % 7 == 0   ? Command::Kind::loop
+                          : i % 5 == 0 ? Command::Kind::loopVolume
+                                       : Command::Kind::play;
+        while (!stream.send({kind, i % SoundOutput::voiceCount, 0.5F, samples})) std::this_thread::yield();
+    }
+    while (!stream.send({Command::Kind::fadeOut, 0, 0, {}})) std::this_thread::yield();
+    while (!stream.hasFadedOut()) std::this_thread::yield();
+    isOver = true;
+    device.join();
+    stream.silence();
 }
 
 }  // namespace

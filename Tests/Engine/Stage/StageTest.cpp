@@ -116,26 +116,26 @@ TEST(Camera, projectsAndUnprojects) {
 
 TEST(Stage, tellsWhichPartsOfTheKeptLayerChanged) {
     Stage stage;
-    const std::uint64_t before = stage.keptSerial();
+    const std::uint64_t before = stage.stillSerial();
     const Box box{{0, 0, 0}, {1, 1, 1}};
-    stage.touchKept(Box{});
-    EXPECT_EQ(stage.keptSerial(), before) << "an empty box is no change";
-    stage.touchKept(box);
-    const std::uint64_t between = stage.keptSerial();
-    stage.touchKept(box);
-    ASSERT_TRUE(stage.keptChangesSince(before));
-    EXPECT_EQ(stage.keptChangesSince(before)->size(), 2u);
-    EXPECT_EQ(stage.keptChangesSince(between)->size(), 1u);
-    EXPECT_TRUE(stage.keptChangesSince(stage.keptSerial())->empty());
+    stage.touchStill(Box{});
+    EXPECT_EQ(stage.stillSerial(), before) << "an empty box is no change";
+    stage.touchStill(box);
+    const std::uint64_t between = stage.stillSerial();
+    stage.touchStill(box);
+    ASSERT_TRUE(stage.stillChangesSince(before));
+    EXPECT_EQ(stage.stillChangesSince(before)->size(), 2u);
+    EXPECT_EQ(stage.stillChangesSince(between)->size(), 1u);
+    EXPECT_TRUE(stage.stillChangesSince(stage.stillSerial())->empty());
 
-    stage.touchKept();
-    EXPECT_FALSE(stage.keptChangesSince(between));
-    EXPECT_TRUE(stage.keptChangesSince(stage.keptSerial())->empty());
+    stage.touchStill();
+    EXPECT_FALSE(stage.stillChangesSince(between));
+    EXPECT_TRUE(stage.stillChangesSince(stage.stillSerial())->empty());
 
-    const std::uint64_t early = stage.keptSerial();
-    for (int i = 0; i < 1000; ++i) stage.touchKept(box);
-    EXPECT_FALSE(stage.keptChangesSince(early)) << "what was forgotten counts as everything";
-    EXPECT_EQ(stage.keptChangesSince(stage.keptSerial() - 5)->size(), 5u);
+    const std::uint64_t early = stage.stillSerial();
+    for (int i = 0; i < 1000; ++i) stage.touchStill(box);
+    EXPECT_FALSE(stage.stillChangesSince(early)) << "what was forgotten counts as everything";
+    EXPECT_EQ(stage.stillChangesSince(stage.stillSerial() - 5)->size(), 5u);
 }
 
 TEST(Texture, isDrawnOnceAndOnlyWhenAsked) {

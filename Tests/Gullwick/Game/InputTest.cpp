@@ -1,5 +1,7 @@
 #include "Gullwick/Game/GameHarness.h"
 
+#include <limits>
+
 namespace gull {
 namespace {
 
@@ -223,6 +225,19 @@ TEST_F(Input, onlyTheFirstLossOfARunTeaches) {
     play(1);
     win();
     EXPECT_FALSE(game.isFirstLoss);
+}
+
+TEST_F(Input, aPlaceThatIsNotFiniteMovesNothing) {
+    play(1);
+    game.setTarget({0.3, 0.7});
+    const double none = std::numeric_limits<double>::quiet_NaN();
+    game.setTarget({none, 0.5});
+    game.setTarget({0.5, 1 / 0.0});
+    game.fingerMoved(0.5, none);
+    EXPECT_EQ(game.target(), (PlotPoint{0.3, 0.7}));
+    game.openSelect();
+    game.fingerMoved(none, 0.5);
+    EXPECT_EQ(game.selection, 1);
 }
 
 }  // namespace

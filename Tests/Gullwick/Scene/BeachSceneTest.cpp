@@ -149,7 +149,7 @@ TEST(Sea, foamAndBreakersFollowTheWater) {
             const double p = std::modf(world.scene.time / 7.5 + static_cast<double>(i) / 3, &whole);
             expectNear(breakers[i]->position, {0, level + 0.008, shore - 15 + 14.2 * p});
             EXPECT_NEAR(breakers[i]->materials[0]->opacity, 0.3 * std::pow(std::sin(pi * p), 2), 1e-9);
-            EXPECT_EQ(layerOf(*breakers[i]), Layer::drifting);
+            EXPECT_EQ(layerOf(*breakers[i]), Layer::water);
         }
     }
     EXPECT_TRUE(world.node("water").materials[0]->smooth);
@@ -249,12 +249,12 @@ TEST(BeachScene, showsTheTrailAtMostTwentyTimesASecondAndOnlyWhereItChanged) {
     SceneOnClock world;
     BeachScene& scene = world.scene;
     world.step(0.06);
-    const std::uint64_t before = scene.stage().keptSerial();
+    const std::uint64_t before = scene.stage().stillSerial();
     const std::uint64_t version = scene.trail.texture()->version();
     scene.trail.sweep({0.5, 0.5});
     world.step(0.01);
     EXPECT_FALSE(scene.trail.dirty());
-    auto changes = scene.stage().keptChangesSince(before);
+    auto changes = scene.stage().stillChangesSince(before);
     ASSERT_TRUE(changes);
     ASSERT_EQ(changes->size(), 1u);
     EXPECT_TRUE(changes->front().box.min.x < -0.5 && changes->front().box.max.x > 0.5);
@@ -267,7 +267,7 @@ TEST(BeachScene, showsTheTrailAtMostTwentyTimesASecondAndOnlyWhereItChanged) {
     EXPECT_TRUE(scene.trail.dirty()) << "too soon";
     world.step(0.03);
     EXPECT_FALSE(scene.trail.dirty());
-    changes = scene.stage().keptChangesSince(before);
+    changes = scene.stage().stillChangesSince(before);
     ASSERT_EQ(changes->size(), 2u);
     EXPECT_LT(changes->back().box.max.x, -5) << "left";
     EXPECT_LT(changes->back().box.max.z, -3) << "toward the sea";
@@ -303,14 +303,14 @@ TEST(BeachScene, opensABeachAfresh) {
     scene.floodStart = scene.time;
     scene.ripple({0.5, 0.5}, {1, 1, 1, 1}, 1);
     scene.trail.sweep({0.5, 0.5});
-    const std::uint64_t before = scene.stage().keptSerial();
+    const std::uint64_t before = scene.stage().stillSerial();
     scene.setBeach(4);
     EXPECT_EQ(scene.beachNumber(), 4);
     EXPECT_EQ(scene.look(), BeachLook::forBeach(4));
     EXPECT_EQ(scene.tide, 0);
     EXPECT_FALSE(scene.floodStart);
     EXPECT_FALSE(scene.trail.dirty());
-    EXPECT_FALSE(scene.stage().keptChangesSince(before)) << "everything changed";
+    EXPECT_FALSE(scene.stage().stillChangesSince(before)) << "everything changed";
     for (const Node* ring : nodesNamed(scene.stage().root, "ripple")) EXPECT_TRUE(ring->hidden);
     EXPECT_EQ(nodesNamed(scene.stage().root, "beach").size(), 1u);
     EXPECT_EQ(nodesNamed(scene.stage().root, "sand").size(), 1u);

@@ -15,17 +15,17 @@ constexpr double pi = std::numbers::pi;
 TEST(Digs, leaveAHoleInTheKeptLayerAndClearTheSprayAway) {
     SceneOnClock world;
     BeachScene& scene = world.scene;
-    const std::uint64_t before = scene.stage().keptSerial();
+    const std::uint64_t before = scene.stage().stillSerial();
     scene.dig({0.25, 0.5}, Hunt::Nothing{});
     const glm::dvec3 ground = Terrain::world({0.25, 0.5});
-    const auto changes = scene.stage().keptChangesSince(before);
+    const auto changes = scene.stage().stillChangesSince(before);
     ASSERT_TRUE(changes);
     ASSERT_FALSE(changes->empty());
     EXPECT_LT(changes->front().box.min.x, ground.x - 0.4);
     EXPECT_GT(changes->front().box.max.x, ground.x + 0.8);
     EXPECT_LT(changes->front().box.size().x, 3);
-    EXPECT_EQ(layerOf(world.node("rim")), Layer::kept);
-    EXPECT_EQ(layerOf(world.node("heap")), Layer::kept);
+    EXPECT_EQ(layerOf(world.node("rim")), Layer::still);
+    EXPECT_EQ(layerOf(world.node("heap")), Layer::still);
     EXPECT_EQ(layerOf(world.node("spray")), Layer::moving);
     EXPECT_TRUE(scene.trail.dirty());
     EXPECT_TRUE(scene.reveals().empty());
@@ -117,11 +117,11 @@ TEST(Digs, junkIsTossedAsideAndComesToRestInTheKeptLayer) {
     expectNear(can.eulerAngles, {pi / 2, 0.8, 0.2}, 1e-9);
     EXPECT_EQ(layerOf(can), Layer::moving);
 
-    const std::uint64_t before = scene.stage().keptSerial();
+    const std::uint64_t before = scene.stage().stillSerial();
     world.step(0.08);
     EXPECT_TRUE(scene.reveals().front().done);
-    EXPECT_EQ(layerOf(can), Layer::kept);
-    const auto changes = scene.stage().keptChangesSince(before);
+    EXPECT_EQ(layerOf(can), Layer::still);
+    const auto changes = scene.stage().stillChangesSince(before);
     ASSERT_TRUE(changes);
     ASSERT_EQ(changes->size(), 1u);
     EXPECT_LT(changes->front().box.min.x, restX);

@@ -20,7 +20,7 @@ FRAME_FIELD(vec4, lens, vec4(0));       // 1 / P00, 1 / P11, P22, P32 of a persp
 FRAME_FIELD(vec4, tile, vec4(0));       // xy: origin of the tile being drawn, pixels of the picture
 // x: 1 with tone mapping, y: contrast, z: saturation, w: bloom intensity.
 FRAME_FIELD(vec4, grade, vec4(0));
-FRAME_FIELD(vec4, film, vec4(1));  // gain of each channel; w: hue preservation
+FRAME_FIELD(vec4, toneGain, vec4(1));  // gain of each channel; w: hue preservation
 // x: intensity, y: power; z: distance, in depths of the sun's shadow map, from which a caster's shadow has a
 // wide edge; w: share of the sky's colour cast that surfaces other than water reflect.
 FRAME_FIELD(vec4, vignette, vec4(0));

@@ -2,9 +2,9 @@
 #include "frame.glsl"
 
 // What every pixel needs of the frame comes to it as flat varyings: on a software rasteriser a uniform costs each pixel
-// several times as much. Varyings cost each triangle instead, so things of many small triangles (SMALL) read uniforms.
-#ifdef SMALL
-#define kFilm frame.film
+// several times as much. Varyings cost each triangle instead, so things of many small triangles (UNIFORMS_PER_PIXEL) read uniforms.
+#ifdef UNIFORMS_PER_PIXEL
+#define kToneGain frame.toneGain
 #define kVignette frame.vignette
 #define kPicture vec4(frame.picture.zw, frame.eye.w, frame.grade.y)
 #define kGrade vec4(frame.grade.zw, frame.fogRange.xy)
@@ -17,7 +17,7 @@
 #define kLampLight frame.lampLight
 #define kLampExponents frame.lampExponents
 #else
-FLAT(0) vec4 kFilm;       // gain of each channel, hue keeping
+FLAT(0) vec4 kToneGain;       // gain of each channel, hue keeping
 FLAT(1) vec4 kVignette;   // intensity, power; gap of wide shadow edges, cast of mirrored skies
 FLAT(2) vec4 kPicture;    // 1 / width, 1 / height, exposure, contrast
 FLAT(3) vec4 kGrade;      // saturation, bloom intensity, fog start, 1 / fog length
@@ -34,9 +34,9 @@ FLAT(31) vec4 kLampExponents;
 #endif
 
 #ifdef VERTEX
-void passFrame() {
-#ifndef SMALL
-    kFilm = frame.film;
+void writeFrameValues() {
+#ifndef UNIFORMS_PER_PIXEL
+    kToneGain = frame.toneGain;
     kVignette = frame.vignette;
     kPicture = vec4(frame.picture.zw, frame.eye.w, frame.grade.y);
     kGrade = vec4(frame.grade.zw, frame.fogRange.xy);

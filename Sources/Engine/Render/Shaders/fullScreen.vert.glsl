@@ -3,7 +3,7 @@
 
 uniform float depth;
 void main() {
-    passFrame();
+    writeFrameValues();
     st = vec2(gl_VertexID == 1 ? 2.0 : 0.0, gl_VertexID == 2 ? 2.0 : 0.0);
     gl_Position = vec4(st * 2.0 - 1.0, depth, 1.0);
 }

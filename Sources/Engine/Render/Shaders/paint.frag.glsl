@@ -2,12 +2,12 @@
 #include "paint.glsl"
 
 uniform sampler2D multiplyMap;
-uniform sampler2D keptSurface;
-uniform sampler2D keptDepth;
+uniform sampler2D staticSurface;
+uniform sampler2D staticDepth;
 layout(location = 0) out vec4 outColour;
 void main() {
     ivec2 pixel = ivec2(gl_FragCoord.xy);
-    if (gl_FragCoord.z > texelFetch(keptDepth, pixel, 0).r + 2e-6) discard;
+    if (gl_FragCoord.z > texelFetch(staticDepth, pixel, 0).r + 2e-6) discard;
     vec3 paint = decoded(texture(multiplyMap, at).rgb);
-    outColour = vec4(sqrt(mix(vec3(1.0), paint, strength * texelFetch(keptSurface, pixel, 0).w)), 1.0);
+    outColour = vec4(sqrt(mix(vec3(1.0), paint, strength * texelFetch(staticSurface, pixel, 0).w)), 1.0);
 }

@@ -9,7 +9,7 @@ void main() {
     vec4 c = texture(diffuseMap, at);
     c = vec4(decoded(c.rgb), c.a) * colour;
     float fog = fogAt(range);
-#ifdef ADDED
+#ifdef ADDITIVE
     vec3 light = c.rgb * (c.a * (1.0 - fog));
 #ifdef OUT_DISPLAY
     light = encoded(light) * 0.3;
@@ -18,7 +18,7 @@ void main() {
 #else
     vec3 light = mix(c.rgb, kFog.rgb, fog);
 #ifdef OUT_DISPLAY
-    light = developed(light, gl_FragCoord.xy);
+    light = toneMapped(light, gl_FragCoord.xy);
 #endif
     outColour = vec4(light * c.a, c.a);
 #endif

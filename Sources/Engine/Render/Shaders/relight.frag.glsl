@@ -5,37 +5,37 @@
 #include "movingShadow.glsl"
 #include "relight.glsl"
 
-uniform sampler2D keptLit;
-uniform sampler2D keptDepth;
+uniform sampler2D staticLit;
+uniform sampler2D staticDepth;
 #ifdef PAINT
-uniform sampler2D keptPaint;
+uniform sampler2D paintLayer;
 #endif
 #ifdef MOVING_SHADOW
-uniform sampler2D keptShade;
+uniform sampler2D staticShade;
 uniform sampler2D movingCover;
 #endif
 #ifdef LAMPS
-uniform sampler2D keptSurface;
-uniform sampler2D keptNormal;
+uniform sampler2D staticSurface;
+uniform sampler2D staticNormal;
 #endif
 layout(location = 0) out vec4 outColour;
 void main() {
     ivec2 pixel = ivec2(gl_FragCoord.xy);
     vec3 gain = vec3(1.0), added = vec3(0.0), paint = vec3(1.0);
 #ifdef MOVING_SHADOW
-    gain = gainUnder(texelFetch(keptShade, pixel, 0), textureLod(movingCover, st, 0.0).r);
+    gain = gainUnder(texelFetch(staticShade, pixel, 0), textureLod(movingCover, st, 0.0).r);
 #endif
-    float depth = texelFetch(keptDepth, pixel, 0).r;
+    float depth = texelFetch(staticDepth, pixel, 0).r;
 #ifdef PAINT
-    paint = texelFetch(keptPaint, pixel, 0).rgb;
+    paint = texelFetch(paintLayer, pixel, 0).rgb;
     paint *= paint;
 #endif
 #ifdef LAMPS
-    vec3 body = texelFetch(keptSurface, pixel, 0).rgb;
-    vec3 n = texelFetch(keptNormal, pixel, 0).xyz * 2.0 - 1.0;
+    vec3 body = texelFetch(staticSurface, pixel, 0).rgb;
+    vec3 n = texelFetch(staticNormal, pixel, 0).xyz * 2.0 - 1.0;
     added = body * body * lampLight(kEye.xyz + ray * axisDistance(depth), n) * paint;
 #endif
-    vec4 lit = texelFetch(keptLit, pixel, 0);
+    vec4 lit = texelFetch(staticLit, pixel, 0);
     outColour = vec4(lit.rgb * paint * gain + added, lit.a);
     gl_FragDepth = depth;
 }

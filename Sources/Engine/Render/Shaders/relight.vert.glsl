@@ -1,11 +1,11 @@
 #include "relight.glsl"
 
-#ifdef IN_RECTANGLES
+#ifdef RECTANGLES
 layout(location = 0) in vec2 pixel;
 #endif
 void main() {
-    passFrame();
-#ifdef IN_RECTANGLES
+    writeFrameValues();
+#ifdef RECTANGLES
     st = pixel * frame.picture.zw;
 #else
     st = vec2(gl_VertexID == 1 ? 2.0 : 0.0, gl_VertexID == 2 ? 2.0 : 0.0);

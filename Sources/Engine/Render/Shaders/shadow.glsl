@@ -4,7 +4,7 @@ const vec2 taps[16] = vec2[](
     vec2(0.6848, 0.2493), vec2(-0.7124, 0.2945), vec2(0.3432, -0.7341), vec2(0.2555, 0.8085),
     vec2(-0.7650, -0.4430), vec2(0.8973, -0.1975), vec2(-0.5482, 0.7787), vec2(-0.1259, -0.9762));
 
-// How far the sun is covered at a place in a shadow map: 0 open, 1 in full shadow. Five wide looks first; only
+// How far the sun is covered at a place in a shadow map: 0 open, 1 in full shadow. Five wide tapCount first; only
 // where they disagree (the edge) are more taken: whether what casts the shadow is farther than `gap` toward the
 // sun, which widens the edge, and then across the edge. `least` is the narrowest edge that the picture can show.
 // A loop of length 0 is skipped even where branches are not.
@@ -15,10 +15,10 @@ float covered(sampler2DShadow map, vec3 c, float radius, float gap, float least)
     float first = texture(map, c) + texture(map, vec3(c.xy + a, c.z)) + texture(map, vec3(c.xy + b, c.z)) +
                   texture(map, vec3(c.xy - a, c.z)) + texture(map, vec3(c.xy - b, c.z));
     float open = first * 0.2;
-#ifdef FEW_LOOKS
-    const int looks = 8;
+#ifdef FEW_TAPS
+    const int tapCount = 8;
 #else
-    const int looks = 16;
+    const int tapCount = 16;
 #endif
     bool edge = first > 0.01 && first < 4.99;
     float near = 0.0;
@@ -28,9 +28,9 @@ float covered(sampler2DShadow map, vec3 c, float radius, float gap, float least)
     float distant = count > 0 ? clamp((4.0 - near) / max(5.0 - first, 0.01), 0.0, 1.0) : 0.0;
     float reach = clamp(mix(radius, widest, distant), least, max(widest, radius));
     float sum = 0.0;
-    count = edge ? looks : 0;
-    for (int i = 0; i < count; ++i) sum += texture(map, vec3(c.xy + taps[i * 16 / looks] * reach, c.z));
-    if (count > 0) open = sum / float(looks);
+    count = edge ? tapCount : 0;
+    for (int i = 0; i < count; ++i) sum += texture(map, vec3(c.xy + taps[i * 16 / tapCount] * reach, c.z));
+    if (count > 0) open = sum / float(tapCount);
     return (1.0 - open) * inside.x * inside.y;
 }
 

@@ -11,18 +11,18 @@ uniform sampler2D diffuseMap;
 uniform sampler2D normalMap;
 uniform sampler2D multiplyMap;
 uniform samplerCube environment;
-uniform sampler2D occlusionMap;
-#if defined(WATER_DEPTH) || defined(OUT_FILM)
-uniform sampler2D keptDepth;
+uniform sampler2D contactShadowMap;
+#if defined(WATER_DEPTH) || defined(OUT_WATER)
+uniform sampler2D staticDepth;
 #endif
 
-#ifdef OUT_FILM
-uniform sampler2D keptLit;
+#ifdef OUT_WATER
+uniform sampler2D staticLit;
 #ifdef BLOOM
 uniform sampler2D bloom;
 #endif
-layout(location = 0) out vec4 outFilm;  // to be blended over the developed picture; w: how much of that it hides
-#elif defined(OUT_KEPT)
+layout(location = 0) out vec4 outWater;  // blended over the tone-mapped picture; w: share of it that is hidden
+#elif defined(OUT_STATIC)
 layout(location = 0) out vec4 outLit;
 // Share of the light that is not the sun's; w: how far the sun is covered.
 layout(location = 1) out vec4 outShade;
@@ -38,7 +38,7 @@ layout(location = 0) out vec4 outColour;
 // w: length of the averaged normal, below 1 where the map's detail is smaller than a pixel.
 vec4 bentNormal(vec3 n) {
     vec3 sampled = texture(normalMap, mapsAt.zw).xyz * 2.0 - 1.0;
-    float kept = clamp(length(sampled), 0.05, 1.0);
+    float normalLength = clamp(length(sampled), 0.05, 1.0);
     vec3 dp1 = dFdx(position), dp2 = dFdy(position);
     vec2 duv1 = dFdx(mapsAt.zw), duv2 = dFdy(mapsAt.zw);
     vec3 a = cross(dp2, n), b = cross(n, dp1);
@@ -46,7 +46,7 @@ vec4 bentNormal(vec3 n) {
     vec3 s = a * duv1.y + b * duv2.y;
     float scale = inversesqrt(max(max(dot(t, t), dot(s, s)), 1e-20));
     vec3 bent = n * sampled.z + (t * sampled.x + s * sampled.y) * (scale * kSurface.z);
-    return vec4(normalize(bent), kept);
+    return vec4(normalize(bent), normalLength);
 }
 #endif
 
@@ -106,20 +106,20 @@ void main() {
 #else
     vec3 facing = n;
     vec3 sky = skyHere;
-    float kept = 1.0;
+    float normalLength = 1.0;
 #ifdef NORMAL_MAP
     vec4 bent = bentNormal(n);
     n = bent.xyz;
     sky = max(sky + kSkyX * (n.x - facing.x) + kSkyY * (n.y - facing.y) + kSkyZ * (n.z - facing.z), 0.0);
-    kept = bent.w;
+    normalLength = bent.w;
 #endif
-#ifdef OCCLUSION
-    opening = texture(occlusionMap, (gl_FragCoord.xy + kTile.xy) * kPicture.xy).r;
+#ifdef CONTACT_SHADOWS
+    opening = texture(contactShadowMap, (gl_FragCoord.xy + kTile.xy) * kPicture.xy).r;
 #endif
     vec3 l = kSun.xyz;
     float nl = max(dot(n, l), 0.0);
 #ifdef SUN_SHADOW
-#if defined(OUT_DISPLAY) || defined(SMOOTH)
+#if defined(OUT_DISPLAY) || defined(WATER)
     cover = coveredOnce(sunShadow, shadowAt);  // motion and waves hide how soft a shadow's edge is
 #else
     // As wide as the pixel reaches: what is thinner would come and go along its length.
@@ -140,7 +140,8 @@ void main() {
     float facets = roughness * roughness;
 #ifdef NORMAL_MAP
     // Detail that the averaged normal has lost comes back as roughness: variance = (1 - |n|) / |n|.
-    facets = sqrt(min(facets * facets + kStrength.z * kSurface.z * kSurface.z * min((1.0 - kept) / kept, 0.3), 1.0));
+    float variance = min((1.0 - normalLength) / normalLength, 0.3);
+    facets = sqrt(min(facets * facets + kStrength.z * kSurface.z * kSurface.z * variance, 1.0));
     roughness = sqrt(facets);
 #endif
     sunGlint = glint(n, v, l, nl, nv, facets, f0) * kSunColour.rgb;
@@ -155,7 +156,7 @@ void main() {
     sunGlint += kSunColour.rgb * (step(1.0 - chance, lot.x) * lot.y * kStrength.w * step(0.9, multiplyAt.z));
 #endif
     vec3 r = reflect(-v, n);
-#ifdef SMOOTH
+#ifdef WATER
     r.y = abs(r.y);  // the far side of a wave mirrors the next wave, and that the sky
 #endif
     vec2 share = mirrorShare(roughness, nv);
@@ -163,7 +164,7 @@ void main() {
     vec3 bounces = 1.0 + f0 * (1.0 / (share.x + share.y) - 1.0);
     vec3 root = textureLod(environment, r, roughness * 5.0).rgb;
     vec3 seen = root * root;
-#ifndef SMOOTH
+#ifndef WATER
     seen = mix(vec3(luminance(seen)), seen, kVignette.w);
 #endif
     mirrored = seen * (f0 * share.x + share.y) * bounces * kEye.w;
@@ -176,7 +177,7 @@ void main() {
     scattered = body * sky * opening;
 #ifdef LAMPS
     scattered += body * lampLight(position, n);
-#if LIGHTING == 2 && !defined(SMOOTH)
+#if LIGHTING == 2 && !defined(WATER)
     for (int i = 0; i < LAMPS; ++i) {
         vec4 lamp = lampAt(i, position);
         mirrored += glint(n, v, lamp.xyz, max(dot(n, lamp.xyz), 0.0), nv, facets, f0) * kLampLight[i].rgb * lamp.w;
@@ -186,7 +187,7 @@ void main() {
 #endif
 
     float fog = fogAt(range);
-#ifdef SMOOTH
+#ifdef WATER
     vec3 within = scattered + sunBody * (1.0 - kSun.w * cover) + kEmission.rgb;
     within = min(within * kMultiply.rgb, vec3(kMultiply.w));
     // Ground in shadow keeps a share of the sun, a mirror shows it or does not.
@@ -194,38 +195,38 @@ void main() {
     float mirror = f0.x * share.x + share.y;
     within *= 1.0 - mirror;
     float thickness = 1e3;
-#ifdef OUT_FILM
-    float ground = texelFetch(keptDepth, ivec2(gl_FragCoord.xy), 0).r;
+#ifdef OUT_WATER
+    float ground = texelFetch(staticDepth, ivec2(gl_FragCoord.xy), 0).r;
     thickness = max(axisDistance(ground) - axisDistance(gl_FragCoord.z), 0.0);
 #elif defined(WATER_DEPTH)
-    float ground = textureLod(keptDepth, (gl_FragCoord.xy + kTile.xy) * kPicture.xy, 0.0).r;
+    float ground = textureLod(staticDepth, (gl_FragCoord.xy + kTile.xy) * kPicture.xy, 0.0).r;
     thickness = max(axisDistance(ground) - axisDistance(gl_FragCoord.z), 0.0);
 #endif
-    vec4 film = filmOver(within + top, within, alpha, mirror, thickness, kSurface.w);
-    alpha = film.a;
-    vec3 colour = mix(film.rgb, kFog.rgb * alpha, fog);
-#ifdef OUT_FILM
+    vec4 water = waterOver(within + top, within, alpha, mirror, thickness, kSurface.w);
+    alpha = water.a;
+    vec3 colour = mix(water.rgb, kFog.rgb * alpha, fog);
+#ifdef OUT_WATER
     // Developed with and without the film, from the mean of the ground here. How that scales the ground's finer
     // detail follows from the curve's slope, taken as value over light as on any power's curve.
     vec2 at = gl_FragCoord.xy * kPicture.xy * 2.0;
-    vec3 dry = texelFetch(keptLit, ivec2(gl_FragCoord.xy) * 2, 0).rgb;
+    vec3 dry = texelFetch(staticLit, ivec2(gl_FragCoord.xy) * 2, 0).rgb;
     vec3 wet = dry * (1.0 - alpha) + colour;
 #ifdef BLOOM
     vec3 glow = texelFetch(bloom, ivec2(gl_FragCoord.xy) / 2, 0).rgb * kGrade.y;
     dry += glow;
     wet += glow;
 #endif
-    vec3 below = developed(dry, gl_FragCoord.xy * 2.0), above = developed(wet, gl_FragCoord.xy * 2.0);
+    vec3 below = toneMapped(dry, gl_FragCoord.xy * 2.0), above = toneMapped(wet, gl_FragCoord.xy * 2.0);
     vec3 gain = above / max(below, vec3(1e-3));
     float scale = (1.0 - alpha) * luminance(gain) * luminance(dry) / max(luminance(wet), 1e-4);
     scale = clamp(scale, 0.0, min(min(gain.r, gain.g), min(gain.b, 1.0)));
-    outFilm = vec4(above - below * scale, 1.0 - scale);
+    outWater = vec4(above - below * scale, 1.0 - scale);
 #endif
 #else
     vec3 shade = min((scattered + mirrored + kEmission.rgb) * kMultiply.rgb, vec3(kMultiply.w));
     vec3 sun = (sunBody + sunGlint) * kMultiply.rgb;
     vec3 lit = min(shade + sun * (1.0 - kSun.w * cover), vec3(kMultiply.w));
-#ifdef ADDED
+#ifdef ADDITIVE
     vec3 colour = lit * ((1.0 - fog) * alpha);
     alpha = 0.0;
 #else
@@ -235,11 +236,11 @@ void main() {
 #endif
 #endif
 
-#ifdef OUT_FILM
-#elif defined(OUT_KEPT)
+#ifdef OUT_WATER
+#elif defined(OUT_STATIC)
     outLit = vec4(lit, 1.0);
     outShade = vec4(shade / max(lit, vec3(1e-4)), cover);
-#ifdef PAINTED
+#ifdef PAINTABLE
     vec3 dimmed = (scattered + sunBody * (1.0 - kSun.w * cover)) * kMultiply.rgb * (1.0 - fog);
     float paint = clamp(luminance(dimmed) / max(luminance(lit), 1e-4), 0.0, 1.0) * step(1e-4, kStrength.y);
 #else
@@ -249,10 +250,10 @@ void main() {
     outNormal = vec4(n * 0.5 + 0.5, 1.0);
 #elif defined(OUT_DISPLAY)
     vec3 straight = alpha > 0.0 ? colour / alpha : colour;
-#ifdef ADDED
+#ifdef ADDITIVE
     outColour = vec4(encoded(colour) * 0.3, 0.0);
 #else
-    outColour = vec4(developed(straight, gl_FragCoord.xy + kTile.xy) * alpha, alpha);
+    outColour = vec4(toneMapped(straight, gl_FragCoord.xy + kTile.xy) * alpha, alpha);
 #endif
 #else
     outColour = vec4(colour, alpha);

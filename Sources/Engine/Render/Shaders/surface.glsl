@@ -13,13 +13,13 @@ VARYING(16) vec3 shaded;
 VARYING(17) vec3 sunny;
 #endif
 
-#if defined(VERTEX) || defined(SMALL)
+#if defined(VERTEX) || defined(UNIFORMS_PER_PIXEL)
 uniform vec4 multiply;     // onto the result; w: brightest light
 uniform vec4 emission;     // w: occlusion of the sun
 uniform vec4 surface;      // metalness, roughness, bend of the normal map, density of water
 uniform vec4 mapStrength;  // diffuse, multiply, glint spread, sparkle
 #endif
-#ifdef SMALL
+#ifdef UNIFORMS_PER_PIXEL
 #define kSkyX frame.irradiance[3].rgb
 #define kSkyY frame.irradiance[1].rgb
 #define kSkyZ frame.irradiance[2].rgb

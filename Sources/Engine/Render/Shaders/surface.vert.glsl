@@ -33,7 +33,7 @@ vec3 skyLight(vec3 n) {
 }
 
 void main() {
-    passFrame();
+    writeFrameValues();
     vec4 world = model * vec4(inPosition, 1.0);
     gl_Position = frame.viewProjection * world;
     position = world.xyz;
@@ -60,11 +60,11 @@ void main() {
     shade = (shade + emission.rgb) * multiply.rgb + sun * (1.0 - frame.sunDirection.w);
     float fog = fogAt(length(toEye));
     vec2 pixel = (gl_Position.xy / gl_Position.w * 0.5 + 0.5) * frame.picture.xy;
-    shaded = developed(mix(min(shade, vec3(multiply.w)), kFog.rgb, fog), pixel);
+    shaded = toneMapped(mix(min(shade, vec3(multiply.w)), kFog.rgb, fog), pixel);
     shade += sun * frame.sunDirection.w;
-    sunny = developed(mix(min(shade, vec3(multiply.w)), kFog.rgb, fog), pixel) - shaded;
+    sunny = toneMapped(mix(min(shade, vec3(multiply.w)), kFog.rgb, fog), pixel) - shaded;
 #endif
-#ifndef SMALL
+#ifndef UNIFORMS_PER_PIXEL
     kSkyX = frame.irradiance[3].rgb;
     kSkyY = frame.irradiance[1].rgb;
     kSkyZ = frame.irradiance[2].rgb;

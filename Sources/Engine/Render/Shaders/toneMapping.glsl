@@ -3,7 +3,7 @@
 #include "softPower.glsl"
 
 // A filmic curve with a soft toe and a long shoulder: x (a x + b) / (x (c x + d) + e).
-vec3 film(vec3 x) { return clamp(x * (2.51 * x + 0.03) / (x * (2.43 * x + 0.59) + 0.14), 0.0, 1.0); }
+vec3 toneCurve(vec3 x) { return clamp(x * (2.51 * x + 0.03) / (x * (2.43 * x + 0.59) + 0.14), 0.0, 1.0); }
 
 // Darkening toward the corners; `at` in 0..1 across the picture, the corners count as distance 1.
 float vignetteAt(vec2 at) {
@@ -17,21 +17,21 @@ float dither(vec2 pixel) {
 }
 
 // Scene light to what the screen is sent, for cameras without a film. `pixel` counts in the whole picture.
-vec3 plainlyDeveloped(vec3 light, vec2 pixel) {
+vec3 encodedOnly(vec3 light, vec2 pixel) {
     return clamp(encoded(clamp(light * kPicture.z, 0.0, 1.0)) + dither(pixel), 0.0, 1.0);
 }
 
 // The same with the film, where the camera has one.
-vec3 developed(vec3 light, vec2 pixel) {
-#ifdef PLAIN_FILM
-    return plainlyDeveloped(light, pixel);
+vec3 toneMapped(vec3 light, vec2 pixel) {
+#ifdef NO_TONE_MAPPING
+    return encodedOnly(light, pixel);
 #else
     vec3 c = max(light, vec3(0.0)) * kPicture.z;
-    c *= vignetteAt(pixel * kPicture.xy) * kFilm.rgb;
+    c *= vignetteAt(pixel * kPicture.xy) * kToneGain.rgb;
     float l = max(luminance(c), 1e-4);
     float k = l * (2.51 * l + 0.03) / (l * (2.43 * l + 0.59) + 0.14);
-    vec3 kept = c * min(k / l, 1.0 / max(max(c.r, c.g), max(c.b, 1e-4)));
-    c = mix(film(c), kept, kFilm.w);
+    vec3 hueKept = c * min(k / l, 1.0 / max(max(c.r, c.g), max(c.b, 1e-4)));
+    c = mix(toneCurve(c), hueKept, kToneGain.w);
     c = encoded(c);
     c = (c - 0.5) * (1.0 + kPicture.w) + 0.5;
     c = mix(vec3(luminance(c)), c, kGrade.x);
@@ -39,9 +39,9 @@ vec3 developed(vec3 light, vec2 pixel) {
 #endif
 }
 
-// The exposed light that the film shows as `shown`, its hue keeping left out; shownAgain() is the inverse.
-vec3 exposed(vec3 shown) {
-#ifndef PLAIN_FILM
+// The exposed light that the film shows as `shown`, its hue keeping left out; toneMappedPerChannel() is the inverse.
+vec3 inverseToneMapped(vec3 shown) {
+#ifndef NO_TONE_MAPPING
     vec3 c = vec3(luminance(shown)) + (shown - luminance(shown)) / kGrade.x;
     c = decoded(clamp((c - 0.5) / (1.0 + kPicture.w) + 0.5, 0.0, 0.999));
     vec3 a = 2.51 - 2.43 * c, b = 0.59 * c - 0.03;
@@ -50,9 +50,9 @@ vec3 exposed(vec3 shown) {
     return decoded(shown);
 #endif
 }
-vec3 shownAgain(vec3 c) {
-#ifndef PLAIN_FILM
-    c = (encoded(film(c)) - 0.5) * (1.0 + kPicture.w) + 0.5;
+vec3 toneMappedPerChannel(vec3 c) {
+#ifndef NO_TONE_MAPPING
+    c = (encoded(toneCurve(c)) - 0.5) * (1.0 + kPicture.w) + 0.5;
     return mix(vec3(luminance(c)), c, kGrade.x);
 #else
     return encoded(min(c, vec3(1.0)));

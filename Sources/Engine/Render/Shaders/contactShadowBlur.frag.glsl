@@ -3,11 +3,11 @@
 #include "screen.glsl"
 
 uniform sampler2D source;
-uniform sampler2D keptDepth;
+uniform sampler2D staticDepth;
 uniform vec2 texel;    // of the source
 uniform int rows;      // of four texels each that are averaged: 4
 out vec4 outColour;
-float range(vec2 at) { return axisDistance(textureLod(keptDepth, at, 0.0).r); }
+float range(vec2 at) { return axisDistance(textureLod(staticDepth, at, 0.0).r); }
 void main() {
     COMPILED_ONCE;
     float here = range(st);

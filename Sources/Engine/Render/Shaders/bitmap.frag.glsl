@@ -1,10 +1,10 @@
-#include "sheet.glsl"
+#include "bitmap.glsl"
 
 uniform sampler2D source;
 uniform float opacity;
 out vec4 outColour;
 void main() {
-#ifdef WASH
+#ifdef PLAIN_COLOUR
     outColour = value;
 #elif defined(FADED)
     outColour = texture(source, value.xy) * opacity;

@@ -4,15 +4,15 @@
 
 uniform sampler2D source;
 uniform sampler2D bloom;
-uniform sampler2D keptPaint;
-uniform float plain;  // 1: for a camera without a film
+uniform sampler2D paintLayer;
+uniform float encodeOnly;  // 1: for a camera without tone mapping
 out vec4 outColour;
 void main() {
     COMPILED_ONCE;
     vec4 c = textureLod(source, st, 0.0);
     vec3 light = c.a > 0.0 ? c.rgb / c.a : c.rgb;
-    vec3 paint = textureLod(keptPaint, st, 0.0).rgb;
+    vec3 paint = textureLod(paintLayer, st, 0.0).rgb;
     light = light * paint * paint + textureLod(bloom, st, 0.0).rgb * kGrade.y;
     vec2 pixel = gl_FragCoord.xy + kTile.xy;
-    outColour = vec4(mix(developed(light, pixel), plainlyDeveloped(light, pixel), plain) * c.a, c.a);
+    outColour = vec4(mix(toneMapped(light, pixel), encodedOnly(light, pixel), encodeOnly) * c.a, c.a);
 }

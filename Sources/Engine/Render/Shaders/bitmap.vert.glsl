@@ -1,6 +1,6 @@
-// Sheets that lie on the picture: rectangles of plain colours (WASH) or of a bitmap. All four values are
+// Sheets that lie on the picture: rectangles of plain colours (PLAIN_COLOUR) or of a bitmap. All four values are
 // passed: where they are not, llvmpipe does not know its linear path.
-#include "sheet.glsl"
+#include "bitmap.glsl"
 
 layout(location = 0) in vec2 inPosition;
 layout(location = 1) in vec4 inValue;

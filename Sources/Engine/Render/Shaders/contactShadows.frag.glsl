@@ -1,20 +1,20 @@
 // How much of the sky above a point its surroundings hide, from the depth of the picture alone. Each of
-// twelve looks on a spiral adds (n . d - bias) / |d|^2, fading to nothing at the radius; the spiral is turned
+// twelve tapCount on a spiral adds (n . d - bias) / |d|^2, fading to nothing at the radius; the spiral is turned
 // by one of sixteen angles in a 4 x 4 pattern that the blur averages out again. Loops are counted by uniforms
 // here, so that they stay loops: unrolled they take longer to compile than to run.
 #include "compiledOnce.glsl"
 #include "depth.glsl"
 #include "screen.glsl"
 
-uniform sampler2D keptDepth;
+uniform sampler2D staticDepth;
 uniform vec4 reach;    // x: radius, y: radius in picture heights at distance 1, z: strength, w: 1 / aspect
-uniform int looks;
+uniform int tapCount;
 out vec4 outColour;
 
 // The point belongs to the texel that the depth comes from: half a texel beside it, slopes would hide themselves.
 vec3 viewPoint(vec2 at) {
     at = (floor(at / kPicture.xy) + 0.5) * kPicture.xy;
-    float range = axisDistance(textureLod(keptDepth, at, 0.0).r);
+    float range = axisDistance(textureLod(staticDepth, at, 0.0).r);
     return vec3((at * 2.0 - 1.0) * frame.lens.xy, -1.0) * range;
 }
 
@@ -31,8 +31,8 @@ void main() {
     float pixels = reach.y / -p.z;
     float limit = reach.x * reach.x;
     float sum = 0.0;
-    for (int i = 0; i < looks; ++i) {
-        float share = (float(i) + 0.5) / float(looks);
+    for (int i = 0; i < tapCount; ++i) {
+        float share = (float(i) + 0.5) / float(tapCount);
         float angle = turn + float(i) * 2.39996323;
         vec2 at = st + vec2(cos(angle) * reach.w, sin(angle)) * (share * pixels);
         vec3 d = viewPoint(at) - p;
@@ -40,6 +40,6 @@ void main() {
         float fade = max(1.0 - dd / limit, 0.0);
         sum += max(dot(n, d) + p.z * 0.002, 0.0) / (dd + 0.004) * fade * fade * sqrt(dd);
     }
-    float open = clamp(1.0 - sum * 2.0 / float(looks), 0.0, 1.0);
+    float open = clamp(1.0 - sum * 2.0 / float(tapCount), 0.0, 1.0);
     outColour = vec4(pow(open, reach.z));
 }

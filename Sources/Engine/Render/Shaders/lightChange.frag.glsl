@@ -8,44 +8,44 @@
 #include "toneMapping.glsl"
 
 uniform sampler2D source;  // the developed picture
-uniform sampler2D keptDepth;
+uniform sampler2D staticDepth;
 #ifdef MOVING_SHADOW
-uniform sampler2D keptShade;
+uniform sampler2D staticShade;
 uniform sampler2DShadow movingShadow;
 #endif
 #ifdef LAMPS
-uniform sampler2D keptSurface;
-uniform sampler2D keptNormal;
+uniform sampler2D staticSurface;
+uniform sampler2D staticNormal;
 #ifdef PAINT
-uniform sampler2D keptPaint;
+uniform sampler2D paintLayer;
 #endif
 #endif
 layout(location = 0) out vec4 outColour;
 void main() {
-    ivec2 last = textureSize(keptDepth, 0) - 1;
-    float along = axisDistance(texelFetch(keptDepth, min(ivec2(gl_FragCoord.xy) * 2 + 1, last), 0).r);
+    ivec2 last = textureSize(staticDepth, 0) - 1;
+    float along = axisDistance(texelFetch(staticDepth, min(ivec2(gl_FragCoord.xy) * 2 + 1, last), 0).r);
     vec2 at = gl_FragCoord.xy * 2.0 * kPicture.xy;  // where four pixels meet
     vec3 shown = textureLod(source, at, 0.0).rgb;
-    vec3 light = exposed(shown), changed = light;
+    vec3 light = inverseToneMapped(shown), changed = light;
 #ifdef MOVING_SHADOW
     vec3 c = shadowEye + shadowRay * along;
     float moving = covered(movingShadow, vec3(c.xy, c.z - kMoving.z), kMoving.x, 0.0, 0.0);
-    changed *= gainUnder(textureLod(keptShade, at, 0.0), moving);
+    changed *= gainUnder(textureLod(staticShade, at, 0.0), moving);
 #endif
 #ifdef LAMPS
-    vec3 body = textureLod(keptSurface, at, 0.0).rgb;
-    vec3 n = textureLod(keptNormal, at, 0.0).xyz * 2.0 - 1.0;
+    vec3 body = textureLod(staticSurface, at, 0.0).rgb;
+    vec3 n = textureLod(staticNormal, at, 0.0).xyz * 2.0 - 1.0;
     vec3 added = body * body * lampLight(kEye.xyz + ray * along, n) * kPicture.z;
 #ifdef PAINT
-    vec3 paint = textureLod(keptPaint, at, 0.0).rgb;
+    vec3 paint = textureLod(paintLayer, at, 0.0).rgb;
     added *= paint * paint;
 #endif
-#ifndef PLAIN_FILM
-    added *= vignetteAt(at) * kFilm.rgb;
+#ifndef NO_TONE_MAPPING
+    added *= vignetteAt(at) * kToneGain.rgb;
 #endif
     changed += added;
 #endif
-    vec3 wanted = max(shown + shownAgain(changed) - shownAgain(light), 0.0);
+    vec3 wanted = max(shown + toneMappedPerChannel(changed) - toneMappedPerChannel(light), 0.0);
     vec3 gain = wanted / max(shown, vec3(1.0 / 255.0));
     float scale = min(min(gain.r, gain.g), min(gain.b, 1.0));
     outColour = vec4(wanted - shown * scale, 1.0 - scale);
