@@ -54,6 +54,8 @@ class GameController {
     static constexpr double largestStep = 0.05;        ///< longest step of game time in a frame, seconds
     static constexpr double floodSeconds = 2.0;        ///< from the end of the tide to the result card
     static constexpr double saveAgainInterval = 30;    ///< seconds between attempts to save progress
+    static constexpr int selectColumns = 4;            ///< tiles of the beach select in a row
+    static constexpr int selectRows = 2;
 
     /// `loop` and `feedback` are owned by the caller and must outlive the controller. With `persists`,
     /// progress is loaded from `progressURL` and saved there, a save that failed again every

@@ -12,12 +12,12 @@ namespace gull {
 namespace {
 
 constexpr PlotPoint nudge{0.035, 0.05};  // what an arrow key moves the target by
-constexpr int selectColumns = 4;         // tiles of the beach select, in two rows
 constexpr double shortToast = 1.6;
 constexpr double toastSeconds = 3.4;
 
 /// The tile of the beach select under a plot point; the upper row is the far half of the plot.
 int tileIndex(const PlotPoint& point) {
+    constexpr int selectColumns = GameController::selectColumns;
     const int column = std::min(static_cast<int>(point.x * selectColumns), selectColumns - 1);
     return column + (point.y > 0.5 ? 1 : 1 + selectColumns);
 }

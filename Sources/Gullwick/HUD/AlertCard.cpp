@@ -133,7 +133,7 @@ AlertCard aboutCard(const std::string& version) {
             credit(
                 "Built on SDL, libepoxy, Cairo, Pango, fontconfig, GLM, {fmt}, JSON for Modern C++, libevdev "
                 "and libudev. Set in JetBrains Mono, Vollkorn and Inter.")));
-    return {std::move(content), {{"Close", {}, false}}, 0, false};
+    return {std::move(content), {{.title = "Close"}}, 0, false};
 }
 
 AlertCard resetAlert(std::function<void()> confirmed) {
@@ -142,7 +142,10 @@ AlertCard resetAlert(std::function<void()> confirmed) {
                                 text("Your stars and best hauls are erased and you start again from beach 1.",
                                      Type::sans(13), Palette::cream.withAlpha(0.78), 0, TextAlign::centre)
                                     .noWiderThan(textWidth)));
-    return {std::move(content), {{"Reset", std::move(confirmed), true}, {"Cancel", {}, false}}, 1, true};
+    return {std::move(content),
+            {{.title = "Reset", .action = std::move(confirmed), .destructive = true}, {.title = "Cancel"}},
+            1,
+            true};
 }
 
 }  // namespace gull

@@ -17,7 +17,7 @@ class AlertCard {
   public:
     struct Button {
         std::string title;
-        std::function<void()> action;  ///< may be empty
+        std::function<void()> action = {};  ///< may be empty
         bool destructive = false;
     };
 

@@ -8,8 +8,8 @@ namespace gull {
 /// The map of the campaign: a tile for each of the eight beaches in its own colours, with its stars or a
 /// lock; the one under the cursor swells. It only shows: moving the cursor is the game's.
 struct BeachSelect {
-    static constexpr int columns = 4;
-    static constexpr int rows = 2;
+    static constexpr int columns = GameController::selectColumns;
+    static constexpr int rows = GameController::selectRows;
     static constexpr double tileWidth = 138;  ///< points
     static constexpr double tileHeight = 124;
     static constexpr double spacing = 14;

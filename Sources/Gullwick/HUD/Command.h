@@ -18,8 +18,10 @@ struct Shortcut {
     /// As the platform writes it: "Ctrl+1", "F11", "Return"; empty for none.
     std::string text() const;
 
-    static Shortcut plain(char32_t character) { return {Key::character, character, false}; }
-    static Shortcut withCommand(char32_t character) { return {Key::character, character, true}; }
+    static Shortcut plain(char32_t character) { return {.key = Key::character, .character = character}; }
+    static Shortcut withCommand(char32_t character) {
+        return {.key = Key::character, .character = character, .command = true};
+    }
 };
 
 /// One line of a menu as it stands now: what it says, whether it can be chosen, and what it does.

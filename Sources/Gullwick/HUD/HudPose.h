@@ -12,7 +12,8 @@ namespace gull {
 /// Where everything that moves in the HUD stands at one instant: opacities (0 to 1), the pop-up's rise,
 /// how far slots and tiles have sprung.
 struct HudPose {
-    static constexpr int tiles = 8;  ///< of the beach select
+    /// Tiles of the beach select.
+    static constexpr int tiles = GameController::selectColumns * GameController::selectRows;
 
     struct Popup {
         std::optional<ItemKind> shown;

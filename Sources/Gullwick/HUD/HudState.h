@@ -11,6 +11,10 @@ namespace gull {
 
 /// All that the HUD knows of the game at one moment: the controller's published properties, by their names.
 /// A plain value, so that two moments can be compared and any of them can be made up.
+///
+/// The same list stands in the controller on purpose: there each property notifies observers before it
+/// changes and can be read by itself, which a published struct of all of them would not allow. A new one is
+/// added there, here and in `of`.
 struct HudState {
     using Phase = GameController::Phase;
 
