@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -11,21 +10,17 @@ namespace gull {
 /// Tells the observers of an object that one of its published properties is about to change.
 class ChangeNotifier {
   public:
-    using ObserverId = std::uint64_t;
+    /// Keeps an observer observing; destroying or resetting it ends the observation. It may outlive the
+    /// notifier.
+    using Observation = std::shared_ptr<const void>;
     /// `observer` is called just before each change, while the old values can still be read. It may start and
-    /// stop observing, itself included.
-    ObserverId observe(std::function<void()> observer);
-    void stopObserving(ObserverId id);
+    /// end observations, its own included.
+    [[nodiscard]] Observation observe(std::function<void()> observer);
     void willChange();
 
   private:
-    struct Observer {
-        ObserverId id;
-        std::function<void()> callback;
-        bool active = true;
-    };
-    std::vector<std::shared_ptr<Observer>> observers_;
-    ObserverId nextId_ = 1;
+    using Observer = std::function<void()>;
+    std::vector<std::weak_ptr<const Observer>> observers_;
 };
 
 /// A property of an observable object: reads like a value, and every assignment (even of an equal value)

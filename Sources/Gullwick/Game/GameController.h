@@ -38,7 +38,7 @@ struct Sound;
 /// Single-threaded: the loop's frame timer, input, delayed work and toasts all come from the loop's thread.
 /// All times are seconds of the loop's clock.
 class GameController {
-    ChangeNotifier changes_;                      // ahead of the properties, which refer to it
+    mutable ChangeNotifier changes_;              // ahead of the properties, which refer to it
     std::unique_ptr<ProgressFile> progressFile_;  // null: progress is not kept
 
   public:
@@ -68,7 +68,7 @@ class GameController {
     GameController(const GameController&) = delete;
     GameController& operator=(const GameController&) = delete;
 
-    ChangeNotifier& changes() { return changes_; }
+    ChangeNotifier& changes() const { return changes_; }
 
     Published<Phase> phase{changes_, Phase::intro};
     Published<BeachSpec> spec{changes_, Campaign::beach(1)};  ///< the beach being played

@@ -4,31 +4,41 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace gull {
 
 Overlay::Overlay(const GameController& game, const AppSettings& settings, ItemIcons& icons,
                  std::function<std::vector<Menu>()> menus)
-    : game_(game), settings_(settings), icons_(icons), menuBar_(std::move(menus)) {}
+    : game_(game), settings_(settings), icons_(icons), menuBar_(std::move(menus)) {
+    const auto note = [this] { stateMayHaveChanged_ = true; };
+    gameObservation_ = game.changes().observe(note);
+    settingsObservation_ = settings.changes().observe(note);
+}
+
+/// True when the state is another one than before.
+bool Overlay::readState() {
+    if (!std::exchange(stateMayHaveChanged_, false)) return false;
+    HudState state = HudState::of(game_, settings_.showTicks());
+    if (state == state_) return false;
+    state_ = std::move(state);
+    // A card that fades away shows the beach that it was about, not the one that follows.
+    if (state_.isFinished()) ended_ = state_;
+    return true;
+}
 
 const std::vector<Sheet>& Overlay::update(double now, double width, double height, double scale) {
-    Shown next;
-    next.state = HudState::of(game_, settings_.showTicks());
-    motion_.follow(next.state, now, settings_.reduceMotion());
-    next.pose = motion_.pose(now);
-    next.width = width;
-    next.height = height;
-    next.scale = scale;
+    const bool stateChanged = readState();
+    motion_.follow(state_, now, settings_.reduceMotion());
+    Shown next{.pose = motion_.pose(now), .width = width, .height = height, .scale = scale};
     // A finger that steers has no pointer to leave the bar with.
     if (game_.captured && !menuBar_.isOpen()) menuBar_.dismiss();
     menuBar_.follow(now);
     alertOpacity_.moveTo(alert_ ? 1 : 0, TimingCurve::easeOut(HudMotion::toastSeconds), now);
     const bool chromeMoves = menuBar_.isMoving(now) || alertOpacity_.isMoving(now);
     if (!alert_ && !chromeMoves) leaving_.reset();
-    // A card that fades away shows the beach that it was about, not the one that follows.
-    if (next.state.isFinished()) ended_ = next.state;
 
-    if (shown_ == next && !chromeChanged_ && !chromeMoves) {
+    if (shown_ == next && !stateChanged && !chromeChanged_ && !chromeMoves) {
         sheets_.showAgain();
     } else {
         shown_ = std::move(next);
@@ -39,8 +49,7 @@ const std::vector<Sheet>& Overlay::update(double now, double width, double heigh
 }
 
 View Overlay::view(double width, double height, double now) {
-    const HudState& state = shown_->state;
-    const HUDView hud{state, ended_ ? *ended_ : state, shown_->pose, icons_, width, height};
+    const HUDView hud{state_, ended_ ? *ended_ : state_, shown_->pose, icons_, width, height};
     std::vector<View> all = views(hud.body(), menuBar_.body(now, width, height));
     if (const AlertCard* card = alert_ ? &*alert_ : (leaving_ ? &*leaving_ : nullptr))
         all.push_back(card->body(alertOpacity_.value(now)));

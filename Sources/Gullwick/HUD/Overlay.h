@@ -28,6 +28,8 @@ class Overlay {
     /// whenever they are shown.
     Overlay(const GameController& game, const AppSettings& settings, ItemIcons& icons,
             std::function<std::vector<Menu>()> menus);
+    Overlay(const Overlay&) = delete;
+    Overlay& operator=(const Overlay&) = delete;
 
     /// The sheets as they stand at `now`, the game's clock, in a window of that size (points) at `scale`
     /// pixels a point, back to front; valid until the next update(). Each tells what changed on it since the
@@ -59,6 +61,7 @@ class Overlay {
     const Drawing& drawing() const { return sheets_.drawing(); }
 
   private:
+    bool readState();
     View view(double width, double height, double now);
     void put(AlertCard card);
     /// Lets the card take the event by `handle`.
@@ -75,9 +78,15 @@ class Overlay {
     HudMotion motion_;
     ViewSheets sheets_;
 
-    /// What the sheets show.
+    // The state is read again only after the game or the settings have announced a change.
+    bool stateMayHaveChanged_ = true;
+    ChangeNotifier::Observation gameObservation_;
+    ChangeNotifier::Observation settingsObservation_;
+    HudState state_;
+    std::optional<HudState> ended_;
+
+    /// How the sheets show the state.
     struct Shown {
-        HudState state;
         HudPose pose;
         double width = 0;
         double height = 0;
@@ -85,7 +94,6 @@ class Overlay {
         bool operator==(const Shown&) const = default;
     };
     std::optional<Shown> shown_;
-    std::optional<HudState> ended_;
     bool chromeChanged_ = true;
 };
 

@@ -16,7 +16,7 @@ namespace gull {
 class AppSettings {
     // They come first, for the settings read and write them.
     SettingsFile file_;
-    ChangeNotifier changes_;
+    mutable ChangeNotifier changes_;
 
   public:
     /// Looks a variable up: its value, or null when it is not set. std::getenv is one.
@@ -41,7 +41,7 @@ class AppSettings {
     Setting<bool> fullScreen{file_, changes_, "fullScreen", false};  ///< the game opens so
 
     /// Told just before any of them changes.
-    ChangeNotifier& changes() { return changes_; }
+    ChangeNotifier& changes() const { return changes_; }
 
     /// Where the settings are kept: Gullwick/settings.json in the user's configuration folder. Empty when the
     /// user has no home, and then nothing is kept.

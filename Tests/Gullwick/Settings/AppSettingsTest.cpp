@@ -55,7 +55,7 @@ TEST_F(AppSettingsTest, aSwitchSurvivesARestart) {
 TEST_F(AppSettingsTest, everyAssignmentIsToldBeforehandAndWritten) {
     AppSettings settings(file_);
     std::string seen;
-    settings.changes().observe([&] { seen += settings.sound() ? "on " : "off "; });
+    const auto observer = settings.changes().observe([&] { seen += settings.sound() ? "on " : "off "; });
     settings.sound = false;
     settings.sound = false;
     fs::remove(file_);
