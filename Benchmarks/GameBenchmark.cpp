@@ -35,7 +35,7 @@ struct Table {
     AppSettings settings{std::filesystem::temp_directory_path() / "gullwick-benchmark" / "settings.json"};
     DeafOutput output;
     Feedback feedback{settings, loop, &output, nullptr};
-    GameController game{loop, feedback, "", false, 1};
+    GameController game{loop, settings, feedback, "", false, 1};
 
     Table() {
         while (feedback.prepareOne()) {
@@ -79,7 +79,8 @@ void selfTestOfAllBeaches(benchmark::State& state) {
     for (auto _ : state) {
         Table table;
         std::optional<int> status;
-        Task<int> run = SelfTest::run(table.loop, table.feedback, {"--selftest"}, [](const std::string&) {});
+        Task<int> run = SelfTest::run(table.loop, table.settings, table.feedback, {"--selftest"},
+                                      [](const std::string&) {});
         run.start([&status](int result) { status = result; });
         while (!status) table.loop.turn(table.clock, 1);
         if (*status != 0) state.SkipWithError("the self-test failed");

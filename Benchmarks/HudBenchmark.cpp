@@ -25,7 +25,7 @@ struct Play {
     MainLoop loop{clock};
     AppSettings settings{"/dev/null"};
     Feedback feedback{settings, loop, nullptr, nullptr};
-    GameController game{loop, feedback, {}, false, 7};
+    GameController game{loop, settings, feedback, {}, false, 7};
     BlankIcons source;
     ItemIcons icons{source};
     Overlay overlay{game, settings, icons, [] { return std::vector<Menu>{}; }};

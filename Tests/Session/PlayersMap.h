@@ -19,7 +19,7 @@ class PlayersMap {
   public:
     /// With the progress file that the program will find; none: a new player.
     explicit PlayersMap(const std::filesystem::path& progress = {})
-        : game_(loop_, feedback_, progress, !progress.empty(), 7) {
+        : game_(loop_, settings_, feedback_, progress, !progress.empty(), 7) {
         game_.world().frame(1240.0 / 800.0);
         game_.world().update(0, 0, {0.5, 0.28}, {0, 0}, 0, 0, {1, 1, 1, 1});
     }

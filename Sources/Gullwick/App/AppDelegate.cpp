@@ -42,7 +42,7 @@ struct AppDelegate::Parts final : WindowCommands {
     explicit Parts(const CommandLine& commandLine)
         : probePath(environmentVariable("GULLWICK_PROBE")),
           window(openWindow(windowOptions(commandLine))),
-          game(loop, feedbackForGame(), AppSettings::progressURL(std::getenv), !probePath,
+          game(loop, settings, feedbackForGame(), AppSettings::progressURL(std::getenv), !probePath,
                seed(commandLine)) {
         if (AppSettings::defaultFile(std::getenv).empty()) {
             Log::say("there is no home folder, so settings are not kept");

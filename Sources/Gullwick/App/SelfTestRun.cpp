@@ -23,10 +23,11 @@ int runSelfTest(const CommandLine& commandLine) {
     MainLoop loop(clock);
     AppSettings settings({});
     Feedback feedback(settings, loop, nullptr, nullptr);
-    Task<int> run = SelfTest::run(loop, feedback, commandLine.arguments(), [](const std::string& line) {
-        fmt::print("{}\n", line);
-        std::fflush(stdout);
-    });
+    Task<int> run =
+        SelfTest::run(loop, settings, feedback, commandLine.arguments(), [](const std::string& line) {
+            fmt::print("{}\n", line);
+            std::fflush(stdout);
+        });
     run.start([&](int status) { loop.quit(status); });
     return loop.runUntilQuit();
 }

@@ -19,7 +19,7 @@ std::vector<BuriedItem> itemsOf(const Hunt& hunt, bool treasure) {
 }  // namespace
 
 StillBeach::StillBeach(const SnapshotOptions& options)
-    : game_(loop_, feedback_, "/dev/null", false, options.seed) {
+    : game_(loop_, settings_, feedback_, "/dev/null", false, options.seed) {
     feedback_.muted = true;
     game_.beginBeach(options.beach, false, options.seed);
     game_.debugForcePlaying();

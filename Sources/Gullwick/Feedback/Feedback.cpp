@@ -33,7 +33,7 @@ float amplitude(int percent) {
 
 }  // namespace
 
-Feedback::Feedback(AppSettings& settings, MainLoop& loop, SoundOutput* output, HapticPerformer* haptics)
+Feedback::Feedback(const AppSettings& settings, MainLoop& loop, SoundOutput* output, HapticPerformer* haptics)
     : settings_(settings),
       loop_(loop),
       output_(output),
@@ -65,11 +65,8 @@ void Feedback::thump(int count, double gap, HapticPattern pattern) {
     require(count >= 0, "Feedback::thump: a count of {} pulses", count);
     if (count == 0) return;
     haptic(pattern, 0);
-    for (int pulse = 1; pulse < count; ++pulse) after(gap * pulse, [this, pattern] { haptic(pattern, 0); });
-}
-
-void Feedback::after(double delay, std::function<void()> work) {
-    delayed_.after(delay, std::move(work));
+    for (int pulse = 1; pulse < count; ++pulse)
+        delayed_.after(gap * pulse, [this, pattern] { haptic(pattern, 0); });
 }
 
 void Feedback::cancelPending() {

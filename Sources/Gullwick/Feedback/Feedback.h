@@ -7,7 +7,6 @@
 #include "Gullwick/Feedback/Sound.h"
 
 #include <cstddef>
-#include <functional>
 #include <map>
 #include <vector>
 
@@ -16,8 +15,8 @@ namespace gull {
 class AppSettings;
 
 /// How the game makes itself heard and felt: sounds made when first asked for and kept, played on twelve
-/// voices in turn; haptic pulses; the surf that never stops; and work that follows a moment later (the second
-/// tick of a pair, the pulses of a thump). It obeys the sound and haptics switches and a global mute.
+/// voices in turn; haptic pulses, alone and as thumps; the surf that never stops. It obeys the sound and
+/// haptics switches and a global mute.
 ///
 /// Single-threaded.
 class Feedback {
@@ -28,7 +27,7 @@ class Feedback {
 
     /// Everything is owned by the caller and must outlive this object. `output` null: nothing is heard;
     /// `haptics` null: nothing is felt.
-    Feedback(AppSettings& settings, MainLoop& loop, SoundOutput* output, HapticPerformer* haptics);
+    Feedback(const AppSettings& settings, MainLoop& loop, SoundOutput* output, HapticPerformer* haptics);
     ~Feedback();
     Feedback(const Feedback&) = delete;
     Feedback& operator=(const Feedback&) = delete;
@@ -41,16 +40,10 @@ class Feedback {
     void play(const Sound& sound, float gain);
     /// One haptic pulse; dropped if the last one was less than `minGap` seconds ago.
     void haptic(HapticPattern pattern, double minGap);
-    /// `count` pulses (0 or more), `gap` seconds apart, the first at once; cancelPending() calls off the
-    /// rest.
+    /// `count` pulses (0 or more), `gap` seconds apart, the first at once.
     void thump(int count, double gap, HapticPattern pattern);
-
-    /// Runs `work` `delay` seconds from now, unless cancelPending() comes first.
-    void after(double delay, std::function<void()> work);
-    /// Calls off everything that `after` and `thump` have scheduled.
+    /// Calls off the pulses that `thump` has still to give.
     void cancelPending();
-    /// The same facility for those who need nothing else of this object.
-    DelayedWork& delayedWork() { return delayed_; }
 
     /// True if a tick would be heard now; tries to open the output.
     bool isHeard();
@@ -70,9 +63,6 @@ class Feedback {
     /// middle of play: call it in idle moments. False if nothing is left to make (or sound is off).
     bool prepareOne();
 
-    /// The player's switches, for those who have no other way to them.
-    const AppSettings& settings() const { return settings_; }
-
     bool surfStarted() const { return surfStarted_; }
     /// The voice that the next sound takes, 0 to 11.
     int nextVoice() const { return nextVoice_; }
@@ -82,7 +72,7 @@ class Feedback {
   private:
     const std::vector<float>& samples(const Sound& sound);
 
-    AppSettings& settings_;
+    const AppSettings& settings_;
     MainLoop& loop_;
     SoundOutput* output_;
     HapticPerformer* haptics_;

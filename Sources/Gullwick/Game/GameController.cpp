@@ -24,13 +24,15 @@ std::uint64_t randomSeed() {
 
 }  // namespace
 
-GameController::GameController(MainLoop& loop, Feedback& feedback, std::filesystem::path progressURL,
-                               bool persists, std::optional<std::uint64_t> seed)
+GameController::GameController(MainLoop& loop, const AppSettings& settings, Feedback& feedback,
+                               std::filesystem::path progressURL, bool persists,
+                               std::optional<std::uint64_t> seed)
     : progressFile_(persists ? std::make_unique<ProgressFile>(std::move(progressURL)) : nullptr),
       progress(changes_, progressFile_ ? progressFile_->load() : CampaignProgress{}),
       loop_(loop),
+      settings_(settings),
       feedback_(feedback),
-      world_(feedback.delayedWork()),
+      world_(delayed_),
       rng_(seed ? *seed : randomSeed()),
       // Replaced at once by beginBeach(), but its burial counts: the first beach played is laid out by the
       // generator's second use, and what a seed means depends on it.
@@ -51,14 +53,14 @@ GameController::~GameController() {
 
 /// Runs `work` `delay` seconds from now, unless this controller is gone or another beach was begun by then.
 void GameController::later(double delay, std::function<void()> work) {
-    feedback_.after(delay,
-                    [this, alive = std::weak_ptr(alive_), generation = generation_, work = std::move(work)] {
-                        if (!alive.expired() && generation == generation_) work();
-                    });
+    delayed_.after(delay, [this, generation = generation_, work = std::move(work)] {
+        if (generation == generation_) work();
+    });
 }
 
 void GameController::beginBeach(int number, bool animated, std::optional<std::uint64_t> seed) {
     resume();
+    delayed_.cancelPending();
     feedback_.cancelPending();
     ++generation_;
     if (seed) rng_ = SplitMix64(*seed);

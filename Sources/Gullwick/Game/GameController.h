@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Engine/Input/Haptics.h"
+#include "Engine/Loop/DelayedWork.h"
 #include "Engine/Loop/MainLoop.h"
 #include "Engine/Loop/Published.h"
 #include "GullCore/Detector.h"
@@ -26,6 +27,7 @@
 
 namespace gull {
 
+class AppSettings;
 class Feedback;
 class ProgressFile;
 struct Sound;
@@ -57,13 +59,13 @@ class GameController {
     static constexpr int selectColumns = 4;            ///< tiles of the beach select in a row
     static constexpr int selectRows = 2;
 
-    /// `loop` and `feedback` are owned by the caller and must outlive the controller. With `persists`,
-    /// progress is loaded from `progressURL` and saved there, a save that failed again every
-    /// `saveAgainInterval` and at the end; otherwise the file is never touched. Without a
-    /// seed the beaches are laid out at random. Opens the highest unlocked beach, without the fly-in, and
-    /// starts the frame timer.
-    GameController(MainLoop& loop, Feedback& feedback, std::filesystem::path progressURL, bool persists,
-                   std::optional<std::uint64_t> seed = {});
+    /// `loop`, `settings` and `feedback` are owned by the caller and must outlive the controller. With
+    /// `persists`, progress is loaded from `progressURL` and saved there; a save that failed is repeated
+    /// every `saveAgainInterval` and at the end. Otherwise the file is never touched. Without a seed the
+    /// beaches are laid out at random. Opens the highest unlocked beach, without the fly-in, and starts the
+    /// frame timer.
+    GameController(MainLoop& loop, const AppSettings& settings, Feedback& feedback,
+                   std::filesystem::path progressURL, bool persists, std::optional<std::uint64_t> seed = {});
     ~GameController();
     GameController(const GameController&) = delete;
     GameController& operator=(const GameController&) = delete;
@@ -200,7 +202,9 @@ class GameController {
     void missed(double now);
 
     MainLoop& loop_;
+    const AppSettings& settings_;
     Feedback& feedback_;
+    DelayedWork delayed_{loop_};  // what follows on this beach; its start calls it off
     Phase returnPhase_ = Phase::playing;
     BeachScene world_;
     SplitMix64 rng_;
@@ -224,7 +228,6 @@ class GameController {
     Toast toasts_{loop_, toast};
     TutorialHints tutorial_;
     Countdown countdown_;
-    std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);  // watched by delayed work
     MainLoop::Timer timer_;
     MainLoop::Timer saveTimer_;
 };

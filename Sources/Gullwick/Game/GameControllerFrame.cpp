@@ -44,7 +44,7 @@ void GameController::frame() {
                             ? liftHeight * std::sin(std::numbers::pi * std::min(sinceDig / liftSeconds, 1.0))
                             : 0;
     world_.tide = tideShare();
-    world_.reduceMotion = feedback_.settings().reduceMotion();
+    world_.reduceMotion = settings_.reduceMotion();
     world_.update(now, dt, coil_, velocity_, lift, phase == Phase::playing ? reading_.strength : 0,
                   tintColour(reading_));
     refreshHud(dt);

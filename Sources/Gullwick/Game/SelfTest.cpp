@@ -253,11 +253,12 @@ Task<int> play(MainLoop& loop, GameController& game, std::vector<int> beaches, O
     co_return script.verdict();
 }
 
-Task<int> run(MainLoop& loop, Feedback& feedback, std::vector<std::string> arguments, Output output) {
+Task<int> run(MainLoop& loop, const AppSettings& settings, Feedback& feedback,
+              std::vector<std::string> arguments, Output output) {
     feedback.muted = true;
     std::error_code noTemporaryFolder;  // nothing is ever written, so any place will do
     const auto file = std::filesystem::temp_directory_path(noTemporaryFolder) / "gullwick-selftest.json";
-    GameController game(loop, feedback, file, false, 1);
+    GameController game(loop, settings, feedback, file, false, 1);
     const int status = co_await play(loop, game, beaches(arguments), std::move(output));
     co_return status;
 }

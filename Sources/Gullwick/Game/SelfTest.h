@@ -9,6 +9,7 @@
 
 namespace gull {
 
+class AppSettings;
 class Feedback;
 class GameController;
 
@@ -27,7 +28,8 @@ std::vector<int> beaches(const std::vector<std::string>& arguments);
 /// The whole run: mutes `feedback`, makes a controller that keeps nothing on disk and plays the beaches that
 /// `arguments` ask for. The result is the process's exit status: 0 when every check passed, else 1.
 /// Everything is owned by the caller and must outlive the task.
-Task<int> run(MainLoop& loop, Feedback& feedback, std::vector<std::string> arguments, Output output);
+Task<int> run(MainLoop& loop, const AppSettings& settings, Feedback& feedback,
+              std::vector<std::string> arguments, Output output);
 
 /// The script alone, on a controller of the caller's with fresh progress.
 Task<int> play(MainLoop& loop, GameController& game, std::vector<int> beaches, Output output);

@@ -14,7 +14,7 @@ std::vector<double> historyOfAGame() {
     MainLoop loop(clock);
     AppSettings settings(std::filesystem::temp_directory_path() / "gullwick-no-such-folder" / "none.json");
     Feedback feedback(settings, loop, nullptr, nullptr);
-    GameController game(loop, feedback, "", false, 42);
+    GameController game(loop, settings, feedback, "", false, 42);
     SplitMix64 hand(9);
     std::vector<double> state;
     for (int step = 0; step < 400; ++step) {
@@ -36,7 +36,7 @@ TEST_F(BeachLife, startsOnTheHighestUnlockedBeachAndPlaysAtOnce) {
     progress.record(2, 1, 50);
     progress.save(progressFile);
 
-    GameController returning(loop, feedback, progressFile, true, 3);
+    GameController returning(loop, settings, feedback, progressFile, true, 3);
     EXPECT_EQ(returning.spec->number, 3);
     EXPECT_EQ(returning.selection, 3);
     EXPECT_EQ(returning.phase, Phase::intro);
@@ -71,8 +71,8 @@ TEST_F(BeachLife, equalSeedsAndEqualHandsGiveEqualGames) {
 }
 
 TEST_F(BeachLife, unseededControllersDiffer) {
-    GameController other(loop, feedback, progressFile, false);
-    GameController another(loop, feedback, progressFile, false);
+    GameController other(loop, settings, feedback, progressFile, false);
+    GameController another(loop, settings, feedback, progressFile, false);
     EXPECT_NE(other.hunt().items(), another.hunt().items());
 }
 
@@ -289,7 +289,7 @@ TEST_F(BeachLife, progressIsSavedOnlyWhereItPersists) {
     EXPECT_FALSE(std::filesystem::exists(progressFile));
     EXPECT_TRUE(game.progress->stars.empty());
 
-    owned = std::make_unique<GameController>(loop, feedback, progressFile, true, 5);
+    owned = std::make_unique<GameController>(loop, settings, feedback, progressFile, true, 5);
     GameController& kept = *owned;
     turn(0.1);
     kept.finish();
@@ -317,7 +317,7 @@ TEST_F(BeachLife, progressIsSavedOnlyWhereItPersists) {
 TEST_F(BeachLife, aResultThatCannotBeSavedIsSavedHalfAMinuteLater) {
     const auto inTheWay = folder / ".progress.json.new";
     std::filesystem::create_directories(inTheWay / "x");
-    owned = std::make_unique<GameController>(loop, feedback, progressFile, true, 5);
+    owned = std::make_unique<GameController>(loop, settings, feedback, progressFile, true, 5);
     GameController& kept = *owned;
     turn(0.1);
     testing::internal::CaptureStderr();

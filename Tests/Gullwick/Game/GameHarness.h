@@ -126,7 +126,7 @@ struct GameHarness : testing::Test {
     Senses senses{loop};
     Feedback feedback{settings, loop, &senses, &senses};
     std::unique_ptr<GameController> owned =
-        std::make_unique<GameController>(loop, feedback, progressFile, false, 1);
+        std::make_unique<GameController>(loop, settings, feedback, progressFile, false, 1);
     GameController& game = *owned;
 
     ~GameHarness() override {

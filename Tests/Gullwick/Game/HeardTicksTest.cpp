@@ -102,7 +102,7 @@ class HeardTicksTest : public testing::Test {
     AppSettings settings{folder / "settings.json"};
     Ears ears;
     Feedback feedback{settings, loop, &ears, nullptr};
-    GameController game{loop, feedback, folder / "progress.json", false, 1};
+    GameController game{loop, settings, feedback, folder / "progress.json", false, 1};
 };
 
 TEST_F(HeardTicksTest, treasureTicksAtTheIntervalOfItsSignal) {

@@ -47,7 +47,7 @@ TEST(SelfTest, theLastArgumentMayNameTheBeaches) {
 
 TEST_F(SelfTestTest, theWholeCampaignPassesQuickly) {
     const auto start = std::chrono::steady_clock::now();
-    finish(SelfTest::run(loop, feedback, {"gullwick", "--selftest"}, output()));
+    finish(SelfTest::run(loop, settings, feedback, {"gullwick", "--selftest"}, output()));
     const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
     EXPECT_EQ(status, 0);
     EXPECT_EQ(failed(), 0);
@@ -64,7 +64,7 @@ TEST_F(SelfTestTest, theWholeCampaignPassesQuickly) {
 }
 
 TEST_F(SelfTestTest, oneBeachPrintsItsScriptLineByLine) {
-    finish(SelfTest::run(loop, feedback, {"--selftest", "2"}, output()));
+    finish(SelfTest::run(loop, settings, feedback, {"--selftest", "2"}, output()));
     EXPECT_EQ(status, 0);
     ASSERT_GT(lines.size(), 5u);
     EXPECT_TRUE(lines[4].starts_with("  ok    signal builds on approach (0."));
