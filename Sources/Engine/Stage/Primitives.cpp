@@ -166,64 +166,6 @@ Geometry sphere(double radius, int segments) {
     return mesh.take();
 }
 
-Geometry geodesicSphere(double radius, int segments, bool faceted) {
-    requirePositive("geodesic sphere", radius, 1);
-    requireSegments("geodesic sphere", segments, 1);
-    const double golden = (1 + std::sqrt(5.0)) / 2;
-    std::vector<glm::dvec3> corners;
-    for (const double s : {-1.0, 1.0}) {
-        for (const double t : {-golden, golden}) {
-            corners.emplace_back(s, t, 0);
-            corners.emplace_back(0, s, t);
-            corners.emplace_back(t, 0, s);
-        }
-    }
-    MeshBuilder mesh;
-    const auto uvOf = [](const glm::dvec3& n) {
-        return glm::dvec2(std::atan2(n.x, n.z) / (2 * pi) + 0.5, 0.5 + std::asin(n.y) / pi);
-    };
-    const auto addFace = [&](const glm::dvec3& a, const glm::dvec3& b, const glm::dvec3& c) {
-        const std::array<glm::dvec3, 3> n{glm::normalize(a), glm::normalize(b), glm::normalize(c)};
-        const glm::dvec3 face = glm::normalize(glm::cross(n[1] - n[0], n[2] - n[0]));
-        const glm::dvec2 middle = uvOf(glm::normalize(n[0] + n[1] + n[2]));
-        std::array<std::uint32_t, 3> index{};
-        for (std::size_t k = 0; k < 3; ++k) {
-            glm::dvec2 uv = uvOf(n[k]);
-            if (std::abs(n[k].y) > 1 - 1e-9) uv.x = middle.x;
-            uv.x -= std::round(uv.x - middle.x);  // faces across the seam run on instead of back
-            index[k] = mesh.vertex(n[k] * radius, faceted ? face : n[k], uv);
-        }
-        mesh.triangle(index[0], index[1], index[2]);
-    };
-    // Neighbours on an icosahedron of this size are 2 apart.
-    const auto near = [&](std::size_t i, std::size_t j) {
-        return glm::distance(corners[i], corners[j]) < 2.1;
-    };
-    for (std::size_t i = 0; i < corners.size(); ++i) {
-        for (std::size_t j = i + 1; j < corners.size(); ++j) {
-            for (std::size_t k = j + 1; k < corners.size(); ++k) {
-                if (!near(i, j) || !near(j, k) || !near(i, k)) continue;
-                const glm::dvec3 a = corners[i];
-                glm::dvec3 b = corners[j], c = corners[k];
-                if (glm::dot(glm::cross(b - a, c - a), a + b + c) < 0) std::swap(b, c);
-                const double n = segments;
-                const auto point = [&](int row, int column) {
-                    return a * ((n - row) / n) + b * ((row - column) / n) + c * (column / n);
-                };
-                for (int row = 0; row < segments; ++row) {
-                    for (int column = 0; column <= row; ++column) {
-                        addFace(point(row, column), point(row + 1, column), point(row + 1, column + 1));
-                        if (column < row) {
-                            addFace(point(row, column), point(row + 1, column + 1), point(row, column + 1));
-                        }
-                    }
-                }
-            }
-        }
-    }
-    return mesh.take();
-}
-
 Geometry cylinder(double radius, double height, int segments) {
     return cone(radius, radius, height, segments);
 }

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <glm/common.hpp>
 
 namespace gull {
 
@@ -16,11 +17,6 @@ constexpr int noiseCells = 8;
 constexpr double haloReach = 2.8;
 /// A body's ragged edge stays inside its ellipse grown by this.
 constexpr double bodyReach = 1.45;
-
-double smoothstep(double low, double high, double value) {
-    const double t = std::clamp((value - low) / (high - low), 0.0, 1.0);
-    return t * t * (3 - 2 * t);
-}
 
 std::vector<float> bell(double centre, double deviation, int first, int count) {
     const double floor = std::exp(-haloReach * haloReach / 2);
@@ -132,10 +128,10 @@ void CloudLayer::drawBody(const Puff& puff) {
             const double ragged =
                 inside + 1.5 * noiseAt((left + i + puff.y * 3) * grain, (y * 1.5 + puff.x) * grain);
             cover[static_cast<std::size_t>(i)] =
-                static_cast<float>(puff.alpha * smoothstep(-0.1, 0.75, ragged) *
-                                   smoothstep(bodyReach * bodyReach, 1.0, ex * ex + ey * ey));
+                static_cast<float>(puff.alpha * glm::smoothstep(-0.1, 0.75, ragged) *
+                                   glm::smoothstep(bodyReach * bodyReach, 1.0, ex * ex + ey * ey));
         }
-        const double sunny = smoothstep(-0.6, 1.2, ey);
+        const double sunny = glm::smoothstep(-0.6, 1.2, ey);
         blend(y, left, cover, puff.colour.scaled(0.94).mixed(puff.lit.mixed({1, 1, 1}, 0.25), 0.6 * sunny));
     }
 }

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <glm/common.hpp>
 
 namespace gull::Noise {
 
@@ -132,7 +133,7 @@ Heights fractal(int size, std::uint64_t seed, int cells, int octaves) {
         std::vector<float> ease(static_cast<std::size_t>(step));
         for (int i = 0; i < step; ++i) {
             const auto t = static_cast<float>(i) / static_cast<float>(step);
-            ease[static_cast<std::size_t>(i)] = t * t * (3 - 2 * t);
+            ease[static_cast<std::size_t>(i)] = glm::smoothstep(0.0F, 1.0F, t);
         }
         for (int y = 0; y < size; ++y) {
             const float* top = &lattice[static_cast<std::size_t>(y / step * cells)];

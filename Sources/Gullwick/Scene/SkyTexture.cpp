@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <glm/common.hpp>
 
 namespace gull {
 
@@ -111,8 +112,7 @@ void store(const Row& row, const Dither& dither, int y, std::uint8_t* out) {
 
 /// Clouds fade in above the haze: absent below the horizon, full two degrees above it.
 float cloudsAt(double elevation) {
-    const double t = std::clamp((elevation + 0.5) / 2.5, 0.0, 1.0);
-    return static_cast<float>(t * t * (3 - 2 * t));
+    return static_cast<float>(glm::smoothstep(-0.5, 2.0, elevation));
 }
 
 }  // namespace

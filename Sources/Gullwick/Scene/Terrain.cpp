@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <glm/common.hpp>
 #include <glm/geometric.hpp>
 
 namespace gull {
@@ -15,19 +16,14 @@ namespace {
 constexpr double seawardEdge = -5;  // where the beach ends and the sea floor falls away
 constexpr double slopeReach = 0.05;
 
-double smooth(double t) {
-    const double c = std::clamp(t, 0.0, 1.0);
-    return c * c * (3 - 2 * c);
-}
-
 }  // namespace
 
 double height(double x, double z) {
     const double beach =
         z >= seawardEdge ? (z - seawardEdge) * 0.035 : -0.13 * std::pow(seawardEdge - z, 1.2);
     const double undulation = 0.05 * std::sin(0.45 * x + 0.3 * z) + 0.03 * std::sin(1.1 * x - 0.7 * z);
-    const double dune = (0.7 + 0.3 * std::sin(0.5 * x)) * smooth((z - 7) / 9) * 0.6;
-    const double side = (1.0 + 0.3 * std::sin(0.6 * z)) * smooth((std::abs(x) - 10) / 7) * 0.45;
+    const double dune = (0.7 + 0.3 * std::sin(0.5 * x)) * glm::smoothstep(7.0, 16.0, z) * 0.6;
+    const double side = (1.0 + 0.3 * std::sin(0.6 * z)) * glm::smoothstep(10.0, 17.0, std::abs(x)) * 0.45;
     return dune + side + undulation + beach;
 }
 
@@ -87,8 +83,7 @@ constexpr double overlap = 0.5;
 
 /// How wet the sand is at a place, 0 dry to 1.
 double wetness(double height, double z) {
-    const double t = std::clamp((z + 3.4) / -2.8, 0.0, 1.0);
-    return (height < -0.25 ? 0.1 : 0) + 0.9 * (t * t * (3 - 2 * t));
+    return (height < -0.25 ? 0.1 : 0) + 0.9 * glm::smoothstep(0.0, 1.0, (z + 3.4) / -2.8);
 }
 
 /// A factor for the roughness of sand: the wettest sand is covered by a film of water.
