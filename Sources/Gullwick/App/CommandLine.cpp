@@ -73,7 +73,7 @@ Gullwick: the trackpad is a beach. Without an option the game opens its window.
       --seed N              bury by this seed: the same beaches every time
       --selftest [BEACHES]  play the rules through, on all beaches or on "2,5"
       --devices             print the devices found and chosen
-      --allow-touchpad      as root: let who sits here read the touchpad, for good
+      --allow-touchpad      as root: allow reading the touchpad, for good
   -h, --help                print this
   -v, --version             print the version
 Pictures, without a window (--shot FILE and --shot=FILE are the same):
@@ -87,7 +87,7 @@ Pictures, without a window (--shot FILE and --shot=FILE are the same):
 Environment:
   GULLWICK_SAVE         the progress file
   GULLWICK_SCALE        pixels a point, 0.5 to 4
-  GULLWICK_PROBE, GULLWICK_PROBE_BEACH  measure the frame rate there, picture here
+  GULLWICK_PROBE, GULLWICK_PROBE_BEACH  measure the frame rate: picture, beach
   GW_CAM, GW_LOOK, GW_FOV  camera: two points "x,y,z", field of view in degrees
 )";
 
