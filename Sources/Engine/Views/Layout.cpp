@@ -161,8 +161,12 @@ ViewSize Layout::measure(const View& view, const ViewSize& room) {
             },
             [](const View::FixedGap&) { return ViewSize{}; },
             [&](const View::Text& text) {
-                const TextSize size = measureText(text.text, styleFor(text, room.width));
-                return ViewSize{size.width, size.height};
+                // Lines break at the style's width, which counts the space after the last letter: measured
+                // again in the width of the letters alone they would break elsewhere.
+                const TextStyle style = styleFor(text, room.width);
+                const TextSize size = measureText(text.text, style);
+                return ViewSize{style.maxWidth > 0 ? std::max(size.width, style.maxWidth) : size.width,
+                                size.height};
             },
             [&](const ShapeStyle&) {
                 return ViewSize{limited(room.width), limited(room.height)};
@@ -233,7 +237,14 @@ void Layout::content(const View& view, const Rect& rect) {
                 // The box fits the measured lines exactly. A little more room, less than a letter, keeps the
                 // same line breaks. Slanted letters and accents extend beyond the box.
                 const double room = rect.width + text.style.tracking + 1;
-                mark(Drawing::Text{text.text, styleFor(text, room), text.colour, around_.factor}, rect,
+                const TextStyle style = styleFor(text, room);
+                Rect lines = rect;
+                if (style.maxWidth > 0) {
+                    lines.width = measureText(text.text, style).width;
+                    if (style.align != TextAlign::left)
+                        lines.x += (rect.width - lines.width) * (style.align == TextAlign::centre ? 0.5 : 1);
+                }
+                mark(Drawing::Text{text.text, style, text.colour, around_.factor}, lines,
                      text.style.font.size * 0.4);
             },
             [&](const ShapeStyle& style) {
