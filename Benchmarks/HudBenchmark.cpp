@@ -28,7 +28,8 @@ struct Play {
     GameController game{loop, settings, feedback, {}, false, 7};
     BlankIcons source;
     ItemIcons icons{source};
-    Overlay overlay{game, settings, icons, [] { return std::vector<Menu>{}; }};
+    Language language;
+    Overlay overlay{game, settings, language, icons, [] { return std::vector<Menu>{}; }};
     int frame = 0;
 
     Play() {

@@ -34,4 +34,6 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 # Loaded at run time, or data, so not found among the linked libraries.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
     "libgl1, libegl1, libdecor-0-plugin-1-cairo | libdecor-0-plugin-1-gtk, fonts-jetbrains-mono, fonts-vollkorn, fonts-inter, fonts-liberation, fonts-dejavu-core")
+# Japanese texts need it; without it the game stays in English.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-noto-cjk")
 include(CPack)

@@ -5,7 +5,7 @@
 
 # Names of Debian packages.
 buildPackages=(
-    g++ cmake ninja-build pkg-config
+    g++ cmake ninja-build pkg-config gettext
     libsdl2-dev libx11-dev libwayland-dev libepoxy-dev libegl-dev libgl-dev libglm-dev
     libcairo2-dev libpango1.0-dev libfontconfig-dev
     nlohmann-json3-dev libfmt-dev

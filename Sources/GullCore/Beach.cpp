@@ -1,5 +1,7 @@
 #include "GullCore/Beach.h"
 
+#include "Engine/Language/Message.h"
+
 #include <cmath>
 #include <cstddef>
 
@@ -14,17 +16,17 @@ struct KindRow {
 
 // In the order of ItemKind.
 constexpr std::array<KindRow, 11> kindTable{{
-    {"coin", "Gold doubloon", 50},
-    {"ring", "Signet ring", 120},
-    {"watch", "Pocket watch", 200},
-    {"key", "Iron key", 80},
-    {"gem", "Emerald", 250},
-    {"compass", "Brass compass", 150},
-    {"chest", "Treasure chest", 1000},
-    {"cap", "Bottle cap", 0},
-    {"can", "Soda can", 0},
-    {"nail", "Rusty nail", 0},
-    {"foil", "Foil wrapper", 0},
+    {"coin", translatable("Gold doubloon"), 50},
+    {"ring", translatable("Signet ring"), 120},
+    {"watch", translatable("Pocket watch"), 200},
+    {"key", translatable("Iron key"), 80},
+    {"gem", translatable("Emerald"), 250},
+    {"compass", translatable("Brass compass"), 150},
+    {"chest", translatable("Treasure chest"), 1000},
+    {"cap", translatable("Bottle cap"), 0},
+    {"can", translatable("Soda can"), 0},
+    {"nail", translatable("Rusty nail"), 0},
+    {"foil", translatable("Foil wrapper"), 0},
 }};
 
 const KindRow& row(ItemKind kind) {

@@ -45,7 +45,7 @@ enum class ItemKind : std::uint8_t { coin, ring, watch, key, gem, compass, chest
 std::string_view rawValue(ItemKind kind);
 /// The kind with exactly this raw value, if there is one.
 std::optional<ItemKind> itemKind(std::string_view rawValue);
-/// What the player reads, e.g. "Gold doubloon".
+/// What the player reads, in English, e.g. "Gold doubloon".
 std::string_view name(ItemKind kind);
 /// Worth in points; 0 for junk. No two treasures are worth the same.
 int value(ItemKind kind);

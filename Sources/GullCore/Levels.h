@@ -4,16 +4,16 @@
 #include "GullCore/Rng.h"
 
 #include <cstdint>
-#include <string>
+#include <string_view>
 #include <vector>
 
 namespace gull {
 
 /// The plan of one beach of the campaign; its layout is drawn for every hunt.
 struct BeachSpec {
-    int number = 1;  ///< position in the campaign, from 1
-    std::string name{};
-    std::string tagline{};
+    int number = 1;              ///< position in the campaign, from 1
+    std::string_view name{};     ///< English, the catalogues' key; a text that lives as long as the program
+    std::string_view tagline{};  ///< likewise
     std::vector<ItemKind> treasures{};  ///< in burial order; repeats allowed
     int junk = 0;                       ///< number of junk items
     double range = 0;                   ///< reach of the detector, in plot distance

@@ -24,16 +24,17 @@ const std::vector<Room>& rooms() {
         {std::string(cellar), {}},
 
         {"Engine/Files", {}},
+        {"Engine/Language", {}},
         {"Engine/Loop", {}},
         {"Engine/Raster", {}},
         {"Engine/Input", {}},
         {"Engine/Sound", {}},
 
-        {"GullCore", {"Engine/Files"}},
+        {"GullCore", {"Engine/Files", "Engine/Language/Message.h"}},
         {"Engine/Stage", {"Engine/Raster"}},
         {"Engine/Views", {"Engine/Raster", "Engine/Loop"}},
         {"Engine/Touch", {"Engine/Input"}},
-        {"Engine/Window", {"Engine/Input"}},
+        {"Engine/Window", {"Engine/Input", "Engine/Language/Message.h"}},
 
         {"Engine/Gl", {"Engine/Raster"}},
         {"Engine/Render", {"Engine/Gl", "Engine/Stage", "Engine/Raster"}},
@@ -45,13 +46,13 @@ const std::vector<Room>& rooms() {
 
         {"Gullwick/Game",
          {"GullCore", "Gullwick/Scene", "Gullwick/Feedback", "Gullwick/Settings", "Engine/Stage",
-          "Engine/Loop", "Engine/Input"}},
+          "Engine/Language", "Engine/Loop", "Engine/Input"}},
 
         // Of the scene the overlay takes colours and the models of its icons, nothing that moves.
         {"Gullwick/HUD",
          {"Gullwick/Game", "Gullwick/Settings", "GullCore", "Gullwick/Scene/Look.h",
           "Gullwick/Scene/ItemModels.h", "Gullwick/Scene/Textures.h", "Engine/Views", "Engine/Stage",
-          "Engine/Raster", "Engine/Input", "Engine/Loop"}},
+          "Engine/Raster", "Engine/Language", "Engine/Input", "Engine/Loop"}},
 
         {"Gullwick/App", {"GullCore", "Engine", "Gullwick"}},
     };

@@ -64,6 +64,13 @@ void drawText(Canvas& canvas, std::string_view text, const TextStyle& style, con
     TextRenderer::draw(canvas, textLayouts().layout(text, style), colour, x, y);
 }
 
+std::string upperCase(std::string_view text) {
+    char* upper = g_utf8_strup(text.data(), static_cast<gssize>(text.size()));
+    std::string result = upper;
+    g_free(upper);
+    return result;
+}
+
 bool anyFontInstalled() {
     FcPattern* pattern = FcPatternCreate();
     FcObjectSet* objects = FcObjectSetBuild(FC_FAMILY, nullptr);
@@ -73,6 +80,10 @@ bool anyFontInstalled() {
     FcObjectSetDestroy(objects);
     FcPatternDestroy(pattern);
     return any;
+}
+
+bool canShow(std::string_view text, const Font& font) {
+    return pango_layout_get_unknown_glyphs_count(textLayouts().layout(text, {.font = font}).pango()) == 0;
 }
 
 std::string describeFont(const Font& font) {

@@ -46,8 +46,12 @@ TextSize measureText(std::string_view text, const TextStyle& style);
 /// flipped canvas too. Baselines are rounded to whole pixels.
 void drawText(Canvas& canvas, std::string_view text, const TextStyle& style, const Colour& colour, double x,
               double y);
+/// In upper case, by Unicode's rules for all languages: "ß" becomes "SS".
+std::string upperCase(std::string_view text);
 /// True when fontconfig finds any font at all.
 bool anyFontInstalled();
+/// True when there is a glyph for every character of `text`, in the font itself or one that steps in.
+bool canShow(std::string_view text, const Font& font = {});
 /// The family and file that a font resolves to, for diagnosis: "JetBrains Mono (JetBrainsMono-Regular.ttf)".
 std::string describeFont(const Font& font);
 

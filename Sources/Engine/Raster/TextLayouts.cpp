@@ -83,6 +83,22 @@ void setSigns(PangoAttrList* attributes, std::string_view text) {
     }
 }
 
+/// Whether the text has Chinese characters or kana.
+bool isIdeographic(std::string_view text) {
+    const auto* at = text.data();
+    const auto* end = at + text.size();
+    for (; at < end; at = g_utf8_next_char(at)) {
+        // A character of three bytes from U+3000 on begins with this byte or a larger one.
+        if (static_cast<unsigned char>(*at) < 0xE3) continue;
+        const GUnicodeScript script = g_unichar_get_script(g_utf8_get_char(at));
+        if (script == G_UNICODE_SCRIPT_HAN || script == G_UNICODE_SCRIPT_HIRAGANA ||
+            script == G_UNICODE_SCRIPT_KATAKANA) {
+            return true;
+        }
+    }
+    return false;
+}
+
 void setAttributes(PangoLayout* layout, std::string_view text, const TextStyle& style) {
     PangoAttrList* attributes = pango_attr_list_new();
     if (style.tracking != 0) {
@@ -94,6 +110,17 @@ void setAttributes(PangoLayout* layout, std::string_view text, const TextStyle& 
     if (style.font.tabularDigits) features += ", tnum 1";
     pango_attr_list_insert(attributes, pango_attr_font_features_new(features.c_str()));
     if (style.font.design == FontDesign::monospaced) setSigns(attributes, text);
+    if (isIdeographic(text)) {
+        // These characters have other forms in Chinese fonts; the game's only texts with them are Japanese.
+        // They stand upright, and figures between the words of a serif look like theirs.
+        pango_attr_list_insert(attributes, pango_attr_language_new(pango_language_from_string("ja")));
+        if (style.font.design == FontDesign::serif) {
+            pango_attr_list_insert(attributes,
+                                   pango_attr_family_new("Noto Serif CJK JP, Noto Sans CJK JP, "
+                                                         "Liberation Serif, DejaVu Serif, serif"));
+        }
+        pango_attr_list_insert(attributes, pango_attr_style_new(PANGO_STYLE_NORMAL));
+    }
     pango_layout_set_attributes(layout, attributes);
     pango_attr_list_unref(attributes);
 }

@@ -1,5 +1,7 @@
 #include "Engine/Window/ControllerNames.h"
 
+#include "Engine/Language/Message.h"
+
 #include <SDL.h>
 
 namespace gull {
@@ -30,7 +32,12 @@ Names namesOf(int sdlType) {
         case SDL_CONTROLLER_TYPE_NINTENDO_SWITCH_JOYCON_PAIR:
             return {"B", "A", "Y", "X", "Plus", "Minus"};
         default:
-            return {"bottom button", "right button", "left button", "top button", "Start", "Back"};
+            return {translatable("controller button", "bottom button"),
+                    translatable("controller button", "right button"),
+                    translatable("controller button", "left button"),
+                    translatable("controller button", "top button"),
+                    "Start",
+                    "Back"};
     }
 }
 

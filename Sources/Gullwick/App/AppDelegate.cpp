@@ -2,6 +2,7 @@
 
 #include "Engine/Compositor/Renderer.h"
 #include "Engine/Log/Log.h"
+#include "Engine/Raster/Text.h"
 #include "Engine/Sound/AudioDevice.h"
 #include "Engine/Touch/Seat.h"
 #include "Engine/Touch/Trackpads.h"
@@ -16,6 +17,7 @@
 #include "Gullwick/App/LeaveSignals.h"
 #include "Gullwick/App/Numbers.h"
 #include "Gullwick/App/PlayerInput.h"
+#include "Gullwick/App/PlayersLanguage.h"
 #include "Gullwick/App/Screenshot.h"
 #include "Gullwick/App/SilenceHint.h"
 #include "Gullwick/App/TierChooser.h"
@@ -32,6 +34,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <map>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -144,7 +147,7 @@ struct AppDelegate::Parts final : WindowCommands {
         if (settings.pauseInBackground()) game.pause();
     }
 
-    std::vector<Menu> menus() { return buildMenus(game, surface, settings, feedback, *this); }
+    std::vector<Menu> menus() { return buildMenus(game, surface, settings, feedback, *this, language); }
 
     void resized() {
         game.world().frame(window.width() / std::max(window.height(), 1.0));
@@ -251,6 +254,7 @@ struct AppDelegate::Parts final : WindowCommands {
         if (flyingIn && (overlay.prepareIcon() || feedback.prepareOne())) return;
         if (warmedUp || (!flyingIn && ++framesCold < warmUpGap)) return;
         framesCold = 0;
+        if (prepareLanguage()) return;
         warmedUp = renderer.warmUp(warmUpBudget);
     }
 
@@ -304,12 +308,31 @@ struct AppDelegate::Parts final : WindowCommands {
     bool isFullScreen() const override { return window.isFullScreen(); }
     void takeScreenshot() override { screenshotWanted = true; }
     void quit() override { loop.quit(0); }
+    void speak(const std::string& code) override {
+        settings.language = code;
+        language = playersLanguage(code);
+    }
+    bool hasFont(const Language& asked) override {
+        const auto [known, isNew] = fonts.try_emplace(asked.code(), false);
+        if (isNew) known->second = canShow(asked.ownName());
+        return known->second;
+    }
+    /// The search for a font takes time where none of the usual ones serves; false when all is known.
+    bool prepareLanguage() {
+        const std::size_t before = fonts.size();
+        for (const Language& each : Language::all()) {
+            if (fonts.size() == before) hasFont(each);
+        }
+        return fonts.size() > before;
+    }
 
     LeaveSignals leaveSignals;
     std::optional<std::string> probePath;
     UptimeClock clock;
     MainLoop loop{clock};
     AppSettings settings{AppSettings::defaultFile(std::getenv)};
+    Language language = playersLanguage(settings.language());
+    std::map<std::string, bool> fonts;  ///< by the code of a language, whether there is one for it
     Window window;
     Renderer renderer;
     const bool software = graphicsInfo().isSoftware;
@@ -326,7 +349,7 @@ struct AppDelegate::Parts final : WindowCommands {
     SilenceHint silence{game, feedback, settings};
     IconRenderer iconSource{&renderer, game.world().textures()};
     ItemIcons icons{iconSource};
-    Overlay overlay{game, settings, icons, [this] { return menus(); }};
+    Overlay overlay{game, settings, language, icons, [this] { return menus(); }};
     std::optional<FrameProbe> probe;
     Trace trace;
     std::function<void(const FrameTiming&)> observer;

@@ -13,21 +13,21 @@ namespace {
 
 using Phase = GameController::Phase;
 
-Menu programMenu(WindowCommands& window) {
+Menu programMenu(WindowCommands& window, const Language& language) {
     return {"Gullwick",
-            {{.title = "About Gullwick", .action = [&window] { window.showAbout(); }},
+            {{.title = language.tr("About Gullwick"), .action = [&window] { window.showAbout(); }},
              Command::separator(),
-             {.title = "Quit Gullwick",
+             {.title = language.tr("Quit Gullwick"),
               .shortcut = Shortcut::withCommand(U'q'),
               .anywhere = true,
               .action = [&window] { window.quit(); }}}};
 }
 
-std::vector<Command> beaches(GameController& game) {
+std::vector<Command> beaches(GameController& game, const Language& language) {
     std::vector<Command> commands;
     for (const BeachSpec& beach : Campaign::beaches()) {
         const int number = beach.number;
-        commands.push_back({.title = fmt::format("{}  {}", number, beach.name),
+        commands.push_back({.title = fmt::format("{}  {}", number, language.translated(beach.name)),
                             .shortcut = Shortcut::withCommand(U'0' + static_cast<char32_t>(number)),
                             .enabled = game.progress->isUnlocked(number),
                             .action = [&game, number] {
@@ -37,26 +37,28 @@ std::vector<Command> beaches(GameController& game) {
     return commands;
 }
 
-Menu gameMenu(GameController& game, WindowCommands& window) {
+Menu gameMenu(GameController& game, WindowCommands& window, const Language& language) {
     const auto key = [&game](const KeyAction::Any& action) { return [&game, action] { game.key(action); }; };
-    return {"Game",
-            {{.title = "Dig", .shortcut = {Key::returnKey}, .action = key(KeyAction::Confirm{})},
-             {.title = "Ping (costs 5 s of tide)",
+    return {language.tr("Game"),
+            {{.title = language.tr("Dig"), .shortcut = {Key::returnKey}, .action = key(KeyAction::Confirm{})},
+             {.title = language.tr("Ping (costs 5 s of tide)"),
               .shortcut = Shortcut::plain(U'h'),
               .enabled = game.phase == Phase::playing && !game.isPaused,
               .action = key(KeyAction::Ping{})},
-             {.title = "Restart This Beach",
+             {.title = language.tr("Restart This Beach"),
               .shortcut = Shortcut::plain(U'r'),
               .action = key(KeyAction::Restart{})},
-             {.title = "Next Beach",
+             {.title = language.tr("Next Beach"),
               .shortcut = Shortcut::plain(U'n'),
               .enabled = game.phase == Phase::finished && game.earnedStars > 0,
               .action = key(KeyAction::Next{})},
-             {.title = "All Beaches…", .shortcut = Shortcut::plain(U'l'), .action = key(KeyAction::Levels{})},
-             {.title = "Beaches", .submenu = beaches(game)},
+             {.title = language.tr("All Beaches…"),
+              .shortcut = Shortcut::plain(U'l'),
+              .action = key(KeyAction::Levels{})},
+             {.title = language.tr("Beaches"), .submenu = beaches(game, language)},
              Command::separator(),
-             {.title = "Reset Progress…", .action = [&window] { window.askReset(); }},
-             {.title = game.isPaused ? "Go On" : "Pause",
+             {.title = language.tr("Reset Progress…"), .action = [&window] { window.askReset(); }},
+             {.title = game.isPaused ? language.tr("Go On") : language.tr("Pause"),
               .shortcut = Shortcut::plain(U'p'),
               .enabled = game.phase == Phase::playing,
               .action = key(KeyAction::Pause{})}}};
@@ -96,53 +98,75 @@ std::vector<Command> volumes(Setting<int>& volume, Feedback& feedback) {
     return commands;
 }
 
-Menu optionsMenu(GameController& game, TouchSurface& surface, AppSettings& settings, Feedback& feedback) {
-    return {
-        "Options",
-        {{.title = "Haptic Feedback",
-          .checked = settings.haptics(),
-          .action = [&] { toggleHaptics(settings, feedback); }},
-         {.title = "Sound", .checked = settings.sound(), .action = [&] { toggleSound(settings, feedback); }},
-         {.title = "Trackpad Sweeps the Beach",
-          .shortcut = {Key::escape},
-          .checked = settings.trackpadSweep(),
-          .action = [&] { toggleTrackpad(game, surface); },
-          // Opening the menu has freed the pointer: what counts is the check mark.
-          .chosen = [&] { surface.setTrackpad(!settings.trackpadSweep()); }},
-         Command::separator(),
-         {.title = "Show Ticks",
-          .checked = settings.showTicks(),
-          .action = [&] { settings.showTicks = !settings.showTicks(); }},
-         {.title = "Reduce Motion",
-          .checked = settings.reduceMotion(),
-          .action = [&] { settings.reduceMotion = !settings.reduceMotion(); }},
-         {.title = "Pause in Background",
-          .checked = settings.pauseInBackground(),
-          .action = [&] { settings.pauseInBackground = !settings.pauseInBackground(); }},
-         {.title = "Effects Volume", .submenu = volumes(settings.effectsVolume, feedback)},
-         {.title = "Surf Volume", .submenu = volumes(settings.surfVolume, feedback)}}};
+/// Each by its own name. One that no font here can show is named in the language that is spoken.
+std::vector<Command> languages(const AppSettings& settings, WindowCommands& window,
+                               const Language& language) {
+    std::vector<Command> commands{{.title = language.tr("As the System"),
+                                   .checked = settings.language().empty(),
+                                   .action = [&window] { window.speak({}); }},
+                                  Command::separator()};
+    for (const Language& each : Language::all()) {
+        const bool hasFont = window.hasFont(each);
+        commands.push_back({.title = hasFont ? each.ownName() : language.tr("{} (no font)", each.code()),
+                            .enabled = hasFont,
+                            .checked = settings.language() == each.code(),
+                            .action = [&window, code = each.code()] { window.speak(code); }});
+    }
+    return commands;
 }
 
-Menu windowMenu(WindowCommands& window) {
-    return {"Window",
-            {{.title = "Minimize",
-              .shortcut = Shortcut::withCommand(U'm'),
-              .action = [&window] { window.minimise(); }},
-             {.title = window.isFullScreen() ? "Exit Full Screen" : "Enter Full Screen",
-              .shortcut = {Key::f11},
-              .anywhere = true,
-              .action = [&window] { window.toggleFullScreen(); }},
-             {.title = "Take Screenshot", .shortcut = {Key::f12}, .anywhere = true, .action = [&window] {
-                  window.takeScreenshot();
-              }}}};
+Menu optionsMenu(GameController& game, TouchSurface& surface, AppSettings& settings, Feedback& feedback,
+                 WindowCommands& window, const Language& language) {
+    return {language.tr("Options"),
+            {{.title = language.tr("Haptic Feedback"),
+              .checked = settings.haptics(),
+              .action = [&] { toggleHaptics(settings, feedback); }},
+             {.title = language.tr("Sound"),
+              .checked = settings.sound(),
+              .action = [&] { toggleSound(settings, feedback); }},
+             {.title = language.tr("Trackpad Sweeps the Beach"),
+              .shortcut = {Key::escape},
+              .checked = settings.trackpadSweep(),
+              .action = [&] { toggleTrackpad(game, surface); },
+              // Opening the menu has freed the pointer: what counts is the check mark.
+              .chosen = [&] { surface.setTrackpad(!settings.trackpadSweep()); }},
+             Command::separator(),
+             {.title = language.tr("Show Ticks"),
+              .checked = settings.showTicks(),
+              .action = [&] { settings.showTicks = !settings.showTicks(); }},
+             {.title = language.tr("Reduce Motion"),
+              .checked = settings.reduceMotion(),
+              .action = [&] { settings.reduceMotion = !settings.reduceMotion(); }},
+             {.title = language.tr("Pause in Background"),
+              .checked = settings.pauseInBackground(),
+              .action = [&] { settings.pauseInBackground = !settings.pauseInBackground(); }},
+             {.title = language.tr("Effects Volume"), .submenu = volumes(settings.effectsVolume, feedback)},
+             {.title = language.tr("Surf Volume"), .submenu = volumes(settings.surfVolume, feedback)},
+             {.title = language.tr("Language"), .submenu = languages(settings, window, language)}}};
+}
+
+Menu windowMenu(WindowCommands& window, const Language& language) {
+    return {
+        language.tr("Window"),
+        {{.title = language.tr("Minimize"),
+          .shortcut = Shortcut::withCommand(U'm'),
+          .action = [&window] { window.minimise(); }},
+         {.title = window.isFullScreen() ? language.tr("Exit Full Screen") : language.tr("Enter Full Screen"),
+          .shortcut = {Key::f11},
+          .anywhere = true,
+          .action = [&window] { window.toggleFullScreen(); }},
+         {.title = language.tr("Take Screenshot"),
+          .shortcut = {Key::f12},
+          .anywhere = true,
+          .action = [&window] { window.takeScreenshot(); }}}};
 }
 
 }  // namespace
 
 std::vector<Menu> buildMenus(GameController& game, TouchSurface& surface, AppSettings& settings,
-                             Feedback& feedback, WindowCommands& window) {
-    return {programMenu(window), gameMenu(game, window), optionsMenu(game, surface, settings, feedback),
-            windowMenu(window)};
+                             Feedback& feedback, WindowCommands& window, const Language& language) {
+    return {programMenu(window, language), gameMenu(game, window, language),
+            optionsMenu(game, surface, settings, feedback, window, language), windowMenu(window, language)};
 }
 
 }  // namespace gull

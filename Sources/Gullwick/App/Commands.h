@@ -2,6 +2,7 @@
 
 #include "Gullwick/HUD/Command.h"
 
+#include <string>
 #include <vector>
 
 namespace gull {
@@ -24,12 +25,16 @@ class WindowCommands {
     virtual void takeScreenshot() = 0;
     /// Asks the player, and erases all progress if the answer is yes.
     virtual void askReset() = 0;
+    /// Changes to that language and keeps it in the settings; empty: the one that the system asks for.
+    virtual void speak(const std::string& code) = 0;
+    /// Whether a font here shows that language. Asked for every language whenever the menus are made.
+    virtual bool hasFont(const Language& language) = 0;
 };
 
 /// The program's menus as they stand now: what each command is called, its key, whether it can be chosen,
-/// whether it is checked, and what it does. The one table behind keyboard and menu bar. Everything passed in
-/// must outlive the menus.
+/// whether it is checked, and what it does, in `language`. The one table behind keyboard and menu bar.
+/// Everything passed in must outlive the menus.
 std::vector<Menu> buildMenus(GameController& game, TouchSurface& surface, AppSettings& settings,
-                             Feedback& feedback, WindowCommands& window);
+                             Feedback& feedback, WindowCommands& window, const Language& language = {});
 
 }  // namespace gull

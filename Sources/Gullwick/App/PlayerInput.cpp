@@ -5,8 +5,6 @@
 #include "Gullwick/Game/GameController.h"
 #include "Gullwick/Game/TouchSurface.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <cmath>
 #include <optional>
@@ -122,15 +120,15 @@ void PlayerInput::handle(const ControllerEvent& event) {
     switch (event.kind) {
         case ControllerEvent::Kind::connected:
             usesController_ = true;
-            game_.queueHint(fmt::format("Controller: left stick sweeps · {} digs · {} pings · {} beaches",
-                                        controllers_.buttonName(ControllerButton::south),
-                                        controllers_.buttonName(ControllerButton::west),
-                                        controllers_.buttonName(ControllerButton::start)),
+            game_.queueHint(message("Controller: left stick sweeps · {} digs · {} pings · {} beaches",
+                                    Controls::label(controllers_.buttonName(ControllerButton::south)),
+                                    Controls::label(controllers_.buttonName(ControllerButton::west)),
+                                    Controls::label(controllers_.buttonName(ControllerButton::start))),
                             4.5);
             break;
         case ControllerEvent::Kind::disconnected:
             usesController_ = usesController_ && !controllers_.controllers().empty();
-            game_.showToast("Controller unplugged", 3.4);
+            game_.showToast(message("Controller unplugged"), 3.4);
             break;
         case ControllerEvent::Kind::pressed:
             usesController_ = true;
@@ -182,7 +180,7 @@ void PlayerInput::hint() {
     hinted_ = true;
     const std::string command = TouchpadPermission::command();
     Log::say("the touchpad cannot be read, so the mouse steers. To allow it: {}", command);
-    game_.queueHint("The touchpad may not be read: the mouse steers. To allow it: " + command, 8.0);
+    game_.queueHint(message("The touchpad may not be read: the mouse steers. To allow it: {}", command), 8.0);
 }
 
 }  // namespace gull

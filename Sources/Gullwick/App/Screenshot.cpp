@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace gull {
@@ -55,8 +56,8 @@ fs::path Screenshot::folder(const AppSettings::Environment& environment) {
     return home / "Pictures";
 }
 
-std::string Screenshot::save(const Image& image, const fs::path& folder) {
-    if (folder.empty()) return "There is no home folder to save a picture in";
+Message Screenshot::save(const Image& image, const fs::path& folder) {
+    if (folder.empty()) return message("There is no home folder to save a picture in");
     const std::time_t now = std::time(nullptr);
     const std::string stem = fmt::format("Gullwick {:%Y-%m-%d %H.%M.%S}", fmt::localtime(now));
     fs::path file = folder / (stem + ".png");
@@ -64,11 +65,11 @@ std::string Screenshot::save(const Image& image, const fs::path& folder) {
     for (int copy = 2; fs::exists(file, ignored); ++copy)
         file = folder / fmt::format("{} {}.png", stem, copy);
     const auto png = encodePng(image);
-    if (!png) return "The picture could not be saved: it cannot be encoded";
+    if (!png) return message("The picture could not be saved: {}", message("it cannot be encoded"));
     const std::string_view bytes(reinterpret_cast<const char*>(png->data()), png->size());
     if (const auto written = SmallFile::replace(file, bytes); !written)
-        return fmt::format("The picture could not be saved: {}", written.failure);
-    return fmt::format("Picture saved: {}", shortened(file, std::getenv("HOME")));
+        return message("The picture could not be saved: {}", written.failure);
+    return message("Picture saved: {}", shortened(file, std::getenv("HOME")));
 }
 
 }  // namespace gull

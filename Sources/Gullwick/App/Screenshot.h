@@ -1,10 +1,10 @@
 #pragma once
 
+#include "Engine/Language/Message.h"
 #include "Engine/Raster/Image.h"
 #include "Gullwick/Settings/AppSettings.h"
 
 #include <filesystem>
-#include <string>
 
 namespace gull {
 
@@ -17,7 +17,7 @@ std::filesystem::path folder(const AppSettings::Environment& environment);
 
 /// Writes `image` as a PNG there, under a name of its own made from the present time; makes the folder. The
 /// result is a sentence for the player: where it is, or why it is not.
-std::string save(const Image& image, const std::filesystem::path& folder);
+Message save(const Image& image, const std::filesystem::path& folder);
 
 }  // namespace Screenshot
 

@@ -28,8 +28,9 @@ void SilenceHint::poll(double now) {
     bool& told = settings_.sound() ? toldNoDevice_ : toldTurnedOff_;
     if (told || now - silentSince_ < patience) return;
     told = true;
-    game_.queueHint(settings_.sound() ? "No sound can come out here — Options > Show Ticks draws every tick"
-                                      : "The sound is off — Options > Show Ticks draws every tick",
+    game_.queueHint(settings_.sound()
+                        ? message("No sound can come out here — Options > Show Ticks draws every tick")
+                        : message("The sound is off — Options > Show Ticks draws every tick"),
                     hintSeconds);
 }
 

@@ -8,6 +8,7 @@
 #include "Engine/Raster/Png.h"
 #include "Gullwick/App/Environment.h"
 #include "Gullwick/App/IconRenderer.h"
+#include "Gullwick/App/PlayersLanguage.h"
 #include "Gullwick/App/SnapshotOptions.h"
 #include "Gullwick/App/StillBeach.h"
 #include "Gullwick/HUD/HUDView.h"
@@ -48,7 +49,7 @@ Image compose(const Image& scene, StillBeach& beach, Renderer& renderer, const S
     canvas.drawImage(scene, {0, 0, width, height});
     IconRenderer source(&renderer, beach.game().world().textures());
     ItemIcons icons(source);
-    drawHud(canvas, HudState::of(beach.game(), beach.settings().showTicks()), icons);
+    drawHud(canvas, HudState::of(beach.game(), beach.settings().showTicks(), playersLanguage({})), icons);
     return canvas.image();
 }
 

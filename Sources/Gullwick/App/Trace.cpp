@@ -1,5 +1,6 @@
 #include "Gullwick/App/Trace.h"
 
+#include "Engine/Language/Language.h"
 #include "Engine/Sound/AudioDevice.h"
 #include "Engine/Touch/Trackpads.h"
 #include "Engine/Window/Window.h"
@@ -32,7 +33,8 @@ void Trace::follow(double now, bool isMeant, const GameController& game, const W
         game.coil().x, game.coil().y, game.target().x, game.target().y, game.captured.get(),
         name(game.phase.get()), isMeant, trackpads.contacts().size(), game.hunt().holes().size(),
         game.tickStamp.get(), window.driverName(), window.pixelWidth(), window.pixelHeight(), window.scale(),
-        window.isFullScreen(), audio.describe().isOpen, game.toast->value_or("-"));
+        window.isFullScreen(), audio.describe().isOpen,
+        game.toast.get() ? Language().tr(*game.toast.get()) : "-");
     if (line == last_) return;
     last_ = std::move(line);
     fmt::print(file_.get(), "{:.4f} {}\n", now, last_);

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "Engine/Language/Message.h"
+
 #include <string>
+#include <string_view>
 
 namespace gull {
 
@@ -23,6 +26,9 @@ struct Controls {
 
     Kind kind = Kind::trackpad;
     Buttons buttons = {};  ///< with Kind::controller
+
+    /// The name of a button, to be said in any language: "A" stays, "bottom button" is translated.
+    static Message label(std::string_view button) { return marked("controller button", button); }
 
     bool operator==(const Controls&) const = default;
 };

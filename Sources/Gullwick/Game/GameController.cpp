@@ -3,8 +3,6 @@
 #include "GullCore/ProgressFile.h"
 #include "Gullwick/Feedback/Feedback.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <random>
 #include <utility>
@@ -105,8 +103,8 @@ void GameController::enterPlay() {
     if (tutorial_.stage() == 1) {
         toasts_.showOpening(TutorialHints::opening(controls), TutorialHints::openingSeconds);
     } else {
-        toasts_.showOpening(fmt::format("Beach {} · find {} of {} before high tide", spec->number, spec->need,
-                                        spec->treasures.size()),
+        toasts_.showOpening(message("Beach {} · find {} of {} before high tide", spec->number, spec->need,
+                                    spec->treasures.size()),
                             openingToastSeconds);
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Engine/Input/Haptics.h"
+#include "Engine/Language/Message.h"
 #include "Engine/Loop/DelayedWork.h"
 #include "Engine/Loop/MainLoop.h"
 #include "Engine/Loop/Published.h"
@@ -79,7 +80,7 @@ class GameController {
     Published<int> junkCount{changes_};           ///< junk dug on this beach
     Published<double> meter{changes_};            ///< smoothed signal, 0 to 1
     Published<bool> meterIsTreasure{changes_, true};
-    Published<std::optional<std::string>> toast{changes_};
+    Published<std::optional<Message>> toast{changes_};
     Published<CampaignProgress> progress{changes_};
     Published<int> earnedStars{changes_};                   ///< of the beach that just ended, 0 to 3
     Published<bool> isNewBest{changes_};                    ///< the beach that just ended beat its best haul
@@ -144,9 +145,9 @@ class GameController {
     /// From now on toasts wait for pictures: their time starts with the next one shown.
     void waitForPictures() { toasts_.waitForPictures(); }
     void pictureShown() { toasts_.pictureShown(); }
-    void showToast(std::string text, double seconds) { toasts_.show(std::move(text), seconds); }
+    void showToast(Message text, double seconds) { toasts_.show(std::move(text), seconds); }
     /// Shows `text` once the toast that opens the beach has had its time.
-    void queueHint(std::string text, double seconds) { toasts_.queueHint(std::move(text), seconds); }
+    void queueHint(Message text, double seconds) { toasts_.queueHint(std::move(text), seconds); }
 
     // --- Stepping
 

@@ -75,8 +75,8 @@ void GameController::detect(double dt) {
         feedback_.play(Sound::lockOn, 0.8F);
     }
     wasPinpoint_ = reading_.isPinpoint;
-    if (std::string hint = tutorial_.advance(reading_, controls); !hint.empty())
-        toasts_.showAfterOpening(std::move(hint), TutorialHints::hintSeconds);
+    if (auto hint = tutorial_.advance(reading_, controls))
+        toasts_.showAfterOpening(std::move(*hint), TutorialHints::hintSeconds);
 }
 
 /// One detector tick: single for treasure; for all else a second one follows, and that is how they are told

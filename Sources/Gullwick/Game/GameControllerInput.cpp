@@ -1,8 +1,6 @@
 #include "Gullwick/Feedback/Feedback.h"
 #include "Gullwick/Game/GameController.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <cmath>
 #include <type_traits>
@@ -136,7 +134,7 @@ void GameController::uncover(const BuriedItem& treasure, double now) {
     tutorial_.end();
     toasts_.dropWaiting();
     if (static_cast<int>(hunt_.found().size()) == spec->need && !hunt_.isAllFound())
-        showToast("Beach cleared! Keep going for the rest, or wait out the tide", toastSeconds);
+        showToast(message("Beach cleared! Keep going for the rest, or wait out the tide"), toastSeconds);
 }
 
 void GameController::discard(const BuriedItem& junk, double now) {
@@ -145,10 +143,10 @@ void GameController::discard(const BuriedItem& junk, double now) {
     later(0.22, [this] { feedback_.play(Sound::junk, 1.0F); });
     junkCount = static_cast<int>(hunt_.junkDug().size());
     if (shownJunkTip_) {
-        showToast(std::string(name(junk.kind)), shortToast);
+        showToast(marked(name(junk.kind)), shortToast);
     } else {
         shownJunkTip_ = true;
-        showToast(fmt::format("{}. Junk ticks in pairs — tick-tick … tick-tick", name(junk.kind)), 4.5);
+        showToast(message("{}. Junk ticks in pairs — tick-tick … tick-tick", marked(name(junk.kind))), 4.5);
     }
 }
 
@@ -158,7 +156,7 @@ void GameController::missed(double now) {
     feedback_.play(Sound::miss, 0.8F);
     ++missCount_;
     if (missCount_ == 1 || missCount_ == 4)
-        showToast("Nothing here — dig where the ticks are fastest", toastSeconds);
+        showToast(message("Nothing here — dig where the ticks are fastest"), toastSeconds);
 }
 
 void GameController::ping() {
@@ -169,7 +167,7 @@ void GameController::ping() {
     world_.showPing(coil_, nearest->at);
     feedback_.play(Sound::ping, 1.0F);
     feedback_.haptic(HapticPattern::levelChange, 0);
-    showToast(fmt::format("Ping — that way · cost {:.0f} s of tide", 5.0), 2.2);
+    showToast(message("Ping — that way · cost {:.0f} s of tide", 5.0), 2.2);
 }
 
 }  // namespace gull

@@ -4,7 +4,7 @@
 
 namespace gull {
 
-void Toast::show(std::string text, double seconds) {
+void Toast::show(Message text, double seconds) {
     line_ = std::move(text);
     seconds_ = seconds;
     isUnseen_ = waits_;
@@ -21,19 +21,19 @@ void Toast::startTime() {
     expiry_ = loop_.after(seconds_, [this] { expire(); });
 }
 
-void Toast::showOpening(std::string text, double seconds) {
+void Toast::showOpening(Message text, double seconds) {
     opened_ = true;
     readableAt_ = loop_.now() + readable;
     show(std::move(text), seconds);
 }
 
-void Toast::showAfterOpening(std::string text, double seconds) {
+void Toast::showAfterOpening(Message text, double seconds) {
     waiting_ = loop_.after(readableAt_ - loop_.now(), [this, text = std::move(text), seconds]() mutable {
         show(std::move(text), seconds);
     });
 }
 
-void Toast::queueHint(std::string text, double seconds) {
+void Toast::queueHint(Message text, double seconds) {
     hints_.push_back({std::move(text), seconds});
     if (opened_ && !line_.get()) showNextHint();
 }

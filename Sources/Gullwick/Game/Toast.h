@@ -1,11 +1,11 @@
 #pragma once
 
+#include "Engine/Language/Message.h"
 #include "Engine/Loop/MainLoop.h"
 #include "Engine/Loop/Published.h"
 
 #include <deque>
 #include <optional>
-#include <string>
 
 namespace gull {
 
@@ -16,7 +16,7 @@ class Toast {
   public:
     static constexpr double readable = 2.5;  ///< seconds that an opening toast is left alone
 
-    using Line = Published<std::optional<std::string>>;
+    using Line = Published<std::optional<Message>>;
 
     /// Both are owned by the caller and must outlive this object; `line` is what observers see.
     Toast(MainLoop& loop, Line& line) : loop_(loop), line_(line) {}
@@ -25,21 +25,21 @@ class Toast {
     void waitForPictures() { waits_ = true; }
     void pictureShown();
     /// Shows `text` for `seconds`.
-    void show(std::string text, double seconds);
+    void show(Message text, double seconds);
     /// The same, for the toast that opens a beach: hints may follow it.
-    void showOpening(std::string text, double seconds);
+    void showOpening(Message text, double seconds);
     /// The same once the opening toast has been up for `readable` seconds; a later one takes the place of one
     /// that still waits.
-    void showAfterOpening(std::string text, double seconds);
+    void showAfterOpening(Message text, double seconds);
     /// Calls off what showAfterOpening() still holds back.
     void dropWaiting() { waiting_.cancel(); }
     /// Shows `text` when the toast now up ends, but not before an opening toast was shown. Hints come one
     /// after another.
-    void queueHint(std::string text, double seconds);
+    void queueHint(Message text, double seconds);
 
   private:
     struct Hint {
-        std::string text;
+        Message text;
         double seconds;
     };
     void startTime();

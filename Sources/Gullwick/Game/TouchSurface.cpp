@@ -228,21 +228,24 @@ void TouchSurface::toggleTrackpad() {
 void TouchSurface::setTrackpad(bool on) {
     if (!on) release();
     settings_.trackpadSweep = on;
-    const char* text = "Pointer freed — the mouse moves the detector now. Esc to use the trackpad again";
-    if (on)
-        text = game_.controls->kind == Controls::Kind::trackpad
-                   ? "Trackpad sweep on — rest a finger on the trackpad"
-                   : "There is no trackpad to sweep with — the mouse moves the detector";
-    game_.showToast(text, toastSeconds);
+    const auto text = [&] {
+        if (!on)
+            return message("Pointer freed — the mouse moves the detector now. Esc to use the trackpad again");
+        return game_.controls->kind == Controls::Kind::trackpad
+                   ? message("Trackpad sweep on — rest a finger on the trackpad")
+                   : message("There is no trackpad to sweep with — the mouse moves the detector");
+    };
+    game_.showToast(text(), toastSeconds);
 }
 
 void TouchSurface::trackpadLost() {
     release();
-    game_.showToast("Trackpad unplugged — the mouse moves the detector now", toastSeconds);
+    game_.showToast(message("Trackpad unplugged — the mouse moves the detector now"), toastSeconds);
 }
 
 void TouchSurface::trackpadFound() {
-    if (settings_.trackpadSweep()) game_.showToast("Trackpad plugged in — rest a finger on it", toastSeconds);
+    if (settings_.trackpadSweep())
+        game_.showToast(message("Trackpad plugged in — rest a finger on it"), toastSeconds);
 }
 
 void TouchSurface::engage() {

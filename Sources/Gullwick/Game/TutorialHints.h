@@ -1,9 +1,10 @@
 #pragma once
 
+#include "Engine/Language/Message.h"
 #include "GullCore/Detector.h"
 #include "Gullwick/Game/Controls.h"
 
-#include <string>
+#include <optional>
 
 namespace gull {
 
@@ -15,15 +16,15 @@ class TutorialHints {
     static constexpr double hintSeconds = 5.0;       ///< how long each hint stands
 
     /// What stands while the beach opens, for openingSeconds.
-    static std::string opening(const Controls& controls);
+    static Message opening(const Controls& controls);
     static constexpr double openingSeconds = 6.0;
 
     void start() { stage_ = 1; }
     void end() { stage_ = 0; }
     /// 0 off, 1 waiting for a first signal, 2 for a pinpoint on treasure, 3 for the first find.
     int stage() const { return stage_; }
-    /// The hint that this reading brings up; empty for none.
-    std::string advance(const Reading& reading, const Controls& controls);
+    /// The hint that this reading brings up, if it does.
+    std::optional<Message> advance(const Reading& reading, const Controls& controls);
 
   private:
     int stage_ = 0;

@@ -1,6 +1,7 @@
 #include "Gullwick/HUD/AlertCard.h"
 
 #include "Engine/Log/Require.h"
+#include "Engine/Views/Layout.h"
 #include "Gullwick/HUD/Palette.h"
 
 #include <algorithm>
@@ -12,7 +13,8 @@ namespace gull {
 namespace {
 
 constexpr const char* buttonPrefix = "alert.button.";
-constexpr double buttonWidth = 118;
+constexpr double buttonWidth = 118;  // at least
+constexpr double buttonPadding = 14;
 constexpr double textWidth = 330;
 
 /// The button under the pointer.
@@ -75,6 +77,15 @@ void AlertCard::handle(const MouseEvent& event, const Drawing& drawing) {
     }
 }
 
+double AlertCard::buttonsWidth() const {
+    double width = buttonWidth;
+    for (const Button& button : buttons_) {
+        const View title = text(button.title, Type::sans(13, FontWeight::semibold), Palette::cream);
+        width = std::max(width, Layout::measure(title).width + 2 * buttonPadding);
+    }
+    return width;
+}
+
 View AlertCard::button(std::size_t index) const {
     const Button& own = buttons_[index];
     const bool focused = index == focus_;
@@ -91,7 +102,7 @@ View AlertCard::button(std::size_t index) const {
     const Colour ink =
         focused ? Colour{0.01, 0.06, 0.08, 1} : (own.destructive ? Palette::coral : Palette::cream);
     View name = text(own.title, Type::sans(13, FontWeight::semibold), ink)
-                    .framed(buttonWidth, 34)
+                    .framed(buttonsWidth(), 34)
                     .behind(shape(face.stroked(focused ? accent : Palette::cream.withAlpha(0.28))));
     return std::move(name).named(buttonPrefix + std::to_string(index));
 }
@@ -113,37 +124,41 @@ View AlertCard::body(double opacity) const {
 
 namespace {
 
-View credit(const char* words) {
+View credit(const std::string& words) {
     return text(words, Type::sans(12), Palette::cream.withAlpha(0.7), 0, TextAlign::centre)
         .noWiderThan(textWidth);
 }
 
 }  // namespace
 
-AlertCard aboutCard(const std::string& version) {
+AlertCard aboutCard(const std::string& version, const Language& language) {
     View content = column(
         7, Place::centre,
         views(
             sign(Symbol::waves, 26, Palette::sea),
             text("GULLWICK", Type::mono(24, FontWeight::bold), Palette::cream, 8).padded(0, 8, 0, 0),
-            text("Version " + version, Type::mono(11, FontWeight::semibold), Palette::dim, 1.5),
-            text("Free software under the MIT License", Type::italic(15), Palette::cream.withAlpha(0.85))
+            text(language.tr("Version {}", version), Type::mono(11, FontWeight::semibold), Palette::dim, 1.5),
+            text(language.tr("Free software under the MIT License"), Type::italic(15),
+                 Palette::cream.withAlpha(0.85))
                 .padded(0, 6, 0, 6),
-            credit("Every picture, every model and every sound is made by code while it runs."),
-            credit(
-                "Built on SDL, libepoxy, Cairo, Pango, fontconfig, GLM, {fmt}, JSON for Modern C++, libevdev "
-                "and libudev. Set in JetBrains Mono, Vollkorn and Inter.")));
-    return {std::move(content), {{.title = "Close"}}, 0, false};
+            credit(language.tr("Every picture, every model and every sound is made by code while it runs.")),
+            credit(language.tr("Built on {}. Set in {}.",
+                               "SDL, libepoxy, Cairo, Pango, fontconfig, GLM, {fmt}, JSON for Modern C++, "
+                               "libevdev, libudev",
+                               "JetBrains Mono, Vollkorn, Inter"))));
+    return {std::move(content), {{.title = language.tr("Close")}}, 0, false};
 }
 
-AlertCard resetAlert(std::function<void()> confirmed) {
-    View content = column(10, Place::centre,
-                          views(text("Reset all progress?", Type::sans(17, FontWeight::bold), Palette::cream),
-                                text("Your stars and best hauls are erased and you start again from beach 1.",
-                                     Type::sans(13), Palette::cream.withAlpha(0.78), 0, TextAlign::centre)
-                                    .noWiderThan(textWidth)));
+AlertCard resetAlert(std::function<void()> confirmed, const Language& language) {
+    View content = column(
+        10, Place::centre,
+        views(text(language.tr("Reset all progress?"), Type::sans(17, FontWeight::bold), Palette::cream),
+              text(language.tr("Your stars and best hauls are erased and you start again from beach 1."),
+                   Type::sans(13), Palette::cream.withAlpha(0.78), 0, TextAlign::centre)
+                  .noWiderThan(textWidth)));
     return {std::move(content),
-            {{.title = "Reset", .action = std::move(confirmed), .destructive = true}, {.title = "Cancel"}},
+            {{.title = language.tr("Reset"), .action = std::move(confirmed), .destructive = true},
+             {.title = language.tr("Cancel")}},
             1,
             true};
 }

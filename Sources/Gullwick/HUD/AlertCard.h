@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Engine/Input/Events.h"
+#include "Engine/Language/Language.h"
 #include "Engine/Views/Drawing.h"
 
 #include <cstddef>
@@ -40,6 +41,8 @@ class AlertCard {
 
   private:
     void press(std::size_t button);
+    /// All are as wide as the longest title needs.
+    double buttonsWidth() const;
     View button(std::size_t index) const;
 
     View content_;
@@ -53,8 +56,8 @@ class AlertCard {
 };
 
 /// Name, version and licence.
-AlertCard aboutCard(const std::string& version);
+AlertCard aboutCard(const std::string& version, const Language& language = {});
 /// Asks before all progress is erased; `confirmed` runs when the player says so.
-AlertCard resetAlert(std::function<void()> confirmed);
+AlertCard resetAlert(std::function<void()> confirmed, const Language& language = {});
 
 }  // namespace gull

@@ -34,14 +34,14 @@ View BeachSelect::tile(const BeachSpec& beach, double swell) const {
     const auto best = game.progress.stars.find(beach.number);
     View result = unlocked ? StarsView{best == game.progress.stars.end() ? 0 : best->second, 11}.body()
                            : sign(Symbol::lockFill, 12, times(Palette::dim, 0.5));
-    View content = column(
-        8, Place::centre,
-        views(
-            text(fmt::format("{:02}", beach.number), Type::mono(26, FontWeight::bold), ink),
-            text(upperCase(beach.name), Type::mono(9, FontWeight::semibold), nameInk, 1, TextAlign::centre, 2)
-                .noWiderThan(tileWidth - 12)
-                .framed(std::nullopt, 26),
-            std::move(result)));
+    View content =
+        column(8, Place::centre,
+               views(text(fmt::format("{:02}", beach.number), Type::mono(26, FontWeight::bold), ink),
+                     text(upperCase(game.language.translated(beach.name)),
+                          Type::mono(9, FontWeight::semibold), nameInk, 1, TextAlign::centre, 2)
+                         .noWiderThan(tileWidth - 12)
+                         .framed(std::nullopt, 26),
+                     std::move(result)));
     const double opacity = unlocked ? 0.32 + (0.55 - 0.32) * chosen : 0.12;
     const Colour border = mixed(times(Palette::dim, 0.3), Palette::coral, chosen);
     return std::move(content)
@@ -59,24 +59,28 @@ std::optional<int> BeachSelect::tileAt(const Drawing& drawing, double x, double 
 }
 
 View BeachSelect::hint() const {
+    const Language& language = game.language;
     const Font font = Type::mono(10, FontWeight::regular);
     if (game.refusedBeach > 1 && game.refusedBeach == game.selection) {
         const BeachSpec& before = Campaign::beach(game.refusedBeach - 1);
-        return text(fmt::format("locked  ·  a star on beach {}, {}, opens it", before.number, before.name),
+        return text(language.tr("locked  ·  a star on beach {}, {}, opens it", before.number,
+                                marked(before.name)),
                     font, Palette::coral, 1)
             .named("select.hint");
     }
     std::string words;
     switch (game.controls.kind) {
         case Controls::Kind::trackpad:
-            words = "touch the trackpad or use ← → ↑ ↓ to choose  ·  click or ↩ to go  ·  esc to go back";
+            words = language.tr(
+                "touch the trackpad or use ← → ↑ ↓ to choose  ·  click or ↩ to go  ·  esc to go back");
             break;
         case Controls::Kind::mouse:
-            words = "use ← → ↑ ↓ to choose  ·  click a beach or ↩ to go  ·  esc to go back";
+            words = language.tr("use ← → ↑ ↓ to choose  ·  click a beach or ↩ to go  ·  esc to go back");
             break;
         case Controls::Kind::controller:
-            words = fmt::format("left stick to choose  ·  {} to go  ·  {} to go back",
-                                game.controls.buttons.dig, game.controls.buttons.back);
+            words = language.tr("left stick to choose  ·  {} to go  ·  {} to go back",
+                                Controls::label(game.controls.buttons.dig),
+                                Controls::label(game.controls.buttons.back));
             break;
     }
     return text(std::move(words), font, Palette::dim, 1).named("select.hint");
@@ -95,11 +99,12 @@ View BeachSelect::body() const {
         }
         grid.push_back(row(spacing, Place::centre, std::move(tiles)));
     }
-    return column(22, Place::centre,
-                  views(text("ALL BEACHES", Type::mono(22, FontWeight::bold), Palette::coral, 8),
-                        text(campaignTotal(game.progress), Type::mono(12, FontWeight::semibold), Palette::dim,
-                             3),
-                        column(spacing, Place::centre, std::move(grid)), hint()))
+    return column(
+               22, Place::centre,
+               views(
+                   text(game.language.tr("ALL BEACHES"), Type::mono(22, FontWeight::bold), Palette::coral, 8),
+                   text(campaignTotal(game.progress), Type::mono(12, FontWeight::semibold), Palette::dim, 3),
+                   column(spacing, Place::centre, std::move(grid)), hint()))
         .named("select");
 }
 

@@ -6,18 +6,20 @@ namespace gull {
 
 namespace {
 
+std::string withCommandKey(const std::string& name, [[maybe_unused]] const Language& language) {
 #ifdef __APPLE__
-constexpr const char* commandPrefix = "⌘";
+    return "⌘" + name;
 #else
-constexpr const char* commandPrefix = "Ctrl+";
+    return language.tr("Ctrl+{}", name);
 #endif
+}
 
-std::string keyName(Key key, char32_t character) {
+std::string keyName(Key key, char32_t character, const Language& language) {
     switch (key) {
         case Key::returnKey:
-            return "Return";
+            return language.trc("key", "Return");
         case Key::escape:
-            return "Esc";
+            return language.trc("key", "Esc");
         case Key::f11:
             return "F11";
         case Key::f12:
@@ -25,7 +27,7 @@ std::string keyName(Key key, char32_t character) {
         case Key::f10:
             return "F10";
         case Key::space:
-            return "Space";
+            return language.trc("key", "Space");
         case Key::character: {
             const bool isLetter = character >= U'a' && character <= U'z';
             return std::string(1, static_cast<char>(isLetter ? character - U'a' + U'A' : character));
@@ -53,9 +55,9 @@ bool Shortcut::matches(const KeyEvent& event) const {
     return key != Key::character || event.character == character;
 }
 
-std::string Shortcut::text() const {
-    const std::string name = keyName(key, character);
-    return command && !name.empty() ? commandPrefix + name : name;
+std::string Shortcut::text(const Language& language) const {
+    const std::string name = keyName(key, character, language);
+    return command && !name.empty() ? withCommandKey(name, language) : name;
 }
 
 bool perform(const std::vector<Menu>& menus, const KeyEvent& event, bool onlyAnywhere) {

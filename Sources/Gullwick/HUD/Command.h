@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Engine/Input/Events.h"
+#include "Engine/Language/Language.h"
 
 #include <functional>
 #include <string>
@@ -16,7 +17,7 @@ struct Shortcut {
 
     bool matches(const KeyEvent& event) const;
     /// As the platform writes it: "Ctrl+1", "F11", "Return"; empty for none.
-    std::string text() const;
+    std::string text(const Language& language = {}) const;
 
     static Shortcut plain(char32_t character) { return {.key = Key::character, .character = character}; }
     static Shortcut withCommand(char32_t character) {

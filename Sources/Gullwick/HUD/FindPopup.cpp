@@ -15,8 +15,8 @@ View FindPopup::body() const {
                           column(2, Place::start,
                                  views(text(fmt::format("+{}", value(kind)), Type::mono(22, FontWeight::bold),
                                             Palette::gold),
-                                       text(upperCase(name(kind)), Type::mono(11, FontWeight::semibold),
-                                            Palette::cream, 3)))))
+                                       text(upperCase(language.translated(name(kind))),
+                                            Type::mono(11, FontWeight::semibold), Palette::cream, 3)))))
                     .padded(16, 8)
                     .behind(shape(capsule().filled(Palette::panel).stroked(Palette::gold.withAlpha(0.6))))
                     .named("popup")

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Engine/Language/Language.h"
 #include "Engine/Views/View.h"
 #include "Gullwick/HUD/HudPose.h"
 #include "Gullwick/HUD/ItemIcons.h"
@@ -12,6 +13,7 @@ struct FindPopup {
 
     const HudPose::Popup& pose;
     ItemIcons& icons;
+    const Language& language;
 
     /// As high as the room it is given. Named view: popup.
     View body() const;

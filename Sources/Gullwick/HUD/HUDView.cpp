@@ -10,8 +10,6 @@
 #include "Gullwick/HUD/TideClock.h"
 #include "Gullwick/HUD/Tray.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 
 namespace gull {
@@ -22,21 +20,25 @@ constexpr Colour selectBackdrop{0.01, 0.05, 0.07, 0.9};
 constexpr double selectQuiet =
     0.6;  // the beach behind the backdrop is dimmed by so much, so that no lamp shines through
 constexpr double pausedDimming = 0.35;
+constexpr double toastGap = 8;    // below a title that it would cover
 constexpr double cardMargin = 8;  // around a card in a window that is hardly larger
 
-std::string instructions(const Controls& controls) {
+Message instructions(const Controls& controls) {
     switch (controls.kind) {
         case Controls::Kind::trackpad:
-            return "slide one finger to sweep  ·  click to dig  ·  H ping (−5 s)  ·  R restart  ·  L beaches "
-                   " ·  "
-                   "esc frees the pointer";
+            return message(
+                "slide one finger to sweep  ·  click to dig  ·  H ping (−5 s)  ·  R restart  ·  L beaches  · "
+                " "
+                "esc frees the pointer");
         case Controls::Kind::mouse:
-            return "move the mouse to sweep  ·  click to dig  ·  H ping (−5 s)  ·  R restart  ·  L beaches";
+            return message(
+                "move the mouse to sweep  ·  click to dig  ·  H ping (−5 s)  ·  R restart  ·  L beaches");
         case Controls::Kind::controller: {
             const Controls::Buttons& buttons = controls.buttons;
-            return fmt::format(
+            return message(
                 "left stick to sweep  ·  {} to dig  ·  {} ping (−5 s)  ·  {} restart  ·  {} beaches",
-                buttons.dig, buttons.ping, buttons.restart, buttons.beaches);
+                Controls::label(buttons.dig), Controls::label(buttons.ping), Controls::label(buttons.restart),
+                Controls::label(buttons.beaches));
         }
     }
     return {};
@@ -64,10 +66,13 @@ View HUDView::shade() const {
 
 View HUDView::title() const {
     return column(5, Place::start,
-                  views(text(fmt::format("BEACH {:02} / {:02}", game.spec.number, Campaign::beaches().size()),
+                  views(text(game.language.tr("BEACH {:02} / {:02}", game.spec.number,
+                                              Campaign::beaches().size()),
                              Type::mono(11, FontWeight::semibold), Palette::coral, 3),
-                        text(upperCase(game.spec.name), Type::mono(20, FontWeight::bold), Palette::cream, 2),
-                        text(game.spec.tagline, Type::italic(13), Palette::dim).noWiderThan(380)))
+                        text(upperCase(game.language.translated(game.spec.name)),
+                             Type::mono(20, FontWeight::bold), Palette::cream, 2),
+                        text(game.language.translated(game.spec.tagline), Type::italic(13), Palette::dim)
+                            .noWiderThan(380)))
         .shadowed(black(0.5), 6)
         .named("title");
 }
@@ -83,13 +88,13 @@ View HUDView::bottomBar() const {
     const double spacing = std::clamp((width - 2 * padding - panels) / 4, 0.0, barSpacing);
     View gauges =
         row(spacing, Place::end, views(std::move(signal), gap(), std::move(tray), gap(), std::move(junk)));
-    return column(
-               10, Place::centre,
-               views(panels > width ? std::move(gauges).shrunkToFit() : std::move(gauges),
-                     text(instructions(game.controls), Type::mono(10, FontWeight::regular), Palette::dim, 0.5)
-                         .named("instructions")
-                         .shadowed(black(0.6), 4)
-                         .shrunkToFit()))
+    return column(10, Place::centre,
+                  views(panels > width ? std::move(gauges).shrunkToFit() : std::move(gauges),
+                        text(game.language.tr(instructions(game.controls)),
+                             Type::mono(10, FontWeight::regular), Palette::dim, 0.5)
+                            .named("instructions")
+                            .shadowed(black(0.6), 4)
+                            .shrunkToFit()))
         .padded(padding, 0)
         .named("bottomBar")
         .onSheet("bottomBar", pose.bars * pose.bottomBar);
@@ -108,8 +113,9 @@ View HUDView::bars() const {
 View HUDView::toasts() const {
     // Centred, and clear of the pings, the only line of the tide clock that reaches down to it; a narrow
     // window has its own needs.
-    const double clear = width - 2 * (sidePadding + TideClock::pingsWidth + barSpacing);
+    const double clear = width - 2 * (sidePadding + TideClock{game}.pingsWidth() + barSpacing);
     const double room = std::max(clear, std::min(420.0, width - 2 * sidePadding));
+    const ViewSize titleSize = Layout::measure(title());
     std::vector<View> lines;
     for (const HudPose::Toast& toast : pose.toasts) {
         View line =
@@ -119,8 +125,12 @@ View HUDView::toasts() const {
                 .named("toast")
                 .noWiderThan(room)
                 .onSheet("toast." + std::to_string(lines.size()), toast.opacity);
+        // In a narrow window a long tagline may reach as far down: then the toast gives way.
+        const double beside = sidePadding + titleSize.width + barSpacing;
+        const bool isBeside = (width - Layout::measure(line, {room, height}).width) / 2 >= beside;
+        const double top = isBeside ? toastTop : std::max(toastTop, topPadding + titleSize.height + toastGap);
         lines.push_back(
-            column(0, Place::centre, views(gap(toastTop), std::move(line), gap())).framed(width, height));
+            column(0, Place::centre, views(gap(top), std::move(line), gap())).framed(width, height));
     }
     return layers(std::move(lines));
 }
@@ -132,7 +142,7 @@ View HUDView::body() const {
                           .framed(width, height)
                           .onSheet("pause.backdrop", pose.pause));
     }
-    for (View& layer : views(bars(), FindPopup{pose.popup, icons}.body(), toasts()))
+    for (View& layer : views(bars(), FindPopup{pose.popup, icons, game.language}.body(), toasts()))
         all.push_back(std::move(layer));
     const auto present = [&](const char* name, const Colour& backdrop, View card, double opacity) {
         all.push_back(shape(rectangle().filled(backdrop))

@@ -8,15 +8,15 @@ namespace gull {
 
 namespace {
 
-std::string pausedToast(const Controls& controls) {
+Message pausedToast(const Controls& controls) {
     if (controls.kind == Controls::Kind::controller)
-        return fmt::format("Paused — {} to go on", controls.buttons.dig);
-    return "Paused — P or a click to go on";
+        return message("Paused — {} to go on", Controls::label(controls.buttons.dig));
+    return message("Paused — P or a click to go on");
 }
 
 }  // namespace
 
-HudState HudState::of(const GameController& game, bool showTicks) {
+HudState HudState::of(const GameController& game, bool showTicks, const Language& language) {
     HudState state;
     state.phase = game.phase;
     state.spec = game.spec;
@@ -25,7 +25,7 @@ HudState HudState::of(const GameController& game, bool showTicks) {
     state.junkCount = game.junkCount;
     state.meter = game.meter;
     state.meterIsTreasure = game.meterIsTreasure;
-    state.toast = game.toast;
+    if (game.toast.get()) state.toast = language.tr(*game.toast.get());
     state.progress = game.progress;
     state.earnedStars = game.earnedStars;
     state.isNewBest = game.isNewBest;
@@ -36,11 +36,12 @@ HudState HudState::of(const GameController& game, bool showTicks) {
     state.selection = game.selection;
     state.tickStamp = game.tickStamp;
     state.isPaused = game.isPaused;
-    if (state.isPaused) state.toast = pausedToast(game.controls);
+    if (state.isPaused) state.toast = language.tr(pausedToast(game.controls));
     state.refusedBeach = game.refusedBeach;
     state.isFirstLoss = game.isFirstLoss;
     state.controls = game.controls;
     state.showTicks = showTicks;
+    state.language = language;
     return state;
 }
 
@@ -54,14 +55,6 @@ bool HudState::isLastBeach() const {
 
 std::string campaignTotal(const CampaignProgress& progress) {
     return fmt::format("{} / {} ★", progress.totalStars(), Campaign::beaches().size() * 3);
-}
-
-std::string upperCase(std::string_view words) {
-    std::string upper(words);
-    for (char& letter : upper) {
-        if (letter >= 'a' && letter <= 'z') letter = static_cast<char>(letter - 'a' + 'A');
-    }
-    return upper;
 }
 
 }  // namespace gull

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Engine/Language/Language.h"
 #include "Gullwick/Game/GameController.h"
 
 #include <cstddef>
@@ -25,7 +26,7 @@ struct HudState {
     int junkCount = 0;
     double meter = 0;
     bool meterIsTreasure = true;
-    std::optional<std::string> toast;  ///< in a pause, how to go on
+    std::optional<std::string> toast;  ///< in a pause, how to go on; in `language`
     CampaignProgress progress;
     int earnedStars = 0;
     bool isNewBest = false;
@@ -40,8 +41,9 @@ struct HudState {
     bool isFirstLoss = false;
     Controls controls;
     bool showTicks = false;  ///< the player's switch
+    Language language;       ///< in which all of it is written
 
-    static HudState of(const GameController& game, bool showTicks);
+    static HudState of(const GameController& game, bool showTicks, const Language& language = {});
 
     /// How many treasures were found.
     int finds() const;
@@ -57,8 +59,5 @@ struct HudState {
 
 /// "3 / 24 ★" of the whole campaign.
 std::string campaignTotal(const CampaignProgress& progress);
-
-/// In upper case, as far as ASCII goes.
-std::string upperCase(std::string_view words);
 
 }  // namespace gull

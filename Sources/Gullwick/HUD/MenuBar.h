@@ -44,7 +44,7 @@ class MenuBar {
     }
     /// As large as the window. Named views: menuBar, menu.title.0, and menu.item.0 and menu.sub.0 for the
     /// lines of the open menu and of its open submenu.
-    View body(double now, double width, double windowHeight) const;
+    View body(double now, double width, double windowHeight, const Language& language = {}) const;
 
     /// The title that the pointer is on.
     std::optional<std::size_t> hoverTitle() const { return hoverTitle_; }
@@ -76,7 +76,8 @@ class MenuBar {
     /// Whether the pointer, coming from the line with the open submenu, is on its way into it.
     bool isHeadingForSubmenu(const MouseEvent& event, const Drawing& drawing) const;
     View titles() const;
-    std::vector<View> lists(const List& list, double opacity, double width, double windowHeight) const;
+    std::vector<View> lists(const List& list, double opacity, double width, double windowHeight,
+                            const Language& language) const;
 
     Source menus_;
     std::vector<Menu> shown_;  ///< as they stood when last shown

@@ -36,13 +36,13 @@ View separator(double width) {
         .framed(width, separatorHeight);
 }
 
-View line(const Command& command, bool isChosen, double width) {
+View line(const Command& command, bool isChosen, double width, const Language& language) {
     Colour ink = Palette::cream;
     if (isChosen) ink = inkOnHighlight;
     if (!command.enabled) ink = Palette::cream.withAlpha(0.34);
     const Colour quiet = times(ink, isChosen ? 0.8 : 0.62);
     View check = command.checked ? sign(Symbol::checkMark, 11, ink) : View();
-    View end = command.submenu.empty() ? words(command.shortcut.text(), quiet)
+    View end = command.submenu.empty() ? words(command.shortcut.text(language), quiet)
                                        : sign(Symbol::chevronRight, 11, quiet);
     View content = row(0, Place::centre,
                        views(std::move(check).framed(checkColumn, lineHeight, Place::start),
@@ -54,13 +54,13 @@ View line(const Command& command, bool isChosen, double width) {
 }
 
 /// A hanging list of commands; its lines are named `prefix` and their number.
-View panel(const std::vector<Command>& commands, std::optional<std::size_t> chosen,
-           const std::string& prefix) {
+View panel(const std::vector<Command>& commands, std::optional<std::size_t> chosen, const std::string& prefix,
+           const Language& language) {
     double titles = 0;
     double ends = 12;
     for (const Command& command : commands) {
         titles = std::max(titles, widthOf(command.title));
-        ends = std::max(ends, widthOf(command.shortcut.text()));
+        ends = std::max(ends, widthOf(command.shortcut.text(language)));
     }
     const double width = 2 * linePadding + checkColumn + titles + shortcutGap + ends;
     std::vector<View> lines;
@@ -68,7 +68,8 @@ View panel(const std::vector<Command>& commands, std::optional<std::size_t> chos
         if (commands[i].isSeparator()) {
             lines.push_back(separator(width));
         } else {
-            lines.push_back(line(commands[i], chosen == i, width).named(prefix + std::to_string(i)));
+            lines.push_back(
+                line(commands[i], chosen == i, width, language).named(prefix + std::to_string(i)));
         }
     }
     return column(0, Place::start, std::move(lines))
@@ -111,7 +112,7 @@ View MenuBar::titles() const {
     return row(2, Place::centre, std::move(all));
 }
 
-View MenuBar::body(double now, double width, double windowHeight) const {
+View MenuBar::body(double now, double width, double windowHeight, const Language& language) const {
     const double opacity = opacity_.value(now);
     if (opacity <= 0) return {};
     View bar = row(0, Place::centre, views(titles(), gap()))
@@ -127,21 +128,22 @@ View MenuBar::body(double now, double width, double windowHeight) const {
     if (const double listOpacity = listOpacity_.value(now); listOpacity > 0) {
         const List list = open_ ? List{*open_, item_, subItem_, subIsOpen_} : left_;
         if (list.menu < shown_.size()) {
-            for (View& hanging : lists(list, opacity * listOpacity, width, windowHeight))
+            for (View& hanging : lists(list, opacity * listOpacity, width, windowHeight, language))
                 all.push_back(std::move(hanging));
         }
     }
     return layers(std::move(all)).framed(width, windowHeight);
 }
 
-std::vector<View> MenuBar::lists(const List& list, double opacity, double width, double windowHeight) const {
+std::vector<View> MenuBar::lists(const List& list, double opacity, double width, double windowHeight,
+                                 const Language& language) const {
     double x = barInset;
     for (std::size_t i = 0; i < list.menu; ++i) {
         const Font font = Type::sans(13, i == 0 ? FontWeight::semibold : FontWeight::regular);
         x += Layout::measure(text(shown_[i].title, font, Palette::cream)).width + 2 * titlePadding + 2;
     }
     const std::vector<Command>& commands = shown_[list.menu].commands;
-    View lines = panel(commands, list.item, "menu.item.");
+    View lines = panel(commands, list.item, "menu.item.", language);
     const double listWidth = Layout::measure(lines).width;
     std::vector<View> all =
         views(placedAt(std::move(lines).named("menu.panel").onSheet("menu.panel", opacity), x, height + 3,
@@ -149,7 +151,7 @@ std::vector<View> MenuBar::lists(const List& list, double opacity, double width,
     const bool hasSub =
         list.subIsOpen && list.item && *list.item < commands.size() && !commands[*list.item].submenu.empty();
     if (hasSub) {
-        View sub = panel(commands[*list.item].submenu, list.subItem, "menu.sub.");
+        View sub = panel(commands[*list.item].submenu, list.subItem, "menu.sub.", language);
         all.push_back(placedAt(std::move(sub).named("menu.subpanel").onSheet("menu.subpanel", opacity),
                                x + listWidth - 3, height + 3 + linesAbove(commands, *list.item), width,
                                windowHeight));

@@ -8,9 +8,9 @@
 
 namespace gull {
 
-Overlay::Overlay(const GameController& game, const AppSettings& settings, ItemIcons& icons,
-                 std::function<std::vector<Menu>()> menus)
-    : game_(game), settings_(settings), icons_(icons), menuBar_(std::move(menus)) {
+Overlay::Overlay(const GameController& game, const AppSettings& settings, const Language& language,
+                 ItemIcons& icons, std::function<std::vector<Menu>()> menus)
+    : game_(game), settings_(settings), language_(language), icons_(icons), menuBar_(std::move(menus)) {
     const auto note = [this] { stateMayHaveChanged_ = true; };
     gameObservation_ = game.changes().observe(note);
     settingsObservation_ = settings.changes().observe(note);
@@ -18,8 +18,8 @@ Overlay::Overlay(const GameController& game, const AppSettings& settings, ItemIc
 
 /// True when the state is another one than before.
 bool Overlay::readState() {
-    if (!std::exchange(stateMayHaveChanged_, false)) return false;
-    HudState state = HudState::of(game_, settings_.showTicks());
+    if (!std::exchange(stateMayHaveChanged_, false) && state_.language == language_) return false;
+    HudState state = HudState::of(game_, settings_.showTicks(), language_);
     if (state == state_) return false;
     state_ = std::move(state);
     // A card that fades away shows the beach that it was about, not the one that follows.
@@ -50,7 +50,7 @@ const std::vector<Sheet>& Overlay::update(double now, double width, double heigh
 
 View Overlay::view(double width, double height, double now) {
     const HUDView hud{state_, ended_ ? *ended_ : state_, shown_->pose, icons_, width, height};
-    std::vector<View> all = views(hud.body(), menuBar_.body(now, width, height));
+    std::vector<View> all = views(hud.body(), menuBar_.body(now, width, height, language_));
     if (const AlertCard* card = alert_ ? &*alert_ : (leaving_ ? &*leaving_ : nullptr))
         all.push_back(card->body(alertOpacity_.value(now)));
     return layers(std::move(all)).framed(width, height);
@@ -113,11 +113,11 @@ bool Overlay::isMoving(double now) const {
 }
 
 void Overlay::showAbout(const std::string& version) {
-    put(aboutCard(version));
+    put(aboutCard(version, language_));
 }
 
 void Overlay::askReset(std::function<void()> confirmed) {
-    put(resetAlert(std::move(confirmed)));
+    put(resetAlert(std::move(confirmed), language_));
 }
 
 }  // namespace gull

@@ -24,10 +24,10 @@ class AppSettings;
 /// of it: hand every event to handle() first, and let the game have those that come back.
 class Overlay {
   public:
-    /// All are owned by the caller and must outlive the overlay. `menus` is asked for the menus as they stand
-    /// whenever they are shown.
-    Overlay(const GameController& game, const AppSettings& settings, ItemIcons& icons,
-            std::function<std::vector<Menu>()> menus);
+    /// All are owned by the caller and must outlive the overlay. `language` is read before every frame,
+    /// `menus` is asked for the menus as they stand whenever they are shown.
+    Overlay(const GameController& game, const AppSettings& settings, const Language& language,
+            ItemIcons& icons, std::function<std::vector<Menu>()> menus);
     Overlay(const Overlay&) = delete;
     Overlay& operator=(const Overlay&) = delete;
 
@@ -70,6 +70,7 @@ class Overlay {
 
     const GameController& game_;
     const AppSettings& settings_;
+    const Language& language_;
     ItemIcons& icons_;
     MenuBar menuBar_;
     std::optional<AlertCard> alert_;

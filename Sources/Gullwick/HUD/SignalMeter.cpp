@@ -19,10 +19,11 @@ Colour SignalMeter::litColour() const {
     return game.meterIsTreasure ? Palette::gold : Palette::slate;
 }
 
-const char* SignalMeter::caption() const {
-    if (!game.spec.showsKind) return "SIGNAL · NO DISPLAY";
-    if (game.meter < faintest) return "SIGNAL";
-    return game.meterIsTreasure ? "SIGNAL · METAL" : "SIGNAL · JUNK?";
+std::string SignalMeter::caption() const {
+    const Language& language = game.language;
+    if (!game.spec.showsKind) return language.tr("SIGNAL · NO DISPLAY");
+    if (game.meter < faintest) return language.tr("SIGNAL");
+    return game.meterIsTreasure ? language.tr("SIGNAL · METAL") : language.tr("SIGNAL · JUNK?");
 }
 
 View SignalMeter::tickMark() const {
@@ -47,7 +48,7 @@ View SignalMeter::body() const {
     if (game.showTicks) levels = row(14, Place::end, views(std::move(levels), tickMark()));
     return column(6, Place::start,
                   views(std::move(levels),
-                        text(caption(), Type::mono(9, FontWeight::semibold), Palette::dim, 2)))
+                        text(caption(), Type::mono(9, FontWeight::semibold), Palette::dim, 2).shrunkToFit()))
         .padded(14, 10)
         .framed(width, std::nullopt, Place::start)
         .behind(shape(roundedRectangle(10).filled(Palette::panel).stroked(Palette::panelLine)))

@@ -3,6 +3,8 @@
 #include "Engine/Views/View.h"
 #include "Gullwick/HUD/HudState.h"
 
+#include <string>
+
 namespace gull {
 
 /// The detector's signal as twelve rising bars, and, where the detector has a display, what it comes from:
@@ -18,7 +20,7 @@ struct SignalMeter {
     /// How many bars are lit; more than there are for a signal above 1.
     long long lit() const;
     Colour litColour() const;
-    const char* caption() const;
+    std::string caption() const;
     /// Named views: signal, signal.bar.0 and so on, signal.tick.
     View body() const;
 

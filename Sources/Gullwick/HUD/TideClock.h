@@ -11,11 +11,12 @@ struct TideClock {
     static constexpr double urgentSeconds = 15;
     static constexpr double barWidth = 150;  ///< points
     static constexpr double barHeight = 4;
-    static constexpr double pingsWidth = 84;  ///< that the line of pings may take, points
 
     const HudState& game;
 
     bool isUrgent() const;
+    /// Of the line that counts the pings, the lowest one, for any number of two digits; points.
+    double pingsWidth() const;
     /// What is left of the tide, 0 to 1.
     double share() const;
     /// Named views: tide, tide.bar (the track), tide.left (what is left of it).

@@ -2,8 +2,6 @@
 
 #include "Gullwick/HUD/Palette.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 
 namespace gull {
@@ -48,8 +46,8 @@ View Tray::slot(std::size_t index) const {
 View Tray::body() const {
     std::vector<View> slots;
     for (std::size_t i = 0; i < game.spec.treasures.size(); ++i) slots.push_back(slot(i));
-    const std::string summary = fmt::format("FINDS {} / {}  ·  NEED {}  ·  HAUL {}", game.finds(),
-                                            game.spec.treasures.size(), game.spec.need, game.haul);
+    const std::string summary = game.language.tr("FINDS {} / {}  ·  NEED {}  ·  HAUL {}", game.finds(),
+                                                 game.spec.treasures.size(), game.spec.need, game.haul);
     return column(6, Place::centre,
                   views(row(slotSpacing, Place::centre, std::move(slots)),
                         text(summary, Type::mono(9, FontWeight::semibold), Palette::dim, 2)))

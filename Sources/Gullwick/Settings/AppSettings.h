@@ -31,6 +31,8 @@ class AppSettings {
     Setting<bool> trackpadSweep{file_, changes_, "trackpadSweep", true};  ///< the pad steers the coil
     Setting<bool> showTicks{file_, changes_, "showTicks", false};         ///< ticks are drawn as well
     Setting<bool> reduceMotion{file_, changes_, "reduceMotion", false};   ///< no shakes or fly-ins
+    /// Code of the language that the game speaks, "de"; empty: the one that the system asks for.
+    Setting<std::string> language{file_, changes_, "language", ""};
     /// A window that loses the keyboard or is minimised pauses the beach.
     Setting<bool> pauseInBackground{file_, changes_, "pauseInBackground", true};
     Setting<int> effectsVolume{file_, changes_, "effectsVolume",

@@ -2,6 +2,7 @@
 
 #include "Gullwick/Game/GameHarness.h"
 #include "Gullwick/Game/TouchSurface.h"
+#include "Gullwick/HUD/MenuBar.h"
 
 namespace gull {
 namespace {
@@ -17,11 +18,15 @@ struct CommandsTest : GameHarness, WindowCommands, PointerLock {
     void toggleFullScreen() override { fullScreen = !fullScreen; }
     bool isFullScreen() const override { return fullScreen; }
     void askReset() override { asked += "reset "; }
+    void speak(const std::string& code) override { asked += "speak " + code + " "; }
+    bool hasFont(const Language& wanted) override { return wanted.code() != "ja" || hasJapaneseFont; }
+    bool hasJapaneseFont = true;
     void takeScreenshot() override { asked += "picture "; }
     void lock() override {}
     void unlock() override {}
 
-    std::vector<Menu> menus() { return buildMenus(game, surface, settings, feedback, *this); }
+    Language language;
+    std::vector<Menu> menus() { return buildMenus(game, surface, settings, feedback, *this, language); }
     static const Command* search(const std::vector<Command>& commands, const std::string& title) {
         for (const Command& command : commands) {
             if (command.title == title) return &command;
@@ -50,8 +55,10 @@ TEST_F(CommandsTest, TheTableReadsAsThePlayerSeesIt) {
         table += menu.title + "\n";
         for (const Command& each : menu.commands) {
             table += each.isSeparator() ? "  --\n" : "  " + each.title + " | " + each.shortcut.text() + "\n";
-            for (const Command& inner : each.submenu)
-                table += "    " + inner.title + " | " + inner.shortcut.text() + "\n";
+            for (const Command& inner : each.submenu) {
+                table += inner.isSeparator() ? "    --\n"
+                                             : "    " + inner.title + " | " + inner.shortcut.text() + "\n";
+            }
         }
     }
     std::string tenths;
@@ -69,6 +76,8 @@ TEST_F(CommandsTest, TheTableReadsAsThePlayerSeesIt) {
               "  --\n  Show Ticks | \n  Reduce Motion | \n  Pause in Background | \n"
               "  Effects Volume | \n" +
                   tenths + "  Surf Volume | \n" + tenths +
+                  "  Language | \n    As the System | \n    --\n    English | \n    Deutsch | \n"
+                  "    Español | \n    Français | \n    日本語 | \n"
                   "Window\n  Minimize | Ctrl+M\n  Enter Full Screen | F11\n  Take Screenshot | F12\n");
 }
 
@@ -227,6 +236,60 @@ TEST_F(CommandsTest, OptionsAreCheckedAsTheyStandAndAnswerWithAProof) {
     EXPECT_FALSE(settings.trackpadSweep()) << "as its check mark shows";
     EXPECT_TRUE(press(Key::escape));
     EXPECT_TRUE(settings.trackpadSweep()) << "with no finger on the pad, Escape gives it back";
+}
+
+TEST_F(CommandsTest, ALanguageIsChosenByItsOwnName) {
+    EXPECT_TRUE(command("As the System").checked);
+    command("Deutsch").action();
+    command("English").action();
+    command("As the System").action();
+    EXPECT_EQ(asked, "speak de speak en speak  ");
+    settings.language = "de";
+    EXPECT_TRUE(command("Deutsch").checked);
+    EXPECT_FALSE(command("As the System").checked);
+    language = *Language::find("de");
+    EXPECT_EQ(menus()[1].title, "Spiel");
+    EXPECT_TRUE(command("Deutsch").checked) << "by its own name in all languages";
+    EXPECT_EQ(command("Gullwick beenden").shortcut.text(language), "Strg+Q");
+    EXPECT_TRUE(enabled("日本語"));
+    hasJapaneseFont = false;
+    EXPECT_FALSE(enabled("ja (keine Schrift)")) << "boxes would be no name";
+}
+
+TEST_F(CommandsTest, MenusHaveRoomInEveryLanguage) {
+    constexpr double width = 860, height = 560;
+    for (const Language& each : Language::all()) {
+        language = each;
+        MenuBar bar([this] { return menus(); });
+        const auto press = [&](Key key) { bar.handle(KeyEvent{key, 0, {}, false}); };
+        const auto expectRoom = [&] {
+            bar.follow(0);
+            const Drawing drawing(bar.body(1, width, height, language), width, height, 1);
+            for (const Drawing::Mark& mark : drawing.marks()) {
+                const auto* words = std::get_if<Drawing::Text>(&mark.content);
+                if (words == nullptr) continue;
+                EXPECT_EQ(words->style.maxWidth, 0) << each.code() << ": wraps: " << words->text;
+                EXPECT_LE(mark.rect.x + mark.rect.width, width) << each.code() << ": " << words->text;
+                EXPECT_LE(mark.rect.y + mark.rect.height, height) << each.code() << ": " << words->text;
+            }
+        };
+        press(Key::f10);
+        for (std::size_t menu = 0; menu < menus().size(); ++menu) {
+            ASSERT_EQ(bar.openMenu(), menu);
+            expectRoom();
+            const std::vector<Command> commands = menus()[menu].commands;
+            for (std::size_t line = 0; line < commands.size(); ++line) {
+                if (commands[line].submenu.empty()) continue;
+                while (bar.chosenItem() != line) press(Key::down);
+                press(Key::right);
+                ASSERT_TRUE(bar.chosenSubItem().has_value());
+                expectRoom();
+                press(Key::left);
+            }
+            if (!commands[*bar.chosenItem()].submenu.empty()) press(Key::right);  // into it, and through it
+            press(Key::right);
+        }
+    }
 }
 
 }  // namespace

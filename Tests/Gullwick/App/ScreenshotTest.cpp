@@ -1,5 +1,6 @@
 #include "Gullwick/App/Screenshot.h"
 
+#include "Engine/Language/Language.h"
 #include "Engine/Raster/Png.h"
 #include "TemporaryFolder.h"
 
@@ -43,7 +44,7 @@ TEST_F(ScreenshotTest, TwoInASecondAreTwoFiles) {
     Image image(8, 4);
     const fs::path folder = home.path() / "new" / "folder";
     for (int i = 0; i < 2; ++i)
-        EXPECT_THAT(Screenshot::save(image, folder), testing::HasSubstr("Picture saved: "));
+        EXPECT_THAT(Language().tr(Screenshot::save(image, folder)), testing::HasSubstr("Picture saved: "));
     int files = 0;
     for (const auto& entry : fs::directory_iterator(folder)) {
         const std::string bytes = readText(entry.path());
@@ -57,9 +58,9 @@ TEST_F(ScreenshotTest, TwoInASecondAreTwoFiles) {
 
 TEST_F(ScreenshotTest, AFolderThatCannotBeMadeIsToldWithTheReason) {
     writeText(home.path() / "file", "in the way");
-    EXPECT_THAT(Screenshot::save(Image(8, 4), home.path() / "file"),
+    EXPECT_THAT(Language().tr(Screenshot::save(Image(8, 4), home.path() / "file")),
                 testing::HasSubstr("could not be saved: "));
-    EXPECT_THAT(Screenshot::save(Image(8, 4), {}), testing::HasSubstr("no home folder"));
+    EXPECT_THAT(Language().tr(Screenshot::save(Image(8, 4), {})), testing::HasSubstr("no home folder"));
 }
 
 }  // namespace

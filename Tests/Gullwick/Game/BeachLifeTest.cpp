@@ -46,7 +46,7 @@ TEST_F(BeachLife, startsOnTheHighestUnlockedBeachAndPlaysAtOnce) {
     EXPECT_EQ(returning.phase, Phase::intro);
     turn(0.01);
     EXPECT_EQ(returning.phase, Phase::playing);
-    EXPECT_EQ(returning.toast.get(), "Beach 3 · find 3 of 4 before high tide");
+    EXPECT_EQ(Language().tr(returning.toast->value()), "Beach 3 · find 3 of 4 before high tide");
 }
 
 TEST_F(BeachLife, theFirstBeachIsTheGeneratorsSecondUseAndLaterOnesGoOn) {
@@ -371,7 +371,7 @@ TEST_F(BeachLife, nothingActsForAControllerThatIsGone) {
     play(2);
     game.setCoil(buried(true)[0].at);
     game.dig();
-    game.showToast("gone soon", 1);
+    game.showToast(Message{"gone soon"}, 1);
     senses.all.clear();
     owned.reset();
     turn(5);

@@ -214,7 +214,7 @@ TEST_F(Frame, theFirstInstructionStandsLongEnoughToBeRead) {
     game.setCoil(buried(true)[1].at);
     turn(0.05);
     const std::string opening = toast();
-    EXPECT_EQ(opening, TutorialHints::opening({}));
+    EXPECT_EQ(opening, Language().tr(TutorialHints::opening({})));
     turn(2.4);
     EXPECT_EQ(toast(), opening);
     turn(0.15);
@@ -234,6 +234,9 @@ TEST_F(Frame, theFirstInstructionStandsLongEnoughToBeRead) {
 }
 
 TEST_F(Frame, theTutorialSpeaksOfWhatIsInHand) {
+    const auto said = [](const std::optional<Message>& hint) {
+        return hint ? Language().tr(*hint) : std::string();
+    };
     const auto told = [&](const Controls& controls) {
         game.controls = controls;
         game.beginBeach(1, false, 12);
@@ -241,8 +244,8 @@ TEST_F(Frame, theTutorialSpeaksOfWhatIsInHand) {
         std::string all = toast();
         TutorialHints hints;
         hints.start();
-        all += " | " + hints.advance({0.1, {}, false}, controls);
-        all += " | " + hints.advance({1, BuriedItem{0, ItemKind::coin, {}, 0}, true}, controls);
+        all += " | " + said(hints.advance({0.1, {}, false}, controls));
+        all += " | " + said(hints.advance({1, BuriedItem{0, ItemKind::coin, {}, 0}, true}, controls));
         return all;
     };
     EXPECT_EQ(
@@ -258,14 +261,14 @@ TEST_F(Frame, theTutorialWaitsForTreasureNotJunk) {
     TutorialHints hints;
     const Reading junk{1, BuriedItem{0, ItemKind::can, {}, 0}, true};
     const Reading gold{1, BuriedItem{0, ItemKind::coin, {}, 0}, true};
-    EXPECT_EQ(hints.advance(gold, Controls{}), "");  // off
+    EXPECT_FALSE(hints.advance(gold, Controls{}));  // off
     hints.start();
-    EXPECT_EQ(hints.advance(Reading{0.05, {}, false}, Controls{}), "");
-    EXPECT_NE(hints.advance(junk, Controls{}), "");  // any signal will do
-    EXPECT_EQ(hints.advance(junk, Controls{}), "");
+    EXPECT_FALSE(hints.advance(Reading{0.05, {}, false}, Controls{}));
+    EXPECT_TRUE(hints.advance(junk, Controls{}));  // any signal will do
+    EXPECT_FALSE(hints.advance(junk, Controls{}));
     EXPECT_EQ(hints.stage(), 2);
-    EXPECT_NE(hints.advance(gold, Controls{}), "");
-    EXPECT_EQ(hints.advance(gold, Controls{}), "");
+    EXPECT_TRUE(hints.advance(gold, Controls{}));
+    EXPECT_FALSE(hints.advance(gold, Controls{}));
     EXPECT_EQ(hints.stage(), 3);
 }
 
@@ -394,7 +397,7 @@ TEST_F(Frame, reduceMotionReachesTheScene) {
 TEST_F(Frame, whereToastsWaitForPicturesTheirTimeStartsWithTheNextOne) {
     play(2);
     game.waitForPictures();
-    game.showToast("seen late", 1);
+    game.showToast(Message{"seen late"}, 1);
     turn(5);
     EXPECT_EQ(toast(), "seen late") << "nobody has seen it yet";
     game.pictureShown();
@@ -407,9 +410,9 @@ TEST_F(Frame, whereToastsWaitForPicturesTheirTimeStartsWithTheNextOne) {
 
 TEST_F(Frame, aToastStandsForItsTimeUnlessANewerOneReplacesIt) {
     play(2);
-    game.showToast("first", 1);
+    game.showToast(Message{"first"}, 1);
     turn(0.8);
-    game.showToast("second", 1);
+    game.showToast(Message{"second"}, 1);
     turn(0.8);  // the first one's time is over
     EXPECT_EQ(toast(), "second");
     game.beginBeach(3, true);
@@ -424,24 +427,24 @@ TEST_F(Frame, hintsWaitForTheEndOfTheOpeningToast) {
     ChangeNotifier changes;
     Toast::Line line(changes);
     Toast toasts(ownLoop, line);
-    toasts.queueHint("one", 2);
-    toasts.queueHint("two", 2);
-    toasts.show("not an opening", 1);
+    toasts.queueHint(Message{"one"}, 2);
+    toasts.queueHint(Message{"two"}, 2);
+    toasts.show(Message{"not an opening"}, 1);
     ownLoop.turn(ownClock, 1.5);
     EXPECT_EQ(line.get(), std::nullopt);
-    toasts.showOpening("opening", 3);
+    toasts.showOpening(Message{"opening"}, 3);
     ownLoop.turn(ownClock, 2);
-    toasts.show("in between", 2);
+    toasts.show(Message{"in between"}, 2);
     ownLoop.turn(ownClock, 1.9);
-    EXPECT_EQ(line.get(), "in between");
+    EXPECT_EQ(line.get(), Message{"in between"});
     ownLoop.turn(ownClock, 0.2);
-    EXPECT_EQ(line.get(), "one");
+    EXPECT_EQ(line.get(), Message{"one"});
     ownLoop.turn(ownClock, 2);
-    EXPECT_EQ(line.get(), "two");
+    EXPECT_EQ(line.get(), Message{"two"});
     ownLoop.turn(ownClock, 2);
     EXPECT_EQ(line.get(), std::nullopt);
-    toasts.queueHint("three", 1);
-    EXPECT_EQ(line.get(), "three");
+    toasts.queueHint(Message{"three"}, 1);
+    EXPECT_EQ(line.get(), Message{"three"});
 }
 
 }  // namespace

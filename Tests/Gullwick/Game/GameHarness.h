@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Engine/Input/Haptics.h"
+#include "Engine/Language/Language.h"
 #include "Engine/Loop/Clock.h"
 #include "Engine/Loop/MainLoop.h"
 #include "Engine/Sound/SoundOutput.h"
@@ -182,7 +183,8 @@ struct GameHarness : testing::Test {
         for (const BuriedItem& item : buried(true)) digUp(item);
         wait(Phase::finished);
     }
-    std::string toast() const { return game.toast->value_or(""); }
+    /// In English.
+    std::string toast() const { return game.toast.get() ? Language().tr(*game.toast.get()) : ""; }
 };
 
 inline void PrintTo(GameController::Phase phase, std::ostream* out) {

@@ -92,7 +92,7 @@ TEST_F(HudTextsTest, TheMeterJudgesOnlyWhereThereIsADisplay) {
         const SignalMeter meter{state};
         EXPECT_EQ(meter.lit(), row.lit);
         EXPECT_EQ(meter.litColour(), row.colour);
-        EXPECT_STREQ(meter.caption(), row.caption);
+        EXPECT_EQ(meter.caption(), row.caption);
         int lit = 0;
         const Drawing drawing(meter.body(), 300, 100, 1);
         for (const Drawing::Mark& mark : drawing.marks()) {

@@ -11,7 +11,8 @@ struct OverlayTest : GameHarness {
     PlainIcons source;
     ItemIcons icons{source};
     int chosen = 0;
-    Overlay overlay{game, settings, icons, [this] {
+    Language language;
+    Overlay overlay{game, settings, language, icons, [this] {
                         Command command;
                         command.title = "Choose";
                         command.action = [this] { ++chosen; };
@@ -111,6 +112,21 @@ TEST_F(OverlayTest, AFadeDrawsOnceAndThenOnlyComposes) {
     EXPECT_EQ(framesThatDraw(), 0) << "nothing is new on the way back";
     game.openSelect();
     EXPECT_EQ(framesThatDraw(), 0);
+}
+
+TEST_F(OverlayTest, AnotherLanguageIsSpokenInTheNextFrame) {
+    play(2);
+    turn(0.5);
+    update();
+    const std::string toast = language.tr(*game.toast.get());
+    language = *Language::find("de");
+    update();
+    EXPECT_NE(overlay.drawing().findText("MUSCHELBUCHT"), nullptr);
+    EXPECT_EQ(overlay.drawing().findText("SHELL BAY"), nullptr);
+    turn(0.3);
+    update();
+    EXPECT_EQ(overlay.drawing().findText(toast), nullptr);
+    EXPECT_NE(overlay.drawing().findText(language.tr(*game.toast.get())), nullptr) << "the toast too";
 }
 
 TEST_F(OverlayTest, CardsAndMenusTakeTheInputAndTheHudTakesNone) {
