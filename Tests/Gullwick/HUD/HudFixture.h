@@ -28,16 +28,19 @@ struct HudFixture : testing::Test {
     ItemIcons icons{source};
     double width = 1240;
     double height = 800;
+    Language language;
+    std::vector<std::string> seen;  ///< every text that expectRoom() looked at
 
-    static HudState playing(int beach) {
+    HudState playing(int beach) const {
         HudState state;
+        state.language = language;
         state.phase = Phase::playing;
         state.spec = Campaign::beach(beach);
         state.timeLeft = state.spec.tideSeconds;
         state.tray.assign(state.spec.treasures.size(), false);
         return state;
     }
-    static HudState finished(int beach, int stars, int finds) {
+    HudState finished(int beach, int stars, int finds) const {
         HudState state = playing(beach);
         state.phase = Phase::finished;
         state.earnedStars = stars;
@@ -65,12 +68,13 @@ struct HudFixture : testing::Test {
         EXPECT_NE(mark, nullptr) << words;
         return mark != nullptr ? std::get<Drawing::Text>(mark->content).colour : Colour{0, 0, 0, 0};
     }
-    /// The longest texts of every screen, in a window of the fixture's size, have the room they need.
+    /// The longest texts of every screen, in a window of the fixture's size and in its language, have the
+    /// room they need.
     void expectAllTextHasRoom();
-    /// No text of that sheet leaves the window or the panel that it stands in, and none is cut by an
-    /// ellipsis.
+    /// No text of that sheet leaves the window or the panel that it stands in, none is cut by an ellipsis or
+    /// shrunk beyond reading.
     void expectRoom(const Drawing& drawing, const std::string& sheetName,
-                    const std::vector<std::string>& panels) const;
+                    const std::vector<std::string>& panels);
 
     static const ShapeStyle* shapeAt(const Drawing& drawing, const Rect& rect) {
         for (const Drawing::Mark& mark : drawing.marks()) {

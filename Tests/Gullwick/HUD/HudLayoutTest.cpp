@@ -87,7 +87,7 @@ TEST_F(HudLayoutTest, NoWordOfAToastStandsAloneInALine) {
     height = 560;
     HudState state = playing(1);
     for (const char* words :
-         {"Rest one finger on the trackpad and slide it — the trackpad is the beach",
+         {"Controller: left stick sweeps · bottom button digs · left button pings · Start beaches",
           "Pointer freed — the mouse moves the detector now. Esc to use the trackpad again"}) {
         state.toast = words;
         const Drawing drawing = draw(state);
