@@ -20,7 +20,7 @@ struct FuzzGame {
     };
 
     explicit FuzzGame(std::uint64_t seed, double start = 1000)
-        : clock(start), game(loop, feedback, {}, false, seed) {
+        : clock(start), game(loop, settings, feedback, {}, false, seed) {
         surface.focusGained();
     }
 
