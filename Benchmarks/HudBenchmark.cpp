@@ -57,8 +57,8 @@ void hudOfAPlayingFrame(benchmark::State& state) {
         state.PauseTiming();
         play.step();
         state.ResumeTiming();
-        for (const Sheet& sheet : play.overlay.update(play.clock.now(), 1240, 800, scale)) {
-            for (const Sheet::Area& area : sheet.changes) pixels += 1.0 * area.width * area.height;
+        for (const OverlayLayer& layer : play.overlay.update(play.clock.now(), 1240, 800, scale)) {
+            for (const OverlayLayer::Area& area : layer.changes) pixels += 1.0 * area.width * area.height;
         }
     }
     state.counters["pixels"] = benchmark::Counter(pixels, benchmark::Counter::kAvgIterations);
@@ -153,7 +153,7 @@ void overlayOfAPlayingFrame(benchmark::State& state) {
 }
 BENCHMARK(overlayOfAPlayingFrame)->Unit(benchmark::kMicrosecond)->MeasureProcessCPUTime()->Iterations(200);
 
-/// The 15 frames in which the beach select comes or goes, the first of them apart: it draws the sheet.
+/// The 15 frames in which the beach select comes or goes, the first of them apart: it draws the layer.
 void overlayOfAFadingScreen(benchmark::State& state) {
     const bool isFirst = state.range(0) == 1;
     constexpr int frames = 15;

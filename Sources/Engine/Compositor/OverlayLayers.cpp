@@ -14,7 +14,7 @@ namespace {
 
 /// A pixel more where a side is a power of two: for such textures a rasteriser in software would compile the
 /// program once more.
-PixelSize storedSize(const Sheet& layer) {
+PixelSize storedSize(const OverlayLayer& layer) {
     const auto side = [](int length) {
         return std::has_single_bit(static_cast<unsigned>(length)) ? length + 1 : length;
     };
@@ -33,7 +33,7 @@ PixelArea OverlayLayers::onFramebuffer(const PixelRect& place, const PixelRect& 
     return area.intersection(PixelArea::whole(size_));
 }
 
-OverlayLayers::Drawn OverlayLayers::asDrawn(const Sheet& layer) const {
+OverlayLayers::Drawn OverlayLayers::asDrawn(const OverlayLayer& layer) const {
     Drawn drawn{layer.id, layer.place, layer.opacity, layer.wash, {}};
     if (layer.opacity <= 0) return drawn;
     if (layer.isWash()) {
@@ -44,7 +44,7 @@ OverlayLayers::Drawn OverlayLayers::asDrawn(const Sheet& layer) const {
     return drawn;
 }
 
-std::vector<PixelArea> OverlayLayers::show(std::span<const Sheet> layers, const PixelSize& size) {
+std::vector<PixelArea> OverlayLayers::show(std::span<const OverlayLayer> layers, const PixelSize& size) {
     std::vector<PixelArea> changes;
     const auto add = [&](const std::vector<PixelArea>& parts) {
         changes.insert(changes.end(), parts.begin(), parts.end());
@@ -59,7 +59,7 @@ std::vector<PixelArea> OverlayLayers::show(std::span<const Sheet> layers, const 
             add(drawn_[i].parts);
             continue;
         }
-        const Sheet& layer = layers[i];
+        const OverlayLayer& layer = layers[i];
         upload(layer);
         Drawn drawn = asDrawn(layer);
         if (i >= drawn_.size()) {
@@ -81,7 +81,7 @@ std::vector<PixelArea> OverlayLayers::show(std::span<const Sheet> layers, const 
 
 void OverlayLayers::draw(const DrawTarget& target, std::span<const PixelArea> areas) {
     for (std::size_t i = 0; i < layers_.size(); ++i) {
-        const Sheet& layer = layers_[i];
+        const OverlayLayer& layer = layers_[i];
         vertices_.clear();
         for (const PixelArea& part : drawn_[i].parts) {
             for (const PixelArea& area : areas) {
@@ -97,7 +97,7 @@ void OverlayLayers::draw(const DrawTarget& target, std::span<const PixelArea> ar
     }
 }
 
-void OverlayLayers::drawVertices(const DrawTarget& target, const Sheet& layer) {
+void OverlayLayers::drawVertices(const DrawTarget& target, const OverlayLayer& layer) {
     const bool isFaded = !layer.isWash() && layer.opacity < 1;
     ProgramKey key{ProgramKind::bitmap};
     key.features.set(Feature::plainColour, layer.isWash());
@@ -113,7 +113,7 @@ void OverlayLayers::drawVertices(const DrawTarget& target, const Sheet& layer) {
     context_.device.draw(state, {&all, 1});
 }
 
-void OverlayLayers::upload(const Sheet& layer) {
+void OverlayLayers::upload(const OverlayLayer& layer) {
     if (layer.pixels == nullptr) return;
     Bitmap& bitmap = bitmaps_[layer.id];
     const PixelSize size = storedSize(layer);
@@ -127,7 +127,7 @@ void OverlayLayers::upload(const Sheet& layer) {
                          layer.strideBytes);
 }
 
-void OverlayLayers::addGradient(const Sheet& layer, const PixelArea& area) {
+void OverlayLayers::addGradient(const OverlayLayer& layer, const PixelArea& area) {
     const auto valueOf = [&](const GradientStop& stop) {
         const double a = stop.colour.a * layer.opacity;
         return Value{static_cast<float>(stop.colour.r * a), static_cast<float>(stop.colour.g * a),
@@ -153,7 +153,7 @@ void OverlayLayers::addGradient(const Sheet& layer, const PixelArea& area) {
     }
 }
 
-void OverlayLayers::addBitmap(const Sheet& layer, const PixelArea& area) {
+void OverlayLayers::addBitmap(const OverlayLayer& layer, const PixelArea& area) {
     const int top = size_.height - layer.place.y;
     const PixelSize stored = storedSize(layer);
     addRectangle(area, [&](int x, int y) {

@@ -2,7 +2,7 @@
 
 #include "Engine/Gl/DrawState.h"
 #include "Engine/Gl/Textures.h"
-#include "Engine/Raster/Sheet.h"
+#include "Engine/Raster/OverlayLayer.h"
 
 #include <array>
 #include <map>
@@ -26,7 +26,7 @@ class OverlayLayers {
     /// Takes over what is to be drawn next on a framebuffer of `size`, which must outlive that. What changed
     /// is uploaded; a bitmap of another size than its layer had before, all of it. Returns where the layers
     /// look different from those before; areas may overlap.
-    std::vector<PixelArea> show(std::span<const Sheet> layers, const PixelSize& size);
+    std::vector<PixelArea> show(std::span<const OverlayLayer> layers, const PixelSize& size);
     /// Blends the layers shown over `target` within `areas`, no two of which overlap.
     void draw(const DrawTarget& target, std::span<const PixelArea> areas);
 
@@ -47,20 +47,20 @@ class OverlayLayers {
     /// A premultiplied colour, or the place on a bitmap.
     using Value = std::array<float, 4>;
 
-    void upload(const Sheet& layer);
+    void upload(const OverlayLayer& layer);
     PixelArea onFramebuffer(const PixelRect& place, const PixelRect& part) const;
-    Drawn asDrawn(const Sheet& layer) const;
-    void addGradient(const Sheet& layer, const PixelArea& area);
-    void addBitmap(const Sheet& layer, const PixelArea& area);
+    Drawn asDrawn(const OverlayLayer& layer) const;
+    void addGradient(const OverlayLayer& layer, const PixelArea& area);
+    void addBitmap(const OverlayLayer& layer, const PixelArea& area);
     /// `valueAt` tells the value at a corner, pixels from the lower left.
     template <class ValueAt>
     void addRectangle(const PixelArea& area, const ValueAt& valueAt);
-    void drawVertices(const DrawTarget& target, const Sheet& layer);
+    void drawVertices(const DrawTarget& target, const OverlayLayer& layer);
 
     RenderContext& context_;
     std::map<int, Bitmap> bitmaps_;
     PixelSize size_;
-    std::span<const Sheet> layers_;
+    std::span<const OverlayLayer> layers_;
     std::vector<Drawn> drawn_;
     std::vector<float> vertices_;
 };

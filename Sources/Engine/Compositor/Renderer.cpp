@@ -77,7 +77,7 @@ void Renderer::draw(const Stage& stage, const PixelSize& size, unsigned framebuf
     impl_->window.draw(stage, impl_->presenter, impl_->tier, mode);
 }
 
-void Renderer::drawOverlay(std::span<const Sheet> layers) {
+void Renderer::drawOverlay(std::span<const OverlayLayer> layers) {
     impl_->device();
     Presenter& presenter = impl_->presenter;
     const std::vector<PixelArea> changes = impl_->overlay.show(layers, presenter.size());

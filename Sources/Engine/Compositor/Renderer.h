@@ -3,9 +3,9 @@
 #include "Engine/Compositor/RenderTier.h"
 #include "Engine/Gl/GraphicsInfo.h"
 #include "Engine/Raster/Image.h"
+#include "Engine/Raster/OverlayLayer.h"
 #include "Engine/Raster/PixelRect.h"
 #include "Engine/Raster/PixelSize.h"
-#include "Engine/Raster/Sheet.h"
 #include "Engine/Render/ProgramKey.h"
 #include "Engine/Stage/Stage.h"
 
@@ -52,7 +52,7 @@ class Renderer {
 
     /// Blends `layers`, back to front, over the framebuffer drawn last. A layer's changes are those since the
     /// last call.
-    void drawOverlay(std::span<const Sheet> layers);
+    void drawOverlay(std::span<const OverlayLayer> layers);
 
     /// Tells whether the framebuffer still holds what was drawn into it last, overlay included (after a swap
     /// of buffers a window's does not). Then the next draw() changes only what differs; otherwise, or untold,

@@ -28,7 +28,7 @@ extern const std::string_view blurFragment;
 extern const std::string_view toneMappingFragment;
 extern const std::string_view movingCoverFragment;  ///< moving shadows alone
 extern const std::string_view resolveFragment;
-extern const std::string_view bitmapVertex;  ///< rectangles of a sheet
+extern const std::string_view bitmapVertex;  ///< rectangles of an overlay layer
 extern const std::string_view bitmapFragment;
 extern const std::string_view relightFragment;      ///< the kept layer under moving shadows and lamps
 extern const std::string_view lightChangeFragment;  ///< what they do to the developed picture

@@ -93,7 +93,7 @@ void drawMark(Canvas& canvas, const Drawing::Mark& mark, std::vector<bool>& grou
 }  // namespace
 
 Drawing::Drawing(const View& view, double width, double height, double scale) {
-    Layout layout(scale, marks_, named_, sheets_);
+    Layout layout(scale, marks_, named_, layers_);
     const ViewSize size = Layout::measure(view, {width, height});
     layout.placeRoot(view, {(width - size.width) / 2, (height - size.height) / 2, size.width, size.height});
 }
@@ -133,21 +133,21 @@ std::vector<std::string> Drawing::textsIn(const Rect& rect) const {
 
 void Drawing::draw(Canvas& canvas) const {
     const Rect all{0, 0, canvas.width(), canvas.height()};
-    for (const Sheet& sheet : sheets_) {
+    for (const Layer& layer : layers_) {
         canvas.save();
-        if (sheet.opacity < 1) canvas.beginLayer(sheet.opacity);
-        canvas.translate(sheet.dx, sheet.dy);
-        draw(canvas, sheet, {all.x - sheet.dx, all.y - sheet.dy, all.width, all.height});
-        if (sheet.opacity < 1) canvas.endLayer();
+        if (layer.opacity < 1) canvas.beginLayer(layer.opacity);
+        canvas.translate(layer.dx, layer.dy);
+        draw(canvas, layer, {all.x - layer.dx, all.y - layer.dy, all.width, all.height});
+        if (layer.opacity < 1) canvas.endLayer();
         canvas.restore();
     }
 }
 
-void Drawing::draw(Canvas& canvas, const Sheet& sheet, const Rect& clip) const {
+void Drawing::draw(Canvas& canvas, const Layer& layer, const Rect& clip) const {
     canvas.save();
     canvas.clip(clip);
     std::vector<bool> groups;
-    for (std::size_t i = sheet.first; i < sheet.last; ++i) {
+    for (std::size_t i = layer.first; i < layer.last; ++i) {
         const Mark& mark = marks_[i];
         if (meet(mark.ink, clip)) {
             drawMark(canvas, mark, groups);

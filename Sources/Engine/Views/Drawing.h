@@ -61,12 +61,12 @@ class Drawing {
         double opacity = 1;
     };
 
-    /// The marks on one sheet, from `first` to before `last`, back to front. Views without a sheet of their
-    /// own are on a sheet without a name.
-    struct Sheet {
+    /// The marks on one layer, from `first` to before `last`, back to front. Views without a layer of their
+    /// own are on a layer without a name.
+    struct Layer {
         std::string name;
         double opacity = 1;
-        double dx = 0;  ///< offset of the sheet in points, a whole number of pixels
+        double dx = 0;  ///< offset of the layer in points, a whole number of pixels
         double dy = 0;
         std::size_t first = 0;
         std::size_t last = 0;
@@ -78,9 +78,9 @@ class Drawing {
 
     const std::vector<Mark>& marks() const { return marks_; }
     /// Back to front; together they hold every mark.
-    const std::vector<Sheet>& sheets() const { return sheets_; }
-    std::span<const Mark> marks(const Sheet& sheet) const {
-        return std::span(marks_).subspan(sheet.first, sheet.last - sheet.first);
+    const std::vector<Layer>& layers() const { return layers_; }
+    std::span<const Mark> marks(const Layer& layer) const {
+        return std::span(marks_).subspan(layer.first, layer.last - layer.first);
     }
     /// The first view of that name.
     std::optional<Named> find(std::string_view name) const;
@@ -92,19 +92,19 @@ class Drawing {
     /// Every visible text within `rect`, in drawing order.
     std::vector<std::string> textsIn(const Rect& rect) const;
 
-    /// Draws all sheets, one over the other.
+    /// Draws all layers, one over the other.
     void draw(Canvas& canvas) const;
-    /// Draws the part of `sheet` within `clip` (points), at full opacity and without its offset.
-    void draw(Canvas& canvas, const Sheet& sheet, const Rect& clip) const;
+    /// Draws the part of `layer` within `clip` (points), at full opacity and without its offset.
+    void draw(Canvas& canvas, const Layer& layer, const Rect& clip) const;
 
-    /// Appends to `damage` the rectangles (points) where one sheet's marks differ from what they were.
+    /// Appends to `damage` the rectangles (points) where one layer's marks differ from what they were.
     static void difference(std::span<const Mark> now, std::span<const Mark> before,
                            std::vector<Rect>& damage);
 
   private:
     std::vector<Mark> marks_;
     std::vector<Named> named_;
-    std::vector<Sheet> sheets_;
+    std::vector<Layer> layers_;
 };
 
 }  // namespace gull

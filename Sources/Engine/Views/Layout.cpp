@@ -210,7 +210,7 @@ ViewSize Layout::measure(const View& view, const ViewSize& room) {
             [&](const View::Offset&) { return inner(room); },
             [&](const View::Scale&) { return inner(room); },
             [&](const View::Fade&) { return inner(room); },
-            [&](const View::Sheet&) { return inner(room); },
+            [&](const View::OnLayer&) { return inner(room); },
             [&](const View::Shadow&) { return inner(room); },
             [&](const View::Backed&) { return inner(room); },
         },
@@ -294,7 +294,7 @@ void Layout::content(const View& view, const Rect& rect) {
             },
             [&](const View::Scale& scale) { scaled(view.children.front(), rect, scale.factor); },
             [&](const View::Fade& fade) { faded(view.children.front(), rect, fade.opacity); },
-            [&](const View::Sheet& own) { sheet(own, view.children.front(), rect); },
+            [&](const View::OnLayer& own) { layer(own, view.children.front(), rect); },
             [&](const View::Shadow& shadow) {
                 group(Drawing::Shadow{shadow.colour, shadow.radius * around_.factor}, view.children.front(),
                       rect);
@@ -384,34 +384,34 @@ void Layout::group(Drawing::Content begin, const View& view, const Rect& rect) {
     marks_.push_back({Drawing::End{}, {}, ink, 0});
 }
 
-void Layout::sheet(const View::Sheet& sheet, const View& view, const Rect& rect) {
+void Layout::layer(const View::OnLayer& layer, const View& view, const Rect& rect) {
     require(enclosing_ == 0 && around_.factor == 1,
-            "Layout: the sheet \"{}\" stands within another view's sheet, group or scale", sheet.name);
+            "Layout: the layer \"{}\" stands within another view's layer, group or scale", layer.name);
     endGround();
     const Surroundings before = around_;
     const std::size_t first = marks_.size();
     const std::size_t firstName = named_.size();
-    if (sheet.opacity <= 0) around_.hidden = true;
+    if (layer.opacity <= 0) around_.hidden = true;
     ++enclosing_;
     place(view, rect);
     --enclosing_;
     around_ = before;
-    // A sheet moves by whole pixels, so that its content stays sharp.
-    const double dx = std::round(sheet.dx * scale_) / scale_;
-    const double dy = std::round(sheet.dy * scale_) / scale_;
+    // A layer moves by whole pixels, so that its content stays sharp.
+    const double dx = std::round(layer.dx * scale_) / scale_;
+    const double dy = std::round(layer.dy * scale_) / scale_;
     for (std::size_t i = firstName; i < named_.size(); ++i) {
-        named_[i].opacity *= std::clamp(sheet.opacity, 0.0, 1.0);
+        named_[i].opacity *= std::clamp(layer.opacity, 0.0, 1.0);
         named_[i].rect.x += dx;
         named_[i].rect.y += dy;
     }
     if (marks_.size() > first) {
-        sheets_.push_back({sheet.name, std::min(sheet.opacity, 1.0), dx, dy, first, marks_.size()});
+        layers_.push_back({layer.name, std::min(layer.opacity, 1.0), dx, dy, first, marks_.size()});
     }
     groundBegins_ = marks_.size();
 }
 
 void Layout::endGround() {
-    if (marks_.size() > groundBegins_) sheets_.push_back({{}, 1, 0, 0, groundBegins_, marks_.size()});
+    if (marks_.size() > groundBegins_) layers_.push_back({{}, 1, 0, 0, groundBegins_, marks_.size()});
     groundBegins_ = marks_.size();
 }
 

@@ -14,8 +14,8 @@ class Layout {
   public:
     /// `scale`: pixels a point, for edges on whole pixels. The vectors are filled by place().
     Layout(double scale, std::vector<Drawing::Mark>& marks, std::vector<Drawing::Named>& named,
-           std::vector<Drawing::Sheet>& sheets)
-        : scale_(scale), marks_(marks), named_(named), sheets_(sheets) {}
+           std::vector<Drawing::Layer>& layers)
+        : scale_(scale), marks_(marks), named_(named), layers_(layers) {}
 
     /// The size of `view` in `room`; without `room`, its natural size.
     static ViewSize measure(const View& view, const ViewSize& room = {View::unlimited, View::unlimited});
@@ -37,7 +37,7 @@ class Layout {
     void scaled(const View& view, const Rect& rect, double factor);
     void group(Drawing::Content begin, const View& view, const Rect& rect);
     void faded(const View& view, const Rect& rect, double opacity);
-    void sheet(const View::Sheet& sheet, const View& view, const Rect& rect);
+    void layer(const View::OnLayer& layer, const View& view, const Rect& rect);
     void endGround();
     void mark(Drawing::Content content, const Rect& rect, double overhang);
     Rect inWindow(const Rect& rect) const;
@@ -46,9 +46,9 @@ class Layout {
     double scale_;
     std::vector<Drawing::Mark>& marks_;
     std::vector<Drawing::Named>& named_;
-    std::vector<Drawing::Sheet>& sheets_;
-    std::size_t groundBegins_ = 0;  ///< the first mark that is on no named sheet
-    int enclosing_ = 0;             ///< number of groups and sheets around the current view
+    std::vector<Drawing::Layer>& layers_;
+    std::size_t groundBegins_ = 0;  ///< the first mark that is on no named layer
+    int enclosing_ = 0;             ///< number of groups and layers around the current view
     Surroundings around_;
 };
 

@@ -88,8 +88,8 @@ View View::faded(double opacity) && {
     return std::move(*this).wrapped(Fade{opacity});
 }
 
-View View::onSheet(std::string sheetName, double opacity, double dx, double dy) && {
-    return std::move(*this).wrapped(Sheet{std::move(sheetName), opacity, dx, dy});
+View View::onLayer(std::string layerName, double opacity, double dx, double dy) && {
+    return std::move(*this).wrapped(OnLayer{std::move(layerName), opacity, dx, dy});
 }
 
 View View::shadowed(const Colour& colour, double radius) && {

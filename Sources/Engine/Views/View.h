@@ -64,10 +64,10 @@ class View {
     View scaled(double factor) &&;
     /// Opacity of the whole as one picture, 0 to 1; at 0 it keeps its place and is not drawn.
     View faded(double opacity) &&;
-    /// On a sheet of its own, faded and moved: the window caches the sheet, so changing only opacity and
-    /// offset redraws nothing. `sheetName` is unique within the drawing. A sheet must not be nested in
-    /// another sheet or in anything faded, shadowed or scaled.
-    View onSheet(std::string sheetName, double opacity = 1, double dx = 0, double dy = 0) &&;
+    /// On a layer of its own, faded and moved: the window caches the layer, so changing only opacity and
+    /// offset redraws nothing. `layerName` is unique within the drawing. A layer must not be nested in
+    /// another layer or in anything faded, shadowed or scaled.
+    View onLayer(std::string layerName, double opacity = 1, double dx = 0, double dy = 0) &&;
     /// With a soft shadow of itself behind it.
     View shadowed(const Colour& colour, double radius) &&;
     /// With `other` behind it or in front of it, in this view's room.
@@ -124,7 +124,7 @@ class View {
         Colour colour;
         double radius;
     };
-    struct Sheet {
+    struct OnLayer {
         std::string name;
         double opacity;
         double dx, dy;
@@ -134,7 +134,7 @@ class View {
         bool inFront;
     };
     using Content = std::variant<Nothing, Gap, FixedGap, Text, ShapeStyle, Picture, Sign, Stack, Layers,
-                                 Padding, Frame, Limit, Shrink, Offset, Scale, Fade, Sheet, Shadow, Backed>;
+                                 Padding, Frame, Limit, Shrink, Offset, Scale, Fade, OnLayer, Shadow, Backed>;
 
     View(Content viewContent, std::vector<View> viewChildren = {})
         : content(std::move(viewContent)), children(std::move(viewChildren)) {}

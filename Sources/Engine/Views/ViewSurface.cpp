@@ -7,7 +7,7 @@ namespace gull {
 
 namespace {
 
-using Area = Sheet::Area;
+using Area = OverlayLayer::Area;
 
 constexpr int roundedTo = 16;  // pixels; so that a bitmap does not grow with every letter
 
@@ -72,15 +72,15 @@ int roundedUp(int size) {
 
 }  // namespace
 
-void ViewSurface::show(const Drawing& drawing, const Drawing::Sheet& sheet,
+void ViewSurface::show(const Drawing& drawing, const Drawing::Layer& layer,
                        std::span<const Drawing::Mark> before, double width, double height, double scale) {
     changes_.clear();
     coverage_.clear();
     damage_.clear();
-    // The window in the sheet's coordinates.
-    const Area window = touched({-sheet.dx, -sheet.dy, width, height}, scale, {-32768, -32768, 65536, 65536});
+    // The window in the layer's coordinates.
+    const Area window = touched({-layer.dx, -layer.dy, width, height}, scale, {-32768, -32768, 65536, 65536});
     Area ink;
-    for (const Drawing::Mark& mark : drawing.marks(sheet)) {
+    for (const Drawing::Mark& mark : drawing.marks(layer)) {
         const Area own = touched(mark.ink, scale, window);
         ink = united(ink, own);
         collect(own, coverage_);
@@ -91,7 +91,7 @@ void ViewSurface::show(const Drawing& drawing, const Drawing::Sheet& sheet,
     if (makeRoom(ink, scale) || !wasCurrent) {
         changes_.push_back({left_, top_, canvas_->pixelWidth(), canvas_->pixelHeight()});
     } else {
-        Drawing::difference(drawing.marks(sheet), before, damage_);
+        Drawing::difference(drawing.marks(layer), before, damage_);
         for (const Rect& rect : damage_) collect(touched(rect, scale, area()), changes_);
     }
     for (Area& area : changes_) {
@@ -102,7 +102,7 @@ void ViewSurface::show(const Drawing& drawing, const Drawing::Sheet& sheet,
         canvas_->clip(clip);
         canvas_->clear();
         canvas_->restore();
-        drawing.draw(*canvas_, sheet, clip);
+        drawing.draw(*canvas_, layer, clip);
         canvas_->restore();
     }
     for (std::vector<Area>* areas : {&changes_, &coverage_}) {
@@ -110,7 +110,7 @@ void ViewSurface::show(const Drawing& drawing, const Drawing::Sheet& sheet,
     }
 }
 
-Sheet::Area ViewSurface::area() const {
+OverlayLayer::Area ViewSurface::area() const {
     if (!canvas_) return {};
     return {left_, top_, canvas_->pixelWidth(), canvas_->pixelHeight()};
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Engine/Raster/Sheet.h"
+#include "Engine/Raster/OverlayLayer.h"
 #include "Engine/Views/Drawing.h"
 
 #include <memory>
@@ -9,21 +9,21 @@
 
 namespace gull {
 
-/// The bitmap of one sheet, no larger than its content. Only what differs from the previous drawing is
-/// redrawn. The bitmap is kept between frames, and also while the sheet is not visible.
+/// The bitmap of one layer, no larger than its content. Only what differs from the previous drawing is
+/// redrawn. The bitmap is kept between frames, and also while the layer is not visible.
 class ViewSurface {
   public:
-    using Area = Sheet::Area;
+    using Area = OverlayLayer::Area;
 
-    /// Shows `sheet` of `drawing`, which was laid out for a window of that size (points) and scale (pixels a
+    /// Shows `layer` of `drawing`, which was laid out for a window of that size (points) and scale (pixels a
     /// point). `before`: the marks that were shown last.
-    void show(const Drawing& drawing, const Drawing::Sheet& sheet, std::span<const Drawing::Mark> before,
+    void show(const Drawing& drawing, const Drawing::Layer& layer, std::span<const Drawing::Mark> before,
               double width, double height, double scale);
 
     /// Discards the content of the bitmap: the next show() draws all of it.
     void forget() { isCurrent_ = false; }
 
-    /// The bitmap's place in the window before the sheet's offset.
+    /// The bitmap's place in the window before the layer's offset.
     Area area() const;
     /// The areas of the bitmap that the last show() redrew; they do not overlap.
     const std::vector<Area>& changes() const { return changes_; }

@@ -114,12 +114,12 @@ View AlertCard::body(double opacity) const {
     View outline = shape(roundedRectangle(14).filled({0.02, 0.08, 0.1, 0.94}).stroked(Palette::panelLine))
                        .shadowed(Palette::black.withAlpha(0.5), 30);
     return layers(
-        views(shape(rectangle().filled(Palette::black.withAlpha(0.35))).onSheet("alert.backdrop", opacity),
+        views(shape(rectangle().filled(Palette::black.withAlpha(0.35))).onLayer("alert.backdrop", opacity),
               column(22, Place::centre, views(std::move(content), row(12, Place::centre, std::move(row1))))
                   .padded(34, 28, 34, 26)
                   .behind(std::move(outline))
                   .named("alert")
-                  .onSheet("alert", opacity)));
+                  .onLayer("alert", opacity)));
 }
 
 namespace {

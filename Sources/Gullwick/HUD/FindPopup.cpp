@@ -20,7 +20,7 @@ View FindPopup::body() const {
                     .padded(16, 8)
                     .behind(shape(capsule().filled(Palette::panel).stroked(Palette::gold.withAlpha(0.6))))
                     .named("popup")
-                    .onSheet("popup", pose.alpha, 0, -pose.lift);
+                    .onLayer("popup", pose.alpha, 0, -pose.lift);
     return column(0, Place::centre, views(gap(), std::move(card), gap(bottomGap)));
 }
 

@@ -55,12 +55,12 @@ View HUDView::shade() const {
                   views(shape(rectangle().filled({{0, black(0.5)}, {0.5, black(0.18)}, {1, black(0)}}))
                             .named("shade.top")
                             .framed(width, 190)
-                            .onSheet("shade.top", pose.bars),
+                            .onLayer("shade.top", pose.bars),
                         gap(),
                         shape(rectangle().filled({{0, black(0)}, {1, black(0.42)}}))
                             .named("shade.bottom")
                             .framed(width, 160)
-                            .onSheet("shade.bottom", pose.bars)))
+                            .onLayer("shade.bottom", pose.bars)))
         .framed(width, height);
 }
 
@@ -97,14 +97,14 @@ View HUDView::bottomBar() const {
                             .shrunkToFit()))
         .padded(padding, 0)
         .named("bottomBar")
-        .onSheet("bottomBar", pose.bars * pose.bottomBar);
+        .onLayer("bottomBar", pose.bars * pose.bottomBar);
 }
 
 View HUDView::bars() const {
     View top = row(0, Place::start, views(title(), gap(), TideClock{game}.body()))
                    .padded(sidePadding, 0)
                    .named("topBar")
-                   .onSheet("topBar", pose.bars);
+                   .onLayer("topBar", pose.bars);
     return column(0, Place::centre, views(std::move(top), gap(), bottomBar()))
         .padded(0, topPadding, 0, bottomPadding)
         .framed(width, height);
@@ -124,7 +124,7 @@ View HUDView::toasts() const {
                 .behind(shape(capsule().filled(Palette::panel).stroked(Palette::sea.withAlpha(0.45))))
                 .named("toast")
                 .noWiderThan(room)
-                .onSheet("toast." + std::to_string(lines.size()), toast.opacity);
+                .onLayer("toast." + std::to_string(lines.size()), toast.opacity);
         // In a narrow window a long tagline may reach as far down: then the toast gives way.
         const double beside = sidePadding + titleSize.width + barSpacing;
         const bool isBeside = (width - Layout::measure(line, {room, height}).width) / 2 >= beside;
@@ -140,21 +140,21 @@ View HUDView::body() const {
     if (pose.pause > 0) {
         all.push_back(shape(rectangle().filled(black(pausedDimming)))
                           .framed(width, height)
-                          .onSheet("pause.backdrop", pose.pause));
+                          .onLayer("pause.backdrop", pose.pause));
     }
     for (View& layer : views(bars(), FindPopup{pose.popup, icons, game.language}.body(), toasts()))
         all.push_back(std::move(layer));
     const auto present = [&](const char* name, const Colour& backdrop, View card, double opacity) {
         all.push_back(shape(rectangle().filled(backdrop))
                           .framed(width, height)
-                          .onSheet(std::string(name) + ".backdrop", opacity));
-        all.push_back(std::move(card).shrunkToFit().padded(cardMargin, cardMargin).onSheet(name, opacity));
+                          .onLayer(std::string(name) + ".backdrop", opacity));
+        all.push_back(std::move(card).shrunkToFit().padded(cardMargin, cardMargin).onLayer(name, opacity));
     };
     if (pose.card > 0) present("card", black(0.35), ResultCard{ended, icons}.body(), pose.card);
     if (pose.select > 0) {
         all.push_back(shape(rectangle().filled(black(selectQuiet)))
                           .framed(width, height)
-                          .onSheet("select.quiet", pose.select));
+                          .onLayer("select.quiet", pose.select));
         present("select", selectBackdrop, BeachSelect{game, pose.tile}.body(), pose.select);
     }
     return layers(std::move(all)).framed(width, height);

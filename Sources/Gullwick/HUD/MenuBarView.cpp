@@ -123,7 +123,7 @@ View MenuBar::body(double now, double width, double windowHeight, const Language
                               .framed(width, 1)
                               .framed(width, height, Place::centre, Place::end))
                    .named("menuBar")
-                   .onSheet("menuBar", opacity);
+                   .onLayer("menuBar", opacity);
     std::vector<View> all = views(placedAt(std::move(bar), 0, 0, width, windowHeight));
     if (const double listOpacity = listOpacity_.value(now); listOpacity > 0) {
         const List list = open_ ? List{*open_, item_, subItem_, subIsOpen_} : left_;
@@ -146,13 +146,13 @@ std::vector<View> MenuBar::lists(const List& list, double opacity, double width,
     View lines = panel(commands, list.item, "menu.item.", language);
     const double listWidth = Layout::measure(lines).width;
     std::vector<View> all =
-        views(placedAt(std::move(lines).named("menu.panel").onSheet("menu.panel", opacity), x, height + 3,
+        views(placedAt(std::move(lines).named("menu.panel").onLayer("menu.panel", opacity), x, height + 3,
                        width, windowHeight));
     const bool hasSub =
         list.subIsOpen && list.item && *list.item < commands.size() && !commands[*list.item].submenu.empty();
     if (hasSub) {
         View sub = panel(commands[*list.item].submenu, list.subItem, "menu.sub.", language);
-        all.push_back(placedAt(std::move(sub).named("menu.subpanel").onSheet("menu.subpanel", opacity),
+        all.push_back(placedAt(std::move(sub).named("menu.subpanel").onLayer("menu.subpanel", opacity),
                                x + listWidth - 3, height + 3 + linesAbove(commands, *list.item), width,
                                windowHeight));
     }

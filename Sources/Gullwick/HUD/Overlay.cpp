@@ -27,7 +27,7 @@ bool Overlay::readState() {
     return true;
 }
 
-const std::vector<Sheet>& Overlay::update(double now, double width, double height, double scale) {
+const std::vector<OverlayLayer>& Overlay::update(double now, double width, double height, double scale) {
     const bool stateChanged = readState();
     motion_.follow(state_, now, settings_.reduceMotion());
     Shown next{.pose = motion_.pose(now), .width = width, .height = height, .scale = scale};
@@ -39,13 +39,13 @@ const std::vector<Sheet>& Overlay::update(double now, double width, double heigh
     if (!alert_ && !chromeMoves) leaving_.reset();
 
     if (shown_ == next && !stateChanged && !chromeChanged_ && !chromeMoves) {
-        sheets_.showAgain();
+        layers_.showAgain();
     } else {
         shown_ = std::move(next);
-        sheets_.show(Drawing(view(width, height, now), width, height, scale), width, height, scale);
+        layers_.show(Drawing(view(width, height, now), width, height, scale), width, height, scale);
         chromeChanged_ = chromeMoves;  // its last step is still to be drawn
     }
-    return sheets_.sheets();
+    return layers_.layers();
 }
 
 View Overlay::view(double width, double height, double now) {
@@ -89,11 +89,11 @@ bool Overlay::handle(const KeyEvent& event) {
 
 bool Overlay::handle(const MouseEvent& event) {
     if (alert_) {
-        answer([&](AlertCard& card) { card.handle(event, sheets_.drawing()); });
+        answer([&](AlertCard& card) { card.handle(event, layers_.drawing()); });
         return true;
     }
     const auto titleBefore = menuBar_.hoverTitle();
-    const bool taken = menuBar_.handle(event, sheets_.drawing(), !game_.captured);
+    const bool taken = menuBar_.handle(event, layers_.drawing(), !game_.captured);
     chromeChanged_ = chromeChanged_ || taken || menuBar_.hoverTitle() != titleBefore;
     return taken;
 }

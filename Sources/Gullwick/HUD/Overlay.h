@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Engine/Input/Events.h"
-#include "Engine/Views/ViewSheets.h"
+#include "Engine/Views/ViewLayers.h"
 #include "Gullwick/HUD/AlertCard.h"
 #include "Gullwick/HUD/Command.h"
 #include "Gullwick/HUD/HUDView.h"
@@ -18,7 +18,7 @@ namespace gull {
 class AppSettings;
 
 /// What lies over the beach in the window: the HUD, and above it the menu bar and the cards that ask
-/// something. It keeps a few sheets at the window's pixel density and draws again only what changed on them.
+/// something. It keeps a few layers at the window's pixel density and draws again only what changed on them.
 ///
 /// The HUD itself takes no input: clicks and keys fall through to the beach. An open menu or card takes all
 /// of it: hand every event to handle() first, and let the game have those that come back.
@@ -31,10 +31,10 @@ class Overlay {
     Overlay(const Overlay&) = delete;
     Overlay& operator=(const Overlay&) = delete;
 
-    /// The sheets as they stand at `now`, the game's clock, in a window of that size (points) at `scale`
+    /// The layers as they stand at `now`, the game's clock, in a window of that size (points) at `scale`
     /// pixels a point, back to front; valid until the next update(). Each tells what changed on it since the
     /// last one.
-    const std::vector<Sheet>& update(double now, double width, double height, double scale);
+    const std::vector<OverlayLayer>& update(double now, double width, double height, double scale);
 
     /// Makes one of the item pictures that this beach needs; false when there is none to make. Once a frame
     /// while a beach opens.
@@ -58,7 +58,7 @@ class Overlay {
     void askReset(std::function<void()> confirmed);
 
     /// As last drawn.
-    const Drawing& drawing() const { return sheets_.drawing(); }
+    const Drawing& drawing() const { return layers_.drawing(); }
 
   private:
     bool readState();
@@ -77,7 +77,7 @@ class Overlay {
     std::optional<AlertCard> leaving_;  ///< an answered card while it fades
     Animated alertOpacity_{0};
     HudMotion motion_;
-    ViewSheets sheets_;
+    ViewLayers layers_;
 
     // The state is read again only after the game or the settings have announced a change.
     bool stateMayHaveChanged_ = true;
@@ -86,7 +86,7 @@ class Overlay {
     HudState state_;
     std::optional<HudState> ended_;
 
-    /// How the sheets show the state.
+    /// How the layers show the state.
     struct Shown {
         HudPose pose;
         double width = 0;

@@ -28,14 +28,14 @@ std::vector<Image> play(Renderer& renderer, const Target& window, RenderTier tie
     draw(BuildMode::complete);
 
     const std::vector<unsigned char> pixels(6 * 4 * 4, 100);
-    const Sheet::Area all[] = {{0, 0, 6, 4}};
-    Sheet bitmap;
+    const OverlayLayer::Area all[] = {{0, 0, 6, 4}};
+    OverlayLayer bitmap;
     bitmap.place = {1, 2, 6, 4};
     bitmap.pixels = pixels.data();
     bitmap.strideBytes = 24;
     bitmap.changes = bitmap.coverage = all;
     bitmap.opacity = 0.5;
-    Sheet wash;
+    OverlayLayer wash;
     wash.id = 1;
     wash.place = {0, 0, 100, 80};
     wash.wash = {{0, {0, 0, 0, 0}}, {1, {0, 0, 0, 0.5}}};

@@ -12,7 +12,7 @@ class WindowOverlay : public RenderTest {
     ShoreStage shore;
 };
 
-TEST_F(WindowOverlay, SheetsLieOnTopAndKeepWhatDidNotChange) {
+TEST_F(WindowOverlay, LayersLieOnTopAndKeepWhatDidNotChange) {
     const PixelSize size{8, 8};
     const Target window = makeWindow({8, 8});
     FlatStage flat;
@@ -24,20 +24,21 @@ TEST_F(WindowOverlay, SheetsLieOnTopAndKeepWhatDidNotChange) {
         pixels[x * 4 + 2] = pixels[x * 4 + 3] = 255;
         pixels[(6 + x) * 4 + 3] = 128;
     }
-    const Sheet::Area all[] = {{0, 0, 6, 4}}, secondRow[] = {{0, 1, 6, 1}}, fiveColumns[] = {{0, 0, 5, 4}};
-    Sheet wash;
+    const OverlayLayer::Area all[] = {{0, 0, 6, 4}}, secondRow[] = {{0, 1, 6, 1}},
+                             fiveColumns[] = {{0, 0, 5, 4}};
+    OverlayLayer wash;
     wash.place = {0, 0, 4, 8};
     wash.wash = {{0, {0, 0, 0, 0}}, {0.5, {0, 0, 0, 1}}, {1, {0, 0, 1, 1}}};
-    Sheet bitmap;
+    OverlayLayer bitmap;
     bitmap.id = 3;
     bitmap.place = {1, 2, 6, 4};
     bitmap.pixels = pixels.data();
     bitmap.strideBytes = 24;
     bitmap.changes = all;
     bitmap.coverage = fiveColumns;
-    const auto shown = [&](std::vector<Sheet> sheets) {
+    const auto shown = [&](std::vector<OverlayLayer> layers) {
         renderer->draw(flat.stage, size, window.framebuffer(), BuildMode::complete);
-        renderer->drawOverlay(sheets);
+        renderer->drawOverlay(layers);
         return renderer->readBack(size);
     };
     Image image = shown({bitmap});
@@ -72,8 +73,8 @@ TEST_F(WindowOverlay, AFramebufferThatKeepsItsPictureIsDrawnOnlyWhereItChanges) 
     const PixelSize large{1240, 800};
     const Target window = makeWindow({large.width, large.height});
     const std::vector<unsigned char> pixels(40 * 40 * 4, 200);
-    const Sheet::Area all[] = {{0, 0, 40, 40}}, upperHalf[] = {{0, 0, 40, 20}};
-    Sheet wash, bitmap;
+    const OverlayLayer::Area all[] = {{0, 0, 40, 40}}, upperHalf[] = {{0, 0, 40, 20}};
+    OverlayLayer wash, bitmap;
     wash.place = {0, 700, 1240, 100};
     wash.wash = {{0, {0, 0, 0, 0}}, {1, {0, 0, 0, 0.5}}};
     bitmap.id = 1;
@@ -81,10 +82,10 @@ TEST_F(WindowOverlay, AFramebufferThatKeepsItsPictureIsDrawnOnlyWhereItChanges) 
     bitmap.pixels = pixels.data();
     bitmap.strideBytes = 160;
     bitmap.changes = bitmap.coverage = all;
-    std::vector<Sheet> sheets{wash, bitmap};
+    std::vector<OverlayLayer> layers{wash, bitmap};
     const auto draw = [&] {
         renderer->draw(shore.stage, large, window.framebuffer(), BuildMode::gradual);
-        renderer->drawOverlay(sheets);
+        renderer->drawOverlay(layers);
         renderer->setPicturePreserved(true);
     };
     const auto changed = [&] {
@@ -106,17 +107,17 @@ TEST_F(WindowOverlay, AFramebufferThatKeepsItsPictureIsDrawnOnlyWhereItChanges) 
     expectWhole("at rest");
     shore.rig->position += glm::dvec3(2, 0, 0.5);
     expectWhole("what moves moved");
-    sheets[1].changes = {};
-    sheets[1].place.x = 600;
-    sheets[1].opacity = 0.5;
-    expectWhole("a sheet moved and fades");
-    sheets[1].coverage = sheets[1].changes = upperHalf;
+    layers[1].changes = {};
+    layers[1].place.x = 600;
+    layers[1].opacity = 0.5;
+    expectWhole("a layer moved and fades");
+    layers[1].coverage = layers[1].changes = upperHalf;
     draw();
-    sheets[1].changes = {};
-    sheets[0].wash[1].colour.a = 0.25;
+    layers[1].changes = {};
+    layers[0].wash[1].colour.a = 0.25;
     expectWhole("a wash grew brighter");
-    sheets.pop_back();
-    expectWhole("a sheet went away");
+    layers.pop_back();
+    expectWhole("a layer went away");
     shore.camera->position += glm::dvec3(0.03, 0.04, 0.04);
     draw();
     EXPECT_EQ(changed(), large.width * large.height) << "a shake moves all";

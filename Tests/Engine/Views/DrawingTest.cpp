@@ -98,24 +98,24 @@ TEST(Drawing, WhatIsFadedAwayKeepsItsPlaceAndIsNotDrawn) {
     EXPECT_EQ(half.find("x")->opacity, 0.5);
 }
 
-TEST(Drawing, SheetsLieInOrderAndMoveAsAWhole) {
+TEST(Drawing, LayersLieInOrderAndMoveAsAWhole) {
     const View view =
-        layers(views(box(100, 20).named("ground"), box(10, 10).named("low").onSheet("first", 0.5, 3.3, -4),
-                     box(10, 10).named("gone").onSheet("second", 0), box(8, 8), box(6, 6).onSheet("third")));
+        layers(views(box(100, 20).named("ground"), box(10, 10).named("low").onLayer("first", 0.5, 3.3, -4),
+                     box(10, 10).named("gone").onLayer("second", 0), box(8, 8), box(6, 6).onLayer("third")));
     const Drawing drawing(view, 100, 20, 1);
     std::string order;
     std::size_t marks = 0;
-    for (const Drawing::Sheet& sheet : drawing.sheets()) {
-        order += sheet.name + ";";
-        EXPECT_EQ(sheet.first, marks) << "every mark is on a sheet";
-        marks = sheet.last;
+    for (const Drawing::Layer& layer : drawing.layers()) {
+        order += layer.name + ";";
+        EXPECT_EQ(layer.first, marks) << "every mark is on a layer";
+        marks = layer.last;
     }
     EXPECT_EQ(order, ";first;;third;");
     EXPECT_EQ(marks, drawing.marks().size());
     EXPECT_EQ(rectOf(drawing, "low"), (Rect{48, 1, 10, 10})) << "moved by whole pixels";
     EXPECT_EQ(drawing.find("low")->opacity, 0.5);
     EXPECT_EQ(drawing.find("gone")->opacity, 0);
-    EXPECT_DEATH(Drawing(box(1, 1).onSheet("inner").faded(0.5), 9, 9, 1), "inner");
+    EXPECT_DEATH(Drawing(box(1, 1).onLayer("inner").faded(0.5), 9, 9, 1), "inner");
 }
 
 TEST(Drawing, DifferenceIsWhereSomethingChanged) {

@@ -36,13 +36,13 @@ bool isCut(const Drawing::Text& text) {
 
 }  // namespace
 
-void HudFixture::expectRoom(const Drawing& drawing, const std::string& sheetName,
+void HudFixture::expectRoom(const Drawing& drawing, const std::string& layerName,
                             const std::vector<std::string>& panels) {
-    const std::string where = language.code() + ", " + std::to_string(width) + " wide, " + sheetName;
+    const std::string where = language.code() + ", " + std::to_string(width) + " wide, " + layerName;
     int texts = 0;
-    for (const Drawing::Sheet& sheet : drawing.sheets()) {
-        if (sheet.name != sheetName) continue;
-        for (const Drawing::Mark& mark : drawing.marks(sheet)) {
+    for (const Drawing::Layer& layer : drawing.layers()) {
+        if (layer.name != layerName) continue;
+        for (const Drawing::Mark& mark : drawing.marks(layer)) {
             const auto* text = std::get_if<Drawing::Text>(&mark.content);
             if (text == nullptr) continue;
             ++texts;
@@ -50,7 +50,7 @@ void HudFixture::expectRoom(const Drawing& drawing, const std::string& sheetName
             EXPECT_TRUE(text->scale >= smallestScale || width < 860)
                 << where << ": " << text->text << " is shrunk to " << text->scale;
             EXPECT_FALSE(isCut(*text)) << where << ": " << text->text;
-            const Rect rect{mark.rect.x + sheet.dx, mark.rect.y + sheet.dy, mark.rect.width,
+            const Rect rect{mark.rect.x + layer.dx, mark.rect.y + layer.dy, mark.rect.width,
                             mark.rect.height};
             EXPECT_TRUE(isWithin(rect, {0, 0, width, height})) << where << ": " << text->text;
             for (const std::string& name : panels) {

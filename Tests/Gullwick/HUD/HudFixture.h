@@ -71,9 +71,9 @@ struct HudFixture : testing::Test {
     /// The longest texts of every screen, in a window of the fixture's size and in its language, have the
     /// room they need.
     void expectAllTextHasRoom();
-    /// No text of that sheet leaves the window or the panel that it stands in, none is cut by an ellipsis or
+    /// No text of that layer leaves the window or the panel that it stands in, none is cut by an ellipsis or
     /// shrunk beyond reading.
-    void expectRoom(const Drawing& drawing, const std::string& sheetName,
+    void expectRoom(const Drawing& drawing, const std::string& layerName,
                     const std::vector<std::string>& panels);
 
     static const ShapeStyle* shapeAt(const Drawing& drawing, const Rect& rect) {

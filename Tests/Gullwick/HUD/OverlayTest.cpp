@@ -19,23 +19,23 @@ struct OverlayTest : GameHarness {
                         return std::vector<Menu>{{"Menu", {command}}};
                     }};
 
-    const std::vector<Sheet>& update() { return overlay.update(clock.now(), 1240, 800, 1); }
+    const std::vector<OverlayLayer>& update() { return overlay.update(clock.now(), 1240, 800, 1); }
     /// Pixels that the update draws anew.
     long long redrawn() {
         long long pixels = 0;
-        for (const Sheet& sheet : update()) {
-            for (const Sheet::Area& area : sheet.changes) pixels += 1LL * area.width * area.height;
+        for (const OverlayLayer& layer : update()) {
+            for (const OverlayLayer::Area& area : layer.changes) pixels += 1LL * area.width * area.height;
         }
         return pixels;
     }
-    static Rect rectOf(const Sheet::Area& area) {
+    static Rect rectOf(const OverlayLayer::Area& area) {
         return {1.0 * area.x, 1.0 * area.y, 1.0 * area.width, 1.0 * area.height};
     }
-    static Image imageOf(const Sheet& sheet) {
-        Image image(sheet.place.width, sheet.place.height);
+    static Image imageOf(const OverlayLayer& layer) {
+        Image image(layer.place.width, layer.place.height);
         for (int y = 0; y < image.height; ++y) {
             for (int x = 0; x < image.width; ++x) {
-                const unsigned char* from = sheet.pixels + y * sheet.strideBytes + x * 4;
+                const unsigned char* from = layer.pixels + y * layer.strideBytes + x * 4;
                 const unsigned char order[] = {from[2], from[1], from[0], from[3]};
                 std::copy(std::begin(order), std::end(order), image.at(x, y));
             }
@@ -218,15 +218,15 @@ TEST_F(OverlayTest, TheStillPictureIsTheWindowsAtRest) {
     update();
     Canvas still(1240, 800, 1);
     drawHud(still, HudState::of(game, false), icons);
-    // What a window makes of the sheets, in whole numbers as a graphics card does.
+    // What a window makes of the layers, in whole numbers as a graphics card does.
     Canvas window(1240, 800, 1);
-    for (const Sheet& sheet : update()) {
-        EXPECT_EQ(sheet.opacity, 1);
-        if (sheet.isWash()) {
-            window.addRect(rectOf(sheet.place));
-            window.fillLinear(0, sheet.place.y, 0, sheet.place.y + sheet.place.height, sheet.wash);
+    for (const OverlayLayer& layer : update()) {
+        EXPECT_EQ(layer.opacity, 1);
+        if (layer.isWash()) {
+            window.addRect(rectOf(layer.place));
+            window.fillLinear(0, layer.place.y, 0, layer.place.y + layer.place.height, layer.wash);
         } else {
-            window.drawImage(imageOf(sheet), rectOf(sheet.place));
+            window.drawImage(imageOf(layer), rectOf(layer.place));
         }
     }
     long long differing = 0;

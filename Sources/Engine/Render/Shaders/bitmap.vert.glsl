@@ -1,4 +1,4 @@
-// Sheets that lie on the picture: rectangles of plain colours (PLAIN_COLOUR) or of a bitmap. All four values are
+// Overlay layers: rectangles of plain colours (PLAIN_COLOUR) or of a bitmap. All four values are
 // passed: where they are not, llvmpipe does not know its linear path.
 #include "bitmap.glsl"
 

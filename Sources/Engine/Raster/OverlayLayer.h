@@ -8,16 +8,16 @@
 
 namespace gull {
 
-/// One of the sheets stacked on a picture: a plain gradient or a bitmap. The bitmap is identified by `id`, so
-/// whoever shows it only fetches what changed; fading and moving a sheet change neither. A plain value that
-/// borrows its pixels.
-struct Sheet {
+/// One of the overlay layers stacked on a picture: a plain gradient or a bitmap. The bitmap is identified by
+/// `id`, so whoever shows it only fetches what changed; fading and moving a layer change neither. A plain
+/// value that borrows its pixels.
+struct OverlayLayer {
     using Area = PixelRect;
 
     int id = 0;          ///< small, and the same from picture to picture
     Area place;          ///< on the picture; may extend beyond it
     double opacity = 1;  ///< 0 to 1
-    /// The colours of a gradient from top to bottom, at least two stops. Without stops the sheet is a bitmap.
+    /// The colours of a gradient from top to bottom, at least two stops. Without stops the layer is a bitmap.
     std::vector<GradientStop> wash;
     /// Premultiplied B G R A, row 0 at the top, as large as `place`.
     const unsigned char* pixels = nullptr;

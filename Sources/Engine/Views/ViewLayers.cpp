@@ -1,4 +1,4 @@
-#include "Engine/Views/ViewSheets.h"
+#include "Engine/Views/ViewLayers.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,10 +8,10 @@ namespace gull {
 
 namespace {
 
-/// The rectangle of `sheet` if it holds one plain rectangle and nothing else.
-const Drawing::Mark* washOf(const Drawing& drawing, const Drawing::Sheet& sheet) {
-    if (sheet.last - sheet.first != 1) return nullptr;
-    const Drawing::Mark& mark = drawing.marks(sheet).front();
+/// The rectangle of `layer` if it holds one plain rectangle and nothing else.
+const Drawing::Mark* washOf(const Drawing& drawing, const Drawing::Layer& layer) {
+    if (layer.last - layer.first != 1) return nullptr;
+    const Drawing::Mark& mark = drawing.marks(layer).front();
     const ShapeStyle* style = std::get_if<ShapeStyle>(&mark.content);
     if (style == nullptr || style->outline != ShapeStyle::Outline::rectangle || style->stroke.a > 0) {
         return nullptr;
@@ -31,8 +31,8 @@ int pixel(double points, double scale) {
 
 }  // namespace
 
-int ViewSheets::idOf(const std::string& name) {
-    // Sheets without a name are identified by their order.
+int ViewLayers::idOf(const std::string& name) {
+    // Layers without a name are identified by their order.
     const auto found = std::find_if(kept_.begin(), kept_.end(), [&](const Kept& candidate) {
         return candidate.name == name && !candidate.isTaken;
     });
@@ -41,35 +41,35 @@ int ViewSheets::idOf(const std::string& name) {
     return static_cast<int>(kept_.size()) - 1;
 }
 
-void ViewSheets::show(Drawing drawing, double width, double height, double scale) {
+void ViewLayers::show(Drawing drawing, double width, double height, double scale) {
     const Drawing before = std::exchange(drawing_, std::move(drawing));
     width_ = width;
     height_ = height;
     scale_ = scale;
     for (Kept& kept : kept_) kept.isTaken = false;
-    const std::vector<Drawing::Sheet>& drawn = drawing_.sheets();
-    sheets_.resize(drawn.size());
+    const std::vector<Drawing::Layer>& drawn = drawing_.layers();
+    layers_.resize(drawn.size());
     for (std::size_t i = 0; i < drawn.size(); ++i) {
-        sheets_[i].id = idOf(drawn[i].name);
-        Kept& kept = kept_[static_cast<std::size_t>(sheets_[i].id)];
-        show(drawn[i], kept, before, sheets_[i]);
+        layers_[i].id = idOf(drawn[i].name);
+        Kept& kept = kept_[static_cast<std::size_t>(layers_[i].id)];
+        show(drawn[i], kept, before, layers_[i]);
         kept.isTaken = true;
         kept.shown = i;
     }
     for (Kept& kept : kept_) {
         if (kept.isTaken || !kept.shown) continue;
-        const std::span<const Drawing::Mark> last = before.marks(before.sheets()[*kept.shown]);
+        const std::span<const Drawing::Mark> last = before.marks(before.layers()[*kept.shown]);
         kept.marks.assign(last.begin(), last.end());
         kept.shown.reset();
     }
 }
 
-void ViewSheets::show(const Drawing::Sheet& sheet, Kept& kept, const Drawing& before, Sheet& result) {
-    Sheet::Area place;
+void ViewLayers::show(const Drawing::Layer& layer, Kept& kept, const Drawing& before, OverlayLayer& result) {
+    OverlayLayer::Area place;
     result.wash.clear();
     result.pixels = nullptr;
     result.changes = result.coverage = {};
-    if (const Drawing::Mark* mark = washOf(drawing_, sheet)) {
+    if (const Drawing::Mark* mark = washOf(drawing_, layer)) {
         const ShapeStyle& style = std::get<ShapeStyle>(mark->content);
         const int left = pixel(mark->rect.x, scale_);
         const int top = pixel(mark->rect.y, scale_);
@@ -80,8 +80,8 @@ void ViewSheets::show(const Drawing::Sheet& sheet, Kept& kept, const Drawing& be
         kept.surface.forget();
     } else {
         const std::span<const Drawing::Mark> last =
-            kept.shown ? before.marks(before.sheets()[*kept.shown]) : std::span(std::as_const(kept.marks));
-        kept.surface.show(drawing_, sheet, last, width_, height_, scale_);
+            kept.shown ? before.marks(before.layers()[*kept.shown]) : std::span(std::as_const(kept.marks));
+        kept.surface.show(drawing_, layer, last, width_, height_, scale_);
         place = kept.surface.area();
         result.changes = kept.surface.changes();
         result.coverage = kept.surface.coverage();
@@ -90,13 +90,13 @@ void ViewSheets::show(const Drawing::Sheet& sheet, Kept& kept, const Drawing& be
             result.strideBytes = canvas->strideBytes();
         }
     }
-    result.place = {place.x + pixel(sheet.dx, scale_), place.y + pixel(sheet.dy, scale_), place.width,
+    result.place = {place.x + pixel(layer.dx, scale_), place.y + pixel(layer.dy, scale_), place.width,
                     place.height};
-    result.opacity = sheet.opacity;
+    result.opacity = layer.opacity;
 }
 
-void ViewSheets::showAgain() {
-    for (Sheet& sheet : sheets_) sheet.changes = {};
+void ViewLayers::showAgain() {
+    for (OverlayLayer& layer : layers_) layer.changes = {};
 }
 
 }  // namespace gull
