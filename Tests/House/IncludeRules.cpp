@@ -34,7 +34,7 @@ const std::vector<Room>& rooms() {
         {"Engine/Stage", {"Engine/Raster"}},
         {"Engine/Views", {"Engine/Raster", "Engine/Loop"}},
         {"Engine/Touch", {"Engine/Input"}},
-        {"Engine/Window", {"Engine/Input", "Engine/Language/Message.h"}},
+        {"Engine/Window", {"Engine/Input", "Engine/Language/Message.h", "Engine/Raster/Image.h"}},
 
         {"Engine/Gl", {"Engine/Raster"}},
         {"Engine/Render", {"Engine/Gl", "Engine/Stage", "Engine/Raster"}},

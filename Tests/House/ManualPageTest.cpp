@@ -11,7 +11,7 @@ namespace fs = std::filesystem;
 
 /// Every option named in a string of the program's own sources.
 std::set<std::string> optionsOfTheProgram() {
-    static const std::regex option("\"--([a-z]+)\"");
+    static const std::regex option("\"--([a-z-]+)\"");
     std::set<std::string> options;
     for (const auto& entry : fs::directory_iterator("Sources/Gullwick/App")) {
         const std::string text = readText(entry.path());

@@ -11,6 +11,7 @@ namespace {
 
 using testing::EndsWith;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 const Environment noDisplay = {{"DISPLAY", std::nullopt},
@@ -64,6 +65,28 @@ TEST(Modes, SelfTestRefusesABeachThatNoSceneCanShow) {
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.output, "");
     EXPECT_THAT(result.errors, HasSubstr("--selftest: a beach has a number from 1 to 8, not -3"));
+}
+
+TEST(Modes, TheGamesOwnIconIsWrittenInAllSizesWithoutGraphics) {
+    const ScratchFolder folder;
+    const auto theme = folder.path() / "hicolor";
+    const Result result = gullwick({"--app-icons", theme.string()});
+    ASSERT_EQ(result.status, 0) << result.errors;
+    const std::string name = "org.gullwick.gullwick";
+    for (const int size : {16, 24, 32, 48, 64, 128, 256, 512}) {
+        const std::string place = std::to_string(size) + "x" + std::to_string(size);
+        const auto icon = picture(theme / place / "apps" / (name + ".png"));
+        ASSERT_TRUE(icon) << place;
+        EXPECT_EQ(icon->width, size);
+        EXPECT_EQ(icon->height, size);
+        EXPECT_LT(icon->at(0, 0)[3], 128) << place << " has no round corners";
+        EXPECT_EQ(icon->at(size / 2, size / 2)[3], 255);
+    }
+    const std::string svg = contents(theme / "scalable" / "apps" / (name + ".svg"));
+    EXPECT_THAT(svg, HasSubstr("</svg>"));
+    EXPECT_THAT(svg, Not(HasSubstr("<image"))) << "a bitmap does not scale";
+
+    EXPECT_EQ(gullwick({"--app-icons", "/dev/null/folder"}).status, 1);
 }
 
 TEST(Modes, ASeededPictureComesOutTheSameTwice) {

@@ -3,7 +3,9 @@
 #include "Engine/Raster/Colour.h"
 #include "Engine/Raster/Image.h"
 
+#include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace gull {
@@ -96,6 +98,7 @@ class Canvas {
 
   private:
     friend class TextRenderer;
+    friend std::string drawnAsSvg(double width, double height, const std::function<void(Canvas&)>& draw);
     struct Impl;
     std::unique_ptr<Impl> impl_;
 };

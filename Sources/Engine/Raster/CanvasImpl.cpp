@@ -92,6 +92,13 @@ Canvas::Impl::Impl(double canvasWidth, double canvasHeight, double pixelsPerPoin
     const cairo_status_t status = cairo_surface_status(surface);
     require(status == CAIRO_STATUS_SUCCESS, "Canvas: no bitmap of {} by {} points at scale {}: {}", width,
             height, scale, cairo_status_to_string(status));
+    drawOn(surface);
+}
+
+void Canvas::Impl::drawOn(cairo_surface_t* target) {
+    cairo_destroy(context);
+    if (target != surface) cairo_surface_destroy(surface);
+    surface = target;
     context = cairo_create(surface);
     cairo_set_tolerance(context, curveTolerance);
     cairo_scale(context, scale, scale);

@@ -52,6 +52,9 @@ struct Canvas::Impl {
     Impl(const Impl&) = delete;
     Impl& operator=(const Impl&) = delete;
 
+    /// Draws there from now on, at the same scale; `target` belongs to this object then. Only where it is a
+    /// bitmap do the canvas's pixels exist.
+    void drawOn(_cairo_surface* target);
     void beginGroup(Group group);
     Group endGroup(bool shadow);
     /// The blurred form of a drawn shape, cached or newly made.

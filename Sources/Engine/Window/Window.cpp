@@ -111,6 +111,27 @@ void askForCoreContext() {
     SDL_GL_SetAttribute(SDL_GL_STENCIL_SIZE, 0);
 }
 
+/// SDL knows no call for it. What the player has set stays.
+void setApplicationId(const std::string& id) {
+    if (id.empty()) return;
+    SDL_setenv("SDL_VIDEO_X11_WMCLASS", id.c_str(), 0);
+    SDL_setenv("SDL_VIDEO_WAYLAND_WMCLASS", id.c_str(), 0);
+}
+
+void setIcon(SDL_Window* window, const Image& icon) {
+    if (icon.empty()) return;
+    std::vector<std::uint8_t> straight = icon.pixels;
+    for (std::size_t i = 0; i < straight.size(); i += 4) {
+        const int alpha = straight[i + 3];
+        for (std::size_t c = i; c < i + 3 && alpha > 0; ++c)
+            straight[c] = static_cast<std::uint8_t>(std::min(255, (straight[c] * 255 + alpha / 2) / alpha));
+    }
+    SDL_Surface* surface = SDL_CreateRGBSurfaceWithFormatFrom(straight.data(), icon.width, icon.height, 32,
+                                                              icon.width * 4, SDL_PIXELFORMAT_RGBA32);
+    SDL_SetWindowIcon(window, surface);
+    SDL_FreeSurface(surface);
+}
+
 }  // namespace
 
 Window::Window(const Options& options) : impl_(std::make_unique<Impl>()) {
@@ -118,6 +139,7 @@ Window::Window(const Options& options) : impl_(std::make_unique<Impl>()) {
     SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
     impl_->video = chooseVideo();
     if (!impl_->video.drivers.empty()) SDL_SetHint(SDL_HINT_VIDEODRIVER, impl_->video.drivers.c_str());
+    setApplicationId(options.applicationId);
     const bool started = SDL_InitSubSystem(SDL_INIT_VIDEO) == 0;
     if (started) SDL_ClearError();
     if (!started || !isDesktop(SDL_GetCurrentVideoDriver())) {
@@ -142,6 +164,7 @@ Window::Window(const Options& options) : impl_(std::make_unique<Impl>()) {
         fail(
             "A window for OpenGL cannot be opened. On Debian the drivers are in the package libgl1-mesa-dri");
     }
+    setIcon(impl_->window, options.icon);
     const auto least = [&](int points) { return static_cast<int>(points * rules.unitsPerPoint); };
     // A first window may be smaller than the least one, where the screen is.
     SDL_SetWindowMinimumSize(impl_->window, std::min(least(rules.leastWidth), place.width),

@@ -2,6 +2,7 @@
 
 #include "Engine/Input/Events.h"
 #include "Engine/Input/Haptics.h"
+#include "Engine/Raster/Image.h"
 #include "Engine/Window/WindowPlace.h"
 
 #include <functional>
@@ -49,6 +50,9 @@ class Window final : public PointerLock {
     };
     struct Options {
         std::string title = "Gullwick";
+        /// By which the desktop finds the menu entry that belongs to the window; empty: the program's name.
+        std::string applicationId;
+        Image icon;  ///< where the desktop takes it from the window; empty: the desktop's own
         std::optional<double> scale;       ///< pixels a point; none: what the window system says
         std::optional<WindowPlace> place;  ///< where it stood last; none: a first window
         bool isFullScreen = false;

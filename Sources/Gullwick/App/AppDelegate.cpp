@@ -9,6 +9,7 @@
 #include "Engine/Window/GameControllers.h"
 #include "Engine/Window/Window.h"
 #include "Engine/Window/WindowOpening.h"
+#include "Gullwick/App/AppIcon.h"
 #include "Gullwick/App/BeachNumber.h"
 #include "Gullwick/App/Commands.h"
 #include "Gullwick/App/Environment.h"
@@ -72,6 +73,8 @@ struct AppDelegate::Parts final : WindowCommands {
 
     Window::Options windowOptions(const CommandLine& commandLine) const {
         Window::Options options;
+        options.applicationId = AppIcon::applicationId();
+        options.icon = AppIcon::image(64);
         options.scale = requestedScale();
         if (probePath) return options;
         options.place = windowPlace(settings.window());

@@ -58,6 +58,7 @@ constexpr std::array flags = {
     Flag{"--nohud", "", Scope::scene},
     Flag{"--fullscreen", "", Scope::game},
     Flag{"--selftest", "[BEACHES]"},
+    Flag{"--app-icons", "FOLDER"},
     Flag{"--allow-touchpad"},
     Flag{"--devices"},
     Flag{"--help"},
@@ -80,6 +81,7 @@ Pictures, without a window (--shot FILE and --shot=FILE are the same):
       --shot FILE           write a moment of play as a PNG (default shot.png)
       --icon FILE           the same, close up on the coil's spot
       --icons FOLDER        write a PNG of every item into FOLDER
+      --app-icons FOLDER    write the game's own icon, for icon themes
   What --shot and --icon show: --size WxH (default 1400x900), --beach N (1-8),
   --seed N, --elapse SECONDS of tide, --find COUNT treasures, --junk COUNT,
   --coil X,Y (each 0 to 1), --trail, --reveal SECONDS after one more dig,
@@ -176,6 +178,7 @@ Mode CommandLine::mode() const {
     if (has("--version")) return Mode::version;
     if (has("--devices")) return Mode::devices;
     if (has("--allow-touchpad")) return Mode::allowTouchpad;
+    if (has("--app-icons")) return Mode::appIcons;
     if (has("--shot") || has("--icon") || has("--icons")) return Mode::snapshot;
     if (has("--selftest")) return Mode::selfTest;
     return Mode::game;

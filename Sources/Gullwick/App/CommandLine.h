@@ -8,7 +8,7 @@
 namespace gull {
 
 /// What the program was started for.
-enum class Mode { help, version, devices, allowTouchpad, snapshot, selfTest, game };
+enum class Mode { help, version, devices, allowTouchpad, appIcons, snapshot, selfTest, game };
 
 /// The words after the program's name. Flags are whole words, found at any position; the value of a flag is
 /// the word after its first occurrence, or follows an equals sign.
@@ -22,8 +22,8 @@ class CommandLine {
     /// Nothing when the flag is absent or is the last word.
     std::optional<std::string> value(std::string_view flag) const;
 
-    /// Help, version, devices and the touchpad's permission come first, then pictures, then the self-test;
-    /// else the game.
+    /// Help, version, devices, the touchpad's permission and the game's own icon come first, then pictures,
+    /// then the self-test; else the game.
     Mode mode() const;
     /// One sentence for every word that is none of ours, with the flag that was probably meant, for every
     /// value that its flag can make nothing of, and for every flag that needs another one.

@@ -1,5 +1,6 @@
 #include "Engine/Log/Log.h"
 #include "Gullwick/App/AppDelegate.h"
+#include "Gullwick/App/AppIcon.h"
 #include "Gullwick/App/CommandLine.h"
 #include "Gullwick/App/Devices.h"
 #include "Gullwick/App/Environment.h"
@@ -38,6 +39,8 @@ int run(const CommandLine& commandLine) {
             return printDevices();
         case Mode::allowTouchpad:
             return TouchpadPermission::allow();
+        case Mode::appIcons:
+            return AppIcon::write(commandLine.value("--app-icons").value_or("."));
         case Mode::snapshot:
             return Snapshot::run(commandLine);
         case Mode::selfTest:
