@@ -22,14 +22,14 @@ void DirtySquares::mark(const PixelArea& area) {
 
 std::vector<PixelArea> DirtySquares::take() {
     std::vector<PixelArea> areas;
-    std::size_t rowBefore = 0;  // first area of the row before
+    std::size_t rowBefore = 0;  // the first area of the row below
     for (int y = 0; y * squareSize < size_.height; ++y) {
         std::size_t thisRow = areas.size();
         for (int x = 0; x < across_; ++x) {
             if (dirty_[static_cast<std::size_t>(y * across_ + x)])
                 addBeside(areas, {x * squareSize, y * squareSize, squareSize, squareSize});
         }
-        // A row like the one below it only makes that one taller.
+        // A row equal to the one below only makes that one taller.
         std::size_t count = areas.size() - thisRow;
         bool same = thisRow > 0 && thisRow - rowBefore == count && count > 0;
         for (std::size_t i = 0; same && i < count; ++i) {

@@ -6,7 +6,7 @@
 
 namespace gull {
 
-/// Which parts of a picture must be restored, in squares: many small areas come out as few.
+/// The parts of a picture to restore, in squares: many small areas come out as a few large ones.
 class DirtySquares {
   public:
     static constexpr int squareSize = 32;  ///< pixels
@@ -16,7 +16,7 @@ class DirtySquares {
     const PixelSize& size() const { return size_; }
     void mark(const PixelArea& area);
     void markAll() { mark(PixelArea::whole(size_)); }
-    /// The dirty squares joined to rectangles that do not overlap; all are clean afterwards.
+    /// The dirty squares, joined into rectangles that do not overlap. Afterwards all are clean.
     std::vector<PixelArea> take();
 
   private:

@@ -19,7 +19,7 @@ bool isEdge(float before, float here, float after, float least) {
     return std::abs(out - in) > std::max(least, bend * std::max(std::abs(in), std::abs(out)));
 }
 
-/// How much depth a step of one world unit away from the eye makes where the depth is `depth`.
+/// The change of depth per world unit away from the eye, at `depth`.
 double depthOfUnit(const Viewpoint& view, double depth) {
     const glm::dmat4& p = view.projection;
     if (p[2][3] == 0) return std::abs(p[2][2]) / 2;  // parallel rays

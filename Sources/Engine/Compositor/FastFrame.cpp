@@ -19,15 +19,16 @@ const Target& FastFrame::draw(const Stage& stage, StaticLayer& layer, int stripP
     if (ensureSize(context_.device, picture_, scene.view.size, {{Format::bgra8}, Format::depth24}))
         for (DirtySquares* squares : {&stale_, &staleDepth_, &changes_}) squares->begin(scene.view.size);
 
-    // 1. The next strip of water; then the picture as it is without moving things.
+    // 1. The next strip of water, then the picture without moving things.
     const std::vector<PixelArea> renewed = water_.update(scene, layer, stripPixels, mirrors);
     const PixelArea part = restore(scene, renewed);
     if (part.empty()) return picture_;
 
-    // 2. What moving shadows and lamps change in the static layer's picture, at half resolution.
+    // 2. How moving shadows and lamps change the static layer's picture, at half resolution.
     const TextureRef change = light_.findChange(scene.lightInputs(), part);
 
-    // 3. Where moving things may stand in the water, it is drawn over them: bare ground first.
+    // 3. Where moving things may stand in the water, the water is drawn after them, so bare ground comes
+    // first.
     const PixelArea wet = wetPart(scene).intersection(part);
     context_.device.copyColour(scene.ground.picture, picture_.colour(), wet);
     context_.device.copyDepth(scene.ground.depth, picture_.depth(), wet);
@@ -47,8 +48,8 @@ const Target& FastFrame::draw(const Stage& stage, StaticLayer& layer, int stripP
     return picture_;
 }
 
-/// Brings the water layer's picture, which was `renewed` there, back and returns the part in which moving
-/// things are to be drawn on it: all, or where it was renewed as long as nothing else changed.
+/// Restores the water layer's picture, which has just changed in `renewed`, and returns the part in which to
+/// draw moving things: all of it, or only `renewed` while nothing else changed.
 PixelArea FastFrame::restore(const MovingScene& scene, const std::vector<PixelArea>& renewed) {
     const std::optional<std::uint64_t> appearance = appearanceHash(scene.list.moving);
     const bool unchanged = appearance && appearance == appearance_;

@@ -11,16 +11,17 @@
 
 namespace gull {
 
-/// A frame of the fast tier: moving things are tone mapped alone and drawn over the water layer, and the next
-/// frame restores just what they covered.
+/// A frame of the fast tier: moving things are tone mapped separately and drawn over the water layer, and the
+/// next frame restores only the parts they covered.
 class FastFrame {
   public:
     explicit FastFrame(RenderContext& context);
 
     /// The finished picture of `stage` over `layer` (complete, of the same stage), seen through the layer's
-    /// own view. Lasts until the next draw. Water moves on in a strip of about `stripPixels`; 0: it stands.
+    /// own view. Valid until the next draw. Redraws a strip of about `stripPixels` of the water; 0 leaves the
+    /// water as it is.
     const Target& draw(const Stage& stage, StaticLayer& layer, int stripPixels);
-    /// Where the picture changed since this was last asked.
+    /// The areas that changed since the last call.
     std::vector<PixelArea> takeChanges() { return changes_.take(); }
 
   private:
@@ -35,12 +36,12 @@ class FastFrame {
     MovingShadow shadow_;
     MovingLight light_;
     WaterLayer water_;
-    GlSampler quickEnvironment_;  ///< mirrors take the nearest mipmap
+    GlSampler quickEnvironment_;  ///< reflections use the nearest mipmap
     Target picture_;              ///< with depth
-    DirtySquares stale_;          ///< where the picture is not as the water layer's
+    DirtySquares stale_;          ///< where the picture differs from the water layer's
     DirtySquares staleDepth_;     ///< the same for its depth
     DirtySquares changes_;
-    std::optional<std::uint64_t> appearance_;  ///< of the moving things that the picture shows
+    std::optional<std::uint64_t> appearance_;  ///< of the moving things shown in the picture
 };
 
 }  // namespace gull

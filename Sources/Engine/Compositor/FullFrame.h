@@ -6,14 +6,14 @@
 
 namespace gull {
 
-/// A frame of the full tier: everything over the static layer drawn every frame, multisampled, in scene
-/// light.
+/// A frame of the full tier: everything that the static layer does not hold is drawn every frame,
+/// multisampled, in scene light.
 class FullFrame {
   public:
     explicit FullFrame(RenderContext& context);
 
     /// The finished picture of `stage` over `layer` (complete, of the same stage), seen through the layer's
-    /// own view. Lasts until the next draw.
+    /// own view. Valid until the next draw.
     const Target& draw(const Stage& stage, StaticLayer& layer);
 
   private:

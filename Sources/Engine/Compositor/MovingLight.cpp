@@ -78,10 +78,10 @@ TextureRef MovingLight::findChange(const Inputs& inputs, const PixelArea& part) 
     const PixelSize& size = inputs.view.size;
     ensureSize(context_.device, change_, {(size.width + 1) / 2, (size.height + 1) / 2}, {{Format::bgra8}});
     context_.device.clear(change_.whole(), {{{0, 0, 0, 0}}, {}});
-    // A program that is not there yet is stood in for by the one that does all.
+    // The program for all marks replaces one that is not compiled yet.
     const ProgramKey all = lightChangeProgram(inputs, allMarks(inputs.reach));
     for (int marks = 1; marks < 4; ++marks) {
-        // Smoothing at full resolution looks one pixel of the half farther.
+        // Filtering at full resolution reads one half-resolution pixel further.
         const auto areas = within(part.grown(2), inputs.reach.areas[static_cast<std::size_t>(marks)]);
         if (areas.empty()) continue;
         const ProgramKey wanted = lightChangeProgram(inputs, marks);

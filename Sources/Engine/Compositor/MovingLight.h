@@ -12,23 +12,23 @@ namespace gull {
 
 struct RenderContext;
 
-/// Where the shadow and the lamps of moving things may be seen.
+/// The areas that the shadow and the lamps of moving things may reach.
 struct MovingReach {
     /// By the marks of a ReliefGrid; no two areas overlap.
     std::array<std::vector<PixelArea>, 4> areas;
-    bool shadow = false;  ///< whether anything throws one
+    bool shadow = false;  ///< whether anything casts one
     int lamps = 0;        ///< in programs, see FrameBlock::lampsInProgram()
 };
 
-/// What the shadow and the lamps of moving things do to the light on what stands still.
+/// Applies the shadow and the lamps of moving things to everything that stands still.
 class MovingLight {
   public:
-    /// What the passes read.
+    /// Everything the passes read.
     struct Inputs {
-        const Viewpoint& view;       ///< of the static layer
+        const Viewpoint& view;       ///< the static layer's
         unsigned frameUniforms = 0;  ///< with the lamps and the moving shadow's matrix
         StaticPictures ground;
-        TextureRef movingShadow;  ///< none: nothing throws one
+        TextureRef movingShadow;  ///< empty: nothing casts one
         const MovingReach& reach;
     };
 
@@ -36,8 +36,8 @@ class MovingLight {
 
     /// Fills `target` with the static layer's light and depth under moving shadows and lamps.
     void relight(const Inputs& inputs, const Target& target);
-    /// Finds, at half resolution, how the tone-mapped picture changes within `part`: what is added to it;
-    /// alpha: how much of it that hides. The texture lasts until the next call.
+    /// Computes at half resolution how the tone-mapped picture changes within `part`: the colour to add, and
+    /// in alpha the share of the picture to hide. The texture is valid until the next call.
     TextureRef findChange(const Inputs& inputs, const PixelArea& part);
     /// Applies the `change` to the static layer's picture that `target` shows, within `part`.
     void applyChange(TextureRef change, const MovingReach& reach, const PixelArea& part,
@@ -52,7 +52,7 @@ class MovingLight {
     Target change_;
 };
 
-/// The program that finds the change of light where these marks of a ReliefGrid are.
+/// The program for findChange() where these marks of a ReliefGrid are set.
 ProgramKey lightChangeProgram(const MovingLight::Inputs& inputs, int marks);
 
 }  // namespace gull

@@ -9,15 +9,15 @@ namespace gull {
 
 namespace {
 
-/// The weakest light on a surface that can be told on the screen: half a step of eight bits, about.
+/// The weakest visible light on a surface: about half an 8-bit step.
 constexpr double weakestLight = 0.006;
 
-/// How far from `lamp`, which has a limit, its light can be told; `exposure`: from scene light to the tone
+/// How far the light of `lamp`, which has a limit, is visible. `exposure`: from scene light to the tone
 /// curve.
 double visibleReach(const Lamp& lamp, double exposure) {
     const double strength = std::max({lamp.colour.r, lamp.colour.g, lamp.colour.b}) * exposure;
     if (strength <= weakestLight) return 0;
-    // What is left of it is the share of the way to the end, from full to nothing, to its exponent.
+    // Attenuation: the remaining share of the way to the end, to the lamp's exponent.
     const double left = std::pow(weakestLight / strength, 1 / lamp.exponent);
     return lamp.end - std::max(lamp.end - lamp.start, 0.0) * left;
 }

@@ -9,25 +9,25 @@
 
 namespace gull {
 
-/// What a frame draws over the static layer, and the light it stands in. Borrows from the stage, the static
-/// layer and the mesh cache; good for one frame.
+/// Everything a frame draws over the static layer, and its light. Borrows from the stage, the static layer
+/// and the mesh cache; valid for one frame.
 struct MovingScene {
     const Stage& stage;
-    const Viewpoint& view;  ///< of the static layer
+    const Viewpoint& view;  ///< the static layer's
     DrawList list;          ///< without what stands still
     StaticPictures ground;
     TextureRef environment;
-    TextureRef movingShadow;  ///< none: nothing throws one
+    TextureRef movingShadow;  ///< empty: nothing casts one
     MovingReach reach;
     unsigned frameUniforms = 0;
 
     /// Gathers the stage's water and moving things, draws their shadow into `shadow`, marks in the layer's
-    /// relief where their shadow and lamps may be seen, and uploads their light to `frame`.
+    /// relief what their shadow and lamps may reach, and uploads their light to `frame`.
     static MovingScene gather(RenderContext& context, const Stage& stage, StaticLayer& layer,
                               DrawList::Detail detail, MovingShadow& shadow, FrameUniforms& frame);
 
     MovingLight::Inputs lightInputs() const { return {view, frameUniforms, ground, movingShadow, reach}; }
-    /// How moving things are drawn into `target`. `lamps`: whether they are lit by their own.
+    /// Describes how to draw moving things into `target`. `lamps`: whether their own lamps light them.
     SurfacePass surfacePass(const DrawTarget& target, Shading::Output output, bool lamps = true) const;
 };
 

@@ -10,7 +10,7 @@ namespace gull {
 
 namespace {
 
-/// A caster is marked in pieces of this length at most, world units, so that a slanting pole does not mark
+/// A caster is marked in pieces of at most this length, world units, so that a slanting pole does not mark
 /// its whole diagonal.
 constexpr double pieceLength = 0.4;
 

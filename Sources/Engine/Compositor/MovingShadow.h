@@ -11,13 +11,13 @@
 
 namespace gull {
 
-/// The shadow of moving things: a small map fitted round them each frame.
+/// The shadow of moving things: a small map fitted around them each frame.
 class MovingShadow {
   public:
     static constexpr int mapSize = 512;
 
-    /// Draws the casters of `moving`, enters the map into `block` and marks in `relief` what may lie in its
-    /// shadow. Returns the map; none when nothing throws a shadow.
+    /// Draws the casters of `moving`, enters the map into `block` and marks in `relief` what its shadow may
+    /// reach. Returns the map; empty when nothing casts a shadow.
     TextureRef draw(RenderContext& context, const DrawLayer& moving, const Sun& sun, FrameBlock& block,
                     ReliefGrid& relief);
 

@@ -12,7 +12,7 @@ namespace gull {
 
 namespace {
 
-/// A pixel more where a side is a power of two: for such textures a rasteriser in software would compile the
+/// Adds a pixel to a side that is a power of two: for such textures a software rasteriser would compile the
 /// program once more.
 PixelSize storedSize(const OverlayLayer& layer) {
     const auto side = [](int length) {

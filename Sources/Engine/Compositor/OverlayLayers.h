@@ -13,21 +13,20 @@ namespace gull {
 
 struct RenderContext;
 
-/// The overlay's layers, blended over the frame from back to front. Bitmaps stay on the graphics card as
-/// textures, by the layers' numbers.
+/// The overlay's layers, blended over the frame from back to front. Bitmaps stay in graphics memory as
+/// textures, keyed by the layers' ids.
 ///
-/// Everything is drawn as whole rectangles with the shortest of programs, from textures that hold their bytes
-/// in the bitmaps' own order: a software rasteriser has a quick path for that, several times faster than its
-/// usual one.
+/// Everything is drawn as whole rectangles with the shortest of programs, from textures with the bitmaps' own
+/// byte order: a software rasteriser has a path for that several times faster than its usual one.
 class OverlayLayers {
   public:
     explicit OverlayLayers(RenderContext& context) : context_(context) {}
 
-    /// Takes over what is to be drawn next on a framebuffer of `size`, which must outlive that. What changed
-    /// is uploaded; a bitmap of another size than its layer had before, all of it. Returns where the layers
-    /// look different from those before; areas may overlap.
+    /// Sets the layers to draw next on a framebuffer of `size`; the layers must outlive that drawing. Uploads
+    /// what changed, and the whole bitmap if its size changed. Returns the areas where the layers look
+    /// different from the last ones; areas may overlap.
     std::vector<PixelArea> show(std::span<const OverlayLayer> layers, const PixelSize& size);
-    /// Blends the layers shown over `target` within `areas`, no two of which overlap.
+    /// Blends the layers over `target` within `areas`, which must not overlap.
     void draw(const DrawTarget& target, std::span<const PixelArea> areas);
 
   private:
@@ -35,7 +34,7 @@ class OverlayLayers {
         GlTexture texture;
         PixelSize size;
     };
-    /// A layer as it was drawn last, its parts as pixels of the framebuffer.
+    /// A layer as drawn last; its parts in pixels of the framebuffer.
     struct Drawn {
         int id = 0;
         PixelRect place;
@@ -52,7 +51,7 @@ class OverlayLayers {
     Drawn asDrawn(const OverlayLayer& layer) const;
     void addGradient(const OverlayLayer& layer, const PixelArea& area);
     void addBitmap(const OverlayLayer& layer, const PixelArea& area);
-    /// `valueAt` tells the value at a corner, pixels from the lower left.
+    /// `valueAt` returns the value at a corner, given in pixels from the lower left.
     template <class ValueAt>
     void addRectangle(const PixelArea& area, const ValueAt& valueAt);
     void drawVertices(const DrawTarget& target, const OverlayLayer& layer);

@@ -9,11 +9,11 @@ namespace gull {
 
 struct RenderContext;
 
-/// What multiply maps put onto static surfaces, apart from the light of these surfaces: paint that changes is
-/// drawn again without lighting anything again.
+/// The multiply maps of static surfaces, kept apart from the light of these surfaces: when paint changes,
+/// nothing needs to be lit again.
 class PaintLayer {
   public:
-    /// What draw() reads of the static layer.
+    /// The static layer's pictures that draw() reads.
     struct Inputs {
         const Viewpoint& view;
         unsigned frameUniforms = 0;
@@ -21,12 +21,13 @@ class PaintLayer {
         TextureRef depth;
     };
 
-    /// Notes which of `items` are painted; they must stay good until the next call. `size`: of the picture.
+    /// Collects the painted ones of `items`, which must stay valid until the next call. `size`: of the
+    /// picture.
     void begin(RenderContext& context, const std::vector<DrawItem>& items, const PixelSize& size);
-    /// Draws `area` again.
+    /// Redraws `area`.
     void draw(RenderContext& context, const Inputs& inputs, const PixelArea& area);
 
-    /// A factor for each pixel's light, its square root in 8 bits; none when nothing is painted.
+    /// A factor for each pixel's light, stored as its square root in 8 bits; empty when nothing is painted.
     TextureRef texture() const { return items_.empty() ? TextureRef() : target_.colour(); }
 
   private:

@@ -10,34 +10,34 @@ namespace gull {
 
 struct RenderContext;
 
-/// The framebuffer that is shown, and which parts of it change from frame to frame. One that keeps what was
-/// drawn into it gets only those parts again.
+/// The framebuffer on display, and which of its parts change from frame to frame. If it preserves its
+/// contents, only those parts are drawn again.
 ///
-/// A frame: begin(); one of copy(), stretch() and bend(), perhaps fade(); then uncover() for what lies over
-/// the picture.
+/// A frame: begin(); one of copy(), stretch() and bend(), perhaps fade(); then uncover() for anything on top
+/// of the picture.
 class Presenter {
   public:
     explicit Presenter(RenderContext& context) : context_(context) {}
 
-    /// Whether the framebuffer still holds the frame before when the next one begins; false after each
-    /// begin().
+    /// Says whether the framebuffer still holds the previous frame when the next one begins. begin() resets
+    /// it to false.
     void setPreserved(bool preserved) { preserved_ = preserved; }
 
-    /// The frame goes to `framebuffer`, of `size`.
+    /// Starts a frame on `framebuffer`, of `size`.
     void begin(unsigned framebuffer, const PixelSize& size);
-    /// Brings `picture`, a texture of the framebuffer's size, onto it; `changes` is where it differs from
-    /// what the same texture held in the frame before.
+    /// Copies `picture`, a texture of the framebuffer's size; `changes` is where it differs from the same
+    /// texture in the previous frame.
     void copy(TextureRef picture, const std::vector<PixelArea>& changes);
-    /// Brings a picture of another size onto all of it.
+    /// Stretches a picture of another size over all of it.
     void stretch(TextureRef picture);
-    /// Brings a picture onto all of it as bendPicture() does.
+    /// Draws a picture over all of it as bendPicture() does.
     void bend(TextureRef picture, const glm::dmat3& toPicture);
     /// Blends a picture of any size over all of it.
     void fade(TextureRef picture, double opacity);
-    /// Brings the bare picture back in `areas`, where what lies over it changed, and returns all that changed
-    /// in this frame: there it must be laid over again. The areas returned do not overlap.
+    /// Restores the bare picture in `areas`, where something on top of it changed, and returns everything
+    /// that changed in this frame: the areas where the overlay must be drawn again. They do not overlap.
     const std::vector<PixelArea>& uncover(const std::vector<PixelArea>& areas);
-    /// What the last frame changed.
+    /// The areas that the last frame changed.
     const std::vector<PixelArea>& changes() const { return changes_; }
 
     DrawTarget target() const { return {framebuffer_, PixelArea::whole(size()), {}}; }
@@ -49,7 +49,7 @@ class Presenter {
     RenderContext& context_;
     DirtySquares squares_;
     std::vector<PixelArea> changes_;
-    TextureRef picture_;  ///< that the framebuffer shows; none: another one
+    TextureRef picture_;  ///< the one shown by the framebuffer; empty: another one
     unsigned framebuffer_ = 0;
     bool preserved_ = false;
 };

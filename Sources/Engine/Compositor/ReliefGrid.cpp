@@ -21,7 +21,7 @@ bool overlap(double aMin, double aMax, double bMin, double bMax) {
 
 }  // namespace
 
-/// Depths of a picture, lowest row first, and the way from there to the world.
+/// Depths of a picture, lowest row first, and how to get from them to the world.
 struct ReliefGrid::DepthImage {
     const std::vector<float>& depths;
     PixelSize size;
@@ -41,8 +41,8 @@ struct ReliefGrid::DepthImage {
         return glm::dvec3(p) / p.w;
     }
 
-    /// The nearest and the farthest depth in `square`, the background left out; farthest 0: nothing else is
-    /// there.
+    /// The nearest and the farthest depth in `square`, ignoring the background. Farthest is 0 if there is
+    /// nothing else.
     std::pair<float, float> range(const PixelArea& square) const {
         float nearest = 1, farthest = 0;
         for (int y = square.y; y < square.top(); ++y)
@@ -55,7 +55,7 @@ struct ReliefGrid::DepthImage {
         return {nearest, farthest};
     }
 
-    /// The least height in `square`, of a few of its pixels; the background is lower than anything.
+    /// The lowest height in `square`, sampled at a few of its pixels; the background is lower than anything.
     double lowest(const PixelArea& square) const {
         const glm::dvec4 height = glm::row(toWorld, 1), w = glm::row(toWorld, 3);
         double lowest = std::numeric_limits<double>::max();

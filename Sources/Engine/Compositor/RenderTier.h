@@ -6,8 +6,8 @@ namespace gull {
 /// picture for machines without a GPU.
 enum class RenderTier { full, fast };
 
-/// How a static layer that is not up to date is built: within a few milliseconds a frame, while the frame
-/// shows the best there is, or to the end before the frame is shown.
+/// How an outdated static layer is built: within a few milliseconds a frame, while the frame shows the best
+/// picture available, or to the end before the frame is shown.
 enum class BuildMode { gradual, complete };
 
 }  // namespace gull

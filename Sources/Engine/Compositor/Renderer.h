@@ -15,15 +15,15 @@
 
 namespace gull {
 
-/// Draws a Stage with whichever OpenGL context (4.1 core, or 3.3 with separate shader objects) is current;
-/// the same one must be current at every call, the destructor's included. Single-threaded.
+/// Draws a Stage with the current OpenGL context (4.1 core, or 3.3 with separate shader objects). The same
+/// context must be current at every call, including the destructor. Single-threaded.
 ///
-/// A frame is layers: what stands still is drawn once, lit, and kept; each frame restores it and draws water
-/// and moving things over it.
+/// A frame consists of layers: everything that stands still is drawn and lit once and kept; each frame
+/// restores it and draws water and moving things over it.
 class Renderer {
   public:
     /// Throws std::runtime_error with a readable message when the context lacks something (its version is too
-    /// old); so does any call that needs a program that does not compile.
+    /// old). So does any call that needs a program that does not compile.
     Renderer();
     ~Renderer();
     Renderer(const Renderer&) = delete;
@@ -37,41 +37,42 @@ class Renderer {
     /// `share` of its height: something to look at until the first picture is there.
     void fillPlaceholder(const PixelSize& size, unsigned framebuffer, const Colour& above,
                          const Colour& below, double share);
-    /// Draws `stage` into the framebuffer object `framebuffer` (0: the window's), whole size. While the
-    /// static layer is not up to date at its final quality the frame shows the best there is.
+    /// Draws `stage` into the whole of the framebuffer object `framebuffer` (0: the window's). Until the
+    /// static layer reaches its final quality, the frame shows the best picture available.
     void draw(const Stage& stage, const PixelSize& size, unsigned framebuffer,
               BuildMode mode = BuildMode::gradual);
-    /// Tells how many seconds of work the last frame took, overlay and the way to the screen included. On a
+    /// Reports how many seconds of work the last frame took, including the overlay and presenting. On a
     /// software rasteriser this sets how much of the sea is redrawn per frame.
     void frameTook(double seconds);
-    /// Compiles programs that play will ask for and that are not there yet, for about `budget` seconds (at
-    /// least one program); true when none is left.
+    /// Compiles programs that play will ask for, for about `budget` seconds (at least one program). True when
+    /// all are compiled.
     bool warmUp(double budget);
     /// True when the last draw() showed the static layer at final quality.
     bool settled() const;
 
-    /// Blends `layers`, back to front, over the framebuffer drawn last. A layer's changes are those since the
-    /// last call.
+    /// Blends `layers`, back to front, over the framebuffer drawn last. A layer's changes count from the last
+    /// call.
     void drawOverlay(std::span<const OverlayLayer> layers);
 
-    /// Tells whether the framebuffer still holds what was drawn into it last, overlay included (after a swap
-    /// of buffers a window's does not). Then the next draw() changes only what differs; otherwise, or untold,
-    /// it draws all.
+    /// Says whether the framebuffer still holds the last frame, overlay included (after a buffer swap a
+    /// window's does not). If so, the next draw() changes only what differs; otherwise, or if not told, it
+    /// draws everything.
     void setPicturePreserved(bool preserved);
-    /// Where the framebuffer differs from the frame before, from the top left; valid until the next draw().
+    /// The areas where the framebuffer differs from the previous frame, counted from the top left; valid
+    /// until the next draw().
     std::vector<PixelRect> changes() const;
 
-    /// Draws `stage` off screen at the full tier, 4x multisampled, complete, and returns the picture. A stage
-    /// without background gives a transparent one. The window's static layer is left alone.
+    /// Draws `stage` off screen at the full tier, 4x multisampled, in one go, and returns the picture. A
+    /// stage without background gives a transparent one. Does not touch the window's static layer.
     Image snapshot(const Stage& stage, const PixelSize& size);
     /// The pixels of the framebuffer drawn last.
     Image readBack(const PixelSize& size);
 
-    /// Forgets everything kept for stages and textures that no longer exist.
+    /// Releases everything kept for stages and textures that no longer exist.
     void collectGarbage();
-    /// For tests: the programs that have been asked for.
+    /// For tests: the programs requested so far.
     std::vector<ProgramKey> programs() const;
-    /// For tests: before each draw call, sets all state to something useless. See GraphicsDevice.
+    /// For tests: before each draw call, sets all state to useless values. See GraphicsDevice.
     void setSpoiling(bool spoiling);
 
   private:

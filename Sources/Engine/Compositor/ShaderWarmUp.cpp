@@ -12,7 +12,7 @@ namespace gull {
 
 namespace {
 
-/// Sides that are no powers of two, as those of pictures, and such as those of materials' maps.
+/// As in play, the sides of pictures are not powers of two and those of materials' maps are.
 constexpr PixelSize pictureSize{5, 5};
 constexpr int shadowMapSize = 4;
 constexpr int mapSize = 4;

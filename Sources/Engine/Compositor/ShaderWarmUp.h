@@ -14,14 +14,15 @@ namespace gull {
 
 struct RenderContext;
 
-/// Compiles programs ahead, so that no first find stops play for as long as a compiler takes. A software
-/// rasteriser compiles when a program first draws, for the formats, blending and textures it then finds: so
-/// each program of the list draws a triangle into a small target, as play will.
+/// Compiles programs ahead of time, so that the first find does not stop play for as long as a compiler
+/// takes. A software rasteriser compiles when a program first draws, for the formats, blending and textures
+/// of that draw, so each program of the list draws a triangle into a small target, set up as in play.
 class ShaderWarmUp {
   public:
     explicit ShaderWarmUp(RenderContext& context) : context_(context) {}
 
-    /// Goes on for about `budget` seconds, at least one program; true when none that `tier` needs is left.
+    /// Continues for about `budget` seconds, at least one program. True when every program that `tier` needs
+    /// is compiled.
     bool run(RenderTier tier, double budget);
 
   private:
@@ -31,8 +32,8 @@ class ShaderWarmUp {
     void drawPictureUse(const ProgramUse& use, const DrawTarget& target);
 
     RenderContext& context_;
-    std::shared_ptr<Stock> stock_;    ///< what the programs read and write; while there is something to do
-    std::optional<RenderTier> tier_;  ///< that the list was made for
+    std::shared_ptr<Stock> stock_;    ///< what the programs read and write; only while there is work left
+    std::optional<RenderTier> tier_;  ///< the tier that the list was made for
     std::vector<ProgramUse> left_;    ///< the next one last
 };
 

@@ -10,7 +10,7 @@ namespace gull {
 
 namespace {
 
-// What is drawn in one step where a frame waits for it, pixels.
+// The size of a step that a frame waits for, pixels.
 constexpr PixelSize tileSize{320, 128};
 constexpr int stripHeight = 100;
 
@@ -22,8 +22,8 @@ std::vector<PixelArea> tilesOf(const PixelArea& area, const PixelSize& size) {
     return tiles;
 }
 
-/// `box` and the ground that its shadow may fall on. What came or went throws its shadow elsewhere than where
-/// it stands.
+/// `box` and the ground that its shadow may fall on. The shadow of a thing that appears or disappears falls
+/// elsewhere than where the thing stands.
 Box withShadow(const Box& box, const glm::dvec3& towardSun) {
     Box reach = box;
     for (int corner = 0; corner < 4; ++corner) {
@@ -65,7 +65,7 @@ void StaticLayer::work(const Scene& scene, double budget) {
     do {
         if (work_.nextPart == 0) work_.hurried = std::isfinite(budget);
         takeStep(scene);
-        // Without a hurry the rasteriser works while the next step is prepared.
+        // Without a hurry, the rasteriser works while the next step is prepared.
         if (std::isfinite(budget)) context_.device.finish();
     } while (work_.step != Step::done && watch.elapsed() < budget);
 }
@@ -80,7 +80,7 @@ void StaticLayer::takeStep(const Scene& scene) {
 
 std::vector<PixelArea> StaticLayer::partsOf(Step step, const Scene& scene) const {
     const bool everything = !work_.changed;
-    // What is drawn in many parts is sent to the graphics card many times.
+    // Each part submits its triangles to the graphics card again.
     const PixelSize whole = view().size;
     const PixelSize strip = work_.hurried ? PixelSize{whole.width, stripHeight} : whole;
     switch (step) {
@@ -175,7 +175,7 @@ void StaticLayer::follow(const std::vector<Stage::StillChange>& changes) {
             continue;
         }
         const PixelArea area = view().area(box).grown(2).intersection(PixelArea::whole(view().size));
-        // Depth and light of what is being drawn are ahead of the picture.
+        // In the area being drawn, depth and light are already ahead of the picture.
         if (work_.step != Step::done && !area.intersection(work_.area).empty())
             work_.painted = work_.painted.united(area);
         else

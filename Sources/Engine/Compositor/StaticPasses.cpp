@@ -30,7 +30,7 @@ void StaticPasses::begin(const Viewpoint& view, int mostShadow) {
         farthest_ = Target(device, {(size.width + 1) / 2, (size.height + 1) / 2}, {{}, Format::depth24});
         picture_ = Target(device, size, {{Format::bgra8}});
     }
-    device.clear(light_.whole(), {{{0, 0, 0, 0}}, {}});  // the background is not drawn where nobody sees it
+    device.clear(light_.whole(), {{{0, 0, 0, 0}}, {}});  // the background is skipped where unseen
     if (!tile_) tile_ = Target(device, EdgeCells::tileSize, {{Format::rgba16f}, Format::depth24, 4});
 }
 
@@ -120,7 +120,7 @@ void StaticPasses::drawEdges(const Scene& scene, const PixelArea& area) {
     frame_.upload(block_);
     DrawTarget target{tile_.framebuffer(), PixelArea::whole(view_.size).moved(-area.x, -area.y),
                       part.moved(-area.x, -area.y)};
-    // Depth as near as can be keeps everything out; the cells are opened to the farthest.
+    // The nearest depth keeps everything out; the cells are opened with the farthest.
     context_.device.clear(target, {{{0, 0, 0, 0}}, 0});
     DrawState open;
     open.target = target;
@@ -139,10 +139,10 @@ void StaticPasses::drawEdges(const Scene& scene, const PixelArea& area) {
     frame_.upload(block_);
 }
 
-/// Whether the background may be seen there, by the depth read before: not where water, which is bottomless
-/// there, lies before it and all that stands around it. Its program need not be compiled then.
+/// Whether the background may be visible in `area`, judging by the depth just read. It is not where water,
+/// bottomless here, lies in front of it and of everything around it; its program then need not be compiled.
 bool StaticPasses::showsSky(const DrawList& list, const PixelArea& area) const {
-    // A pixel more all round, of which some samples may lie in `area`'s.
+    // One more pixel all round: some of its samples may lie in `area`'s pixels.
     const PixelArea looked = area.grown(1).intersection(PixelArea::whole(view_.size));
     const auto width = static_cast<std::size_t>(view_.size.width);
     PixelArea sky;
@@ -162,7 +162,7 @@ bool StaticPasses::showsSky(const DrawList& list, const PixelArea& area) const {
 void StaticPasses::findBloom(const Scene& scene) {
     glow_ = {};
     if (!view_.camera.hdr || view_.camera.bloomIntensity <= 0) return;
-    // Where the sun cannot glitter the sea is left out, and its program need not be compiled then.
+    // Where the sun cannot glitter, the sea is left out and its program need not be compiled.
     std::vector<const DrawItem*> glittering;
     for (const DrawItem& item : scene.list.water.blended) {
         if (!isWater(item)) continue;

@@ -17,11 +17,11 @@ namespace gull {
 struct RenderContext;
 
 /// The passes that make the static layer's pictures, in the order in which they build on each other, and
-/// these pictures. Each works within a part of the picture and leaves the rest; when to draw what is the
-/// StaticLayer's concern.
+/// these pictures. Each works within a part of the picture and leaves the rest. StaticLayer decides when to
+/// draw what.
 class StaticPasses {
   public:
-    /// The scene they draw: borrowed, good for one frame.
+    /// The scene to draw: borrowed, valid for one frame.
     struct Scene {
         const Stage& stage;
         const DrawList& list;
@@ -29,18 +29,18 @@ class StaticPasses {
 
     explicit StaticPasses(RenderContext& context);
 
-    /// Starts with empty pictures of what is seen through `view`. The sun's shadow map has as many texels a
-    /// side as the light asks for, `mostShadow` at most.
+    /// Starts with empty pictures of the view through `view`. The sun's shadow map has as many texels a side
+    /// as the light asks for, but at most `mostShadow`.
     void begin(const Viewpoint& view, int mostShadow);
-    /// Takes the light of this frame over; before the passes of a frame.
+    /// Takes over the light of this frame; call it before the passes of a frame.
     void prepare(const Scene& scene);
 
-    /// 1. The sun's shadow map: a part of its texels, or where `changed` (world space) lies.
+    /// 1. The sun's shadow map: a part of its texels, or the part that `changed` (world space) covers.
     void drawSunShadow(const Scene& scene, const PixelArea& texels);
     void redrawSunShadow(const Scene& scene, const Box& changed);
     /// 2. Depth, and the farthest depth at half resolution.
     void drawDepth(const Scene& scene, const PixelArea& area);
-    /// 3. What is known of the depth on this side: relief and edges.
+    /// 3. What the CPU knows of the depth: relief and edges.
     void readDepth(const Scene& scene, const PixelArea& area);
     /// 4. Contact shadows, from depth.
     void drawContactShadows(const PixelArea& area);
@@ -48,7 +48,8 @@ class StaticPasses {
     void drawSurfaces(const Scene& scene, const PixelArea& area);
     /// 6. The same with four samples a pixel in the cells of `area` that show an edge.
     void drawEdges(const Scene& scene, const PixelArea& area);
-    /// 7. The glow around bright light, of the sun in the sea too: that moves, but hardly from its place.
+    /// 7. The glow around bright light, including the sun's in the sea, which moves but hardly leaves its
+    /// place.
     void findBloom(const Scene& scene);
     /// 8. Paint, and the tone-mapped picture from light, paint and bloom.
     void drawPicture(const PixelArea& area);
@@ -77,7 +78,7 @@ class StaticPasses {
     ShadowMap shadow_;
     ContactShadows contact_;
     Target depth_;
-    std::vector<float> depths_;  ///< what depth_ holds, lowest row first
+    std::vector<float> depths_;  ///< the contents of depth_, lowest row first
     ReliefGrid relief_;
     EdgeCells edges_;
     Target farthest_;

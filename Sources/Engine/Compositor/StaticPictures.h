@@ -4,18 +4,18 @@
 
 namespace gull {
 
-/// The pictures of the static layer, for the passes that draw over it. Light is without paint.
+/// The pictures of the static layer, for the passes that draw over it. Light excludes paint.
 struct StaticPictures {
-    TextureRef lit;            ///< scene light
-    TextureRef shade;          ///< share of it that is not the sun's; alpha: how far the sun is covered
-    TextureRef surface;        ///< albedo that a lamp lights, as its square root
-    TextureRef normal;         ///< 0 to 1
-    TextureRef depth;          ///< 0 near to 1 far
+    TextureRef lit;      ///< scene light
+    TextureRef shade;    ///< share of lit that does not come from the sun; alpha: how far the sun is covered
+    TextureRef surface;  ///< albedo that a lamp lights, as its square root
+    TextureRef normal;   ///< 0 to 1
+    TextureRef depth;    ///< 0 near to 1 far
     TextureRef farthestDepth;  ///< the same at half resolution, never too near
     TextureRef picture;        ///< tone mapped
-    TextureRef bloom;          ///< none when nothing blooms
-    TextureRef paint;          ///< a factor for the light as its square root; none when nothing is painted
-    TextureRef sunShadow;      ///< none without a sun that casts any
+    TextureRef bloom;          ///< empty if nothing blooms
+    TextureRef paint;          ///< a factor for the light, as its square root; empty if nothing is painted
+    TextureRef sunShadow;      ///< empty without a sun that casts shadows
 };
 
 }  // namespace gull

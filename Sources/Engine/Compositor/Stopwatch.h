@@ -4,10 +4,10 @@
 
 namespace gull {
 
-/// Tells how long work takes that is cut to a budget; no time of the stage.
+/// Measures work that has a time budget, in real time; independent of the stage's time.
 class Stopwatch {
   public:
-    /// Seconds since it was made.
+    /// Seconds since construction.
     double elapsed() const {
         return std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
     }

@@ -27,7 +27,7 @@ double shift(const Viewpoint& a, const Viewpoint& b) {
     if (a.viewProjection == b.viewProjection) return 0;
     const glm::dmat3 warp = groundWarp(a, b);
     double most = 0;
-    // The corners and the middle of the lower three quarters, which show ground in any view that has some.
+    // Corners and middle of the lower three quarters, which show ground in any view that has some.
     for (const double x : {0.0, 0.5, 1.0})
         for (const double y : {0.0, 0.4, 0.75}) {
             const glm::dvec3 p = warp * glm::dvec3(x, y, 1);

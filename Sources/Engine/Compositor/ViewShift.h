@@ -6,8 +6,8 @@
 
 namespace gull {
 
-/// How far apart two views of the same size and lens show the ground (y = 0), pixels, at most; large when
-/// they cannot be compared.
+/// The largest distance in pixels between two views' pictures of the same point of the ground (y = 0), for
+/// views of the same size and lens; a large number if they cannot be compared.
 double shift(const Viewpoint& a, const Viewpoint& b);
 
 /// Maps a place in the picture through `to` (0 to 1, origin lower left, homogeneous) to the place in the

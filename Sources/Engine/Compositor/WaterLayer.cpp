@@ -11,12 +11,12 @@ namespace gull {
 
 namespace {
 
-/// Foam: drawn onto the water.
+/// True for foam, which is drawn onto the water.
 bool floats(const DrawItem& item) {
     return item.material->smooth && item.material->blend == Material::Blend::alpha && !isWater(item);
 }
 
-/// The highest point of what `layer` shows, world units.
+/// The highest point of `layer`, world units.
 double top(const DrawLayer& layer) {
     Box box;
     for (const std::vector<DrawItem>* items : {&layer.opaque, &layer.blended})
@@ -24,7 +24,7 @@ double top(const DrawLayer& layer) {
     return box.max.y;
 }
 
-/// `area` at half resolution, with a pixel more all round, into which smoothing at full resolution looks.
+/// `area` at half resolution and one pixel more all round, which filtering at full resolution reads.
 PixelArea halved(const PixelArea& area) {
     return PixelArea{area.x / 2, area.y / 2, (area.width + 1) / 2, (area.height + 1) / 2}.grown(1);
 }
@@ -44,7 +44,7 @@ std::vector<PixelArea> WaterLayer::update(const MovingScene& scene, StaticLayer&
                                   halved(area).intersection(PixelArea::whole(half_.size())));
     if (everything) {
         shadeHalf(scene, reach_, environmentSampler);
-    } else if (stripPixels > 0 && !reach_.empty() && !layer.pending()) {  // a change is enough for a frame
+    } else if (stripPixels > 0 && !reach_.empty() && !layer.pending()) {  // a change fills a frame
         areas.push_back(nextStrip(stripPixels));
         shadeHalf(scene, areas.back(), environmentSampler);
     }
@@ -63,7 +63,7 @@ bool WaterLayer::ensureTargets(const PixelSize& size) {
 }
 
 void WaterLayer::growReach(const MovingScene& scene, const ReliefGrid& relief) {
-    // It only grows, so that nothing is left behind where the water fell.
+    // The reach only grows, so that nothing is left behind where the water fell.
     const DrawLayer& water = scene.list.water;
     if (!water.opaque.empty() || !water.blended.empty()) reach_ = reach_.united(relief.below(top(water)));
 }
@@ -93,7 +93,7 @@ void WaterLayer::shadeHalf(const MovingScene& scene, const PixelArea& area, unsi
     water.shading.bloom = static_cast<bool>(scene.ground.bloom);
     for (const DrawItem& item : scene.list.water.blended)
         if (isWater(item)) drawSurface(context_, water, item, reached);
-    // Foam hides the water and what it lets through.
+    // Foam hides the water and anything seen through it.
     for (const DrawItem& item : scene.list.water.blended)
         if (floats(item)) drawSurface(context_, foam, item, reached);
 }
@@ -107,7 +107,7 @@ void WaterLayer::draw(const MovingScene& scene, const PixelArea& area, const Dra
     pass.shading.noToneMapping = !scene.view.camera.hdr;
     const DrawLayer& layer = scene.list.water;
     for (const DrawItem& item : layer.opaque) drawSurface(context_, pass, item, visible);
-    // The water first: what is blended over it lies above all.
+    // The water first: everything blended after it lies above all of it.
     const bool hasHalf = scene.view.camera.hdr;
     DrawLayer over;
     over.particles = layer.particles;
@@ -121,8 +121,8 @@ void WaterLayer::draw(const MovingScene& scene, const PixelArea& area, const Dra
     drawBlended(context_, pass, layers, visible, scene.stage.time);
 }
 
-/// Lays the half-resolution water over the picture, on the water's own geometry, so that its edges and depth
-/// are exact.
+/// Lays the half-resolution water over the picture, on the water's own geometry so that edges and depth are
+/// exact.
 void WaterLayer::overlay(const MovingScene& scene, const DrawItem& water, const DrawTarget& target) {
     DrawState state;
     state.target = target;

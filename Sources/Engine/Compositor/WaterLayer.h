@@ -7,25 +7,25 @@
 
 namespace gull {
 
-/// The static layer's picture with the sea on it: what moving things are drawn over. It is brought up to date
-/// one strip a frame, as large as there is time for; wide, smooth surfaces are shaded at half resolution.
+/// The static layer's picture with the sea on it, over which moving things are drawn. Each frame updates one
+/// strip of it, as large as time allows; wide, smooth surfaces are shaded at half resolution.
 class WaterLayer {
   public:
-    /// The most strips that a whole turn takes.
+    /// The largest number of strips in a full turn.
     static constexpr int mostStrips = 10;
 
     explicit WaterLayer(RenderContext& context) : context_(context) {}
 
-    /// Follows what changed in `layer` and draws the next strip, of about `stripPixels` (0: none), unless the
-    /// layer is at work on a change. Returns where the picture changed. Mirrors read the environment through
-    /// `environmentSampler`.
+    /// Follows the changes of `layer` and draws the next strip, of about `stripPixels` (0: none), unless the
+    /// layer is at work on a change. Returns where the picture changed. Reflections read the environment
+    /// through `environmentSampler`.
     std::vector<PixelArea> update(const MovingScene& scene, StaticLayer& layer, int stripPixels,
                                   unsigned environmentSampler);
     /// Tone mapped, with depth.
     const Target& picture() const { return picture_; }
-    /// Where water may be seen.
+    /// The area where water may be visible.
     const PixelArea& reach() const { return reach_; }
-    /// Draws the water within `area` over whatever `target` shows there.
+    /// Draws the water within `area` over the contents of `target`.
     void draw(const MovingScene& scene, const PixelArea& area, const DrawTarget& target,
               unsigned environmentSampler);
 
@@ -40,7 +40,7 @@ class WaterLayer {
     Target picture_;
     Target half_;  ///< the water alone at half resolution, with the ground's farthest depth
     PixelArea reach_;
-    int nextRow_ = 0;  ///< of the picture, where the next strip begins
+    int nextRow_ = 0;  ///< where the next strip begins, in the picture
 };
 
 }  // namespace gull

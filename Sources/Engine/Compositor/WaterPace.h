@@ -4,23 +4,23 @@
 
 namespace gull {
 
-/// How much of the sea a frame may draw again so that frames keep their time: the sea is redrawn more often
-/// where there is time to spare, and less while much else moves. Follows how long frames take; a few slow
-/// ones do not upset it, but where many come too late the sea gives way.
+/// How much of the sea a frame may redraw without missing its time: more where there is time to spare, less
+/// while much else moves. Follows the duration of frames; a few slow ones do not upset it, but if many come
+/// too late, the sea gives way.
 class WaterPace {
   public:
-    /// Seconds of work, of the sixtieth that a frame has; up to a third of the frames takes longer.
+    /// Seconds of work to aim for, of the sixtieth that a frame has; up to a third of the frames take longer.
     static constexpr double goal = 0.0112;
-    /// Seconds of work with which a frame misses its sixtieth, or nearly.
+    /// Seconds of work with which a frame misses its sixtieth, or nearly does.
     static constexpr double late = 0.016;
     static constexpr double least = 55000, most = 4e6;
 
-    /// `seconds`: of work for the last frame, all in all.
+    /// `seconds`: all the work of the last frame.
     void frameTook(double seconds) {
         const double change = seconds > late ? 0.9 : seconds > goal ? 0.97 : 1.015;
         pixels_ = std::clamp(pixels_ * change, least, most);
     }
-    /// Of the sea, for the next frame.
+    /// Pixels of the sea to redraw in the next frame.
     int pixels() const { return static_cast<int>(pixels_); }
 
   private:

@@ -7,11 +7,11 @@ namespace gull {
 
 namespace {
 
-/// How far waves spread the sun's mirror image over the water, between the mirrored ray and the sun, radians.
-/// The glow of water that was further off than 8 degrees could not be told on any beach.
+/// How far waves spread the sun's reflection over the water: the angle between the reflected ray and the sun,
+/// radians. On no beach did glow from water more than 8 degrees off make a visible difference.
 constexpr double glitterSpread = 0.21;
 
-/// Rays that are looked along, to a side.
+/// Rays to test along each side.
 constexpr int rays = 32;
 
 }  // namespace

@@ -13,12 +13,12 @@ namespace gull {
 namespace {
 
 constexpr double sameView = 0.05;    // pixels: too little to see
-constexpr double stillView = 0.25;   // pixels: nobody sees a shake so faint, and bending would only blur
-constexpr double shakenView = 1;     // pixels: nobody sees whether the sea moves too, unless from a flight
+constexpr double stillView = 0.25;   // pixels: a shake too faint to see; bending would only blur
+constexpr double shakenView = 1;     // pixels: hides whether the sea moves, unless after a flight
 constexpr double nearView = 14;      // pixels: a shake
-constexpr double fastView = 6;       // pixels a frame: what is seen blurs anyway
+constexpr double fastView = 6;       // pixels a frame: so fast that the picture blurs anyway
 constexpr double frameGoal = 0.027;  // seconds from frame to frame while a layer is built
-// Of what the rest of a frame takes, for building: slow machines arrive too.
+// Share of the rest of a frame for building, so that slow machines get there too.
 constexpr double leastShare = 0.25;
 constexpr double mostBudget = 0.012;  // seconds a frame; all of it once the camera stands still
 constexpr double refreshBudget = 0.004;
@@ -53,7 +53,7 @@ void WindowCompositor::draw(const Stage& stage, Presenter& window, RenderTier ti
     }
 }
 
-/// Sets layers of other content aside and brings what changed in the shown one up to date.
+/// Sets outdated layers aside and updates the layer on display.
 void WindowCompositor::dropOutdated(const Stage& stage, RenderTier tier, BuildMode mode) {
     const bool patient = mode == BuildMode::complete || tier == RenderTier::full;
     bool outdated = false;
@@ -66,7 +66,7 @@ void WindowCompositor::dropOutdated(const Stage& stage, RenderTier tier, BuildMo
         spare_ = std::move(next_);
         outdated = true;
     }
-    if (outdated) context_.collectGarbage();  // with another beach the meshes of the last one go
+    if (outdated) context_.collectGarbage();  // frees the meshes of the last beach
 }
 
 /// Shows the layer with moving things on it, or bent by a shake.
@@ -100,11 +100,11 @@ void WindowCompositor::showTravel(const Stage& stage, const Viewpoint& view, dou
 
 bool WindowCompositor::wantsBuilding(const Stage& stage, const Viewpoint& view, const Viewpoint& goal) const {
     if (shown_ && shift(shown_->view(), goal) < sameView) return false;
-    // On the way to a place that is known, or standing still.
+    // On the way to a known place, or standing still.
     return stage.restingView || (last_ && shift(*last_, view) < sameView);
 }
 
-/// What the rest of the last frame left of its time, seconds.
+/// The seconds of its time that the rest of the last frame left.
 double WindowCompositor::budgetLeft(const Viewpoint& view) const {
     if (last_ && shift(*last_, view) < sameView) return mostBudget;
     const double rest = sinceBuilding_.elapsed() - built_;
@@ -124,7 +124,7 @@ void WindowCompositor::keepBuilding(const Stage& stage, const Viewpoint& goal, R
         if (!next_) next_ = spare_ ? std::move(spare_) : std::make_unique<StaticLayer>(context_);
         next_->begin(stage, goal, tier == RenderTier::fast ? mostShadow : std::numeric_limits<int>::max());
     }
-    // The first frame that shows it fills the whole water layer: enough for one frame.
+    // The first frame to show it fills the whole water layer, which is enough for one frame.
     if (!next_->complete()) {
         const bool done = next_->build(stage, budget);
         if (!done || std::isfinite(budget)) return;

@@ -15,8 +15,8 @@
 namespace gull {
 
 /// Decides what the window shows: the static layer with moving things on it while the camera rests; the same
-/// picture shifted while it shakes, stretched while a new size is being built; the whole stage drawn quickly
-/// while the camera travels or there is no static layer yet.
+/// picture moved during a shake and stretched while a new size is being built; the whole stage drawn quickly
+/// while the camera travels or until there is a static layer.
 class WindowCompositor {
   public:
     explicit WindowCompositor(RenderContext& context);
@@ -46,10 +46,10 @@ class WindowCompositor {
     WaterPace pace_;
     std::unique_ptr<StaticLayer> shown_;
     std::unique_ptr<StaticLayer> next_;   ///< being built
-    std::unique_ptr<StaticLayer> spare_;  ///< outdated: to be begun again, for its targets
-    Stopwatch sinceBuilding_;             ///< began in a frame the last time
-    double built_ = 0;                    ///< seconds it took
-    std::optional<Viewpoint> last_;       ///< of the frame before
+    std::unique_ptr<StaticLayer> spare_;  ///< outdated; to be reused for its targets
+    Stopwatch sinceBuilding_;             ///< since building last began in a frame
+    double built_ = 0;                    ///< seconds that took
+    std::optional<Viewpoint> last_;       ///< the previous frame's
     std::optional<double> travelled_;     ///< stage time of the last frame drawn as a flight
     bool settled_ = false;
 };

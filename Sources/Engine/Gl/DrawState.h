@@ -27,19 +27,19 @@ enum class DepthTest : std::uint8_t {
     always,
 };
 
-/// How a fragment joins what the target shows; colours are premultiplied.
+/// How a fragment combines with the target's colour; colours are premultiplied.
 enum class Blending : std::uint8_t { off, over, add };
 
-/// Which sides of triangles are left out. `backMirrored`: the back, in a mirrored model.
+/// Which faces are culled. `backMirrored`: the back faces of a mirrored model.
 enum class Culling : std::uint8_t { off, back, backMirrored };
 
-/// All that a draw call depends on. Nothing is taken over from draws before it.
+/// Everything a draw call depends on. Nothing carries over from earlier draws.
 struct DrawState {
     DrawTarget target;
     const Program* program = nullptr;  ///< borrowed
     unsigned vertexArray = 0;
     unsigned frameUniforms = 0;            ///< the buffer behind the shaders' Frame block; 0: they read none
-    std::vector<TextureBinding> textures;  ///< all that the program reads
+    std::vector<TextureBinding> textures;  ///< every texture the program reads
     Uniforms uniforms;
     DepthTest depthTest = DepthTest::off;
     bool writesDepth = false;

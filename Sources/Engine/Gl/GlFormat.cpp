@@ -11,7 +11,7 @@ GlFormat glFormat(Format format) {
         case Format::rgba8:
             return {GL_RGBA8, GL_RGBA, GL_UNSIGNED_BYTE};
         case Format::bgra8:
-            // Without a size in its name the format may be the one that the bytes come in.
+            // An unsized internal format lets the driver keep the bytes in the order they come.
             return {GL_RGBA, GL_BGRA, GL_UNSIGNED_INT_8_8_8_8_REV};
         case Format::rgba16f:
             return {GL_RGBA16F, GL_RGBA, GL_HALF_FLOAT};

@@ -4,7 +4,7 @@
 
 namespace gull {
 
-/// What OpenGL calls a Format; for the sources of this room.
+/// OpenGL's names for a Format; for this room only.
 struct GlFormat {
     unsigned internal;
     unsigned layout;

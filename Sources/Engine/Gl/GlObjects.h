@@ -12,8 +12,8 @@ enum class GlKind { texture, buffer, vertexArray, framebuffer, renderbuffer, sam
 unsigned createGlName(StateKeeper& keeper, GlKind kind);
 void deleteGlName(GlKind kind, unsigned name);
 
-/// Owns one OpenGL name; moves, never copies. A default one is empty (name 0) and owns nothing. The context
-/// it was made in must be current when it is made, replaced or destroyed.
+/// Owns one OpenGL name; movable, not copyable. A default-constructed object is empty: it has name 0 and owns
+/// nothing. Create, replace and destroy it with its context current.
 template <GlKind kind>
 class GlObject {
   public:

@@ -13,14 +13,14 @@
 
 namespace gull {
 
-/// The values that a clear fills a target with; what is left empty stays.
+/// The values that a clear writes; an empty one leaves its buffer alone.
 struct ClearValues {
     std::optional<std::array<float, 4>> colour;
     std::optional<double> depth;
 };
 
-/// The OpenGL context that is current, as an interface of values: a draw, a clear or a copy says all that it
-/// depends on, and the device sets what differs from the call before.
+/// The current OpenGL context as an interface of values: a draw, a clear or a copy states everything it
+/// depends on, and the device sets only what differs from the call before.
 ///
 /// Order of calls: make textures, targets, vertices and programs; upload; then draw, clear, copy and read in
 /// any order. Needs OpenGL 4.1 core, or 3.3 with separate shader objects. One context, one device, one
@@ -35,13 +35,13 @@ class GraphicsDevice final : public StateKeeper {
     GraphicsDevice(const GraphicsDevice&) = delete;
     GraphicsDevice& operator=(const GraphicsDevice&) = delete;
 
-    /// Draws triangles: runs of vertices, or of the vertex array's 32-bit indices. Each run is a draw call.
+    /// Draws triangles: runs of vertices, or of the vertex array's 32-bit indices. Each run is one draw call.
     void draw(const DrawState& state, std::span<const VertexRange> vertices);
     void drawIndexed(const DrawState& state, std::span<const VertexRange> indices);
-    /// Fills what lies within the target's scissor, or all of its framebuffer.
+    /// Clears the target's scissor rectangle, or its whole framebuffer.
     void clear(const DrawTarget& target, const ClearValues& values);
-    /// Copies `area` of one texture to the same place of another of its format and size, by the fastest way
-    /// that the context has.
+    /// Copies `area` of a texture to the same place in another of the same format and size, by the fastest
+    /// way the context offers.
     void copyColour(TextureRef from, TextureRef to, const PixelArea& area);
     void copyDepth(TextureRef from, TextureRef to, const PixelArea& area);
     /// The framebuffer's pixels from its lower left corner, top row first.
@@ -49,14 +49,14 @@ class GraphicsDevice final : public StateKeeper {
     /// The depth (0 to 1) within `area` into `depths`, which holds all of a picture `width` pixels wide,
     /// lowest row first.
     void readDepth(unsigned framebuffer, const PixelArea& area, int width, std::vector<float>& depths);
-    /// Waits until all that was asked for is drawn.
+    /// Waits until everything issued so far is drawn.
     void finish();
 
-    /// Makes the next call set everything: for whoever binds or makes things without the device, or lets
-    /// somebody else do so.
+    /// Makes the next call set all state. Call it after binding or creating anything in the context without
+    /// this device.
     void forgetState() override;
-    /// Sets everything that a draw may set to something useless before each draw, so that a draw that relies
-    /// on what an earlier one left goes wrong where it can be seen. For tests; slow.
+    /// Before each draw, sets all state to useless values, so that a draw that relies on an earlier one goes
+    /// visibly wrong. For tests; slow.
     void setSpoiling(bool spoiling) { spoiling_ = spoiling; }
 
   private:
@@ -71,7 +71,7 @@ class GraphicsDevice final : public StateKeeper {
     void spoil(const DrawState& state);
     void copy(TextureRef from, TextureRef to, const PixelArea& area, bool depth);
 
-    std::optional<ContextState> state_;  ///< nothing: unknown
+    std::optional<ContextState> state_;  ///< empty: unknown
     std::array<std::optional<Unit>, unitCount> units_;
     bool copiesImages_ = false;
     bool spoiling_ = false;

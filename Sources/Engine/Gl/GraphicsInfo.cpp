@@ -28,7 +28,7 @@ GraphicsInfo graphicsInfo() {
 }
 
 ShaderDialect shaderDialect() {
-    constexpr int mostVaryings = 32;  // locations that a vertex shader with all varyings fills
+    constexpr int mostVaryings = 32;  // locations used by a vertex shader with all varyings
     GLint components = 0;
     glGetIntegerv(GL_MAX_VERTEX_OUTPUT_COMPONENTS, &components);
     return {epoxy_gl_version() >= 41, components >= mostVaryings * 4};

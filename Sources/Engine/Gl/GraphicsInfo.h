@@ -4,24 +4,24 @@
 
 namespace gull {
 
-/// What the current OpenGL context is, for diagnosis and for the choice of tier.
+/// Describes the current OpenGL context, for diagnosis and for the choice of tier.
 struct GraphicsInfo {
     std::string vendor;
     std::string renderer;
     std::string version;
     bool isSoftware = false;  ///< a rasteriser on the CPU
-    int maximumSize = 0;      ///< of a picture's side, pixels
+    int maximumSize = 0;      ///< largest side of a picture, pixels
 };
 
 GraphicsInfo graphicsInfo();
 
-/// What decides how shaders are written for a context.
+/// What shader sources need to know about a context.
 struct ShaderDialect {
     bool isVersion410 = true;     ///< else 330 with separate shader objects as an extension
-    bool hasManyVaryings = true;  ///< room for all that the vertex shaders may hand over
+    bool hasManyVaryings = true;  ///< room for every output of the vertex shaders
 };
 
-/// That of the current context.
+/// The current context's dialect.
 ShaderDialect shaderDialect();
 
 }  // namespace gull

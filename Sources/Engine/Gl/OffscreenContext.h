@@ -9,8 +9,7 @@ namespace gull {
 /// destruction.
 class OffscreenContext {
   public:
-    /// Nothing when this machine offers none; `reason` (may be null) then says what is missing and how to get
-    /// it.
+    /// Null if this machine offers none; `reason` (may be null) then says what is missing and how to get it.
     static std::unique_ptr<OffscreenContext> create(std::string* reason = nullptr);
     ~OffscreenContext();
     OffscreenContext(const OffscreenContext&) = delete;

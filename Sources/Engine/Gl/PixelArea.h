@@ -7,7 +7,7 @@
 
 namespace gull {
 
-/// A rectangle of a framebuffer: origin in the lower left corner, as OpenGL counts.
+/// A rectangle of a framebuffer. As in OpenGL, the origin is the lower left corner.
 struct PixelArea {
     int x = 0;
     int y = 0;

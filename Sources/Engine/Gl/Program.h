@@ -7,8 +7,8 @@
 
 namespace gull {
 
-/// A vertex and a fragment shader that work together. Vertex shaders may be shared, and uniforms belong to
-/// the shader: a draw sets all that it needs. Belongs to the context in which it was made.
+/// A vertex and a fragment shader that work together. Programs may share a vertex shader, and uniforms belong
+/// to the shader, so each draw sets every uniform it needs. Belongs to the context in which it was made.
 class Program {
   public:
     Program(StateKeeper& keeper, std::shared_ptr<const ShaderStage> vertex,

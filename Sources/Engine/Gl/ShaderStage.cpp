@@ -32,8 +32,7 @@ struct Setter {
     }
 };
 
-/// A value of the uniform type `type` that spoils a picture; nothing for samplers and types that are not set
-/// by draws.
+/// A value of the uniform type `type` that spoils a picture; empty for samplers and types that no draw sets.
 std::optional<UniformValue> uselessValue(GLenum type) {
     constexpr float useless = -1e4F;
     switch (type) {
@@ -101,7 +100,7 @@ void ShaderStage::spoilUniforms() const {
 }
 
 int ShaderStage::location(const char* uniform) const {
-    // Names are literals: mostly the pointer is known already.
+    // Names are literals, so usually the pointer itself is already known.
     for (const auto& [name, place] : locations_)
         if (name == uniform || std::strcmp(name, uniform) == 0) return place;
     return locations_.emplace_back(uniform, glGetUniformLocation(name_, uniform)).second;

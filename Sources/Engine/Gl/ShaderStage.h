@@ -19,8 +19,8 @@ class ShaderStage {
   public:
     enum class Kind { vertex, fragment };
 
-    /// `units`: of all samplers that the source may use. Throws std::runtime_error with the driver's message
-    /// and the name of the `program` that asks for it when it does not compile.
+    /// `units` lists every sampler that the source may use. Throws std::runtime_error with the driver's
+    /// message and the name of the `program` that needs the shader if it does not compile.
     ShaderStage(StateKeeper& keeper, Kind kind, std::string_view program, const std::string& source,
                 std::span<const SamplerUnit> units);
     ~ShaderStage();

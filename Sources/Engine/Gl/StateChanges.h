@@ -7,7 +7,8 @@
 
 namespace gull {
 
-/// What the context holds besides textures and uniforms: the part of a DrawState that is set by difference.
+/// The context's state besides textures and uniforms: the part of a DrawState that is set only where it
+/// differs.
 struct ContextState {
     unsigned framebuffer = 0;
     PixelArea viewport;
@@ -42,7 +43,7 @@ enum StatePiece : std::uint32_t {
     everyPiece = (1U << 11U) - 1,
 };
 
-/// The pieces that must be set to come from `before` (nothing: unknown) to `after`.
+/// The pieces to set when the state goes from `before` (empty: unknown) to `after`.
 std::uint32_t stateChanges(const std::optional<ContextState>& before, const ContextState& after);
 
 }  // namespace gull

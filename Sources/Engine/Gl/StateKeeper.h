@@ -2,8 +2,8 @@
 
 namespace gull {
 
-/// Whoever remembers what is bound in the OpenGL context, to set only what differs. A new name may be one
-/// that was in use, and bound, before: so whoever makes one says so.
+/// Remembers what is bound in the OpenGL context, so as to set only what differs. OpenGL may reuse the name
+/// of a deleted object that is still remembered as bound, so creating an object must be reported here.
 class StateKeeper {
   public:
     /// Makes the next call set everything.

@@ -76,7 +76,7 @@ DrawTarget Target::firstColour() const {
 bool ensureSize(GraphicsDevice& device, Target& target, const PixelSize& size,
                 const Target::Description& description) {
     if (target && target.size() == size) return false;
-    target = {};  // first the old one's memory goes
+    target = {};  // frees the old one's memory first
     target = Target(device, size, description);
     return true;
 }

@@ -22,7 +22,7 @@ class Target {
         TextureRef sharedDepth = {};  ///< a depth texture of that size, used instead of one of its own
     };
 
-    /// An empty one, to be replaced.
+    /// An empty target, to be replaced.
     Target() = default;
     /// Throws std::runtime_error when the context cannot draw into such a target.
     Target(GraphicsDevice& device, const PixelSize& size, const Description& description);
@@ -30,15 +30,15 @@ class Target {
     explicit operator bool() const { return static_cast<bool>(framebuffer_); }
     const PixelSize& size() const { return size_; }
     unsigned framebuffer() const { return framebuffer_.name(); }
-    /// Smooth between pixels; a multisampled target's holds all samples.
+    /// Linearly filtered. A multisampled target's texture holds all samples.
     TextureRef colour(std::size_t index = 0) const;
-    /// Its own depth texture, not smooth; a multisampled target has none.
+    /// Its own depth texture, unfiltered; a multisampled target has none.
     TextureRef depth() const { return {depth_.name(), TextureRef::Kind::flat}; }
 
-    /// All of it.
+    /// Draws into all of it.
     DrawTarget whole() const { return {framebuffer(), PixelArea::whole(size_), {}}; }
     /// The first colour without the other attachments. A software rasteriser compiles a program for the
-    /// formats of all attachments; through this a pass over the picture is compiled once.
+    /// formats of all attachments; with this target, a pass over the picture compiles only once.
     DrawTarget firstColour() const;
 
   private:
@@ -58,12 +58,12 @@ class Target {
 bool ensureSize(GraphicsDevice& device, Target& target, const PixelSize& size,
                 const Target::Description& description);
 
-/// A depth texture whose looks compare (less or equal passes), `size` texels a side. 16 bits.
+/// A 16-bit depth texture, `size` texels a side, whose lookups compare (less or equal passes).
 Target makeShadowMap(GraphicsDevice& device, int size);
 
-/// A picture of a few pixels that holds `value` in every channel, alpha 1: a stand-in that changes nothing.
-/// No side is a power of two, as hardly any picture's is: a software rasteriser compiles programs again where
-/// that differs.
+/// A picture of a few pixels with `value` in every channel and alpha 1: a stand-in that changes nothing. Its
+/// sides are not powers of two, because those of most pictures are not, and a software rasteriser compiles a
+/// program again for power-of-two textures.
 Target plainTarget(GraphicsDevice& device, Format format, float value);
 
 }  // namespace gull

@@ -12,7 +12,7 @@ namespace gull {
 
 namespace {
 
-/// Binds a texture where no draw looks.
+/// Binds a texture to the unit that no draw reads.
 void edit(GLenum target, GLuint texture) {
     glActiveTexture(GL_TEXTURE0 + editingUnit);
     glBindTexture(target, texture);

@@ -11,7 +11,7 @@
 
 namespace gull {
 
-/// How a texture or a sampler finds the value between texels and between mipmaps.
+/// How a texture or a sampler interpolates between texels and between mipmaps.
 enum class Filter {
     nearest,
     linear,            ///< the full-size image, smoothed
@@ -23,16 +23,16 @@ enum class Filter {
 GlTexture makeTexture(StateKeeper& keeper, const PixelSize& size, Format format, Filter filter);
 /// The same with `samples` samples a pixel.
 GlTexture makeMultisampledTexture(StateKeeper& keeper, const PixelSize& size, Format format, int samples);
-/// Makes looks at a depth texture compare (less or equal passes) instead of returning the depth.
+/// Makes lookups in a depth texture compare (less or equal passes) instead of returning the depth.
 void compareDepth(TextureRef texture);
 
-/// Replaces a whole level of a texture by straight R G B A bytes, lowest row first.
+/// Replaces a whole level of a texture with straight R G B A bytes, lowest row first.
 void uploadLevel(const GlTexture& texture, int level, const PixelSize& size,
                  std::span<const std::uint8_t> pixels);
-/// Replaces a part of level 0, whose pixels are packed.
+/// Replaces a part of level 0 with tightly packed pixels.
 void uploadPart(const GlTexture& texture, const PixelArea& part, std::span<const std::uint8_t> pixels);
-/// Replaces a part of a bgra8 texture from a bitmap in that order of bytes. `pixels` points at the part's
-/// first pixel, rows are `strideBytes` apart. Rows are taken in the order they come.
+/// Replaces a part of a bgra8 texture from a bitmap with that byte order. `pixels` points at the part's first
+/// pixel; rows are `strideBytes` apart and are uploaded in the order they come.
 void uploadBitmapPart(const GlTexture& texture, const PixelArea& part, const unsigned char* pixels,
                       int strideBytes);
 
@@ -48,7 +48,7 @@ struct SamplerDescription {
     float anisotropy = 1;  ///< of the footprint, 1: none
 };
 GlSampler makeSampler(StateKeeper& keeper, const SamplerDescription& description);
-/// The greatest anisotropy that samplers may ask for; 1 where it is not supported, and on a CPU: there the
+/// The greatest anisotropy that samplers may ask for: 1 where it is not supported and on a CPU, where the
 /// rasteriser walks the whole footprint texel by texel.
 float greatestAnisotropy();
 

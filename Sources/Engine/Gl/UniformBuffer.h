@@ -13,7 +13,7 @@ inline constexpr unsigned frameBlockBinding = 0;
 class UniformBuffer {
   public:
     explicit UniformBuffer(StateKeeper& keeper) : buffer_(keeper) {}
-    /// Replaces the contents; draws that were asked for before still read the old ones.
+    /// Replaces the contents; draws issued before still read the old ones.
     void upload(const void* bytes, std::size_t size);
     unsigned name() const { return buffer_.name(); }
 

@@ -6,7 +6,7 @@ namespace gull {
 
 namespace {
 
-/// Describes the buffer bound to GL_ARRAY_BUFFER to the vertex array bound.
+/// Describes the layout of the buffer bound to GL_ARRAY_BUFFER to the bound vertex array.
 void setAttributes(std::size_t stride, std::initializer_list<VertexAttribute> attributes) {
     for (const auto& [location, components, offset] : attributes) {
         glEnableVertexAttribArray(location);

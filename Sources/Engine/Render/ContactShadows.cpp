@@ -7,7 +7,7 @@
 namespace gull {
 
 namespace {
-// Uniforms only so that the loops stay loops, see the shaders.
+// Passed as uniforms so that the loops stay loops; see the shaders.
 constexpr int tapCount = 12;
 constexpr int blurRows = 4;
 }  // namespace

@@ -71,7 +71,7 @@ class Gatherer {
         for (std::size_t i = 0; i < mesh.elements.size(); ++i) {
             const Material* material = materialOf(i);
             Mesh::Element element = mesh.elements[i];
-            // Elements of one material follow each other in the mesh and are drawn as one.
+            // Elements of one material are neighbours in the mesh and are drawn as one.
             for (; i + 1 < mesh.elements.size() && materialOf(i + 1) == material; ++i)
                 element.chunkCount += mesh.elements[i + 1].chunkCount;
             if (!material || element.chunkCount == 0) continue;
@@ -150,8 +150,8 @@ DrawList DrawList::of(const Stage& stage, const Viewpoint& view, MeshCache& mesh
 
 namespace {
 
-/// Fowler, Noll and Vo's hash (FNV-1a), a word at a time. Numbers are rounded to what can be seen, so that
-/// what comes to rest ever more slowly does rest.
+/// Fowler, Noll and Vo's hash (FNV-1a), a word at a time. Numbers are rounded to visible steps, so that a
+/// thing that slows down for ever counts as still.
 class Hash {
   public:
     static constexpr double step = 1.0 / 8192;  ///< world units; shares

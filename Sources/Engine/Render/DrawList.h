@@ -28,7 +28,7 @@ struct DrawItem {
     double radius = 0;  ///< around the middle, world units
     bool castsShadow = true;
     bool blended = false;
-    PixelArea area;  ///< of the picture that it may touch
+    PixelArea area;  ///< pixels that it may touch
 };
 
 struct ParticleItem {
@@ -39,7 +39,7 @@ struct ParticleItem {
     double distance = 0;
 };
 
-/// An omni light: colour is linear, its strength included.
+/// An omni light; its colour is linear and includes the intensity.
 struct Lamp {
     glm::dvec3 position{0};
     glm::vec3 colour{0};
@@ -51,7 +51,7 @@ struct Lamp {
 struct Sun {
     const Light* light = nullptr;  ///< null: the stage has none
     glm::dvec3 toward{0, 1, 0};
-    glm::vec3 colour{0};   ///< linear, strength included
+    glm::vec3 colour{0};   ///< linear, includes the intensity
     glm::dmat4 matrix{1};  ///< world to the shadow map, 0 to 1 on all axes
 
     bool castsShadow() const { return light && light->castsShadow; }
@@ -59,7 +59,7 @@ struct Sun {
     glm::vec3 onGround() const { return colour * std::max(static_cast<float>(toward.y), 0.0F); }
 };
 
-/// What one of the three layers shows.
+/// The contents of one of the three layers.
 struct DrawLayer {
     std::vector<DrawItem> opaque;   ///< small things first, so that large ones behind them cost less
     std::vector<DrawItem> blended;  ///< in drawing order
@@ -67,13 +67,13 @@ struct DrawLayer {
     std::vector<Lamp> lamps;
 };
 
-/// A stage flattened for one view: nothing hidden, world transforms computed, the layers apart. Borrows from
-/// the stage and the mesh cache; good until either changes.
+/// A stage flattened for one view: hidden nodes dropped, world transforms computed, layers separated. Borrows
+/// from the stage and the mesh cache; valid until either changes.
 struct DrawList {
     enum class Which { all, notStill };
     enum class Detail {
         fine,
-        coarse,  ///< coarse geometries where there are any
+        coarse,  ///< coarse geometries where they exist
     };
 
     DrawLayer still;
@@ -87,13 +87,13 @@ struct DrawList {
                        Detail detail = Detail::fine);
 };
 
-/// Changes when anything of `layer` that throws a shadow comes, goes or moves by more than can be seen.
+/// Changes when a shadow caster of `layer` appears, disappears or moves visibly.
 std::uint64_t casterHash(const DrawLayer& layer);
-/// Changes when anything of `layer` comes, goes, moves or looks otherwise; nothing while particles fly, which
-/// change all the time.
+/// Changes when anything in `layer` appears, disappears, moves or changes its look. Empty while particles
+/// fly, because they change all the time.
 std::optional<std::uint64_t> appearanceHash(const DrawLayer& layer);
 
-/// sRGB to linear; goes on above 1.
+/// sRGB to linear, continued above 1.
 glm::vec3 linear(const Colour& colour);
 
 }  // namespace gull

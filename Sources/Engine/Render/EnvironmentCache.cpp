@@ -11,8 +11,8 @@ namespace gull {
 
 namespace {
 
-/// The levels of the sky's mirror cube as square roots in 8 bits, which a picture of the sky (nothing above
-/// 1) fits into.
+/// The levels of the sky's environment cube as square roots in 8 bits: enough for a picture of the sky, which
+/// has no values above 1.
 std::vector<std::vector<std::uint8_t>> cubeLevels(const FilteredSky& sky) {
     std::vector<std::vector<std::uint8_t>> levels;
     for (const auto& faces : sky.faces) {

@@ -13,7 +13,7 @@
 
 namespace gull {
 
-/// The filtered skies that stages are lit by, each made once.
+/// The filtered skies that light stages, each made once.
 class EnvironmentCache {
   public:
     /// Both must outlive the cache.
@@ -21,11 +21,11 @@ class EnvironmentCache {
         : keeper_(keeper), options_(options) {}
 
     struct Environment {
-        TextureRef cube;                      ///< what mirrors show; lasts until collectGarbage()
+        TextureRef cube;                      ///< for reflections; valid until collectGarbage()
         std::array<glm::vec3, 9> irradiance;  ///< see FilteredSky
     };
-    /// That of `sky` (null: a black one). `sunOnGround` is the sun's light on level ground; when it changes
-    /// the cube is made again.
+    /// The environment of `sky` (null: a black one). `sunOnGround` is the sun's light on level ground; if it
+    /// changes, the cube is made again.
     Environment get(const std::shared_ptr<Texture>& sky, const glm::vec3& sunOnGround);
     void collectGarbage();
 

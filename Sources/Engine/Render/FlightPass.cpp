@@ -15,7 +15,7 @@ namespace {
 constexpr int shadowMapSize = 1024;
 constexpr double deepest = 1000;        // world units
 constexpr double shadowLife = 3;        // seconds of stage time
-constexpr std::size_t manyPixels = 50;  // a triangle: from there on they cost more than the triangles
+constexpr std::size_t manyPixels = 50;  // per triangle: above this, pixels cost more than triangles
 
 std::size_t triangles(const DrawItem& item) {
     const std::vector<Mesh::Chunk>& chunks = item.mesh->chunks;
@@ -28,7 +28,7 @@ bool hasSmallTriangles(const DrawItem& item) {
            manyPixels * triangles(item);
 }
 
-/// What nobody sees from `eye`, because it lies below water, which is bottomless in these pictures.
+/// The box that nobody sees from `eye` because it lies below water, which is bottomless in these pictures.
 Box belowWater(const DrawLayer& layer, const glm::dvec3& eye) {
     Box hidden;
     for (const DrawItem& item : layer.blended) {
@@ -77,7 +77,7 @@ const Target& FlightPass::draw(const Stage& stage, const Viewpoint& fullView, do
         }
     pass.shading.small = false;
     pass.shading.hidden = {};
-    // Water before the sky and all else that is blended: it lets nothing through.
+    // Water comes before the sky and everything else blended, because it is opaque here.
     std::erase_if(list.water.blended, [&](const DrawItem& item) {
         if (isWater(item)) drawSurface(context_, pass, item, whole);
         return isWater(item);
@@ -87,8 +87,8 @@ const Target& FlightPass::draw(const Stage& stage, const Viewpoint& fullView, do
     return picture_;
 }
 
-/// The rig barely moves against its surroundings during a flight: its shadow is in the same map, which is
-/// drawn when the flight begins.
+/// The rig barely moves against its surroundings during a flight, so its shadow goes into the same map, which
+/// is drawn when the flight begins.
 TextureRef FlightPass::sunShadow(const Stage& stage, const DrawList& list) {
     if (!list.sun.castsShadow()) return {};
     const std::pair content(stage.id(), stage.stillSerial());

@@ -12,10 +12,10 @@ namespace gull {
 struct FrameBlock {
     static constexpr unsigned binding = 0;
     static constexpr int mostLamps = 4;
-    /// The numbers of lamps that programs are made for, so that few programs serve any number: the rig's lamp
-    /// and one treasure's are what play shows.
+    /// The numbers of lamps that programs are compiled for. A few of them serve any number; play needs at
+    /// most the rig's lamp and one treasure's.
     static constexpr int lampPrograms[] = {0, 1, 2, mostLamps};
-    /// For how many lamps a program that shall light by `lamps` is made. Those that are not there are dark.
+    /// The number of lamps in the program that lights by `lamps`; unused ones are dark.
     static int lampsInProgram(std::size_t lamps) { return lamps < 3 ? static_cast<int>(lamps) : mostLamps; }
 
     using mat4 = glm::mat4;
@@ -27,10 +27,10 @@ struct FrameBlock {
 #undef FRAME_ARRAY
 };
 
-/// Where std140 puts the fields of the block, in bytes.
+/// Byte offsets of the block's fields under std140.
 namespace std140 {
 
-/// The types that take the same room alone, in an array and in C++; others do not compile in FrameFields.h.
+/// The types with the same size alone, in an array and in C++; no other type compiles in FrameFields.h.
 template <class Type>
 constexpr std::size_t size;
 template <>

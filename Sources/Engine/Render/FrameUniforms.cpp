@@ -11,14 +11,14 @@ namespace {
 
 constexpr glm::vec3 luminance(0.2126F, 0.7152F, 0.0722F);
 
-/// What a white Lambert surface facing up sends out.
+/// The radiance of a white Lambert surface that faces up.
 glm::vec3 lightOnLevelGround(const FrameBlock& block) {
     const glm::vec4* sky = block.irradiance;
     return glm::max(glm::vec3(sky[0] + sky[1] - sky[6] - sky[8] + block.ambient), 0.0F) +
            glm::vec3(block.sunColour) * std::max(block.sunDirection.y, 0.0F);
 }
 
-/// Gains that take a share of `light`'s cast and of its distance from 1 out.
+/// Channel gains that remove a share of `light`'s colour cast and of its distance from 1.
 glm::vec3 balance(const glm::vec3& light, const RenderOptions& options) {
     if (!(light.r > 0 && light.g > 0 && light.b > 0)) return glm::vec3(1);
     float bright = std::max(glm::dot(light, luminance), 0.05F);

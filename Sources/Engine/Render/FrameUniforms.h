@@ -10,14 +10,14 @@
 
 namespace gull {
 
-/// The Frame block of what `list` shows of `stage` through `view`. `shadowRange` of the moving layer's map is
-/// left to its owner.
+/// The Frame block for `list`, which shows `stage` through `view`. The owner of the moving shadow map fills
+/// in `movingSunMatrix` and `movingShape`.
 FrameBlock frameBlock(const Stage& stage, const Viewpoint& view, const DrawList& list,
                       const std::array<glm::vec3, 9>& irradiance, const RenderOptions& options);
-/// Lights the block by `lamps`; those beyond FrameBlock::mostLamps, the weakest, are left out.
+/// Lights the block by `lamps`. If there are more than FrameBlock::mostLamps, the weakest are left out.
 void setLamps(FrameBlock& block, std::vector<Lamp> lamps);
 
-/// A Frame block on the graphics card, which the draws of a pass name.
+/// A Frame block in graphics memory; a pass's draws refer to it by name.
 class FrameUniforms {
   public:
     explicit FrameUniforms(StateKeeper& keeper) : buffer_(keeper) {}

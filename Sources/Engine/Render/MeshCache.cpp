@@ -102,7 +102,7 @@ void cutIntoChunks(const Geometry& geometry, Mesh& mesh, std::vector<std::uint32
 const Mesh& MeshCache::mesh(const GeometryRef& geometry) {
     Entry& entry = entries_[geometry.get()];
     if (entry.owner.lock() == geometry) return entry.mesh;
-    // New, or another geometry at the address of one that is gone.
+    // New, or another geometry at the address of a deleted one.
     entry.owner = geometry;
     entry.mesh = Mesh();
     std::vector<std::uint32_t> indices;

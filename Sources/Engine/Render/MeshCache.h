@@ -10,7 +10,7 @@
 
 namespace gull {
 
-/// A geometry on the graphics card. Large elements are cut into chunks of neighbouring triangles, so that a
+/// A geometry in graphics memory. Large elements are cut into chunks of neighbouring triangles, so that a
 /// small part of the picture is drawn from the few chunks that touch it.
 struct Mesh {
     struct Chunk {
@@ -30,14 +30,14 @@ struct Mesh {
 };
 
 /// Orders the triangles of `geometry` so that every chunk is a run of `indices`, and describes the chunks.
-/// `mesh` receives all but its OpenGL objects.
+/// Fills in all of `mesh` but its OpenGL objects.
 void cutIntoChunks(const Geometry& geometry, Mesh& mesh, std::vector<std::uint32_t>& indices);
 
-/// Uploads each geometry once, as long as somebody else keeps it alive.
+/// Uploads each geometry once and keeps it as long as somebody else keeps the geometry alive.
 class MeshCache {
   public:
     explicit MeshCache(StateKeeper& keeper) : keeper_(keeper) {}
-    /// The reference lasts until collectGarbage().
+    /// The reference is valid until collectGarbage().
     const Mesh& mesh(const GeometryRef& geometry);
     void collectGarbage();
 

@@ -4,7 +4,7 @@
 
 namespace gull {
 
-/// Draws what the particle system of `item` shows at scene time `time` (seconds) as camera-facing squares.
+/// Draws the particles of `item` at scene time `time` (seconds) as camera-facing squares.
 void drawParticles(RenderContext& context, const SurfacePass& pass, const ParticleItem& item, double time);
 
 }  // namespace gull

@@ -12,10 +12,10 @@ namespace gull {
 
 namespace {
 
-/// Of a bent picture, to a side.
+/// Pieces of a bent picture along each side.
 constexpr int bentPieces = 8;
 
-/// `corners`: clip space, then the place on the picture and two unused values, of triangles.
+/// `corners`: four numbers for each triangle corner, x and y in clip space, then the place on the picture.
 void drawRectangles(RenderContext& context, const DrawTarget& target, TextureRef picture, unsigned sampler,
                     const std::vector<float>& corners, double opacity = 1) {
     if (corners.empty()) return;
@@ -69,8 +69,8 @@ void bendPicture(RenderContext& context, const DrawTarget& target, TextureRef pi
     std::vector<float> corners;
     for (int row = 0; row < bentPieces; ++row) {
         for (int column = 0; column < bentPieces; ++column) {
-            // On whole pixels. Each piece is only moved and stretched: sides at an angle would cost twice as
-            // much.
+            // On whole pixels. Each piece is only moved and stretched, because slanted sides would cost twice
+            // as much.
             const double left = width * column / bentPieces, right = width * (column + 1) / bentPieces;
             const double low = height * row / bentPieces, high = height * (row + 1) / bentPieces;
             const double x = (left + right) / 2, y = (low + high) / 2;

@@ -10,17 +10,17 @@ namespace gull {
 
 struct RenderContext;
 
-// Copies of a picture onto a target. Whole rectangles, the shortest of programs and a picture of
-// Format::bgra8: a software rasteriser has a path for that which is several times quicker than a blit.
+// Copies of a picture onto a target: whole rectangles, the shortest of programs and a picture of
+// Format::bgra8, for which a software rasteriser has a path several times quicker than a blit.
 
-/// Pixel by pixel, within `areas`; the target's viewport has the picture's size.
+/// Copies pixel by pixel within `areas`; the target's viewport has the picture's size.
 void copyPicture(RenderContext& context, const DrawTarget& target, TextureRef picture,
                  std::span<const PixelArea> areas);
-/// Stretched over the viewport, and blended where `opacity` is below 1.
+/// Stretches the picture over the viewport and blends it where `opacity` is below 1.
 void stretchPicture(RenderContext& context, const DrawTarget& target, TextureRef picture, double opacity = 1);
-/// Slightly bent: a place of the target (0 to 1, origin lower left, homogeneous) shows the place `toPicture`
-/// of it of the picture, which goes on beyond its edge as it ends. Right within a tenth of a pixel as long as
-/// nothing moves by more than some twenty.
+/// Bends the picture slightly: each place of the target (0 to 1, origin lower left, homogeneous) shows the
+/// picture at `toPicture` times that place. Beyond its edge the picture continues with its last pixels. Exact
+/// to a tenth of a pixel if nothing moves by more than about twenty pixels.
 void bendPicture(RenderContext& context, const DrawTarget& target, TextureRef picture,
                  const glm::dmat3& toPicture);
 

@@ -7,12 +7,12 @@ namespace gull {
 
 struct RenderContext;
 
-/// The glow around what is brighter than the camera's threshold.
+/// The glow around anything brighter than the camera's threshold.
 class Bloom {
   public:
-    /// Finds the glow of `light`, scene light of the size of `view`'s picture or less, at a quarter of the
-    /// picture's size; `frameUniforms`: of `view`. The texture lasts until the next call; none when the
-    /// camera wants no bloom.
+    /// Computes the glow of `light`, scene light at the size of `view`'s picture or less, at a quarter of the
+    /// picture's size. `frameUniforms` belong to `view`. The texture is valid until the next call; empty when
+    /// the camera wants no bloom.
     TextureRef find(RenderContext& context, TextureRef light, const Viewpoint& view, unsigned frameUniforms);
 
   private:
@@ -23,12 +23,12 @@ class Bloom {
 /// What tone mapping reads.
 struct ToneMappingInputs {
     TextureRef light;  ///< scene light
-    TextureRef bloom;  ///< none: no glow
-    TextureRef paint;  ///< a factor as its square root; none: no paint
+    TextureRef bloom;  ///< empty: no glow
+    TextureRef paint;  ///< a factor as its square root; empty: no paint
 };
 
-/// From scene light to the screen's colours: bloom, paint, tone curve, vignette, grading, encoding and
-/// dither, as the camera asks. Draws within the target's scissor.
+/// Converts scene light to display colours: bloom, paint, tone curve, vignette, grading, encoding and dither,
+/// as the camera asks. Draws within the target's scissor.
 void toneMap(RenderContext& context, const DrawTarget& target, const ToneMappingInputs& inputs,
              const Viewpoint& view, unsigned frameUniforms);
 

@@ -14,7 +14,7 @@ namespace {
 
 using Defines = std::vector<std::string>;
 
-/// What a feature is called in the shaders.
+/// The features' names in the shaders.
 constexpr std::pair<Feature, const char*> featureNames[] = {
     {Feature::diffuseMap, "DIFFUSE_MAP"},
     {Feature::normalMap, "NORMAL_MAP"},
@@ -41,13 +41,13 @@ constexpr std::pair<Feature, const char*> featureNames[] = {
     {Feature::plainColour, "PLAIN_COLOUR"},
 };
 
-/// A kind of program: its shaders and the features that matter to the vertex shader.
+/// A kind of program: its shaders and the features that the vertex shader depends on.
 struct KindDescription {
     const char* name;
     std::string_view vertex;
     std::string_view fragment;
     Features vertexFeatures = {};
-    Defines defines = {};  ///< always, in both
+    Defines defines = {};  ///< defined always, in both stages
 };
 
 KindDescription describe(ProgramKind kind) {
@@ -130,7 +130,7 @@ ProgramSource programSource(const ProgramKey& key, const ShaderDialect& dialect)
     }
     if (key.lamps > 0) {
         fragment.push_back("LAMPS " + std::to_string(key.lamps));
-        // Who reads uniforms is handed no lamps.
+        // A program that reads uniforms is handed no lamps.
         if (!key.features.has(Feature::uniformsPerPixel)) vertex.push_back(fragment.back());
     }
     return {kind.name, head(dialect, vertex) + "#define VERTEX\n" + std::string(kind.vertex),
@@ -147,8 +147,7 @@ std::shared_ptr<const ShaderStage> compileStage(StateKeeper& keeper, ShaderStage
 }
 
 std::string withFileNames(const std::string& messages) {
-    // How drivers tell it: "0:30012(5): error" (Mesa), "0(30012) : error" (NVIDIA), "ERROR: 0:30012: "
-    // (others).
+    // Drivers' formats: "0:30012(5): error" (Mesa), "0(30012) : error" (NVIDIA), "ERROR: 0:30012: " (others).
     static const std::regex place(R"(\b\d+([:(])(\d{1,4})(\d{4})\b)");
     std::string named;
     auto rest = messages.cbegin();

@@ -8,7 +8,7 @@
 
 namespace gull {
 
-/// The pairs of a vertex and a fragment shader.
+/// The pairs of vertex and fragment shader.
 enum class ProgramKind : std::uint8_t {
     surface,      ///< a lit surface
     mattSurface,  ///< the same lit and tone mapped at its vertices
@@ -20,11 +20,11 @@ enum class ProgramKind : std::uint8_t {
     farthestDepth,  ///< depth at half resolution, the farthest of each pixel's four
     contactShadows,
     contactShadowBlur,
-    brightPass,  ///< what is bright enough to bloom, at a quarter of the size
+    brightPass,  ///< anything bright enough to bloom, at a quarter of the size
     bloomBlur,
     toneMapping,   ///< scene light to the screen's colours
     resolve,       ///< the mean of four samples
-    paint,         ///< what multiply maps put onto surfaces
+    paint,         ///< the multiply maps of still surfaces
     movingCover,   ///< how far moving things cover the sun
     relight,       ///< the static layer under moving shadows and lamps
     lightChange,   ///< what these change in the tone-mapped picture
@@ -33,7 +33,7 @@ enum class ProgramKind : std::uint8_t {
     bitmap,        ///< rectangles of a bitmap or of plain colour
 };
 
-/// What a variant of a program does besides.
+/// Additional work that a variant of a program does.
 enum class Feature : std::uint8_t {
     diffuseMap,
     normalMap,
@@ -82,7 +82,7 @@ class Features {
 /// How a surface answers light, as the shaders number it.
 enum class LightModel : std::uint8_t { constant = 0, lambert = 1, physicallyBased = 2 };
 
-/// A program of the renderer, whole: equal keys are the same program.
+/// Identifies a program of the renderer; equal keys mean the same program.
 struct ProgramKey {
     ProgramKind kind = ProgramKind::surface;
     Features features = {};

@@ -11,7 +11,7 @@ namespace {
 using Lighting = Material::Lighting;
 using Blend = Material::Blend;
 
-/// The materials that stages are made of, as far as their programs differ.
+/// The materials that stages are made of, insofar as their programs differ.
 std::vector<Material> materials(const std::shared_ptr<Texture>& map) {
     std::vector<Material> all;
     const auto add = [&](Lighting lighting, Blend blend, bool diffuse, bool normal) -> Material& {
@@ -105,7 +105,8 @@ void addSurfaces(std::vector<ProgramUse>& uses, PassKind pass, const Shading& sh
     }
 }
 
-/// What lies over the static layer's light in each combination of moving shadows, lamps and paint.
+/// The programs that change the static layer's light, for each combination of moving shadows, lamps and
+/// paint.
 void addMovingLight(std::vector<ProgramUse>& uses) {
     for (const bool paint : {true, false})
         for (const bool shadow : {true, false})
@@ -156,7 +157,7 @@ std::vector<ProgramUse> programUses(const std::shared_ptr<Texture>& map) {
     using Output = Shading::Output;
     const auto add = [&](PassKind pass, const Shading& shading) { addSurfaces(uses, pass, shading, all); };
 
-    // What play shows first: finds in their glow, and the light they throw.
+    // Play shows these first: finds in their glow, and the light they cast.
     add(PassKind::fastFrame, {.output = Output::display, .small = true});
     addMovingLight(uses);
     addSkyAndParticles(uses);
@@ -167,7 +168,7 @@ std::vector<ProgramUse> programUses(const std::shared_ptr<Texture>& map) {
     add(PassKind::waterGlow, {.output = Output::linear, .waterDepth = true});
     add(PassKind::flight, {.output = Output::display, .matt = true});
     add(PassKind::staticLayer, {.output = Output::staticLayer, .contactShadows = true});
-    // A snapshot draws all that bears no paint with the static layer's program.
+    // A snapshot draws everything without paint with the static layer's program.
     Shading snapshot{.output = Output::linear, .contactShadows = true, .waterDepth = true};
     add(PassKind::snapshot, snapshot);
     add(PassKind::icon, {.output = Output::linear});

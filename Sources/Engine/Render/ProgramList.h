@@ -7,12 +7,12 @@
 
 namespace gull {
 
-/// The passes that programs are made for.
+/// The passes that need programs.
 enum class PassKind : std::uint8_t {
-    staticLayer,  ///< the still picture of the window
+    staticLayer,  ///< the picture of everything that stands still
     snapshot,     ///< a whole stage, and the full tier's flights
     icon,         ///< the same without water and contact shadows
-    fullFrame,    ///< what the full tier draws over the static layer
+    fullFrame,    ///< water and moving things of the full tier
     fastFrame,    ///< moving things of the fast tier
     waterLayer,   ///< the fast tier's foam and things in the water
     water,        ///< the fast tier's water at half resolution
@@ -25,16 +25,16 @@ enum class PassKind : std::uint8_t {
 struct ProgramUse {
     ProgramKey key;
     PassKind pass = PassKind::picture;
-    Material material = {};  ///< of a surface: one of its kind, with stand-ins for maps
-    int lamps = 0;           ///< that reach the surface
+    Material material = {};  ///< for a surface: an example, with stand-ins for maps
+    int lamps = 0;           ///< number that reach the surface
 };
 
-/// Every program that the renderer can be asked for, with each of its uses. It covers the kinds of materials
-/// that stages are made of here; a stage with another kind gets its program when it is first drawn.
-/// `map` stands in for the maps of materials.
+/// Every program that the renderer can ask for, with each of its uses. Covers the kinds of material that
+/// stages are made of here; the program for any other kind is compiled when it is first drawn. `map` stands
+/// in for the maps of materials.
 std::vector<ProgramUse> programUses(const std::shared_ptr<Texture>& map);
 
-/// The same without what they draw, each once, in the order of the keys.
+/// The keys alone, each once, in their order.
 std::vector<ProgramKey> programList();
 
 }  // namespace gull

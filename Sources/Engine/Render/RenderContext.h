@@ -11,8 +11,8 @@
 
 namespace gull {
 
-/// What all passes share: the graphics device and what has been put on it. Passes take it by reference,
-/// beside all that they read and write.
+/// What all passes share: the graphics device and the resources on it. Passes take it by reference, beside
+/// everything they read and write.
 struct RenderContext {
     RenderOptions options;
     GraphicsDevice device;
@@ -23,7 +23,7 @@ struct RenderContext {
     TextureCache textures{device};
     EnvironmentCache environments{device, options};
 
-    /// Frees what belongs to geometries and textures that no longer exist.
+    /// Frees the resources of geometries and textures that no longer exist.
     void collectGarbage() {
         meshes.collectGarbage();
         textures.collectGarbage();

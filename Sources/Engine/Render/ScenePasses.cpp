@@ -12,8 +12,8 @@ namespace gull {
 
 void drawSky(RenderContext& context, const SurfacePass& pass, const Stage& stage) {
     if (!stage.background) return;
-    // Below the horizon a sky's picture has no detail, and that of the environment, which is small and needed
-    // anyway, serves as well.
+    // Below the horizon a sky picture has no detail, so the environment, which is small and needed anyway,
+    // serves as well.
     const bool coarse = stage.environment && !pass.view.seesHorizon();
     ProgramKey key{ProgramKind::sky};
     key.features.set(Feature::staticOutput, pass.shading.output == Shading::Output::staticLayer);
@@ -44,7 +44,7 @@ void drawBlended(RenderContext& context, const SurfacePass& pass, std::span<cons
             entries.push_back({item.order, item.distance, nullptr, &item});
     }
     std::stable_sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) {
-        // Particles hide nothing that is drawn after them, and water would hide those above it.
+        // Particles hide nothing drawn after them, but water would hide the particles above it.
         if ((a.particles != nullptr) != (b.particles != nullptr)) return b.particles != nullptr;
         return a.order != b.order ? a.order < b.order : a.distance > b.distance;
     });

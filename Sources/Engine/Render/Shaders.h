@@ -3,7 +3,7 @@
 #include <span>
 #include <string_view>
 
-/// The sources of all shaders, from the files in Shaders/ with what they include: `surfaceVertex` is
+/// The sources of all shaders, from the files in Shaders/ with their includes: `surfaceVertex` is
 /// surface.vert.glsl, `surfaceFragment` is surface.frag.glsl. They lack the version and the "#define" lines.
 namespace gull::shaders {
 
@@ -16,7 +16,7 @@ extern const std::string_view mattFragment;  ///< after surfaceVertex, MATT
 extern const std::string_view depthVertex;   ///< position only; same result as surfaceVertex
 extern const std::string_view depthFragment;
 extern const std::string_view areaVertex;   ///< rectangles of a picture
-extern const std::string_view paintVertex;  ///< what a multiply map puts onto a kept surface
+extern const std::string_view paintVertex;  ///< the multiply map of a still surface
 extern const std::string_view paintFragment;
 extern const std::string_view skyFragment;
 extern const std::string_view particleVertex;
@@ -30,14 +30,13 @@ extern const std::string_view movingCoverFragment;  ///< moving shadows alone
 extern const std::string_view resolveFragment;
 extern const std::string_view bitmapVertex;  ///< rectangles of an overlay layer
 extern const std::string_view bitmapFragment;
-extern const std::string_view relightFragment;      ///< the kept layer under moving shadows and lamps
-extern const std::string_view lightChangeFragment;  ///< what they do to the developed picture
-extern const std::string_view overlayFragment;  ///< what was made at half resolution, laid over the picture
+extern const std::string_view relightFragment;      ///< the static layer under moving shadows and lamps
+extern const std::string_view lightChangeFragment;  ///< their change of the tone-mapped picture
+extern const std::string_view overlayFragment;      ///< a half-resolution picture, laid over the whole
 extern const std::string_view
     farthestDepthFragment;  ///< depth at half resolution, the farthest of its pixels
 
-/// The names of the files. Line n of the f-th, counted from 1, is line 10000 f + n in the messages of
-/// compilers.
+/// The names of the files. In compilers' messages, line n of file f (counted from 1) is line 10000 f + n.
 extern const std::span<const std::string_view> fileNames;
 
 }  // namespace gull::shaders

@@ -20,7 +20,7 @@ Viewpoint lookingAlong(const glm::dmat4& matrix, const PixelSize& size) {
 
 Culling casterCulling(const DrawItem& item, const ShadowMap::Projection& projection) {
     if (!projection.solid || item.material->doubleSided) return Culling::off;
-    // Toward the sun is toward lower depth, which mirrors the picture.
+    // Depth falls toward the sun, which mirrors the picture.
     return glm::determinant(glm::dmat3(projection.matrix * item.model)) < 0 ? Culling::back
                                                                             : Culling::backMirrored;
 }

@@ -9,11 +9,11 @@ namespace gull {
 
 struct RenderContext;
 
-/// A depth picture from the sun's side, with looks that compare. 16 bits: a 4096 map is 32 MiB.
+/// A depth picture from the sun, with comparing lookups. 16 bits: a map of 4096 texels a side takes 32 MiB.
 class ShadowMap {
   public:
-    /// `matrix`: from the world to 0..1 on all axes. `solid`: casters are closed, so that sides turned away
-    /// from the sun may be left out.
+    /// `matrix`: world to 0..1 on all axes. `solid`: casters are closed, so faces turned away from the sun
+    /// may be culled.
     struct Projection {
         glm::dmat4 matrix{1};
         int size = 0;  ///< texels a side
@@ -22,13 +22,13 @@ class ShadowMap {
 
     /// Draws the casters of `layers`.
     void draw(RenderContext& context, std::span<const DrawLayer* const> layers, const Projection& projection);
-    /// The same within `part` of the map, whose rest stays.
+    /// The same within `part` of the map; the rest stays.
     void drawPart(RenderContext& context, const DrawLayer& layer, const Projection& projection,
                   const PixelArea& part);
-    /// The same where `changed` (world space) lies.
+    /// The same in the part of the map that `changed` (world space) covers.
     void redraw(RenderContext& context, const DrawLayer& layer, const Projection& projection,
                 const Box& changed);
-    /// None before the first draw.
+    /// Empty before the first draw.
     TextureRef texture() const { return target_.depth(); }
 
   private:

@@ -20,8 +20,8 @@ std::array<float, 256> makeDecodeTable() {
     return table;
 }
 
-/// A polynomial for atan on 0..1, error below 1e-5. Without a branch, so that it is computed for several
-/// directions at once; a million of them are looked up.
+/// A polynomial for atan on 0..1, error below 1e-5. Branchless, so that several directions are computed at
+/// once; a million are looked up.
 float fastAtan2(float y, float x) {
     float ax = std::abs(x), ay = std::abs(y);
     float big = ax < ay ? ay : ax, small = ax < ay ? ax : ay;
@@ -37,7 +37,7 @@ float fastAtan2(float y, float x) {
     return std::copysign(r, y);
 }
 
-/// Directions of length 1, and where on a panorama they point: u and v from 0 to 1, v = 0 is up.
+/// Unit directions and where they point on a panorama: u and v from 0 to 1, v = 0 is up.
 struct Directions {
     static constexpr std::size_t most = 128;
     std::array<float, most> x, y, z, flat, u, v;
@@ -51,7 +51,7 @@ struct Directions {
     }
 };
 
-/// An equirectangular picture and its halvings.
+/// An equirectangular picture and its mipmaps.
 struct Panorama {
     struct Level {
         int width;
@@ -85,7 +85,7 @@ struct Panorama {
         }
     }
 
-    /// Brightens what lies below the horizon: not at the horizon itself, in full from 30 degrees below it.
+    /// Brightens everything below the horizon: from no gain at the horizon to all of it 30 degrees below.
     void lightGround(const glm::vec3& times) {
         for (Level& level : levels)
             for (int y = level.height / 2; y < level.height; ++y) {
@@ -96,7 +96,7 @@ struct Panorama {
             }
     }
 
-    /// Of the whole sphere.
+    /// The mean over the whole sphere.
     glm::vec3 mean() const {
         const Level& level = levels.back();
         glm::vec3 sum(0);
@@ -112,7 +112,7 @@ struct Panorama {
         float x = u * static_cast<float>(level.width) - 0.5F;
         float y = std::clamp(v * static_cast<float>(level.height) - 0.5F, 0.0F,
                              static_cast<float>(level.height - 1));
-        // Rounded down by hand: neither std::floor nor % is one instruction everywhere.
+        // Rounded down by hand, because neither std::floor nor % is one instruction on every processor.
         int x0 = static_cast<int>(x), y0 = static_cast<int>(y);
         if (static_cast<float>(x0) > x) --x0;
         float s = x - static_cast<float>(x0), t = y - static_cast<float>(y0);
@@ -140,14 +140,14 @@ glm::vec3 faceDirection(int face, float s, float t) {
     }
 }
 
-/// The directions of the lobe that a rough mirror sends light into, in the mirror direction's own frame (z
-/// along it).
+/// The directions of the lobe into which a rough mirror sends light, in a frame whose z axis is the mirror
+/// direction.
 struct Lobe {
     std::size_t count = 0;
     std::array<float, Directions::most> x, y, z;
-    /// Of the panorama: its pixels cover about this look's share of the sky.
+    /// The level of the panorama whose pixels cover about this direction's share of the sky.
     std::array<const Panorama::Level*, Directions::most> level;
-    float weights = 0;  ///< each look's is its z
+    float weights = 0;  ///< sum; each direction's weight is its z
 };
 
 /// Importance samples of the Trowbridge-Reitz lobe seen straight on, with the sky level whose pixels cover
@@ -197,7 +197,7 @@ glm::vec3 lookThrough(const Lobe& lobe, const glm::vec3& mirror) {
     return sum / lobe.weights;
 }
 
-/// Projects the sky on nine spherical harmonics, each times its basis constant squared and the share of its
+/// Projects the sky onto nine spherical harmonics, each times its basis constant squared and the share of its
 /// band that the cosine lobe passes (1, 2/3, 1/4, after division by pi).
 std::array<glm::vec3, 9> project(const Panorama::Level& sky) {
     std::array<glm::dvec3, 9> sum{};

@@ -16,7 +16,7 @@ namespace gull {
 
 namespace {
 
-/// Rows drawn at once: the multisampled buffers stay small whatever the picture's size.
+/// Rows drawn at once, so that the multisampled buffers stay small for any size of picture.
 constexpr int rowsOfTile = 256;
 
 using Layers = std::array<const DrawLayer*, 3>;
@@ -27,11 +27,11 @@ std::vector<Lamp> allLamps(const Layers& layers) {
     return lamps;
 }
 
-/// Draws everything into `target`, where the picture's `area` lands on the scissor rectangle, if any.
+/// Draws everything into `target`; the picture's `area` lands on the scissor rectangle, if there is one.
 void drawScene(RenderContext& context, const SurfacePass& pass, const Layers& layers, const Stage& stage,
                const PixelArea& area) {
     context.device.clear(pass.target, {{{0, 0, 0, 0}}, 1});
-    // What bears no paint shares the static layer's program: one less to compile before the overlay has its
+    // Surfaces without paint share the static layer's program: one less to compile before the overlay has its
     // first icon.
     SurfacePass plain = pass;
     plain.shading.output = Shading::Output::staticLayer;

@@ -7,8 +7,8 @@ namespace gull {
 
 struct RenderContext;
 
-/// Draws a whole stage at once, 4x multisampled: the picture that everything else is measured against. A
-/// stage without background gives a transparent one.
+/// Draws a whole stage at once, 4x multisampled: the reference for every other way of drawing. A stage
+/// without background gives a transparent picture.
 Target drawSnapshot(RenderContext& context, const Stage& stage, const PixelSize& size);
 
 }  // namespace gull

@@ -9,7 +9,7 @@ namespace gull {
 
 namespace {
 
-/// Two by two pixels, so that it has smaller mipmaps as other textures do.
+/// Two by two pixels, so that it has smaller mipmaps, as other textures do.
 std::shared_ptr<Texture> plainTexture(Texture::Encoding encoding, const std::array<std::uint8_t, 4>& colour) {
     Image image(2, 2);
     for (std::size_t i = 0; i < image.pixels.size(); ++i) image.pixels[i] = colour[i % 4];

@@ -9,9 +9,9 @@ namespace gull {
 
 class GraphicsDevice;
 
-/// What takes the place of a picture that a program could read but that is missing, and changes nothing. It
-/// is stored and read as the others are: a software rasteriser compiles a program again for every way in
-/// which its textures are sampled.
+/// Replacements for missing pictures that a program may read; they change nothing. They are stored and
+/// sampled like the others, because a software rasteriser compiles a program for each way in which its
+/// textures are sampled.
 struct StandIns {
     explicit StandIns(GraphicsDevice& device);
 

@@ -24,14 +24,14 @@ LightModel lightModel(const Material& material) {
     return LightModel::physicallyBased;
 }
 
-/// Only surfaces with full lighting gain from it: the others are few and large.
+/// Only surfaces with full lighting gain from it; the others are few and large.
 bool isSmall(const DrawItem& item, const Shading& shading) {
     return shading.small && !shading.matt && item.material->lighting == Material::Lighting::physicallyBased &&
            item.material->blend != Material::Blend::add;
 }
 
-/// The number of lamps in the program: all of them when any reaches the item, so that there are few programs.
-/// Small things are all lit by them: what that costs their few pixels is less than one program more.
+/// The number of lamps in the program: all of them if any reaches the item, to keep programs few. Small
+/// things are always lit by all of them: that costs their few pixels less than one more program.
 int reachingLamps(const DrawItem& item, const Shading& shading) {
     const auto reaches = [&](const Lamp& lamp) {
         return lamp.end <= 0 || glm::distance(lamp.position, item.middle) < lamp.end + item.radius;
@@ -41,7 +41,7 @@ int reachingLamps(const DrawItem& item, const Shading& shading) {
     return isLit ? FrameBlock::lampsInProgram(shading.lamps.size()) : 0;
 }
 
-/// The static layer's surfaces share one program with every map; stand-ins take the place of missing ones.
+/// The static layer's surfaces share one program with every map; stand-ins replace missing ones.
 bool hasAllMaps(const DrawItem& item, const Shading& shading) {
     return shading.output == Output::staticLayer && !item.blended &&
            item.material->lighting == Material::Lighting::physicallyBased;
@@ -64,7 +64,7 @@ glm::vec4 placement(const Channel& channel) {
     return {glm::vec2(channel.scale), glm::vec2(channel.offset)};
 }
 
-/// The maps of `item`, and how the shaders find their places on them.
+/// The maps of `item` and the transforms of their texture coordinates.
 void addMaps(RenderContext& context, DrawState& state, const DrawItem& item, const Shading& shading) {
     const Material& material = *item.material;
     const bool quick = shading.output == Output::display || shading.output == Output::water;
@@ -121,7 +121,7 @@ void addMaterial(const RenderContext& context, DrawState& state, const DrawItem&
                                    options.glintSpread, material.sparkle)}});
 }
 
-/// What matt surfaces know of their map at the vertices.
+/// The mean colour of the map, all that matt surfaces need to know of it at their vertices.
 void addMeanColour(const RenderContext& context, DrawState& state, const Material& material) {
     glm::vec3 mean(1);
     if (material.diffuseMap) mean = context.textures.mean(*material.diffuseMap.texture);

@@ -14,8 +14,8 @@ struct RenderContext;
 struct Shading {
     enum class Output {
         linear,  ///< scene light into one target
-        /// Lit, shade, surface and normal into the static layer's four targets; lit alone where there is only
-        /// one. Shadows of sun and contacts are always looked up.
+        /// Lit, shade, surface and normal into the static layer's four targets; only lit if there is one
+        /// target. The shadows of sun and contacts are always looked up.
         staticLayer,
         display,  ///< tone mapped for the screen
         water     ///< water alone, to be blended over the tone-mapped picture later
@@ -23,29 +23,29 @@ struct Shading {
     Output output = Output::linear;
     bool sunShadow = true;
     bool contactShadows = false;
-    std::span<const Lamp> lamps = {};  ///< those of the Frame block; borrowed
-    bool bloom = false;                ///< water takes the glow of the picture in
+    std::span<const Lamp> lamps = {};  ///< the Frame block's lamps; borrowed
+    bool bloom = false;                ///< water includes the glow of the picture
     bool noToneMapping = false;        ///< for cameras without it
-    /// Many small triangles rather than many pixels. Opaque and blended ones share programs.
+    /// For many small triangles rather than many pixels. Opaque and blended surfaces share programs.
     bool small = false;
-    bool matt = false;        ///< opaque surfaces other than metals are lit at their vertices; for display
-    bool waterDepth = false;  ///< water looks up how deep it is in the ground's depth
-    Box hidden = {};          ///< what lies in it is not drawn, world space
+    bool matt = false;  ///< opaque surfaces other than metals are lit at their vertices; for display output
+    bool waterDepth = false;  ///< water looks up its depth from the ground's depth
+    Box hidden = {};          ///< anything inside is not drawn, world space
 };
 
-/// What the surfaces of a pass read besides their own maps; what is missing is not read.
+/// What the surfaces of a pass read besides their own maps; missing textures are not read.
 struct SurfaceInputs {
     TextureRef environment;
     unsigned environmentSampler = 0;
     TextureRef sunShadow;
     TextureRef contactShadows;
-    TextureRef groundDepth;  ///< of what lies under the water
-    TextureRef groundLight;  ///< scene light of the same
+    TextureRef groundDepth;  ///< depth of the ground under the water
+    TextureRef groundLight;  ///< scene light of that ground
     TextureRef bloom;
 };
 
-/// Where and how the surfaces, the sky and the particles of a pass are drawn. The depth test passes what is
-/// as near as the target's depth or nearer.
+/// Where and how the surfaces, the sky and the particles of a pass are drawn. The depth test passes at the
+/// target's depth or nearer.
 struct SurfacePass {
     DrawTarget target;
     unsigned frameUniforms = 0;
@@ -57,7 +57,7 @@ struct SurfacePass {
 /// Draws the chunks of `item` that touch `area` (pixels of the picture).
 void drawSurface(RenderContext& context, const SurfacePass& pass, const DrawItem& item,
                  const PixelArea& area);
-/// The program that this takes.
+/// The program that drawSurface() uses.
 ProgramKey surfaceProgram(const Shading& shading, const DrawItem& item);
 
 /// True for a wide, smooth, blended surface such as the sea, which is shaded as water over what lies below.

@@ -9,7 +9,7 @@ namespace gull {
 
 namespace {
 
-/// The mean of the straight colours, weighted by alpha; white for an image that shows nothing.
+/// The mean of the straight colours, weighted by alpha; white for a fully transparent image.
 std::array<std::uint8_t, 3> meanColour(const Image& image) {
     std::uint64_t sum[4] = {0, 0, 0, 0};
     for (std::size_t i = 0; i < image.pixels.size(); i += 4)

@@ -13,13 +13,13 @@
 namespace gull {
 
 /// Uploads each texture once, with mipmaps, and afterwards only what changed. Images come premultiplied;
-/// on the card colours are straight, and pixels without any alpha take the picture's mean colour, so that
-/// filtering draws no dark seams.
+/// textures hold straight colours, and transparent pixels take the picture's mean colour so that filtering
+/// draws no dark seams.
 class TextureCache {
   public:
     explicit TextureCache(StateKeeper& keeper);
 
-    /// base: the full-size image alone, smoothed. quick: the nearest mipmap only, for what is drawn every
+    /// base: only the full-size image, filtered. quick: only the nearest mipmap, for anything drawn every
     /// frame without a GPU.
     enum class Quality { fine, quick, base };
 
@@ -29,7 +29,7 @@ class TextureCache {
     TextureBinding binding(int unit, const Channel& channel, Quality quality) {
         return binding(unit, channel.texture, channel.wrapS, channel.wrapT, quality);
     }
-    /// The mean colour as stored, of a texture that was asked for with mipmaps before.
+    /// The mean colour as stored, of a texture that was bound with mipmaps before.
     glm::vec3 mean(const Texture& texture) const;
     void collectGarbage();
 
@@ -48,10 +48,10 @@ class TextureCache {
     GlSampler samplers_[12];                            ///< 4 * quality + (repeat in s: 1) + (in t: 2)
 };
 
-/// The pixels of `rect` of a premultiplied image with straight colours, lowest row first, as OpenGL wants
-/// them.
+/// The pixels of `rect` of a premultiplied image, converted to straight colours, lowest row first as OpenGL
+/// wants them.
 std::vector<std::uint8_t> straightPixels(const Image& image, const PixelRect& rect);
-/// The next mipmap of an RGBA picture: half as wide and high (rounded down, at least 1), every pixel the mean
+/// The next mipmap of an RGBA picture: half as wide and high (rounded down, at least 1), each pixel the mean
 /// of four.
 std::vector<std::uint8_t> halved(const std::vector<std::uint8_t>& pixels, int width, int height);
 

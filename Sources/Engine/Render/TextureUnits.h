@@ -4,7 +4,7 @@
 
 namespace gull {
 
-/// Which texture unit serves which sampler, the same in every program.
+/// The texture unit of each sampler, the same in every program.
 enum TextureUnit : int {
     unitDiffuse = 0,
     unitNormal,

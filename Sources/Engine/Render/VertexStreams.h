@@ -5,7 +5,7 @@
 
 namespace gull {
 
-/// The vertices that change from draw to draw, by their layouts, and the samplers for copies of pictures.
+/// The vertices that change from draw to draw, by layout, and the samplers for copies of pictures.
 struct VertexStreams {
     explicit VertexStreams(StateKeeper& keeper)
         : noVertices(keeper),
@@ -17,7 +17,7 @@ struct VertexStreams {
           exact(makeSampler(keeper, {Filter::nearest})),
           smooth(makeSampler(keeper, {Filter::linear})) {}
 
-    GlVertexArray noVertices;  ///< for a triangle that the vertex shader makes
+    GlVertexArray noVertices;  ///< for the triangle that a vertex shader makes by itself
     VertexStream areas;        ///< pixel x, y
     VertexStream places;       ///< x, y in clip space, then a place on a picture
     VertexStream bitmaps;      ///< x, y in clip space, then a colour or a place on a bitmap

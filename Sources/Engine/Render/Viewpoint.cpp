@@ -46,7 +46,7 @@ PixelArea Viewpoint::area(const Box& box, const glm::dmat4& model) const {
     glm::dmat4 toClip = viewProjection * model;
     double left = 1e9, right = -1e9, bottom = 1e9, top = -1e9;
     bool partlyBehind = false;
-    unsigned outside = ~0U;  // the sides of the frustum that all corners lie beyond
+    unsigned outside = ~0U;  // sides of the frustum that all corners are outside of
     for (int corner = 0; corner < 8; ++corner) {
         glm::dvec4 p(corner & 1 ? box.max.x : box.min.x, corner & 2 ? box.max.y : box.min.y,
                      corner & 4 ? box.max.z : box.min.z, 1);
@@ -68,7 +68,7 @@ PixelArea Viewpoint::area(const Box& box, const glm::dmat4& model) const {
     }
     if (outside != 0) return {};
     if (partlyBehind) return PixelArea::whole(size);
-    // Clamped first: far outside, the numbers would not fit an int.
+    // Clamped first: far outside the view, the numbers would not fit an int.
     auto pixel = [](double ndc, int count) { return (std::clamp(ndc, -4.0, 4.0) * 0.5 + 0.5) * count; };
     int x0 = static_cast<int>(std::floor(pixel(left, size.width))) - 1;
     int x1 = static_cast<int>(std::ceil(pixel(right, size.width))) + 1;

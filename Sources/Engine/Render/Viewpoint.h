@@ -8,31 +8,31 @@
 
 namespace gull {
 
-/// What a picture is seen through: a camera, where it stands and the picture's size.
+/// A camera, its place and the size of its picture.
 struct Viewpoint {
     Camera camera;
-    glm::dmat4 world{1};  ///< the camera's
+    glm::dmat4 world{1};  ///< the camera's transform
     glm::dmat4 projection{1};
     glm::dmat4 viewProjection{1};
     glm::dvec3 eye{0};
     PixelSize size;
 
-    /// Through the stage's point of view; without one, through a default camera at the origin.
+    /// From the stage's point of view; without one, from a default camera at the origin.
     static Viewpoint of(const Stage& stage, const PixelSize& size);
-    /// The same lens standing elsewhere.
+    /// The same lens at another place.
     Viewpoint standingAt(const glm::dmat4& cameraWorld) const;
 
     struct Ray {
         glm::dvec3 from, way;  ///< world space; `way` reaches to the far end of the view
     };
-    /// What is seen at a place of the picture, in pixels from its lower left corner.
+    /// The ray through a place of the picture, in pixels from its lower left corner.
     Ray ray(double x, double y) const;
 
-    /// Whether any of its rays goes level or upward.
+    /// True if any of its rays goes level or upward.
     bool seesHorizon() const;
 
-    /// The pixels that `box`, moved by `model`, may touch; nothing when all of it lies outside
-    /// the view, the whole picture when part of it is behind the eye.
+    /// The pixels that `box`, moved by `model`, may touch: none if all of it lies outside the view, the whole
+    /// picture if part of it is behind the eye.
     PixelArea area(const Box& box, const glm::dmat4& model = glm::dmat4(1)) const;
 };
 

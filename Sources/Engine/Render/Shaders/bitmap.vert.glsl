@@ -1,5 +1,5 @@
-// Overlay layers: rectangles of plain colours (PLAIN_COLOUR) or of a bitmap. All four values are
-// passed: where they are not, llvmpipe does not know its linear path.
+// Overlay layers: rectangles of plain colours (PLAIN_COLOUR) or of a bitmap. All four values are passed,
+// because llvmpipe otherwise misses its linear path.
 #include "bitmap.glsl"
 
 layout(location = 0) in vec2 inPosition;

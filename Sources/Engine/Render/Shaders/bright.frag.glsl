@@ -1,4 +1,4 @@
-// A quarter of the size, and only what is brighter than the threshold.
+// Keeps only what is brighter than the threshold, at a quarter of the size.
 #include "compiledOnce.glsl"
 #include "frameValues.glsl"
 #include "screen.glsl"
@@ -14,7 +14,7 @@ void main() {
         vec2 at = st + (vec2(float(i & 1), float(i >> 1)) * 2.0 - 1.0) * texel;
         vec3 c = max(textureLod(source, at, 0.0).rgb * kPicture.z, vec3(0.0));
         float l = max(max(c.r, c.g), max(c.b, 1e-4));
-        // A knee instead of an edge, and no single pixel counts for more than a few.
+        // A soft knee; the limit keeps a single pixel from counting for more than a few.
         float over = clamp(l - threshold + 0.2, 0.0, 0.4);
         sum += c * (max(over * over / 0.8, l - threshold) / l) * min(1.0, 4.0 / l);
     }

@@ -8,5 +8,5 @@ vec3 encoded(vec3 c) {
     return max(0.585122381 * s1 + 0.783140355 * s2 - 0.368262736 * s3, vec3(0.0));
 }
 
-// sRGB to linear within 0.1 %; colour textures are filtered as they are stored and made linear after.
+// sRGB to linear within 0.1 %. Colour textures are filtered as stored and converted afterwards.
 vec3 decoded(vec3 c) { return c * (c * (c * 0.305306011 + 0.682171111) + 0.012522878); }

@@ -1,7 +1,7 @@
 // How much of the sky above a point its surroundings hide, from the depth of the picture alone. Each of
-// twelve tapCount on a spiral adds (n . d - bias) / |d|^2, fading to nothing at the radius; the spiral is turned
-// by one of sixteen angles in a 4 x 4 pattern that the blur averages out again. Loops are counted by uniforms
-// here, so that they stay loops: unrolled they take longer to compile than to run.
+// twelve taps on a spiral adds (n . d - bias) / |d|^2, fading to nothing at the radius. The spiral is turned
+// by one of sixteen angles in a 4 x 4 pattern, which the blur averages out. Uniforms count the loops so that
+// they stay loops: unrolled, they take longer to compile than to run.
 #include "compiledOnce.glsl"
 #include "depth.glsl"
 #include "screen.glsl"
@@ -11,7 +11,7 @@ uniform vec4 reach;    // x: radius, y: radius in picture heights at distance 1,
 uniform int tapCount;
 out vec4 outColour;
 
-// The point belongs to the texel that the depth comes from: half a texel beside it, slopes would hide themselves.
+// The point of the texel that the depth comes from: half a texel off, slopes would hide themselves.
 vec3 viewPoint(vec2 at) {
     at = (floor(at / kPicture.xy) + 0.5) * kPicture.xy;
     float range = axisDistance(textureLod(staticDepth, at, 0.0).r);

@@ -1,8 +1,9 @@
 #include "interface.glsl"
 #include "frame.glsl"
 
-// What every pixel needs of the frame comes to it as flat varyings: on a software rasteriser a uniform costs each pixel
-// several times as much. Varyings cost each triangle instead, so things of many small triangles (UNIFORMS_PER_PIXEL) read uniforms.
+// The frame's values reach every pixel as flat varyings, because on a software rasteriser a uniform costs
+// each pixel several times as much. Varyings cost each triangle instead, so things with many small triangles
+// (UNIFORMS_PER_PIXEL) read uniforms.
 #ifdef UNIFORMS_PER_PIXEL
 #define kToneGain frame.toneGain
 #define kVignette frame.vignette

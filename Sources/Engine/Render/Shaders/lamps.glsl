@@ -2,8 +2,8 @@
 #include "softPower.glsl"
 
 #ifdef LAMPS
-// Full strength up to the start, then falling to nothing at the end with the lamp's exponent.
-// xyz: toward the lamp, w: share of its strength.
+// Full strength up to the start, then falling to nothing at the end with the lamp's exponent. xyz: toward the
+// lamp, w: share of its strength.
 vec4 lampAt(int i, vec3 p) {
     vec3 d = kLampPlace[i].xyz - p;
     float nearness = inversesqrt(max(dot(d, d), 1e-6));

@@ -1,5 +1,5 @@
-// What the same does to the developed picture, at half resolution: how much of it is hidden (alpha) and what
-// is added then, which is exact for the mean of four pixels and keeps the grain between them.
+// How moving shadows and lamps change the tone-mapped picture, at half resolution: how much of it is hidden
+// (alpha), and what is then added. Exact for the mean of four pixels; the grain between them stays.
 #include "depth.glsl"
 #include "lamps.glsl"
 #include "movingShadow.glsl"
@@ -7,7 +7,7 @@
 #include "shadow.glsl"
 #include "toneMapping.glsl"
 
-uniform sampler2D source;  // the developed picture
+uniform sampler2D source;  // the tone-mapped picture
 uniform sampler2D staticDepth;
 #ifdef MOVING_SHADOW
 uniform sampler2D staticShade;

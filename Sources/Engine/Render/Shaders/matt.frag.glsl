@@ -1,4 +1,4 @@
-// A matt surface, lit and developed at its vertices.
+// A matt surface, lit and tone mapped at its vertices.
 #include "shadow.glsl"
 #include "surface.glsl"
 

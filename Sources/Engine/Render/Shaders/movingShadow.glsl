@@ -1,7 +1,7 @@
 #include "frameValues.glsl"
 
-// What is left of the light where moving things cover the sun so far. `shade`: share of the light that is not
-// the sun's; w: how far resting things cover it.
+// The share of the light left when moving things cover the sun by `moving`. `shade`: share of the light that
+// does not come from the sun; w: how far still things cover the sun.
 vec3 gainUnder(vec4 shade, float moving) {
     float before = 1.0 - kSun.w * shade.a;
     float now = 1.0 - kSun.w * max(shade.a, moving);

@@ -1,5 +1,5 @@
-// What was made at half resolution, blended over the developed picture at full resolution: a film, drawn on
-// its own geometry so that its edges and depth are exact, or a change of light, drawn in rectangles.
+// Blends a half-resolution picture over the tone-mapped one at full resolution: water, drawn on its own
+// geometry so that its edges and depth are exact, or a change of light, drawn in rectangles.
 #include "frameValues.glsl"
 
 uniform sampler2D source;

@@ -1,5 +1,5 @@
-// The kept layer with the moving layer's shadow and lamps on it. Where a resting shadow lies already the
-// moving one adds nothing: the sun's part is scaled by the new cover over the old.
+// The static layer with moving shadows and lamps on it. A moving shadow adds nothing where a still one
+// already lies: the sun's part is scaled by the new cover over the old.
 #include "depth.glsl"
 #include "lamps.glsl"
 #include "movingShadow.glsl"

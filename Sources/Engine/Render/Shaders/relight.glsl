@@ -1,7 +1,7 @@
 #include "frameValues.glsl"
 
-// Where the pixel's ray goes per unit of distance along the camera's axis, in the world and in the moving
-// shadow map: a point is then one multiplication away from its depth.
+// The pixel's ray per unit of distance along the camera's axis, in the world and in the moving shadow map:
+// with the depth, a point is one multiplication away.
 VARYING(9) vec2 st;
 VARYING(10) vec3 ray;
 VARYING(11) vec3 shadowRay;

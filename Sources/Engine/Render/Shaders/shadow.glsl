@@ -4,10 +4,10 @@ const vec2 taps[16] = vec2[](
     vec2(0.6848, 0.2493), vec2(-0.7124, 0.2945), vec2(0.3432, -0.7341), vec2(0.2555, 0.8085),
     vec2(-0.7650, -0.4430), vec2(0.8973, -0.1975), vec2(-0.5482, 0.7787), vec2(-0.1259, -0.9762));
 
-// How far the sun is covered at a place in a shadow map: 0 open, 1 in full shadow. Five wide tapCount first; only
-// where they disagree (the edge) are more taken: whether what casts the shadow is farther than `gap` toward the
-// sun, which widens the edge, and then across the edge. `least` is the narrowest edge that the picture can show.
-// A loop of length 0 is skipped even where branches are not.
+// How far the sun is covered at a place in a shadow map: 0 open, 1 in full shadow. Takes five wide taps first
+// and more only where these disagree, at an edge: some tell whether the caster is farther than `gap` toward
+// the sun, which widens the edge, and the rest smooth the edge. `least` is the narrowest edge that the
+// picture can show. A loop of length 0 is skipped even where branches are not.
 float covered(sampler2DShadow map, vec3 c, float radius, float gap, float least) {
     vec2 inside = step(vec2(0.0), c.xy) * step(c.xy, vec2(1.0));
     float widest = max(radius * 1.2, min(radius * 2.8, 9.0 / 4096.0));
@@ -34,8 +34,8 @@ float covered(sampler2DShadow map, vec3 c, float radius, float gap, float least)
     return (1.0 - open) * inside.x * inside.y;
 }
 
-// The same from a single look, with an edge as narrow as the map's texels. Toward the map's border it runs out:
-// beyond, where water and far sand still lie, nothing is known.
+// The same from a single tap, with an edge as narrow as the map's texels. It fades out toward the map's
+// border, because nothing is known beyond, where water and far sand still lie.
 float coveredOnce(sampler2DShadow map, vec3 c) {
     vec2 margin = min(c.xy, 1.0 - c.xy);
     return (1.0 - texture(map, c)) * clamp(min(margin.x, margin.y) * 16.0, 0.0, 1.0);

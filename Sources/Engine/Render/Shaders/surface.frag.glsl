@@ -24,7 +24,7 @@ uniform sampler2D bloom;
 layout(location = 0) out vec4 outWater;  // blended over the tone-mapped picture; w: share of it that is hidden
 #elif defined(OUT_STATIC)
 layout(location = 0) out vec4 outLit;
-// Share of the light that is not the sun's; w: how far the sun is covered.
+// Share of the light that does not come from the sun; w: how far the sun is covered.
 layout(location = 1) out vec4 outShade;
 layout(location = 2) out vec4 outSurface;  // albedo that a lamp lights, w: share of the light that paint dims
 layout(location = 3) out vec4 outNormal;
@@ -33,9 +33,8 @@ layout(location = 0) out vec4 outColour;
 #endif
 
 #ifdef NORMAL_MAP
-// The tangent frame from how position and coordinates change across the pixel (no tangents in the mesh):
-// T = dp1 x-scaled by du, B by dv, both orthogonal to the normal's cross products.
-// w: length of the averaged normal, below 1 where the map's detail is smaller than a pixel.
+// The mesh has no tangents: the tangent frame comes from how position and texture coordinates change across
+// the pixel. w: length of the averaged normal, below 1 where the map's detail is smaller than a pixel.
 vec4 bentNormal(vec3 n) {
     vec3 sampled = texture(normalMap, mapsAt.zw).xyz * 2.0 - 1.0;
     float normalLength = clamp(length(sampled), 0.05, 1.0);
@@ -55,7 +54,7 @@ uniform sampler2DShadow sunShadow;
 #endif
 
 #if LIGHTING == 2
-// Microfacets with the Trowbridge-Reitz distribution, the height-correlated Smith term in its fast form and
+// Microfacets with the Trowbridge-Reitz distribution, the fast form of the height-correlated Smith term and
 // Schlick's Fresnel: D V F, for a light of irradiance pi.
 vec3 glint(vec3 n, vec3 v, vec3 l, float nl, float nv, float alpha, vec3 f0) {
     vec3 h = normalize(v + l);
@@ -69,7 +68,7 @@ vec3 glint(vec3 n, vec3 v, vec3 l, float nl, float nv, float alpha, vec3 f0) {
     return fresnel * (distribution * visibility * nl);
 }
 
-// What share of the mirrored sky comes back: f0 * x + y (a fit of the integral over the hemisphere).
+// The share of the environment that is reflected: f0 * x + y (a fit of the integral over the hemisphere).
 vec2 mirrorShare(float roughness, float nv) {
     vec4 r = roughness * vec4(-1.0, -0.0275, -0.572, 0.022) + vec4(1.0, 0.0425, 1.04, -0.04);
     float a = min(r.x * r.x, exp2(-9.28 * nv)) * r.x + r.y;
@@ -93,11 +92,11 @@ void main() {
     if (!gl_FrontFacing) n = -n;
 
     float alpha = base.a;
-    vec3 body = base.rgb;          // what scatters light
+    vec3 body = base.rgb;          // albedo
     vec3 scattered = vec3(0.0);    // from the sky and lamps
-    vec3 mirrored = vec3(0.0);     // the sky in the surface
-    vec3 sunBody = vec3(0.0);      // the sun scattered, unshadowed
-    vec3 sunGlint = vec3(0.0);     // the sun mirrored, unshadowed
+    vec3 mirrored = vec3(0.0);     // the environment, reflected
+    vec3 sunBody = vec3(0.0);      // the sun, scattered, without shadow
+    vec3 sunGlint = vec3(0.0);     // the sun, reflected, without shadow
     float cover = 0.0;             // how far the sun is covered
     float opening = 1.0;           // share of the sky that nothing near hides
 
@@ -122,7 +121,7 @@ void main() {
 #if defined(OUT_DISPLAY) || defined(WATER)
     cover = coveredOnce(sunShadow, shadowAt);  // motion and waves hide how soft a shadow's edge is
 #else
-    // As wide as the pixel reaches: what is thinner would come and go along its length.
+    // At least as wide as the pixel: a thinner edge would come and go along its length.
     vec2 across = dFdx(shadowAt.xy), along = dFdy(shadowAt.xy);
     float pixel = 0.5 * sqrt(max(dot(across, across), dot(along, along)));
     cover = covered(sunShadow, shadowAt, kSunColour.w, kVignette.z, pixel);
@@ -139,15 +138,15 @@ void main() {
 #endif
     float facets = roughness * roughness;
 #ifdef NORMAL_MAP
-    // Detail that the averaged normal has lost comes back as roughness: variance = (1 - |n|) / |n|.
+    // Detail lost in the averaged normal returns as roughness: variance = (1 - |n|) / |n|.
     float variance = min((1.0 - normalLength) / normalLength, 0.3);
     facets = sqrt(min(facets * facets + kStrength.z * kSurface.z * kSurface.z * variance, 1.0));
     roughness = sqrt(facets);
 #endif
     sunGlint = glint(n, v, l, nl, nv, facets, f0) * kSunColour.rgb;
 #ifdef SPARKLE
-    // Single grains that happen to turn the sun to the eye: a few in a thousand, fewer where that takes a
-    // steeper face, none where the ground is wet.
+    // Single grains that happen to reflect the sun to the eye: a few in a thousand, fewer where that takes a
+    // steeper facet, none on wet ground.
     vec3 grain = fract(floor(position.xzx * 90.0) * vec3(0.1031, 0.1030, 0.0973));
     grain += dot(grain, grain.yzx + 33.33);
     vec2 lot = fract((grain.xx + grain.yz) * grain.zy);
@@ -157,10 +156,10 @@ void main() {
 #endif
     vec3 r = reflect(-v, n);
 #ifdef WATER
-    r.y = abs(r.y);  // the far side of a wave mirrors the next wave, and that the sky
+    r.y = abs(r.y);  // the far side of a wave reflects the next wave, which reflects the sky
 #endif
     vec2 share = mirrorShare(roughness, nv);
-    // What one bounce between the facets loses comes back in the next ones: 1 + f0 (1 / (x + y) - 1).
+    // Light that one bounce between the facets loses returns in the next ones: 1 + f0 (1 / (x + y) - 1).
     vec3 bounces = 1.0 + f0 * (1.0 / (share.x + share.y) - 1.0);
     vec3 root = textureLod(environment, r, roughness * 5.0).rgb;
     vec3 seen = root * root;
@@ -190,7 +189,7 @@ void main() {
 #ifdef WATER
     vec3 within = scattered + sunBody * (1.0 - kSun.w * cover) + kEmission.rgb;
     within = min(within * kMultiply.rgb, vec3(kMultiply.w));
-    // Ground in shadow keeps a share of the sun, a mirror shows it or does not.
+    // Ground in shadow keeps a share of the sun; a mirror either shows the sun or does not.
     vec3 top = min((mirrored + sunGlint * (1.0 - cover)) * kMultiply.rgb, vec3(kMultiply.w));
     float mirror = f0.x * share.x + share.y;
     within *= 1.0 - mirror;
@@ -206,8 +205,9 @@ void main() {
     alpha = water.a;
     vec3 colour = mix(water.rgb, kFog.rgb * alpha, fog);
 #ifdef OUT_WATER
-    // Developed with and without the film, from the mean of the ground here. How that scales the ground's finer
-    // detail follows from the curve's slope, taken as value over light as on any power's curve.
+    // Tone mapped with and without the water, from the mean of the ground here. The slope of the tone curve
+    // says how that scales the ground's finer detail; it is taken as value over light, as for any power
+    // curve.
     vec2 at = gl_FragCoord.xy * kPicture.xy * 2.0;
     vec3 dry = texelFetch(staticLit, ivec2(gl_FragCoord.xy) * 2, 0).rgb;
     vec3 wet = dry * (1.0 - alpha) + colour;

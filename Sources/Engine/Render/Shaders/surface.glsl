@@ -8,14 +8,14 @@ VARYING(13) vec4 baseColour;
 VARYING(14) vec3 shadowAt;
 VARYING(15) vec3 skyHere;  // the sky's light on a white surface of this normal, ambient light included
 #ifdef MATT
-// Developed: the surface with its map's mean in shadow, and what the sun adds to that.
+// Tone mapped: the surface in shadow with its map's mean, and what the sun adds.
 VARYING(16) vec3 shaded;
 VARYING(17) vec3 sunny;
 #endif
 
 #if defined(VERTEX) || defined(UNIFORMS_PER_PIXEL)
-uniform vec4 multiply;     // onto the result; w: brightest light
-uniform vec4 emission;     // w: occlusion of the sun
+uniform vec4 multiply;     // factor of the result; w: brightest light
+uniform vec4 emission;     // how much contact shadows dim the sun
 uniform vec4 surface;      // metalness, roughness, bend of the normal map, density of water
 uniform vec4 mapStrength;  // diffuse, multiply, glint spread, sparkle
 #endif

@@ -16,14 +16,14 @@ uniform vec4 diffusePlace;  // xy: scale, zw: offset
 uniform vec4 normalPlace;
 uniform vec4 multiplyPlace;
 uniform vec3 uvSets;        // 0 or 1: which coordinates the three maps use
-uniform vec4 diffuse;       // linear, straight alpha, all opacities included
+uniform vec4 diffuse;       // linear, straight alpha, includes all opacities
 #ifdef MATT
 uniform vec4 diffuseMean;   // of the diffuse map, as stored; w: 1 where both sides show
 #endif
 
 invariant gl_Position;
 
-// Nine spherical harmonics, the cosine lobe and 1/pi already in the coefficients.
+// Nine spherical harmonics; the coefficients include the cosine lobe and 1/pi.
 vec3 skyLight(vec3 n) {
     return max(frame.irradiance[0].rgb + frame.irradiance[1].rgb * n.y + frame.irradiance[2].rgb * n.z +
                    frame.irradiance[3].rgb * n.x + frame.irradiance[4].rgb * (n.x * n.y) +

@@ -5,23 +5,23 @@
 // A filmic curve with a soft toe and a long shoulder: x (a x + b) / (x (c x + d) + e).
 vec3 toneCurve(vec3 x) { return clamp(x * (2.51 * x + 0.03) / (x * (2.43 * x + 0.59) + 0.14), 0.0, 1.0); }
 
-// Darkening toward the corners; `at` in 0..1 across the picture, the corners count as distance 1.
+// Darkening toward the corners. `at` is 0..1 across the picture; the corners count as distance 1.
 float vignetteAt(vec2 at) {
     vec2 d = at * 2.0 - 1.0;
     return 1.0 - kVignette.x * softPower(min(dot(d, d) * 0.5, 1.0), kVignette.y);
 }
 
-// Even noise, half a step of 8 bits either way, from the pixel's place: breaks up bands.
+// Uniform noise of half an 8-bit step either way, computed from the pixel's place, to break up banding.
 float dither(vec2 pixel) {
     return (fract(52.9829189 * fract(dot(floor(pixel), vec2(0.06711056, 0.00583715)))) - 0.5) / 255.0;
 }
 
-// Scene light to what the screen is sent, for cameras without a film. `pixel` counts in the whole picture.
+// Scene light to display values, for cameras without tone mapping. `pixel` counts in the whole picture.
 vec3 encodedOnly(vec3 light, vec2 pixel) {
     return clamp(encoded(clamp(light * kPicture.z, 0.0, 1.0)) + dither(pixel), 0.0, 1.0);
 }
 
-// The same with the film, where the camera has one.
+// The same with the tone curve, if the camera has one.
 vec3 toneMapped(vec3 light, vec2 pixel) {
 #ifdef NO_TONE_MAPPING
     return encodedOnly(light, pixel);
@@ -39,7 +39,8 @@ vec3 toneMapped(vec3 light, vec2 pixel) {
 #endif
 }
 
-// The exposed light that the film shows as `shown`, its hue keeping left out; toneMappedPerChannel() is the inverse.
+// The exposed light whose tone-mapped value is `shown`, ignoring hue preservation. toneMappedPerChannel() is
+// the inverse.
 vec3 inverseToneMapped(vec3 shown) {
 #ifndef NO_TONE_MAPPING
     vec3 c = vec3(luminance(shown)) + (shown - luminance(shown)) / kGrade.x;
