@@ -14,7 +14,9 @@ target_compile_options(gull_options INTERFACE
 # GCC 12 falsely reports overlapping copies in std::string (GCC bug 105651).
 target_compile_options(gull_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 target_include_directories(gull_options INTERFACE ${PROJECT_SOURCE_DIR}/Sources)
-if(GULL_SANITIZE)
+if(NOT GULL_SANITIZE)
+    include(${CMAKE_CURRENT_LIST_DIR}/Hardening.cmake)
+else()
     # What is found ends the program, so that no test passes over it.
     set(sanitizers -fsanitize=${GULL_SANITIZE} -fno-sanitize-recover=all)
     target_compile_options(gull_options INTERFACE ${sanitizers} -fno-omit-frame-pointer)
