@@ -44,7 +44,8 @@ const Target& FastFrame::draw(const Stage& stage, StaticLayer& layer, int stripP
     for (const DrawItem& item : scene.list.moving.opaque) drawSurface(context_, pass, item, part);
     water_.draw(scene, wet, picture_.whole(), mirrors);
     const DrawLayer* layers[] = {&scene.list.moving};
-    drawBlended(context_, pass, layers, part, stage.time);
+    drawBlended(context_, pass, layers, part);
+    drawUnlit(context_, pass, layers, part, stage.time);
     return picture_;
 }
 

@@ -4,6 +4,8 @@
 #include "Engine/Gl/Target.h"
 #include "Engine/Render/PostProcessing.h"
 
+#include <span>
+
 namespace gull {
 
 /// A frame of the full tier: everything that the static layer does not hold is drawn every frame,
@@ -17,6 +19,8 @@ class FullFrame {
     const Target& draw(const Stage& stage, StaticLayer& layer);
 
   private:
+    void drawPictureDepth(const MovingScene& scene, std::span<const DrawLayer* const> layers);
+
     RenderContext& context_;
     FrameUniforms frame_;
     MovingShadow shadow_;

@@ -58,12 +58,13 @@ MovingScene MovingScene::gather(RenderContext& context, const Stage& stage, Stat
     scene.reach.shadow = static_cast<bool>(scene.movingShadow);
     for (int marks = 1; marks < 4; ++marks)
         scene.reach.areas[static_cast<std::size_t>(marks)] = relief.marked(marks);
+    scene.emissive = InverseToneMapping(block);
     frame.upload(block);
     return scene;
 }
 
 SurfacePass MovingScene::surfacePass(const DrawTarget& target, Shading::Output output, bool lamps) const {
-    SurfacePass pass{target, frameUniforms, view, {}, {}};
+    SurfacePass pass{target, frameUniforms, view, {}, {}, emissive};
     pass.inputs.environment = environment;
     pass.inputs.sunShadow = ground.sunShadow;
     pass.inputs.groundDepth = ground.depth;

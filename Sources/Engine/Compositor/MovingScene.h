@@ -20,6 +20,7 @@ struct MovingScene {
     TextureRef movingShadow;  ///< empty: nothing casts one
     MovingReach reach;
     unsigned frameUniforms = 0;
+    InverseToneMapping emissive = {};
 
     /// Gathers the stage's water and moving things, draws their shadow into `shadow`, marks in the layer's
     /// relief what their shadow and lamps may reach, and uploads their light to `frame`.

@@ -18,7 +18,7 @@ constexpr int shadowMapSize = 4;
 constexpr int mapSize = 4;
 
 bool isNeeded(const ProgramUse& use, RenderTier tier) {
-    if (tier == RenderTier::full) return use.pass == PassKind::fullFrame;
+    if (tier == RenderTier::full) return use.pass == PassKind::fullFrame || use.pass == PassKind::unlit;
     return use.pass == PassKind::fastFrame || use.pass == PassKind::flight;
 }
 
@@ -92,6 +92,7 @@ void ShaderWarmUp::draw(const ProgramUse& use) {
 
 void ShaderWarmUp::drawSurfaceUse(const ProgramUse& use, const DrawTarget& target) {
     const bool isFast = use.pass == PassKind::fastFrame, isFlight = use.pass == PassKind::flight;
+    const bool isDisplay = isFast || isFlight || use.pass == PassKind::unlit;
     const std::vector<Lamp> lamps(static_cast<std::size_t>(use.lamps));
     Viewpoint view;
     view.size = pictureSize;
@@ -100,7 +101,7 @@ void ShaderWarmUp::drawSurfaceUse(const ProgramUse& use, const DrawTarget& targe
     if (isFast) pass.inputs.environmentSampler = stock_->quickEnvironment.name();
     pass.inputs.groundDepth = stock_->depth.depth();
     pass.inputs.groundLight = stock_->light.colour();
-    pass.shading.output = isFast || isFlight ? Shading::Output::display : Shading::Output::linear;
+    pass.shading.output = isDisplay ? Shading::Output::display : Shading::Output::linear;
     pass.shading.lamps = lamps;
     pass.shading.small = isFast;
     pass.shading.matt = isFlight;
@@ -137,7 +138,7 @@ void ShaderWarmUp::drawPictureUse(const ProgramUse& use, const DrawTarget& targe
     switch (use.key.kind) {
         case ProgramKind::particles:
             state.depthTest = DepthTest::lessOrEqual;
-            state.blending = use.key.features.has(Feature::additive) ? Blending::add : Blending::over;
+            state.blending = Blending::over;
             streams.particles.upload(std::vector<float>(27));
             state.vertexArray = streams.particles.vertexArray();
             break;

@@ -59,7 +59,7 @@ void StaticPasses::redrawSunShadow(const Scene& scene, const Box& changed) {
 void StaticPasses::drawDepth(const Scene& scene, const PixelArea& area) {
     const DrawTarget target = depth_.whole().within(area);
     context_.device.clear(target, {{}, 1});
-    gull::drawDepth(context_, target, frame_.name(), scene.list.still, view_);
+    gull::drawDepth(context_, target, frame_.name(), scene.list.still.opaque, view_);
 
     DrawState farthest;
     farthest.target =
@@ -89,7 +89,7 @@ void StaticPasses::drawContactShadows(const PixelArea& area) {
 }
 
 SurfacePass StaticPasses::surfacePass(const Scene& scene, const DrawTarget& target) const {
-    SurfacePass pass{target, frame_.name(), view_, {}, {}};
+    SurfacePass pass{target, frame_.name(), view_, {}, {}, InverseToneMapping(block_)};
     pass.inputs.environment = environment_;
     if (sunShadow_) pass.inputs.sunShadow = shadow_.texture();
     if (hasContactShadows()) pass.inputs.contactShadows = contact_.texture();

@@ -118,7 +118,8 @@ void WaterLayer::draw(const MovingScene& scene, const PixelArea& area, const Dra
             over.blended.push_back(item);
     }
     const DrawLayer* layers[] = {&over};
-    drawBlended(context_, pass, layers, visible, scene.stage.time);
+    drawBlended(context_, pass, layers, visible);
+    drawUnlit(context_, pass, layers, visible, scene.stage.time);
 }
 
 /// Lays the half-resolution water over the picture, on the water's own geometry so that edges and depth are

@@ -61,6 +61,7 @@ const Target& FlightPass::draw(const Stage& stage, const Viewpoint& fullView, do
     SurfacePass pass{picture_.whole(), frame_.name(), view, {}, {}};
     pass.inputs.environment = environment.cube;
     pass.inputs.sunShadow = sunShadow(stage, list);
+    pass.emissive = InverseToneMapping(block);
     pass.shading.output = Shading::Output::display;
     pass.shading.noToneMapping = !view.camera.hdr;
     pass.shading.matt = true;
@@ -83,7 +84,8 @@ const Target& FlightPass::draw(const Stage& stage, const Viewpoint& fullView, do
         return isWater(item);
     });
     drawSky(context_, pass, stage);
-    drawBlended(context_, pass, layers, whole, stage.time);
+    drawBlended(context_, pass, layers, whole);
+    drawUnlit(context_, pass, layers, whole, stage.time);
     return picture_;
 }
 

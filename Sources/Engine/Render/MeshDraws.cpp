@@ -32,7 +32,7 @@ Culling materialCulling(const DrawItem& item) {
 }
 
 void drawDepth(RenderContext& context, const DrawTarget& target, unsigned frameUniforms,
-               const DrawLayer& layer, const Viewpoint& view) {
+               std::span<const DrawItem> items, const Viewpoint& view) {
     const PixelArea area = target.scissor.value_or(PixelArea::whole(view.size));
     DrawState state;
     state.target = target;
@@ -40,8 +40,9 @@ void drawDepth(RenderContext& context, const DrawTarget& target, unsigned frameU
     state.frameUniforms = frameUniforms;
     state.depthTest = DepthTest::less;
     state.writesDepth = true;
-    for (const DrawItem& item : layer.opaque) {
-        if (item.area.intersection(area).empty()) continue;
+    state.writesColour = false;
+    for (const DrawItem& item : items) {
+        if (!item.material->writesDepth || item.area.intersection(area).empty()) continue;
         state.culling = materialCulling(item);
         state.uniforms = {{"model", glm::mat4(item.model)}};
         drawMesh(context, state, item, view, area);

@@ -3,6 +3,7 @@
 #include "Engine/Gl/DrawState.h"
 #include "Engine/Render/DrawList.h"
 
+#include <span>
 #include <vector>
 
 namespace gull {
@@ -19,8 +20,9 @@ void drawMesh(RenderContext& context, DrawState& state, const DrawItem& item, co
 /// The faces of `item` that its material culls.
 Culling materialCulling(const DrawItem& item);
 
-/// Draws only the depth of opaque things, from the camera, within the target's scissor.
+/// Draws the depth of `items` alone, as the camera sees it, within the target's scissor: of opaque ones, or
+/// of all whose materials write it.
 void drawDepth(RenderContext& context, const DrawTarget& target, unsigned frameUniforms,
-               const DrawLayer& layer, const Viewpoint& view);
+               std::span<const DrawItem> items, const Viewpoint& view);
 
 }  // namespace gull

@@ -42,17 +42,15 @@ void drawParticles(RenderContext& context, const SurfacePass& pass, const Partic
     std::vector<float> vertices;
     for (const Particle& particle : particles) addSquare(vertices, particle, item, right, up);
 
-    const bool additive = system.blend == Material::Blend::add;
     ProgramKey key{ProgramKind::particles};
-    key.features.set(Feature::additive, additive);
-    key.features.set(Feature::displayOutput, pass.shading.output == Shading::Output::display);
+    key.features.set(Feature::additive, system.blend == Material::Blend::add);
     DrawState state;
     state.target = pass.target;
     state.program = &context.programs.get(key);
     state.frameUniforms = pass.frameUniforms;
     state.textures = {context.textures.binding(unitDiffuse, system.image, Wrap::clamp, Wrap::clamp)};
     state.depthTest = DepthTest::lessOrEqual;
-    state.blending = additive ? Blending::add : Blending::over;
+    state.blending = Blending::over;
     const VertexRange all{0, context.streams.particles.upload(vertices)};
     state.vertexArray = context.streams.particles.vertexArray();
     context.device.draw(state, {&all, 1});

@@ -5,6 +5,7 @@
 #include "Engine/Render/TextureUnits.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace gull {
 
@@ -34,9 +35,10 @@ TextureRef Bloom::find(RenderContext& context, TextureRef light, const Viewpoint
         blur.uniforms = {{"step_", step}};
         drawScreen(context, blur);
     };
-    // Nine taps reach two sigma to either side; the camera's radius is two sigma.
+    // Nine taps reach two sigma to either side; the camera's radius is two sigma of both passes, of which the
+    // second reaches twice as far: their variances add up to five times the first one's.
     const double radius = camera.bloomBlurRadius * view.size.height / 800.0 / 4;
-    const auto tap = static_cast<float>(std::max(radius / 4, 0.5));
+    const auto tap = static_cast<float>(std::max(radius / 4 / std::sqrt(5.0), 0.25));
     for (int pass = 0; pass < 2; ++pass) {
         const float reach = tap * static_cast<float>(pass + 1);
         blurred(glow_, blurred_, {reach / static_cast<float>(quarter.width), 0});

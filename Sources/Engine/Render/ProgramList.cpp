@@ -66,6 +66,8 @@ bool draws(PassKind pass, const Material& material) {
             return !material.multiplyMap;
         case PassKind::fastFrame:
             return !material.multiplyMap && !material.smooth;
+        case PassKind::unlit:
+            return blended && material.lighting == Lighting::constant;
         case PassKind::waterLayer:
             return !water && !material.multiplyMap;
         case PassKind::water:
@@ -96,6 +98,9 @@ void addSurfaces(std::vector<ProgramUse>& uses, PassKind pass, const Shading& sh
     for (const Material& material : materials) {
         if (!draws(pass, material)) continue;
         if (shading.output == Shading::Output::staticLayer && material.blend != Blend::opaque) continue;
+        // Unlit blended things are drawn over finished pictures alone.
+        const bool unlit = material.lighting == Lighting::constant && material.blend != Blend::opaque;
+        if (unlit && shading.output != Shading::Output::display) continue;
         for (const int count : FrameBlock::lampPrograms) {
             if (count > 0 && (!hasLamps(pass) || material.lighting == Lighting::constant)) continue;
             Shading lit = shading;
@@ -132,9 +137,8 @@ void addSkyAndParticles(std::vector<ProgramUse>& uses) {
     for (const bool additive : {false, true}) {
         ProgramKey key{ProgramKind::particles};
         key.features.set(Feature::additive, additive);
-        for (const PassKind pass : {PassKind::snapshot, PassKind::fullFrame}) uses.push_back({key, pass});
-        key.features.set(Feature::displayOutput);
-        for (const PassKind pass : {PassKind::fastFrame, PassKind::waterLayer, PassKind::flight})
+        for (const PassKind pass :
+             {PassKind::fastFrame, PassKind::waterLayer, PassKind::flight, PassKind::unlit})
             uses.push_back({key, pass});
     }
 }
@@ -162,6 +166,7 @@ std::vector<ProgramUse> programUses(const std::shared_ptr<Texture>& map) {
     addMovingLight(uses);
     addSkyAndParticles(uses);
     add(PassKind::fullFrame, {.output = Output::linear, .waterDepth = true});
+    add(PassKind::unlit, {.output = Output::display});
     add(PassKind::waterLayer, {.output = Output::display});
     add(PassKind::water, {.output = Output::water});
     add(PassKind::water, {.output = Output::water, .bloom = true});

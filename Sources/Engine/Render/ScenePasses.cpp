@@ -28,32 +28,41 @@ void drawSky(RenderContext& context, const SurfacePass& pass, const Stage& stage
     drawScreen(context, std::move(state), 1);
 }
 
-void drawBlended(RenderContext& context, const SurfacePass& pass, std::span<const DrawLayer* const> layers,
-                 const PixelArea& area, double time) {
-    struct Entry {
-        int order;
-        double distance;
-        const DrawItem* surface;
-        const ParticleItem* particles;
-    };
-    std::vector<Entry> entries;
-    for (const DrawLayer* layer : layers) {
+namespace {
+
+/// Surfaces in the order in which they are blended: by their rendering order, then the farthest first.
+void drawInOrder(RenderContext& context, const SurfacePass& pass, std::span<const DrawLayer* const> layers,
+                 const PixelArea& area, bool unlit) {
+    std::vector<const DrawItem*> items;
+    for (const DrawLayer* layer : layers)
         for (const DrawItem& item : layer->blended)
-            entries.push_back({item.order, item.distance, &item, nullptr});
-        for (const ParticleItem& item : layer->particles)
-            entries.push_back({item.order, item.distance, nullptr, &item});
-    }
-    std::stable_sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) {
-        // Particles hide nothing drawn after them, but water would hide the particles above it.
-        if ((a.particles != nullptr) != (b.particles != nullptr)) return b.particles != nullptr;
-        return a.order != b.order ? a.order < b.order : a.distance > b.distance;
+            if (isUnlit(item) == unlit) items.push_back(&item);
+    std::stable_sort(items.begin(), items.end(), [](const DrawItem* a, const DrawItem* b) {
+        return a->order != b->order ? a->order < b->order : a->distance > b->distance;
     });
-    for (const Entry& entry : entries) {
-        if (entry.surface)
-            drawSurface(context, pass, *entry.surface, area);
-        else
-            drawParticles(context, pass, *entry.particles, time);
-    }
+    for (const DrawItem* item : items) drawSurface(context, pass, *item, area);
+}
+
+}  // namespace
+
+void drawBlended(RenderContext& context, const SurfacePass& pass, std::span<const DrawLayer* const> layers,
+                 const PixelArea& area) {
+    drawInOrder(context, pass, layers, area, false);
+}
+
+void drawUnlit(RenderContext& context, const SurfacePass& pass, std::span<const DrawLayer* const> layers,
+               const PixelArea& area, double time) {
+    for (const DrawLayer* layer : layers)
+        for (const DrawItem& item : layer->opaque)
+            if (isUnlit(item)) drawSurface(context, pass, item, area);
+    drawInOrder(context, pass, layers, area, true);
+    std::vector<const ParticleItem*> particles;
+    for (const DrawLayer* layer : layers)
+        for (const ParticleItem& item : layer->particles) particles.push_back(&item);
+    std::stable_sort(particles.begin(), particles.end(), [](const ParticleItem* a, const ParticleItem* b) {
+        return a->order != b->order ? a->order < b->order : a->distance > b->distance;
+    });
+    for (const ParticleItem* item : particles) drawParticles(context, pass, *item, time);
 }
 
 }  // namespace gull

@@ -39,7 +39,7 @@ void drawScene(RenderContext& context, const SurfacePass& pass, const Layers& la
         for (const DrawItem& item : layer->opaque)
             drawSurface(context, item.material->multiplyMap ? pass : plain, item, area);
     drawSky(context, pass, stage);
-    drawBlended(context, pass, layers, area, stage.time);
+    drawBlended(context, pass, layers, area);
 }
 
 }  // namespace
@@ -54,6 +54,7 @@ Target drawSnapshot(RenderContext& context, const Stage& stage, const PixelSize&
     const std::vector<Lamp> lamps = allLamps(layers);
     FrameBlock block = frameBlock(stage, view, list, environment.irradiance, context.options);
     setLamps(block, lamps);
+    const InverseToneMapping emissive(block);
     FrameUniforms frame(device);
     frame.upload(block);
 
@@ -71,10 +72,11 @@ Target drawSnapshot(RenderContext& context, const Stage& stage, const PixelSize&
     }
     Target depth;
     ContactShadows contact;
+    depth = Target(device, size, {{}, Format::depth24});
+    device.clear(depth.whole(), {{}, 1});
+    for (const DrawLayer* layer : layers)
+        drawDepth(context, depth.whole(), frame.name(), layer->opaque, view);
     if (shading.contactShadows) {
-        depth = Target(device, size, {{}, Format::depth24});
-        device.clear(depth.whole(), {{}, 1});
-        for (const DrawLayer* layer : layers) drawDepth(context, depth.whole(), frame.name(), *layer, view);
         contact.draw(context, depth.depth(), view, whole, frame.name());
         inputs.groundDepth = depth.depth();
         inputs.contactShadows = contact.texture();
@@ -88,7 +90,7 @@ Target drawSnapshot(RenderContext& context, const Stage& stage, const PixelSize&
         block.tile = {0, y, 0, 0};
         frame.upload(block);
         const DrawTarget target{tile.framebuffer(), whole.moved(0, -y), {}};
-        drawScene(context, {target, frame.name(), view, inputs, shading}, layers, stage, area);
+        drawScene(context, {target, frame.name(), view, inputs, shading, emissive}, layers, stage, area);
         const PixelArea drawn = area.moved(0, -y);
         resolve(context, tile, {&drawn, 1}, light, 0, y);
     }
@@ -97,8 +99,13 @@ Target drawSnapshot(RenderContext& context, const Stage& stage, const PixelSize&
 
     Bloom bloom;
     const TextureRef glow = bloom.find(context, light.colour(), view, frame.name());
-    Target picture(device, size, {{Format::bgra8}});
-    toneMap(context, picture.whole(), {light.colour(), glow, {}}, view, frame.name());
+    Target picture(device, size, {{Format::bgra8}, Format::none, 1, depth.depth()});
+    toneMap(context, picture.firstColour(), {light.colour(), glow, {}}, view, frame.name());
+    for (const DrawLayer* layer : layers)
+        drawDepth(context, depth.whole(), frame.name(), layer->blended, view);
+    shading.output = Shading::Output::display;
+    shading.noToneMapping = !view.camera.hdr;
+    drawUnlit(context, {picture.whole(), frame.name(), view, {}, shading}, layers, whole, stage.time);
     return picture;
 }
 

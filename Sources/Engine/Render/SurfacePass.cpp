@@ -98,7 +98,8 @@ void addInputs(RenderContext& context, DrawState& state, const SurfacePass& pass
     add(unitBloom, inputs.bloom);
 }
 
-void addMaterial(const RenderContext& context, DrawState& state, const DrawItem& item) {
+void addMaterial(const RenderContext& context, DrawState& state, const DrawItem& item,
+                 const InverseToneMapping& emissive) {
     const Material& material = *item.material;
     const auto uvSet = [](const Channel& channel) { return static_cast<float>(channel.uvSet); };
     const auto strength = [](const Channel& channel) {
@@ -114,7 +115,7 @@ void addMaterial(const RenderContext& context, DrawState& state, const DrawItem&
           glm::vec3(uvSet(material.diffuseMap), uvSet(material.normalMap), uvSet(material.multiplyMap))},
          {"diffuse", glm::vec4(linear(material.diffuse), item.blended ? alpha : 1.0F)},
          {"multiply", glm::vec4(linear(material.multiply), options.brightestLight)},
-         {"emission", glm::vec4(linear(material.emission), options.contactShadowOfSun)},
+         {"emission", glm::vec4(emissive.lightOf(linear(material.emission)), options.contactShadowOfSun)},
          {"surface", glm::vec4(material.metalness, material.roughness, strength(material.normalMap),
                                options.waterDensity)},
          {"mapStrength", glm::vec4(strength(material.diffuseMap), strength(material.multiplyMap),
@@ -130,6 +131,10 @@ void addMeanColour(const RenderContext& context, DrawState& state, const Materia
 }
 
 }  // namespace
+
+bool isUnlit(const DrawItem& item) {
+    return item.material->lighting == Material::Lighting::constant;
+}
 
 bool isWater(const DrawItem& item) {
     return item.material->smooth && item.blended &&
@@ -182,11 +187,12 @@ void drawSurface(RenderContext& context, const SurfacePass& pass, const DrawItem
     state.depthTest = DepthTest::lessOrEqual;
     state.writesDepth = material.writesDepth && !overwrites;
     if ((item.blended || isSmall(item, pass.shading)) && !overwrites)
-        state.blending = material.blend == Material::Blend::add ? Blending::add : Blending::over;
+        state.blending =
+            material.blend == Material::Blend::add && !isUnlit(item) ? Blending::add : Blending::over;
     state.culling = materialCulling(item);
     addInputs(context, state, pass);
     addMaps(context, state, item, pass.shading);
-    addMaterial(context, state, item);
+    addMaterial(context, state, item, pass.emissive);
     if (isMatt(item, pass.shading)) addMeanColour(context, state, material);
     drawMesh(context, state, item, pass.view, area, pass.shading.hidden);
 }

@@ -2,6 +2,7 @@
 
 #include "Engine/Gl/DrawState.h"
 #include "Engine/Render/DrawList.h"
+#include "Engine/Render/InverseToneMapping.h"
 #include "Engine/Render/ProgramKey.h"
 
 #include <span>
@@ -52,6 +53,7 @@ struct SurfacePass {
     const Viewpoint& view;  ///< borrowed
     SurfaceInputs inputs;
     Shading shading;
+    InverseToneMapping emissive = {};  ///< how what glows keeps its colour
 };
 
 /// Draws the chunks of `item` that touch `area` (pixels of the picture).
@@ -60,6 +62,8 @@ void drawSurface(RenderContext& context, const SurfacePass& pass, const DrawItem
 /// The program that drawSurface() uses.
 ProgramKey surfaceProgram(const Shading& shading, const DrawItem& item);
 
+/// True for what is shown in its own colour, whatever the light.
+bool isUnlit(const DrawItem& item);
 /// True for a wide, smooth, blended surface such as the sea, which is shaded as water over what lies below.
 bool isWater(const DrawItem& item);
 

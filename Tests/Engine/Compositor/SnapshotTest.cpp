@@ -109,7 +109,7 @@ TEST_F(Snapshot, BlendsInLinearLightAndInOrder) {
     flat.material->lighting = Material::Lighting::constant;
     flat.material->diffuse = {0, 0, 0, 1};
     auto veil = std::make_shared<Material>();
-    veil->lighting = Material::Lighting::constant;
+    veil->lighting = Material::Lighting::lambert;
     veil->blend = Material::Blend::alpha;
     veil->opacity = 0.5;
     Node& first = flat.stage.root.add(makeNode(primitives::plane(4, 4), veil));
@@ -123,12 +123,16 @@ TEST_F(Snapshot, BlendsInLinearLightAndInOrder) {
     added->writesDepth = false;
     Node& second = flat.stage.root.add(makeNode(primitives::plane(4, 4), added));
     second.position = {0, 0, 1};
-    double half = std::pow((0.5 + 0.055) / 1.055, 2.4);
-    second.renderingOrder = 5;
-    EXPECT_THAT(middle(flat), DoubleNear(encodedByte(0.5 + half), steps)) << "light added on the veil";
+    const double shown = encodedByte(0.5);
+    EXPECT_THAT(middle(flat, 0), DoubleNear(127.5 + shown / 2, steps))
+        << "unlit light over the finished picture";
+    EXPECT_THAT(middle(flat, 1), DoubleNear(shown / 2, steps)) << "where it shows its own hue";
+    veil->lighting = Material::Lighting::constant;
     veil->writesDepth = false;
+    second.renderingOrder = 5;
+    EXPECT_THAT(middle(flat, 1), DoubleNear(127.5 / 2, steps)) << "over an unlit veil";
     second.renderingOrder = -1;
-    EXPECT_THAT(middle(flat), DoubleNear(encodedByte(0.5 + half / 2), steps)) << "light under the veil";
+    EXPECT_THAT(middle(flat, 1), DoubleNear(127.5, steps)) << "under it";
 }
 
 TEST_F(Snapshot, ParticlesAreSeenOverWater) {

@@ -16,7 +16,7 @@ void main() {
         float l = max(max(c.r, c.g), max(c.b, 1e-4));
         // A soft knee; the limit keeps a single pixel from counting for more than a few.
         float over = clamp(l - threshold + 0.2, 0.0, 0.4);
-        sum += c * (max(over * over / 0.8, l - threshold) / l) * min(1.0, 4.0 / l);
+        sum += c * (max(over * over / 0.8, l - threshold) / l) * min(1.0, 1.6 / l);
     }
     outColour = vec4(sum * 0.25 / kPicture.z, 1.0);
 }

@@ -1,3 +1,4 @@
+// Particles are unlit: they are drawn over the finished picture.
 #include "colour.glsl"
 #include "fog.glsl"
 #include "particle.glsl"
@@ -10,16 +11,8 @@ void main() {
     c = vec4(decoded(c.rgb), c.a) * colour;
     float fog = fogAt(range);
 #ifdef ADDITIVE
-    vec3 light = c.rgb * (c.a * (1.0 - fog));
-#ifdef OUT_DISPLAY
-    light = encoded(light) * 0.3;
-#endif
-    outColour = vec4(light, 0.0);
+    outColour = unlitGlow(c.rgb, c.a * (1.0 - fog));
 #else
-    vec3 light = mix(c.rgb, kFog.rgb, fog);
-#ifdef OUT_DISPLAY
-    light = toneMapped(light, gl_FragCoord.xy);
-#endif
-    outColour = vec4(light * c.a, c.a);
+    outColour = vec4(unlitShown(c.rgb, fog, gl_FragCoord.xy) * c.a, c.a);
 #endif
 }

@@ -168,6 +168,13 @@ void main() {
 #endif
     mirrored = seen * (f0 * share.x + share.y) * bounces * kEye.w;
     mirrored *= opening;
+    // White balance is for what scatters light. Glare keeps its sun's hue, and metal the sky's.
+    vec3 balance = kToneGain.rgb / luminance(kToneGain.rgb);
+    sunGlint /= balance;
+#ifndef WATER
+    balance = mix(vec3(1.0), balance, kSurface.x);
+#endif
+    mirrored /= balance;
 #endif
     sunBody = body * nl * kSunColour.rgb;
     float direct = mix(1.0, opening, kEmission.w);
@@ -226,6 +233,12 @@ void main() {
     vec3 shade = min((scattered + mirrored + kEmission.rgb) * kMultiply.rgb, vec3(kMultiply.w));
     vec3 sun = (sunBody + sunGlint) * kMultiply.rgb;
     vec3 lit = min(shade + sun * (1.0 - kSun.w * cover), vec3(kMultiply.w));
+#if LIGHTING == 0
+    vec3 unlit = lit;
+#ifndef OUT_DISPLAY
+    lit = shade = unlitLight(lit, frame.grade.x, gl_FragCoord.xy + kTile.xy);
+#endif
+#endif
 #ifdef ADDITIVE
     vec3 colour = lit * ((1.0 - fog) * alpha);
     alpha = 0.0;
@@ -249,11 +262,16 @@ void main() {
     outSurface = vec4(sqrt(body * (1.0 - fog) * opening), paint);
     outNormal = vec4(n * 0.5 + 0.5, 1.0);
 #elif defined(OUT_DISPLAY)
-    vec3 straight = alpha > 0.0 ? colour / alpha : colour;
-#ifdef ADDITIVE
-    outColour = vec4(encoded(colour) * 0.3, 0.0);
+    vec2 pixel = gl_FragCoord.xy + kTile.xy;
+#if LIGHTING == 0 && defined(ADDITIVE)
+    outColour = unlitGlow(unlit, (1.0 - fog) * base.a);
+#elif LIGHTING == 0
+    outColour = vec4(unlitShown(unlit, fog, pixel) * alpha, alpha);
+#elif defined(ADDITIVE)
+    outColour = vec4(encoded(colour), 0.0);
 #else
-    outColour = vec4(toneMapped(straight, gl_FragCoord.xy + kTile.xy) * alpha, alpha);
+    vec3 straight = alpha > 0.0 ? colour / alpha : colour;
+    outColour = vec4(toneMapped(straight, pixel) * alpha, alpha);
 #endif
 #else
     outColour = vec4(colour, alpha);

@@ -60,9 +60,14 @@ void main() {
     shade = (shade + emission.rgb) * multiply.rgb + sun * (1.0 - frame.sunDirection.w);
     float fog = fogAt(length(toEye));
     vec2 pixel = (gl_Position.xy / gl_Position.w * 0.5 + 0.5) * frame.picture.xy;
+#if LIGHTING == 0
+    shaded = unlitShown(shade, fog, pixel);
+    sunny = vec3(0.0);
+#else
     shaded = toneMapped(mix(min(shade, vec3(multiply.w)), kFog.rgb, fog), pixel);
     shade += sun * frame.sunDirection.w;
     sunny = toneMapped(mix(min(shade, vec3(multiply.w)), kFog.rgb, fog), pixel) - shaded;
+#endif
 #endif
 #ifndef UNIFORMS_PER_PIXEL
     kSkyX = frame.irradiance[3].rgb;
