@@ -11,8 +11,7 @@
 
 namespace gull {
 
-/// A beach, a renderer and something to draw it into at 1240 x 800, without a window. The coil rests until
-/// step() moves it.
+/// A beach, a renderer and a target at 1240 x 800, without a window. The coil rests until step() moves it.
 struct BeachOffScreen {
     static constexpr PixelSize size{1240, 800};
 

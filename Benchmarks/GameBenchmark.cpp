@@ -19,7 +19,7 @@
 namespace gull {
 namespace {
 
-/// Takes every sound and plays none, so that the game does all that it does before a device.
+/// Accepts every sound and plays none, so that the game does everything it does before a device.
 struct DeafOutput final : SoundOutput {
     bool start() override { return true; }
     void play(int, std::span<const float>, float) override {}
@@ -28,7 +28,7 @@ struct DeafOutput final : SoundOutput {
     void silence() override {}
 };
 
-/// A game that nobody draws, under a clock turned by hand.
+/// A game that nobody draws, under a manual clock.
 struct Table {
     ManualClock clock;
     MainLoop loop{clock};

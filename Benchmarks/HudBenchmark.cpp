@@ -19,7 +19,7 @@ struct BlankIcons final : IconSource {
     Image image(ItemKind) override { return Image(ItemIcons::size, ItemIcons::size); }
 };
 
-/// A game in play under a clock turned by hand.
+/// A game in play under a manual clock.
 struct Play {
     ManualClock clock;
     MainLoop loop{clock};
@@ -38,7 +38,7 @@ struct Play {
         while (overlay.prepareIcon()) {
         }
     }
-    /// The coil sweeps to and fro over what is buried.
+    /// The coil sweeps to and fro over the buried items.
     void step() {
         ++frame;
         const int sweep = frame % 400;
@@ -65,7 +65,7 @@ void hudOfAPlayingFrame(benchmark::State& state) {
 }
 BENCHMARK(hudOfAPlayingFrame)->Arg(1)->Arg(2)->Unit(benchmark::kMicrosecond)->Iterations(3000);
 
-/// A window of another size every time: nothing can be kept.
+/// The window changes size every time, so nothing can be reused.
 void hudDrawnWhole(benchmark::State& state) {
     const auto scale = static_cast<double>(state.range(0));
     Play play;
@@ -112,7 +112,7 @@ void hudOfASwellingTile(benchmark::State& state) {
 }
 BENCHMARK(hudOfASwellingTile)->Unit(benchmark::kMicrosecond)->Iterations(600);
 
-/// A window that shows nothing but the overlay; none without a display.
+/// A window that shows only the overlay; null without a display.
 struct OverlayWindow {
     Window window{{}};
     Renderer renderer;
@@ -122,7 +122,7 @@ struct OverlayWindow {
         const Stage nothing;
         renderer.draw(nothing, size, 0, BuildMode::complete);
     }
-    /// To the last pixel: reading one back waits for all.
+    /// Waits for the last pixel: reading one back waits for all.
     void show(Play& play) {
         renderer.drawOverlay(
             play.overlay.update(play.clock.now(), window.width(), window.height(), window.scale()));
@@ -153,7 +153,8 @@ void overlayOfAPlayingFrame(benchmark::State& state) {
 }
 BENCHMARK(overlayOfAPlayingFrame)->Unit(benchmark::kMicrosecond)->MeasureProcessCPUTime()->Iterations(200);
 
-/// The 15 frames in which the beach select comes or goes, the first of them apart: it draws the layer.
+/// The 15 frames in which the beach select comes or goes. The first is measured separately: it draws the
+/// layer.
 void overlayOfAFadingScreen(benchmark::State& state) {
     const bool isFirst = state.range(0) == 1;
     constexpr int frames = 15;

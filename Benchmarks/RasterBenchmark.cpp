@@ -1,4 +1,4 @@
-// Pictures and text: what start-up and the overlay spend on drawing.
+// Pictures and text: the drawing of start-up and overlay.
 
 #include "Engine/Raster/Canvas.h"
 #include "Engine/Raster/Png.h"

@@ -7,8 +7,8 @@
 namespace gull {
 namespace {
 
-/// Beach 1 at 1240 x 800 as play shows it. Every measurement ends with the pixels read back, so that the work
-/// is done and not only queued; reading them costs about a millisecond itself.
+/// Beach 1 at 1240 x 800 as in play. Every measurement ends by reading the pixels back, so that the work is
+/// done and not only queued; reading them costs about a millisecond itself.
 struct Play : BeachOffScreen {
     double time = 100;
 
@@ -63,7 +63,7 @@ void staticLayer(benchmark::State& state) {
 }
 BENCHMARK(staticLayer)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
 
-/// A frame of the fly-in, in the middle of it, without the kept layer that is built meanwhile.
+/// A frame from the middle of the fly-in, without the static layer that is built meanwhile.
 void frameFlying(benchmark::State& state) {
     Play play(RenderTier::fast);
     auto fly = [&play] {

@@ -6,7 +6,7 @@
 
 namespace gull {
 
-/// Resident memory of this process, MB; 0 where the system does not tell.
+/// Resident memory of this process, MB; 0 if the system does not report it.
 inline double residentMemory() {
     std::ifstream status("/proc/self/status");
     for (std::string line; std::getline(status, line);)

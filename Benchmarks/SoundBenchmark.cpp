@@ -8,7 +8,7 @@
 namespace gull {
 namespace {
 
-/// Every sound is made in the middle of a frame when it was not prepared: the chest has 15 ms.
+/// A sound that was not prepared is made in the middle of a frame: the chest has 15 ms.
 void makeSound(benchmark::State& state, Sound sound) {
     for (auto _ : state) benchmark::DoNotOptimize(Sounds::make(sound));
 }

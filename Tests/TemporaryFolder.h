@@ -9,7 +9,7 @@
 
 namespace gull {
 
-/// A fresh folder for one test, gone with everything in it afterwards.
+/// A fresh folder for one test, removed afterwards with everything in it.
 class TemporaryFolder {
   public:
     TemporaryFolder() {

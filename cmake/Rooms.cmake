@@ -17,11 +17,11 @@ target_include_directories(gull_options INTERFACE ${PROJECT_SOURCE_DIR}/Sources)
 if(NOT GULL_SANITIZE)
     include(${CMAKE_CURRENT_LIST_DIR}/Hardening.cmake)
 else()
-    # What is found ends the program, so that no test passes over it.
+    # A finding ends the program, so that no test can miss it.
     set(sanitizers -fsanitize=${GULL_SANITIZE} -fno-sanitize-recover=all)
     target_compile_options(gull_options INTERFACE ${sanitizers} -fno-omit-frame-pointer)
     target_link_options(gull_options INTERFACE ${sanitizers})
-    # Leaks of libraries are named there, so that one of ours is seen.
+    # Lists the libraries' leaks, so that one of ours stands out.
     set(GULL_TEST_ENVIRONMENT "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/Tests/Sanitizers/leaks.txt:print_suppressions=0")
 endif()
 if(GULL_FUZZERS)

@@ -1,6 +1,6 @@
 #!/bin/bash
-# texts.sh template FILE: writes every text of the sources that is to be translated into FILE (.pot).
-# texts.sh update: takes new and changed texts into Translations/*.po. Those to be looked at are marked fuzzy.
+# texts.sh template FILE: writes every translatable text of the sources into FILE (.pot).
+# texts.sh update: takes new and changed texts into Translations/*.po and marks those to review fuzzy.
 # Run in the root of the checkout.
 set -euo pipefail
 

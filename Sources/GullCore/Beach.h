@@ -38,14 +38,14 @@ PlotPoint plotPoint(double nx, double ny);
 
 }  // namespace PadMap
 
-/// Everything that can lie in the sand: seven treasures, then four kinds of junk.
+/// Everything that can be buried in the sand: seven treasures, then four kinds of junk.
 enum class ItemKind : std::uint8_t { coin, ring, watch, key, gem, compass, chest, cap, can, nail, foil };
 
 /// The kind's identifier in every text form, e.g. "coin".
 std::string_view rawValue(ItemKind kind);
 /// The kind with exactly this raw value, if there is one.
 std::optional<ItemKind> itemKind(std::string_view rawValue);
-/// What the player reads, in English, e.g. "Gold doubloon".
+/// The name shown to the player, in English, e.g. "Gold doubloon".
 std::string_view name(ItemKind kind);
 /// Worth in points; 0 for junk. No two treasures are worth the same.
 int value(ItemKind kind);

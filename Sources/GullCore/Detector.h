@@ -34,7 +34,7 @@ struct Detector {
     double strength(const BuriedItem& item, const PlotPoint& at) const;
     /// The strongest of `items`; of equals the first in the list.
     Reading read(const PlotPoint& at, std::span<const BuriedItem> items) const;
-    /// What a dig brings up: the nearest of `items` within digRadius, whatever its kind or depth; of equals
+    /// The result of a dig: the nearest of `items` within digRadius, whatever its kind or depth; of equals
     /// the first in the list.
     std::optional<BuriedItem> dig(const PlotPoint& at, std::span<const BuriedItem> items) const;
 };

@@ -12,8 +12,8 @@
 namespace gull {
 namespace {
 
-/// What stands in the place of a progress file. Exactly one is set, or nothing when there is no file, or an
-/// empty one.
+/// The contents of the progress file's path. Exactly one is set; neither is if there is no file, or an empty
+/// one.
 struct OnDisk {
     std::optional<CampaignProgress> progress;
     std::optional<std::string> damaged;  ///< its bytes
@@ -32,8 +32,8 @@ OnDisk look(const std::filesystem::path& file) {
     return result;
 }
 
-/// Merges what is on disk into `progress` if asked to, and puts the result there, unless that would lose
-/// something. Empty when all went well.
+/// Merges the file's contents into `progress` if asked to, and writes the result, unless that would lose
+/// something. Empty on success.
 std::string put(const std::filesystem::path& file, CampaignProgress& progress, bool merges) {
     SmallFile::makePrivateFolders(file);
     const FileLock lock(file);

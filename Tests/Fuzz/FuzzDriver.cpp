@@ -18,7 +18,7 @@ using Bytes = std::vector<std::uint8_t>;
 
 Bytes bytes;  // of the present input
 
-/// Leaves the input behind for whoever looks at what failed.
+/// Leaves the input behind for inspection after a failure.
 void keepInput(int signal) {
     std::ofstream("fuzz-input", std::ios::binary)
         .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));

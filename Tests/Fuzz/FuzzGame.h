@@ -12,7 +12,7 @@
 
 namespace gull {
 
-/// A game under a clock turned by hand, without window, sound and files.
+/// A game under a manual clock, without window, sound and files.
 struct FuzzGame {
     struct NoPointer final : PointerLock {
         void lock() override {}
@@ -26,7 +26,7 @@ struct FuzzGame {
 
     void turn(double seconds) { loop.turn(clock, seconds); }
 
-    /// What holds whatever is done to a game.
+    /// The invariants of a game, whatever is done to it.
     void check() {
         const auto isShare = [](double value) { return value >= 0 && value <= 1; };
         require(isShare(game.coil().x) && isShare(game.coil().y), "the coil left the plot: {}, {}",

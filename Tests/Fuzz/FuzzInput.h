@@ -8,7 +8,7 @@
 
 namespace gull {
 
-/// Turns a fuzzer's bytes into values; zeros when there are none left.
+/// Turns a fuzzer's bytes into values; zeros when none are left.
 class FuzzInput {
   public:
     FuzzInput(const std::uint8_t* data, std::size_t size) : bytes_(data, size) {}
@@ -35,10 +35,10 @@ class FuzzInput {
     std::span<const std::uint8_t> bytes_;
 };
 
-/// Inputs that make sense, for the driver that has no coverage to learn from; each target has its own.
+/// Meaningful inputs, for the driver that has no coverage to learn from; each target has its own.
 extern const std::initializer_list<const char*> fuzzSeeds;
 
 }  // namespace gull
 
-/// What a target does with one input. It aborts when something is wrong.
+/// Runs a target on one input. It aborts when something is wrong.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);

@@ -1,4 +1,4 @@
-// A simulated player, whose skill and whims come from the input. The same player is then sent to the same
+// A simulated player whose skill and whims come from the input. The same player is then sent to the same
 // beach on a machine that has been up for ten years, and must fare alike.
 
 #include "Fuzz/FuzzGame.h"

@@ -15,7 +15,7 @@ std::optional<std::int64_t> starsWritten(const std::string& number) {
     return progress->stars.at(1);
 }
 
-/// The beach number that a member of this name stands for.
+/// The beach number that a member of this name denotes.
 std::optional<std::int64_t> beachNamed(const std::string& name) {
     const auto progress = Json::readProgress(R"({"stars":{},"bestHaul":{")" + name + R"(":7}})");
     if (!progress) return std::nullopt;

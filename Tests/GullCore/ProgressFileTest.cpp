@@ -28,7 +28,7 @@ class ProgressFileTest : public testing::Test {
         action();
         return testing::internal::GetCapturedStderr();
     }
-    /// Nothing can be written in the place of the file: a folder stands in the way of the new one.
+    /// The file cannot be written: a folder is in the way of the new one.
     void block() { fs::create_directories(folder_ / "Gullwick/.progress.json.new/in the way"); }
     void unblock() { fs::remove_all(folder_ / "Gullwick/.progress.json.new"); }
 };

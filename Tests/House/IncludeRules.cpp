@@ -15,7 +15,7 @@ struct Room {
     std::vector<std::string> mayInclude;
 };
 
-/// The cellar: every room may have something to say.
+/// Below all rows: every room may have something to say.
 constexpr std::string_view cellar = "Engine/Log";
 
 /// Lowest row first.
@@ -48,7 +48,7 @@ const std::vector<Room>& rooms() {
          {"GullCore", "Gullwick/Scene", "Gullwick/Feedback", "Gullwick/Settings", "Engine/Stage",
           "Engine/Language", "Engine/Loop", "Engine/Input"}},
 
-        // Of the scene the overlay takes colours and the models of its icons, nothing that moves.
+        // The overlay uses the scene's colours and icon models, but nothing that moves.
         {"Gullwick/HUD",
          {"Gullwick/Game", "Gullwick/Settings", "GullCore", "Gullwick/Scene/Look.h",
           "Gullwick/Scene/ItemModels.h", "Gullwick/Scene/Textures.h", "Engine/Views", "Engine/Stage",
@@ -61,7 +61,7 @@ const std::vector<Room>& rooms() {
 
 /// Libraries that stay inside the rooms that own them. Anybody may use the standard library and fmt.
 struct Library {
-    std::string headers;  ///< pattern of what stands between < and >
+    std::string headers;  ///< pattern for the name between < and >
     std::set<std::string> rooms;
 };
 
@@ -109,7 +109,7 @@ std::vector<Include> includesOf(const std::string& text) {
     return includes;
 }
 
-/// The library that `header` belongs to, if it is one that is kept inside its rooms.
+/// The library of `header`, if it is one that must stay inside its rooms.
 const Library* libraryOf(const std::string& header) {
     for (const Library& library : libraries()) {
         if (std::regex_match(header, std::regex(library.headers))) return &library;
@@ -123,7 +123,7 @@ bool showsALibrary(const std::string& text) {
                        [](const Include& include) { return !include.isOurs && libraryOf(include.path); });
 }
 
-/// What is wrong with an include of ours in a file of `room`; empty when nothing is.
+/// The fault of an include of ours in a file of `room`; empty if there is none.
 std::string faultOfOurs(const Room& room, const std::string& header, const SourceTree& sources) {
     const auto target = sources.find(header);
     if (target == sources.end()) return "no such header below Sources";
@@ -148,7 +148,7 @@ std::string unitOf(const std::string& path) {
 
 using Units = std::map<std::string, std::set<std::string>>;
 
-/// Whether `goal` is included by any of `from` or by what they include.
+/// Whether `goal` is included by any of `from` or by their includes.
 bool reaches(const Units& units, const std::set<std::string>& from, const std::string& goal) {
     std::vector<std::string> left(from.begin(), from.end());
     std::set<std::string> seen;

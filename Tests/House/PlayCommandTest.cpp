@@ -10,7 +10,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A checkout with the real script in it, whose tools and game are stand-ins that only say how they were
+/// A checkout with the real script in it; its tools and game are stand-ins that only report how they were
 /// called.
 class PlayCommandTest : public testing::Test {
   protected:

@@ -7,20 +7,20 @@
 
 namespace gull::session {
 
-/// A display of its own (Xvfb) with a hand on mouse and keyboard (xdotool). Throws when Xvfb does not start:
-/// a test without a display has failed.
+/// A private display (Xvfb) with a hand on mouse and keyboard (xdotool). Throws if Xvfb does not start, so a
+/// test without a display fails.
 class Desktop {
   public:
-    /// `options` are further ones of Xvfb, e.g. "-extension GLX".
+    /// `options` are additional ones for Xvfb, e.g. "-extension GLX".
     Desktop(int width, int height, const std::string& options = {});
 
     const std::string& display() const { return display_; }
-    /// The environment of a program that is to run on this desktop, with its files in `home`.
+    /// The environment of a program to run on this desktop, with its files in `home`.
     Environment environment(const std::filesystem::path& home) const;
 
-    /// Waits until a window of that title is there, gives it the keyboard and tells its place.
+    /// Waits for a window of that title, gives it the keyboard and returns its place.
     bool waitForWindow(const std::string& title, double seconds);
-    /// The same for a window that has to come by the keyboard itself.
+    /// The same for a window that must get the keyboard by itself.
     bool waitForWindowAlone(const std::string& title, double seconds);
     /// Runs a window manager (openbox) from now on.
     void manageWindows();

@@ -1,4 +1,4 @@
-// Machines whose OpenGL is not there, or not by the usual way: the game plays or says what is missing.
+// Machines without OpenGL, or with it in unusual ways: the game plays or says what is missing.
 
 #include "Session/Desktop.h"
 

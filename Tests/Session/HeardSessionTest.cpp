@@ -1,4 +1,4 @@
-// What comes out of the speakers while the real program is played, from a capture of its audio device.
+// The sound of the real program while it is played, captured from its audio device.
 
 #include "GullCore/Detector.h"
 #include "Session/Desktop.h"
@@ -18,8 +18,7 @@ constexpr double captureRate = 48000;  ///< stereo floats, as the program asks i
 constexpr double frame = 1.0 / 60;
 constexpr double buffer = 512 / captureRate;
 constexpr double analysis = 0.004;  ///< two steps of levels()
-/// On a machine that something else keeps busy a frame may hold a tick up: nearly all must be in time, in one
-/// of a few captures.
+/// On a busy machine a frame may delay a tick: nearly all must be in time, in one of a few captures.
 constexpr double mostOfThem = 0.7;
 constexpr int attempts = 4;
 
@@ -33,7 +32,7 @@ std::vector<float> samples(const std::filesystem::path& file) {
     return result;
 }
 
-/// How much of `frequency` there is in the 8 ms around each 2 ms step (Goertzel's algorithm).
+/// The strength of `frequency` in the 8 ms around each 2 ms step (Goertzel's algorithm).
 std::vector<double> levels(const std::vector<float>& sound, double frequency) {
     constexpr std::size_t window = 384, step = 96;
     const double turn = 2 * std::cos(2 * std::numbers::pi * frequency / captureRate);
@@ -50,7 +49,7 @@ std::vector<double> levels(const std::vector<float>& sound, double frequency) {
     return result;
 }
 
-/// The moments, seconds, at which `frequency` rises above half of its loudest.
+/// The times, in seconds, at which `frequency` rises above half of its maximum.
 std::vector<double> onsets(const std::vector<float>& sound, double frequency) {
     const std::vector<double> level = levels(sound, frequency);
     const double bound = 0.5 * *std::max_element(level.begin(), level.end());

@@ -1,4 +1,5 @@
-// What the built program says when it cannot start, to those who see a terminal and to those who do not.
+// The messages of the built program when it cannot start, for those who see a terminal and for those who do
+// not.
 
 #include "Session/Process.h"
 

@@ -13,11 +13,11 @@
 
 namespace gull::session {
 
-/// What lies where when the program is started with `--seed 7`, from a controller of our own that is driven
-/// alike, and where the mouse must stand to bring the coil there in a window of 1240 x 800.
+/// The layout when the program is started with `--seed 7`, from a controller of our own driven in the same
+/// way, and where the mouse must be to bring the coil there in a window of 1240 x 800.
 class PlayersMap {
   public:
-    /// With the progress file that the program will find; none: a new player.
+    /// With the progress file that the program will find; empty: a new player.
     explicit PlayersMap(const std::filesystem::path& progress = {})
         : game_(loop_, settings_, feedback_, progress, !progress.empty(), 7) {
         game_.world().frame(1240.0 / 800.0);

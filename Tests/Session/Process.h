@@ -10,7 +10,7 @@
 
 namespace gull::session {
 
-/// A folder of its own under the system's temporary one; removed with what is in it.
+/// A private folder under the system's temporary one; removed with its contents.
 class ScratchFolder {
   public:
     ScratchFolder();
@@ -25,11 +25,11 @@ class ScratchFolder {
 
 using Environment = std::map<std::string, std::optional<std::string>>;  ///< none: unset
 
-/// A program that runs beside the test; ended by force with this object.
+/// A program that runs beside the test; killed with this object.
 class Process {
   public:
-    /// `program` is looked up in PATH. The environment is the test's own with `changes`. What it prints goes
-    /// into files in `folder`.
+    /// `program` is looked up in PATH. The environment is the test's own with `changes`. Its output goes into
+    /// files in `folder`.
     Process(const std::string& program, const std::vector<std::string>& arguments, const Environment& changes,
             const std::filesystem::path& folder);
     ~Process();
@@ -37,7 +37,7 @@ class Process {
     Process& operator=(const Process&) = delete;
 
     bool isRunning();
-    /// The exit status; nothing when it still runs after `seconds`. A signal counts as 128 and its number.
+    /// The exit status; empty if it still runs after `seconds`. A signal counts as 128 plus its number.
     std::optional<int> wait(double seconds);
     void terminate();
     std::string output() const;

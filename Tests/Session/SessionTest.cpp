@@ -31,7 +31,7 @@ class Session : public testing::Test {
         for (const auto& [key, value] : more) environment[key] = value;
         return std::make_unique<Process>(GULLWICK_BINARY, arguments, environment, home_.path());
     }
-    /// Where pictures of a session are left for people to look at.
+    /// The folder in which a session's pictures are left for people to look at.
     static std::filesystem::path pictures() {
         std::filesystem::create_directories(SESSION_PICTURES);
         return SESSION_PICTURES;
@@ -124,7 +124,7 @@ TEST_F(Session, MenusAlertAndSelectAreWalkedWithKeysAlone) {
     type({"Return"});
     EXPECT_EQ(contents(progressFile()), passed);
 
-    // The beach select opens what the keys choose: the first beach, then a locked one is refused.
+    // The beach select opens the beach chosen by keys: the first one opens, then a locked one is refused.
     type({"l", "Left", "Return"});
     pause(2);
     type({"l", "Down"});

@@ -4,10 +4,10 @@
 
 namespace gull {
 
-/// Keeps other runs of this program off a file while one reads it, changes it and puts it back. It is the
-/// file's folder that is locked, so that no lock file is left behind.
+/// Keeps other instances of this program away from a file while one reads, changes and replaces it. It locks
+/// the file's folder, so that no lock file is left behind.
 ///
-/// Whoever holds the lock for longer than `patience` is ignored: a game that hangs must not stop another.
+/// A lock held for longer than `patience` is ignored: a game that hangs must not stop another.
 class FileLock {
   public:
     static constexpr double patience = 0.25;  ///< seconds

@@ -13,7 +13,7 @@
 namespace gull::SmallFile {
 namespace {
 
-/// Closes when it goes; only for descriptors whose close() has nothing left to report.
+/// Closes on destruction; only for descriptors whose close() has nothing left to report.
 class Descriptor {
   public:
     explicit Descriptor(int number) : number_(number) {}
@@ -24,7 +24,7 @@ class Descriptor {
     }
     bool isOpen() const { return number_ >= 0; }
     int number() const { return number_; }
-    /// Closes now and says whether that went well.
+    /// Closes now and says whether that succeeded.
     bool close() { return ::close(std::exchange(number_, -1)) == 0; }
 
   private:
@@ -49,13 +49,13 @@ bool writeAll(int descriptor, std::string_view bytes) {
     return true;
 }
 
-/// Makes the rename itself last. A file system that cannot sync a folder has done what it can.
+/// Makes the rename itself durable. If the file system cannot sync a folder, this is all that can be done.
 void syncFolder(const std::filesystem::path& folder) {
     const Descriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (descriptor.isOpen()) ::fsync(descriptor.number());
 }
 
-/// A file without a name: gone with the program, should that be killed. Closed when the file system has none.
+/// A file without a name, which disappears if the program is killed. Closed if the file system has none.
 int openUnnamed([[maybe_unused]] const std::filesystem::path& folder) {
 #ifdef O_TMPFILE
     return ::open(folder.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, 0666);
@@ -77,8 +77,8 @@ bool link(const Descriptor& descriptor, const std::filesystem::path& file) {
     return ::linkat(AT_FDCWD, unnamed.c_str(), AT_FDCWD, file.c_str(), AT_SYMLINK_FOLLOW) == 0;
 }
 
-/// Makes `file` of `bytes`, complete and synced, in the place of whatever stood there. `mode` are the
-/// permissions, those of any new file when empty.
+/// Writes `bytes` to `file`, complete and synced, replacing anything there. `mode` holds the permissions;
+/// empty: those of any new file.
 Outcome writeNew(const std::filesystem::path& file, std::string_view bytes, std::optional<mode_t> mode,
                  bool unnamed) {
     Descriptor descriptor(unnamed ? openUnnamed(file.parent_path()) : openNamed(file));

@@ -14,39 +14,39 @@ namespace SmallFile {
 /// The largest file that read() takes, in bytes.
 inline constexpr std::size_t largest = 16u << 20;
 
-/// What a read found. Exactly one of the two is set: the bytes, or why there are none.
+/// The result of a read. Exactly one of the two is set: the bytes, or the reason why there are none.
 struct Contents {
     std::optional<std::string> bytes;
     std::string failure;     ///< for people, e.g. "Permission denied"
     bool isMissing = false;  ///< no such file, which is often no failure at all
 };
 
-/// What became of a write.
+/// The result of a write.
 struct Outcome {
-    std::string failure;  ///< empty when all went well; else for people, naming the step that failed
+    std::string failure;  ///< empty on success; else for people, naming the step that failed
     explicit operator bool() const { return failure.empty(); }
 };
 
-/// The whole file. Anything but a regular file (a folder, a pipe, a device) is refused, and so is one above
+/// Reads the whole file. Refuses anything but a regular file (a folder, a pipe, a device), and files above
 /// `largest`.
 Contents read(const std::filesystem::path& file);
 
-/// Puts `bytes` in the place of `file` in one step: they are written and synced first, then renamed. A
-/// program killed in between leaves the old file or the new one, whole, and at most `.<name>.new` beside it,
-/// which the next replacement takes away. Missing parent folders are made. Links are followed, also to a
-/// file that does not exist yet, and an existing file keeps its permissions; something that is not a regular
-/// file is never replaced.
+/// Replaces `file` with `bytes` in one step: they are written and synced first, then renamed. If the program
+/// is killed in between, the old file or the new one is there, whole, and at most `.<name>.new` beside it,
+/// which the next replacement removes. Creates missing parent folders. Follows links, even to a file that
+/// does not exist yet, keeps the permissions of an existing file, and never replaces anything but a regular
+/// file.
 Outcome replace(const std::filesystem::path& file, std::string_view bytes);
 
-/// Keeps `bytes`, what a damaged `file` holds, beside it as `<file>.damaged`, or `.damaged2` and so on when
-/// that is taken already.
+/// Keeps `bytes`, the contents of a damaged `file`, beside it as `<file>.damaged`, or `.damaged2` and so on
+/// if that is taken.
 Outcome setAside(const std::filesystem::path& file, std::string_view bytes);
 
-/// Makes the missing folders above `file` for nobody but the user (0700), as is customary for the folders
-/// that the player's own files lie in. A failure shows when the file is written.
+/// Creates the missing folders above `file` for the user alone (0700), as is usual for the player's own
+/// files. A failure shows when the file is written.
 void makePrivateFolders(const std::filesystem::path& file);
 
-/// What `file` stands for when links are followed; it need not exist.
+/// The target of `file` after following links; it need not exist.
 std::filesystem::path linkTarget(const std::filesystem::path& file);
 
 }  // namespace SmallFile

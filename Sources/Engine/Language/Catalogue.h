@@ -6,20 +6,20 @@
 
 namespace gull {
 
-/// The translations of one language as msgfmt compiles them (a .mo file), read where they lie.
+/// The translations of one language, read in place from the .mo file that msgfmt compiles.
 class Catalogue {
   public:
-    /// Borrows `bytes`. Throws std::invalid_argument when they are no .mo file, or a damaged one.
+    /// Borrows `bytes`. Throws std::invalid_argument if they are not a valid .mo file.
     explicit Catalogue(std::string_view bytes);
 
-    /// The translation, borrowed; empty when there is none. `count` picks the form of a message that has
-    /// plural forms.
+    /// The translation, borrowed; empty if there is none. `count` selects the plural form of a message that
+    /// has several.
     std::string_view find(std::string_view context, std::string_view english, std::int64_t count = 0) const;
 
     struct Entry {
         std::string_view context;
         std::string_view english;
-        std::string_view plural;              ///< empty where there is none
+        std::string_view plural;              ///< empty if there is none
         std::vector<std::string_view> forms;  ///< one, or as many as the language has plural forms
     };
     /// Every message but the header, for tests.

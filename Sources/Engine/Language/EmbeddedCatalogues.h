@@ -5,13 +5,13 @@
 
 namespace gull {
 
-/// A catalogue that was compiled into the program.
+/// A catalogue compiled into the program.
 struct EmbeddedCatalogue {
     std::string_view code;   ///< of the language: "de"
     std::string_view bytes;  ///< a .mo file
 };
 
-/// By their codes. The build writes the source of this function from Translations/*.po.
+/// Sorted by code. The build generates this function's source from Translations/*.po.
 std::span<const EmbeddedCatalogue> embeddedCatalogues();
 
 }  // namespace gull

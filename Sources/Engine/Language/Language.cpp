@@ -39,7 +39,7 @@ bool isPlain(std::string_view locale) {
     return locale == "C" || locale == "POSIX";
 }
 
-/// "de_AT.UTF-8@euro" is wanted as "de_AT" or else as "de".
+/// "de_AT.UTF-8@euro" means "de_AT", or else "de".
 std::optional<Language> forLocale(std::string_view locale) {
     const std::string_view withCountry = locale.substr(0, locale.find_first_of(".@"));
     if (auto found = Language::find(withCountry)) return found;
@@ -93,7 +93,7 @@ std::string Language::tr(const Message& message) const {
         try {
             if (!own.empty()) return formatted(own, *this, message.values);
         } catch (const fmt::format_error&) {
-            // A slip of a translator, which the tests look for, must not end the game.
+            // A translator's slip, which the tests look for, must not end the game.
         }
     }
     return formatted(english, *this, message.values);

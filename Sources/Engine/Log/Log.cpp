@@ -36,7 +36,7 @@ KeptLog& kept() {
     return *log;
 }
 
-/// Keeps this thread from dying when the reader of a pipe has gone.
+/// Keeps this thread alive when the reader of a pipe is gone.
 class PipeSignalHeld {
   public:
     PipeSignalHeld() {
@@ -62,8 +62,8 @@ class PipeSignalHeld {
     bool wasPending_ = false;
 };
 
-/// A pipe or terminal opened a second time, without waiting: the flag on the first description would be
-/// everybody's who shares it. -1 where that is not possible, or not needed.
+/// A pipe or terminal opened a second time as non-blocking: setting the flag on the first description would
+/// affect everybody who shares it. -1 if that is impossible or unnecessary.
 int openedWithoutWaiting(int descriptor) {
 #ifdef __linux__
     struct stat status {};
@@ -76,7 +76,7 @@ int openedWithoutWaiting(int descriptor) {
     return -1;
 }
 
-/// Drops what a descriptor does not take at once.
+/// Drops anything that a descriptor does not take immediately.
 void writeWithoutWaiting(int descriptor, std::string_view bytes) {
     const int second = openedWithoutWaiting(descriptor);
     const int target = second >= 0 ? second : descriptor;
@@ -137,7 +137,7 @@ void write(fmt::string_view sentence, fmt::format_args values, bool aloud) noexc
             writeToLog(line);
         }
     } catch (const std::exception&) {
-        // No memory left to say it with.
+        // There is no memory left for the message.
     }
     errno = error;
 }
@@ -150,7 +150,7 @@ void keep(const std::filesystem::path& file) noexcept {
             folder /= step;
             ::mkdir(folder.c_str(), 0700);
         }
-        // A game that still runs goes on writing into the file that it has.
+        // A game that is still running keeps writing to its own file.
         ::unlink(file.c_str());
         const int descriptor =
             ::open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_APPEND | O_CLOEXEC | O_NONBLOCK, 0600);

@@ -6,8 +6,8 @@
 
 namespace gull {
 
-/// 8 bits a channel, R G B A in memory, premultiplied alpha, sRGB unless its maker says otherwise; row 0 is
-/// the top of the picture. A plain value.
+/// 8 bits per channel, R G B A in memory, premultiplied alpha, sRGB unless its creator says otherwise; row 0
+/// is the top of the picture. A plain value.
 struct Image {
     int width = 0;
     int height = 0;

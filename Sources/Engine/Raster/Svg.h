@@ -7,8 +7,8 @@
 
 namespace gull {
 
-/// What `draw` draws on a canvas of that size, in points, as the text of an SVG file: paths and gradients
-/// stay what they are at any size; soft shadows and images become bitmaps.
+/// The drawing that `draw` makes on a canvas of that size (points), as the text of an SVG file. Paths and
+/// gradients stay scalable; soft shadows and images become bitmaps.
 std::string drawnAsSvg(double width, double height, const std::function<void(Canvas&)>& draw);
 
 }  // namespace gull

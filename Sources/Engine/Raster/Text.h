@@ -50,7 +50,7 @@ void drawText(Canvas& canvas, std::string_view text, const TextStyle& style, con
 std::string upperCase(std::string_view text);
 /// True when fontconfig finds any font at all.
 bool anyFontInstalled();
-/// True when there is a glyph for every character of `text`, in the font itself or one that steps in.
+/// True when there is a glyph for every character of `text`, in the font itself or a fallback.
 bool canShow(std::string_view text, const Font& font = {});
 /// The family and file that a font resolves to, for diagnosis: "JetBrains Mono (JetBrainsMono-Regular.ttf)".
 std::string describeFont(const Font& font);

@@ -31,7 +31,7 @@ class Line {
         stream_.render(out);
     }
     bool send(const SoundStream::Command& command) { return stream_.send(command); }
-    /// False while the sound system hangs: what is sent then would all be heard at once when it goes on.
+    /// False while the sound system hangs: commands sent then would all be heard at once when it continues.
     bool isFlowing() const {
         return Clock::now() - renderedAt_.load(std::memory_order_relaxed) < buffer() + Seconds(0.3);
     }
@@ -40,7 +40,7 @@ class Line {
         stream_.silence();
     }
     bool hasFadedOut() const { return stream_.hasFadedOut(); }
-    /// How long a buffer sounds.
+    /// The duration of a buffer.
     Seconds buffer() const { return Seconds(1.0 * format_.bufferFrames / format_.rate); }
 
   private:
@@ -48,18 +48,18 @@ class Line {
 
     AudioSystem::Format format_;
     std::atomic<Clock::time_point> renderedAt_{Clock::now()};
-    std::mutex rendering_;  // free but for the moment in which silence() is called
+    std::mutex rendering_;  // free except while silence() is called
     SoundStream stream_;
 };
 
 }  // namespace
 
-/// What the main thread and the keeper have in common; it lives as long as either.
+/// The state that the main thread and the keeper share; it lives as long as either.
 struct AudioDevice::Shared {
-    std::unique_ptr<AudioSystem> system;  // the keeper's alone
+    std::unique_ptr<AudioSystem> system;  // only for the keeper
     Timing timing;
 
-    std::mutex mutex;  // for what follows, never held while the system is called
+    std::mutex mutex;  // guards the members below, never held while calling the system
     std::condition_variable changed;
     bool isLeaving = false;
     bool isAttempting = true;
@@ -71,11 +71,11 @@ struct AudioDevice::Shared {
 struct AudioDevice::Impl {
     std::shared_ptr<Shared> shared = std::make_shared<Shared>();
     bool isWanted = false;
-    std::shared_ptr<Line> line;  // that the commands go to
-    double patientUntil = -1;    // uptime, while an attempt takes its time
+    std::shared_ptr<Line> line;  // receives the commands
+    double patientUntil = -1;    // uptime at which the current attempt began
     bool hasComplained = false;
 
-    // What a device that is opened later has to be told.
+    // Commands for a device that is opened later.
     std::span<const float> loopSamples;
     float loopVolume = 0;
     bool owesLoop = false;
@@ -87,7 +87,7 @@ struct AudioDevice::Impl {
     void fadeOut() const;
 };
 
-/// The keeper's life.
+/// The keeper's thread.
 void AudioDevice::keep(const std::shared_ptr<Shared>& shared) {
     AudioSystem& system = *shared->system;
     std::unique_lock lock(shared->mutex);
@@ -161,7 +161,7 @@ void AudioDevice::Impl::complain(const std::string& problem) {
 
 void AudioDevice::Impl::fadeOut() const {
     if (!line->send({SoundStream::Command::Kind::fadeOut, 0, 0, {}})) return;
-    // A device that has stopped asking for samples is not waited for.
+    // Does not wait for a device that no longer asks for samples.
     constexpr Seconds step(0.005);
     for (Seconds waited(0); waited < Seconds(0.1) && !line->hasFadedOut(); waited += step)
         std::this_thread::sleep_for(step);
@@ -188,7 +188,7 @@ AudioDevice::~AudioDevice() {
 
 bool AudioDevice::start() {
     if (!std::exchange(impl_->isWanted, true)) {
-        // On its own from the start: it may never come back from the sound system.
+        // Detached from the start: it may never return from the sound system.
         std::thread([shared = impl_->shared] { keep(shared); }).detach();
         return true;
     }

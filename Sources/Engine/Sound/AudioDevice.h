@@ -9,16 +9,16 @@
 
 namespace gull {
 
-/// The speakers: the system's default audio device, so that the system can move the stream from one to
-/// another. Opened when first needed, reopened when it is taken away; without any, everything is silent,
-/// which is said once.
+/// The speakers: the system's default audio device, so that the system can move the stream between devices.
+/// Opened when first needed and reopened when it disappears. Without a device everything is silent, which is
+/// reported once.
 ///
-/// Main thread only, and no call waits for the sound system: a thread of its own opens the device, watches it
-/// and closes it, and a sound server that hangs holds only that one. The device's thread renders; commands
-/// cross to it through a lock-free queue.
+/// Main thread only, and no call waits for the sound system: a separate thread opens, watches and closes the
+/// device, so a sound server that hangs blocks only that thread. The device's thread renders; commands cross
+/// to it through a lock-free queue.
 class AudioDevice final : public SoundOutput {
   public:
-    /// What there is, for diagnosis.
+    /// The sound system's state, for diagnosis.
     struct Description {
         bool isOpen = false;
         std::string driver;                ///< "pulseaudio", "alsa", "disk"...; empty when there is none
@@ -30,10 +30,10 @@ class AudioDevice final : public SoundOutput {
     };
     /// Seconds.
     struct Timing {
-        double look = 0.1;      ///< between looks whether an open device is still there
+        double look = 0.1;      ///< between checks that an open device still exists
         double retry = 0.5;     ///< between attempts to open one
-        double patience = 3;    ///< after which a sound system that does not answer is told
-        double farewell = 0.5;  ///< that the end waits for a device to close
+        double patience = 3;    ///< after which a sound system that does not answer is reported
+        double farewell = 0.5;  ///< that the program's end waits for a device to close
     };
 
     AudioDevice();
@@ -43,8 +43,8 @@ class AudioDevice final : public SoundOutput {
     AudioDevice(const AudioDevice&) = delete;
     AudioDevice& operator=(const AudioDevice&) = delete;
 
-    /// The first call has the device opened; false after an attempt that failed. Attempts go on by
-    /// themselves.
+    /// The first call starts opening the device; false after a failed attempt. Further attempts follow
+    /// automatically.
     bool start() override;
     void play(int voice, std::span<const float> samples, float volume) override;
     void loop(std::span<const float> samples) override;
@@ -52,8 +52,8 @@ class AudioDevice final : public SoundOutput {
     /// Fades out within a few milliseconds first.
     void silence() override;
 
-    /// Takes to a device that has been opened since the last call what it has to play. Call it once a frame;
-    /// `now` is the uptime in seconds.
+    /// Sends a newly opened device everything that it has to play. Call it once a frame; `now` is the uptime
+    /// in seconds.
     void poll(double now);
     /// Waits until the attempt to open is over, at most `seconds`.
     void await(double seconds);

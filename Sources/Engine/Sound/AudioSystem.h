@@ -7,8 +7,8 @@
 
 namespace gull {
 
-/// The machine's way to be heard, as AudioDevice uses it: from one thread of its own, because a sound server
-/// that hangs may hold any of these calls for ever.
+/// The machine's sound system as AudioDevice uses it: from one dedicated thread, because a sound server that
+/// hangs may block any of these calls for ever.
 class AudioSystem {
   public:
     struct Format {
@@ -20,8 +20,8 @@ class AudioSystem {
     using Fill = std::function<void(std::span<float>)>;
 
     virtual ~AudioSystem() = default;
-    /// Opens the default device, which the system may move. `begin` learns the format and makes what is
-    /// played until close() returns. False, and `problem` says why, when there is no way now.
+    /// Opens the default device, which the system may move. `begin` is told the format and returns the stream
+    /// to play until close() returns. False, with the reason in `problem`, if it is not possible now.
     virtual bool open(const std::function<Fill(const Format&)>& begin, std::string& problem) = 0;
     virtual void close() = 0;
     /// The open device was taken away.

@@ -11,8 +11,8 @@ constexpr Uint16 wantedFrames = 512;
 
 void sayNothing(const char*, int, const char*, int, const char*, ...) {}
 
-/// ALSA's library writes half a page to standard error when a machine has no sound card; what is wrong is
-/// said by ourselves, once.
+/// ALSA's library writes half a page to standard error on a machine without a sound card; we report that
+/// ourselves, once.
 void quietenAlsa() {
 #ifdef __linux__
     static void* const library = SDL_LoadObject("libasound.so.2");
@@ -39,8 +39,8 @@ void SdlAudio::fill(void* self, Uint8* bytes, int length) {
 
 bool SdlAudio::open(const std::function<Fill(const Format&)>& begin, std::string& problem) {
     quietenAlsa();
-    // Not by SDL_InitSubSystem, whose counts belong to the main thread. Once up it stays up: with the sound
-    // server away for a moment another driver would be found, and keep the card from the server.
+    // Not by SDL_InitSubSystem, whose counts belong to the main thread. Once initialised it stays so: while
+    // the sound server is away for a moment, SDL would find another driver and keep the card from the server.
     if (!isUp_) isUp_ = SDL_AudioInit(nullptr) == 0;
     SDL_AudioSpec wanted{};
     SDL_AudioSpec spec{};

@@ -6,7 +6,7 @@
 
 namespace gull {
 
-/// SDL's audio. Its events must be up if plugged devices are to be noticed.
+/// SDL's audio. SDL's events must be initialised for it to notice devices being plugged in.
 class SdlAudio final : public AudioSystem {
   public:
     SdlAudio() = default;

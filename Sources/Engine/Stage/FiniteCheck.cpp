@@ -45,7 +45,7 @@ bool isFinite(const ParticleSystem& system) {
                       system.intensity});
 }
 
-/// What is not finite about a node itself; empty when all is.
+/// Names what is not finite about a node itself; empty when everything is finite.
 const char* fault(const Node& node) {
     if (!isFinite(node.position)) return "its position";
     if (!isFinite(node.eulerAngles)) return "its angles";

@@ -17,9 +17,9 @@
 
 namespace gull {
 
-/// Which of a frame's layers draws a node: what rests is drawn once and kept, what moves is drawn every
-/// frame. What drifts (slowly, and under all blended things that move) may be drawn a part at a time, each
-/// part every few frames.
+/// The layer of a frame that draws a node. The still layer is drawn once and kept; the moving one is drawn
+/// every frame. The water layer changes slowly and lies under all blended moving things; it may be redrawn in
+/// parts, each every few frames.
 enum class Layer { inherited, still, water, moving };
 
 /// The bounds of `box` after `transform`.

@@ -10,8 +10,8 @@
 
 namespace gull {
 
-/// Everything a renderer needs to draw a scene: plain data, no GPU. Whoever changes what the still layer
-/// shows says so with touchStill(); what is in the moving layer may change at any time without a word.
+/// Everything a renderer needs to draw a scene: plain data, no GPU. Announce changes of the still layer with
+/// touchStill(); the moving layer may change at any time without notice.
 class Stage {
   public:
     struct Fog {
@@ -41,7 +41,7 @@ class Stage {
     /// show the change.
     void touchStill();
     void touchStill(const Box& box);
-    /// Only what multiply maps show changed, within `box`.
+    /// Only multiply maps changed, within `box`.
     void touchPaint(const Box& box);
     /// Rises with every touch.
     std::uint64_t stillSerial() const { return serial_; }
@@ -50,7 +50,7 @@ class Stage {
         Box box;
         bool onlyPaint;
     };
-    /// What was touched after `serial`; nothing when everything changed.
+    /// The touches after `serial`; empty if everything changed.
     std::optional<std::vector<StillChange>> stillChangesSince(std::uint64_t serial) const;
 
   private:

@@ -9,8 +9,8 @@
 
 namespace gull {
 
-/// One touchpad, read from its event device. One with an actuator is opened for writing too where that is
-/// allowed; the others are only read.
+/// One touchpad, read from its event device. If it has an actuator and permissions allow, it is opened for
+/// writing, too.
 class EvdevTrackpad {
   public:
     /// The result of opening a device.
@@ -27,17 +27,17 @@ class EvdevTrackpad {
 
     enum class News { none, more, gone };
 
-    /// Takes in what has happened, never waiting, up to the next finger that came down or went up: `more`
-    /// then. `gone`: so is the device, and it has no contacts.
+    /// Reads events without waiting, up to the next finger that comes down or goes up; `more` is then set.
+    /// `gone`: the device is gone and has no contacts.
     News poll();
-    /// Asks the device itself what is on it: events may have been lost while the machine slept.
+    /// Reads the current contacts from the device: events may have been lost while the machine slept.
     void resync();
     const std::vector<Contact>& contacts() const;
 
     std::string name() const;
     /// "5 slots, 1224 x 804 units, 12 per mm".
     std::string geometry() const;
-    /// It has an actuator that we are not permitted to use.
+    /// It has an actuator that we may not use.
     bool mayNotPulse() const;
     bool pulses() const;
     void perform(HapticPattern pattern);

@@ -14,11 +14,11 @@ namespace gull {
 #ifdef GULL_LOGIND
 namespace {
 
-/// The session of this process; empty when logind knows none.
+/// The session of this process; empty if logind knows none.
 std::string ownSession() {
     char* name = nullptr;
-    // A program that a user service starts, as some desktops have it, is in no session of its own: then the
-    // one that the user sees.
+    // A program started by a user service, as some desktops do, has no session of its own; use the one on
+    // display.
     if (sd_pid_get_session(0, &name) < 0 && sd_uid_get_display(getuid(), &name) < 0) return {};
     const std::unique_ptr<char, decltype(&std::free)> owned(name, &std::free);
     return name;
@@ -38,7 +38,7 @@ struct Seat::Impl {
         ask();
     }
     void ask() {
-        // A session without a seat (ssh with a display of its own) is never active, and never was.
+        // A session without a seat (ssh with its own display) is never active and never was.
         if (session.empty() || sd_session_get_seat(session.c_str(), nullptr) < 0) return;
         isOurs = sd_session_is_active(session.c_str()) != 0;
     }

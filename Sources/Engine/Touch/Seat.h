@@ -4,8 +4,9 @@
 
 namespace gull {
 
-/// Whether the player sits at the machine: on Linux a session loses its seat when another virtual terminal is
-/// switched to, and then its devices are another's. Without logind the seat is always ours.
+/// Whether the player sits at the machine. On Linux a session loses its seat when the user switches to
+/// another virtual terminal; the devices then belong to another session. Without logind the seat is always
+/// ours.
 ///
 /// Main thread only; nothing blocks.
 class Seat {

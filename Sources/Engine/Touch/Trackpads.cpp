@@ -74,8 +74,8 @@ struct Entry {
     std::string name;
     std::unique_ptr<EvdevTrackpad> pad;  // null while it cannot be read
     int error = 0;                       // why not
-    bool isKeyboardToo = false;          // what is typed is nobody's business
-    std::int64_t number = 0;             // of this opening, to keep contact ids apart
+    bool isKeyboardToo = false;          // keyboards are private: what is typed concerns nobody
+    std::int64_t number = 0;             // number of this opening, to keep contact ids apart
 };
 
 }  // namespace
@@ -161,7 +161,7 @@ void Trackpads::Impl::takeNews() {
 
 Trackpads::Trackpads() : impl_(std::make_unique<Impl>()) {
     if (!impl_->udev) return;
-    impl_->watch();  // first, so that nothing slips in between
+    impl_->watch();  // started first, so that no device is missed
     impl_->findAll();
 }
 

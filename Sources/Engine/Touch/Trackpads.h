@@ -22,8 +22,8 @@ class Trackpads final : public HapticPerformer {
         bool isRead = false;       ///< its fingers are followed
         bool pulses = false;       ///< it has an actuator that we may use
         std::string geometry;      ///< "5 slots, 1224 x 804 units, 12 per mm"
-        std::string problem;       ///< why it is not read, or not wholly
-        bool isForbidden = false;  ///< so for want of a permission that the device manager's rules would give
+        std::string problem;       ///< why it is not read, or only in part
+        bool isForbidden = false;  ///< lacks a permission that the device manager's rules would give
     };
 
     Trackpads();
@@ -31,19 +31,19 @@ class Trackpads final : public HapticPerformer {
     Trackpads(const Trackpads&) = delete;
     Trackpads& operator=(const Trackpads&) = delete;
 
-    /// Takes in what has happened since the last call, up to the next finger that came down or went up;
-    /// `now` is the uptime in seconds. True when there may be more: call it once a frame until it says false.
+    /// Handles events up to the next finger that comes down or goes up; `now` is the uptime in seconds. True
+    /// if there may be more: each frame, call it until it returns false.
     bool poll(double now);
     /// The fingers that are down, pad by pad, oldest first.
     const std::vector<Contact>& contacts() const;
-    /// Whether the pad that this contact is on, or was on, is still there.
+    /// Whether the pad that this contact is or was on is still connected.
     bool isRead(std::int64_t contact) const;
     /// How many pads are read now.
     std::size_t readCount() const;
-    /// What was found, in the order found.
+    /// The pads, in the order found.
     std::vector<Pad> pads() const;
-    /// A pad is there that may not be read, but could be with the device manager's rules, and none is read:
-    /// the moment to tell the player.
+    /// True if there is a pad that only the device manager's rules would let us read, and no other pad is
+    /// read: the moment to tell the player.
     bool missesPermission() const;
 
     void perform(HapticPattern pattern) override;

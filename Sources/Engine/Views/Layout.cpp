@@ -37,7 +37,7 @@ double limited(double room) {
     return std::isfinite(room) ? room : 0;
 }
 
-/// By how much `size` must be scaled to fit into `room`.
+/// The factor by which `size` must be scaled to fit into `room`.
 double fitting(const ViewSize& size, const ViewSize& room) {
     double factor = 1;
     if (size.width > room.width) factor = room.width / size.width;
@@ -161,8 +161,8 @@ ViewSize Layout::measure(const View& view, const ViewSize& room) {
             },
             [](const View::FixedGap&) { return ViewSize{}; },
             [&](const View::Text& text) {
-                // Lines break at the style's width, which counts the space after the last letter: measured
-                // again in the width of the letters alone they would break elsewhere.
+                // Lines break at the style's width, which counts the space after the last letter. If measured
+                // again in the width of the letters alone, they would break elsewhere.
                 const TextStyle style = styleFor(text, room.width);
                 const TextSize size = measureText(text.text, style);
                 return ViewSize{style.maxWidth > 0 ? std::max(size.width, style.maxWidth) : size.width,
@@ -370,7 +370,7 @@ void Layout::group(Drawing::Content begin, const View& view, const Rect& rect) {
     --enclosing_;
     around_ = before;
     for (std::size_t i = firstName; i < named_.size(); ++i) named_[i].opacity *= opacity;
-    if (marks_.size() == first + 1) {  // nothing in it is visible
+    if (marks_.size() == first + 1) {  // nothing inside is visible
         marks_.pop_back();
         return;
     }

@@ -8,7 +8,7 @@ namespace gull {
 
 namespace {
 
-/// The names of the six buttons that differ from maker to maker.
+/// The names of the six buttons that differ between makers.
 struct Names {
     std::string_view south, east, west, north, start, back;
 };

@@ -6,8 +6,9 @@
 
 namespace gull {
 
-/// What the makers of a controller print on its buttons, as a player would say it: "A", "Cross", "Options".
-/// `sdlType` is SDL's type of controller; for one that SDL does not know, where the button sits.
+/// The names that a controller's maker prints on its buttons, as a player would say them: "A", "Cross",
+/// "Options". `sdlType` is SDL's type of controller; for types unknown to SDL, the name says where the button
+/// is.
 std::string_view controllerButtonName(int sdlType, ControllerButton button);
 
 }  // namespace gull

@@ -15,7 +15,7 @@
 namespace gull {
 namespace {
 
-/// The part of a stick's way in which it counts as at rest.
+/// The part of a stick's travel that counts as at rest.
 constexpr double deadZone = 0.15;
 
 struct Closed {
@@ -55,7 +55,7 @@ double axisShare(int value) {
     return std::clamp(value / 32767.0, -1.0, 1.0);
 }
 
-/// Without the dead zone: 0 at its rim, full where it was full.
+/// Removes the dead zone: 0 at its rim, unchanged at full deflection.
 Stick lively(double x, double y) {
     const double size = std::hypot(x, y);
     if (size <= deadZone) return {};
@@ -80,7 +80,7 @@ struct Controller {
     bool rumbles() const { return motors != nullptr; }
 };
 
-/// Where a finger is known by: controller, surface, number on it.
+/// Identifies a finger: controller, surface, number on it.
 struct FingerKey {
     SDL_JoystickID controller;
     int surface;
@@ -134,7 +134,7 @@ void GameControllers::Impl::connect(int index) {
 void GameControllers::Impl::disconnect(SDL_JoystickID id) {
     Controller* controller = find(id);
     if (!controller) return;
-    // Whoever acts on a button learns that it is not held any more.
+    // Tells listeners that the buttons are no longer held.
     for (const ControllerButton held : controller->pressed)
         events.push_back({ControllerEvent::Kind::released, controller->name, held, false});
     events.push_back({ControllerEvent::Kind::disconnected, controller->name, {}, false});
@@ -203,7 +203,7 @@ const Controller* GameControllers::Impl::rumbling() const {
 
 GameControllers::GameControllers(std::function<double()> now) : impl_(std::make_unique<Impl>()) {
     impl_->now = std::move(now);
-    // Buttons by where they sit, not by their letters.
+    // Buttons by position, not by their letters.
     SDL_SetHint(SDL_HINT_GAMECONTROLLER_USE_BUTTON_LABELS, "0");
     impl_->hasSubsystem = SDL_InitSubSystem(SDL_INIT_GAMECONTROLLER) == 0;
     if (!impl_->hasSubsystem) return;

@@ -11,7 +11,7 @@
 
 namespace gull {
 
-/// The buttons of a game controller by where they sit, whatever is printed on them.
+/// The buttons of a game controller by position, whatever is printed on them.
 enum class ControllerButton { south, east, west, north, start, back, left, right, up, down, touchClick };
 
 struct ControllerEvent {
@@ -28,8 +28,8 @@ struct Stick {
     double y = 0;
 };
 
-/// Every game controller of the machine, as they come and go. A touch surface counts as a trackpad, rumble
-/// stands in for an actuator.
+/// All game controllers of the machine, which may come and go. A touch surface counts as a trackpad; rumble
+/// replaces an actuator.
 ///
 /// Main thread only. SDL's video must be up before the first call (a Window does that).
 class GameControllers final : public HapticPerformer {
@@ -40,28 +40,29 @@ class GameControllers final : public HapticPerformer {
         bool rumbles = false;
     };
 
-    /// `now` gives the uptime in seconds, by which rumble pulses are kept apart.
+    /// `now` returns the uptime in seconds, which keeps rumble pulses apart.
     explicit GameControllers(std::function<double()> now);
     ~GameControllers() override;
     GameControllers(const GameControllers&) = delete;
     GameControllers& operator=(const GameControllers&) = delete;
 
-    /// Takes in an event as the window hands it on (a pointer to SDL's).
+    /// Handles an event passed on by the window (a pointer to SDL's event).
     void handle(const void* sdlEvent);
-    /// What has happened since the last call, in order.
+    /// Everything that happened since the last call, in order.
     std::vector<ControllerEvent> takeEvents();
     /// The fingers on all touch surfaces.
     const std::vector<Contact>& contacts() const;
-    /// Whether the controller that this contact is on, or was on, is still there.
+    /// Whether the controller that this contact is or was on is still connected.
     bool hasSurfaceOf(std::int64_t contact) const;
-    /// The left stick that is pushed furthest; within its dead zone it rests, behind it lies the whole range.
+    /// The left stick that is pushed furthest. Within the dead zone it counts as at rest; the full range
+    /// begins outside it.
     Stick stick() const;
     std::vector<Description> controllers() const;
-    /// What the controller in use (the one last touched, else the first) calls that button; empty without
-    /// one.
+    /// The name of that button on the controller in use (the last one touched, else the first); empty without
+    /// a controller.
     std::string buttonName(ControllerButton button) const;
 
-    /// Rumbles for a moment on the controllers in use.
+    /// Rumbles briefly on the controllers in use.
     void perform(HapticPattern pattern) override;
     bool isAvailable() const override;
 

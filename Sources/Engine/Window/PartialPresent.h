@@ -20,12 +20,12 @@ class PartialPresent {
     bool present(std::vector<Window::Part> parts, int width, int height);
 
   private:
-    /// True if the window system's size of the window equals that of the last frame and of this one.
+    /// True if the window system's size of the window equals the size of the last frame and of this one.
     bool isCertain(int width, int height);
 
     void* display_ = nullptr;  ///< Xlib's, SDL's own
     unsigned long drawable_ = 0;
-    int width_ = 0;  ///< of the frame before
+    int width_ = 0;  ///< the previous frame's
     int height_ = 0;
     bool certain_ = false;
 };

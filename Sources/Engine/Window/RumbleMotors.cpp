@@ -15,7 +15,7 @@ Uint32 milliseconds(const RumblePulses::Pulse& pulse) {
     return static_cast<Uint32>(std::lround(pulse.length * 1000));
 }
 
-/// On a thread of SDL's, perhaps after the controller is gone.
+/// Runs on one of SDL's threads, perhaps after the controller is gone.
 Uint32 SDLCALL stop(Uint32, void* id) {
     SDL_LockJoysticks();
     if (SDL_GameController* controller = SDL_GameControllerFromInstanceID(

@@ -11,18 +11,18 @@ struct _SDL_Haptic;
 
 namespace gull {
 
-/// The two rumble motors of one controller. Every pulse ends by itself, whatever the program does meanwhile:
-/// as an effect of the kernel's with a length of its own where the kernel drives the controller, else by a
-/// timer beside the frames.
+/// The two rumble motors of one controller. Every pulse ends by itself, whatever the program is doing: if the
+/// kernel drives the controller, as a kernel effect with its own length; otherwise by a timer independent of
+/// the frames.
 class RumbleMotors {
   public:
-    /// `controller` is open and stays so for as long as this object is there.
+    /// `controller` is open and stays open for the lifetime of this object.
     explicit RumbleMotors(_SDL_GameController* controller);
     ~RumbleMotors();
     RumbleMotors(const RumbleMotors&) = delete;
     RumbleMotors& operator=(const RumbleMotors&) = delete;
 
-    /// In place of a pulse that is still running.
+    /// Replaces a pulse that is still running.
     void play(HapticPattern pattern);
 
   private:
@@ -32,7 +32,7 @@ class RumbleMotors {
         void operator()(_SDL_Haptic* device) const;
     };
     _SDL_GameController* controller_;
-    std::unique_ptr<_SDL_Haptic, Closed> device_;  ///< null: the controller is not the kernel's
+    std::unique_ptr<_SDL_Haptic, Closed> device_;  ///< null: the kernel does not drive the controller
     std::array<int, 3> effects_{-1, -1, -1};       ///< by pattern
     int running_ = -1;
     int timer_ = 0;

@@ -6,9 +6,9 @@
 
 namespace gull {
 
-/// Makes pulses that a hand can tell apart out of a controller's two rumble motors, which take long to start
-/// and stop and where every order cancels the one before. A pulse that would run into the last one is
-/// dropped, unless it is stronger: then it takes its place. Ticks 55 ms apart all come through.
+/// Makes distinguishable pulses with a controller's two rumble motors, which start and stop slowly and for
+/// which every command cancels the one before. A pulse that would run into the last one is dropped, unless it
+/// is stronger: then it replaces it. Ticks 55 ms apart all come through.
 class RumblePulses {
   public:
     struct Pulse {
@@ -19,7 +19,7 @@ class RumblePulses {
 
     static constexpr double rest = 0.018;  ///< seconds of stillness between two pulses
 
-    /// Whether to order this pulse from the motors at `now` (seconds), in place of one still running.
+    /// Whether to send this pulse to the motors at `now` (seconds), replacing one that is still running.
     bool request(HapticPattern pattern, double now);
 
     /// How `pattern` feels: a light tick, a heavier one, a knock.

@@ -24,7 +24,7 @@ bool isSet(const char* variable) {
 
 VideoChoice chooseVideo() {
     if (isSet("SDL_VIDEODRIVER") || (!isSet("WAYLAND_DISPLAY") && !isSet("WAYLAND_SOCKET"))) return {};
-    // A socket that was handed over can be connected to once only, and that is SDL's.
+    // A socket passed as a file descriptor accepts only one connection, and that one is SDL's.
     const std::string missing = isSet("WAYLAND_SOCKET") ? std::string() : missingOnWayland();
     if (missing.empty()) return {"wayland,x11", {}};
     return {"x11,wayland", missing};
@@ -44,7 +44,7 @@ struct Unloaded {
     void operator()(void* library) const { dlclose(library); }
 };
 
-/// Libdecor draws title bars with plugins that lie beside it, and without one draws none.
+/// Libdecor draws title bars with plugins installed next to it; without one it draws none.
 bool hasDecorations() {
     if (const char* folder = std::getenv("LIBDECOR_PLUGIN_DIR")) return std::filesystem::exists(folder);
     const std::unique_ptr<void, Unloaded> library(dlopen("libdecor-0.so.0", RTLD_LAZY));

@@ -28,13 +28,13 @@ struct Destroyed {
     }
 };
 
-/// Part of a frame that the compositor may read at any time until it says that it is done.
+/// A buffer that the compositor may read at any time until it releases it.
 struct Buffer {
     std::unique_ptr<wl_buffer, Destroyed<wl_buffer_destroy>> handle;
     unsigned char* pixels = nullptr;
     std::size_t bytes = 0;
     bool isFree = true;
-    std::vector<Window::Part> stale;  ///< where it holds an older frame
+    std::vector<Window::Part> stale;  ///< where it still holds an older frame
 
     Buffer() = default;
     Buffer(const Buffer&) = delete;
@@ -64,7 +64,7 @@ struct WaylandPresent::Impl {
     std::unique_ptr<wl_event_queue, Destroyed<wl_event_queue_destroy>> queue;
     std::unique_ptr<wl_shm, Destroyed<wl_shm_destroy>> shm;
     std::vector<std::unique_ptr<Buffer>> buffers;
-    std::vector<Window::Part> owed;  ///< that the compositor was not shown yet
+    std::vector<Window::Part> owed;  ///< not yet shown to the compositor
     int width = 0;
     int height = 0;
     unsigned framebuffer = 0;
@@ -102,7 +102,7 @@ void WaylandPresent::Impl::resize(int newWidth, int newHeight) {
     if (texture == 0) glGenTextures(1, &texture);
     glActiveTexture(GL_TEXTURE0);
     glBindTexture(GL_TEXTURE_2D, texture);
-    // In the compositor's byte order, so that reading is copying.
+    // In the compositor's byte order, so reading needs no conversion.
     glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, width, height, 0, GL_BGRA, GL_UNSIGNED_INT_8_8_8_8_REV, nullptr);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAX_LEVEL, 0);
     glBindTexture(GL_TEXTURE_2D, 0);
@@ -155,7 +155,7 @@ std::unique_ptr<WaylandPresent> WaylandPresent::of(SDL_Window* window) {
     SDL_SysWMinfo info;
     SDL_VERSION(&info.version);
     if (SDL_GetWindowWMInfo(window, &info) != SDL_TRUE || info.subsystem != SDL_SYSWM_WAYLAND) return nullptr;
-    // Where buffers have an age a driver hands them to the compositor without a copy.
+    // If buffers have an age, the driver hands them to the compositor without a copy.
     const EGLDisplay display = eglGetCurrentDisplay();
     if (!display || epoxy_has_egl_extension(display, "EGL_EXT_buffer_age") ||
         !epoxy_has_gl_extension("GL_MESA_pack_invert"))

@@ -9,22 +9,23 @@ struct SDL_Window;
 
 namespace gull {
 
-/// Shows frames on a Wayland compositor as buffers in shared memory, and in each only what changed: Mesa's
-/// own way from a software rasteriser to the compositor copies whole frames and tells of no parts.
+/// Shows frames on a Wayland compositor as buffers in shared memory and updates only the changed parts.
+/// Mesa's own path from a software rasteriser to the compositor copies whole frames and reports no parts.
 ///
 /// Frames are drawn into a framebuffer object that keeps them. The OpenGL context must be current at every
-/// call, the destructor's included.
+/// call, including the destructor.
 class WaylandPresent {
   public:
-    /// Null where the window is not on Wayland, or its OpenGL can present parts by itself.
+    /// Null if the window is not on Wayland, or if its OpenGL can present parts by itself.
     static std::unique_ptr<WaylandPresent> of(SDL_Window* window);
     ~WaylandPresent();
     WaylandPresent(const WaylandPresent&) = delete;
     WaylandPresent& operator=(const WaylandPresent&) = delete;
 
-    /// The object to draw a frame of that size into, pixels; its contents are lost with another size.
+    /// The framebuffer object for a frame of that size in pixels; changing the size loses its contents.
     unsigned framebuffer(int width, int height);
-    /// Shows `parts` of it. A compositor that has not let go of a buffer yet gets them with the next frame.
+    /// Shows `parts` of it. If the compositor has not released a buffer yet, it gets them with the next
+    /// frame.
     void present(std::vector<Window::Part> parts);
 
   private:

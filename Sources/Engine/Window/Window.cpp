@@ -22,9 +22,9 @@ namespace gull {
 
 namespace {
 
-constexpr Uint64 lasting = 500;  // milliseconds after which a window has come to rest
+constexpr Uint64 lasting = 500;  // milliseconds after which a window's place counts as settled
 
-/// All that a change of size or screen can change.
+/// Everything that a change of size or screen can change.
 struct Extent {
     int pixelWidth = 0;
     int pixelHeight = 0;
@@ -44,15 +44,15 @@ struct Window::Impl {
     AltTap altTap;
     std::optional<PartialPresent> partial;
     std::unique_ptr<WaylandPresent> wayland;
-    WindowPlace place;       ///< that has lasted
-    WindowPlace candidate;   ///< where the window stands now
+    WindowPlace place;       ///< the last settled place
+    WindowPlace candidate;   ///< the window's current place
     Uint64 standsSince = 0;  // milliseconds
     Extent told;
     bool vsync = false;
     bool locked = false;
     std::map<std::int64_t, Contact> fingers;
 
-    /// Where nobody hands out the keyboard, a window takes it.
+    /// If nothing assigns the keyboard, the window takes it.
     void takeFocus() {
         if (!hasWindowManager()) SDL_SetWindowInputFocus(window);
     }
@@ -88,7 +88,7 @@ bool isDesktop(const char* driver) {
     return false;
 }
 
-/// What panels leave free of each screen.
+/// The parts of each screen that panels leave free.
 std::vector<ScreenRect> freeScreens() {
     std::vector<ScreenRect> screens;
     for (int index = 0; index < SDL_GetNumVideoDisplays(); ++index) {
@@ -111,7 +111,7 @@ void askForCoreContext() {
     SDL_GL_SetAttribute(SDL_GL_STENCIL_SIZE, 0);
 }
 
-/// SDL knows no call for it. What the player has set stays.
+/// SDL has no call for this. A value set by the player stays.
 void setApplicationId(const std::string& id) {
     if (id.empty()) return;
     SDL_setenv("SDL_VIDEO_X11_WMCLASS", id.c_str(), 0);
@@ -151,7 +151,7 @@ Window::Window(const Options& options) : impl_(std::make_unique<Impl>()) {
     askForCoreContext();
     PlaceRules& rules = impl_->rules;
     rules.unitsPerPoint = options.scale ? *options.scale : desktopScale();
-    // Wayland does not tell what panels take.
+    // Wayland does not say how much space panels take.
     if (driverName() == "wayland") rules.frame *= 2;
     const ScreenRect place = placed(options.place, freeScreens(), rules);
     Uint32 flags = SDL_WINDOW_OPENGL | SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI;
@@ -166,7 +166,7 @@ Window::Window(const Options& options) : impl_(std::make_unique<Impl>()) {
     }
     setIcon(impl_->window, options.icon);
     const auto least = [&](int points) { return static_cast<int>(points * rules.unitsPerPoint); };
-    // A first window may be smaller than the least one, where the screen is.
+    // A first window may be smaller than the minimum size if the screen is.
     SDL_SetWindowMinimumSize(impl_->window, std::min(least(rules.leastWidth), place.width),
                              std::min(least(rules.leastHeight), place.height));
     impl_->place = {static_cast<int>(std::lround(place.width / rules.unitsPerPoint)),
@@ -206,7 +206,7 @@ void Window::pump(double timeout) {
     impl_->followPlace();
 }
 
-/// Another screen may bring another scale without another size, and no event tells.
+/// Another screen may have another scale without changing the size, and no event says so.
 void Window::Impl::followSize() {
     Extent now;
     SDL_GetWindowSize(window, &now.width, &now.height);
@@ -215,7 +215,7 @@ void Window::Impl::followSize() {
     if (handlers.resized) handlers.resized();
 }
 
-/// Desktops say that a window is maximised only after they have made it large.
+/// Desktops report that a window is maximised only after they have enlarged it.
 void Window::Impl::followPlace() {
     if (has(SDL_WINDOW_FULLSCREEN_DESKTOP | SDL_WINDOW_MINIMIZED | SDL_WINDOW_HIDDEN)) return;
     place.isMaximised = has(SDL_WINDOW_MAXIMIZED);

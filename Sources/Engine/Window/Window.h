@@ -25,17 +25,17 @@ struct WindowHandlers {
     std::function<void(bool)> focusChanged;      ///< true: the window has the keyboard now
     std::function<void(bool)> minimisedChanged;  ///< true: minimised now
     std::function<void()> closeRequested;
-    /// Every event of the window system as it came, for devices of their own (a pointer to SDL's event).
+    /// Every raw event of the window system, for other devices (a pointer to SDL's event).
     std::function<void(const void*)> raw;
 };
 
-/// The program's one window with its OpenGL 3.3 core context. Sizes and positions are in points; a point is
-/// `scale()` pixels, less than usual in a window smaller than the least size (tiling desktops have some), so
-/// that it always is at least so large in points. Closing, minimising and losing the keyboard are told, not
-/// acted upon.
+/// The program's only window, with its OpenGL 3.3 core context. Sizes and positions are in points. A point is
+/// `scale()` pixels; in a window smaller than the minimum size (tiling desktops make some) it is less than
+/// usual, so that the window never has fewer points than that minimum. Closing, minimising and losing the
+/// keyboard are reported, not acted upon.
 ///
-/// It opens on Wayland where the compositor has what the game needs, else on X11; SDL_VIDEODRIVER in the
-/// environment decides otherwise.
+/// The window opens on Wayland if the compositor has what the game needs, else on X11; SDL_VIDEODRIVER in the
+/// environment overrides this.
 ///
 /// Main thread only.
 class Window final : public PointerLock {
@@ -50,17 +50,17 @@ class Window final : public PointerLock {
     };
     struct Options {
         std::string title = "Gullwick";
-        /// By which the desktop finds the menu entry that belongs to the window; empty: the program's name.
+        /// Names the desktop's menu entry of the window; empty: the program's name.
         std::string applicationId;
-        Image icon;  ///< where the desktop takes it from the window; empty: the desktop's own
-        std::optional<double> scale;       ///< pixels a point; none: what the window system says
-        std::optional<WindowPlace> place;  ///< where it stood last; none: a first window
+        Image icon;                   ///< if the desktop takes it from the window; empty: the desktop's own
+        std::optional<double> scale;  ///< pixels per point; empty: the window system's scale
+        std::optional<WindowPlace> place;  ///< its last place; empty: a first window
         bool isFullScreen = false;
-        bool isVisible = true;  ///< false: only to find out what a window would be
+        bool isVisible = true;  ///< false: only to find out what a window would be like
     };
 
-    /// Throws std::runtime_error with a message for the player when there is no display, no OpenGL 3.3 or no
-    /// window to be had.
+    /// Throws std::runtime_error with a message for the player if there is no display, no OpenGL 3.3 or no
+    /// window.
     explicit Window(const Options& options);
     ~Window() override;
     Window(const Window&) = delete;
@@ -71,11 +71,11 @@ class Window final : public PointerLock {
     void pump(double timeout);
 
     void makeCurrent();
-    /// The framebuffer object that a frame of the present size is drawn into; ask for every frame.
+    /// The framebuffer object for the current frame; ask for it every frame.
     unsigned framebuffer();
-    /// Shows what was drawn; waits for the screen's refresh only with vsync on. `changes` is where it differs
-    /// from what is shown. True when all that was drawn is still there for the next frame to change, which is
-    /// so with software rasterisers, mostly; otherwise the next frame is to be drawn whole.
+    /// Shows the frame; waits for the screen's refresh only with vsync on. `changes` is where the frame
+    /// differs from the one on display. True if the whole frame is preserved for the next one to change, as
+    /// software rasterisers mostly do; otherwise the next frame must be drawn whole.
     bool present(std::span<const Part> changes);
     void setVsync(bool on);
 
@@ -85,7 +85,7 @@ class Window final : public PointerLock {
     int pixelWidth() const;
     int pixelHeight() const;
 
-    /// Where it stands, not counting full screen, to be handed to the next window.
+    /// Its place, ignoring full screen, to be passed to the next window.
     WindowPlace place() const;
 
     bool hasFocus() const;
@@ -101,7 +101,7 @@ class Window final : public PointerLock {
 
     /// "x11", "wayland", "cocoa"...; for diagnosis.
     std::string driverName() const;
-    /// Why it is not on Wayland though there is one; else empty.
+    /// Why it is not on Wayland although there is one; else empty.
     std::string whyNotWayland() const;
 
   private:

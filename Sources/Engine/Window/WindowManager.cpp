@@ -19,7 +19,7 @@ bool hasWindowManager() {
     XWindowAttributes root{};
     if (!display || !XGetWindowAttributes(display.get(), DefaultRootWindow(display.get()), &root))
         return true;
-    // Only one program can redirect what windows ask for, and that is what a window manager does.
+    // Only one program can redirect the requests of windows, and that one is the window manager.
     return (root.all_event_masks & SubstructureRedirectMask) != 0;
 #else
     return true;

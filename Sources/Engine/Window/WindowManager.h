@@ -2,8 +2,8 @@
 
 namespace gull {
 
-/// Whether something hands out places and the keyboard to windows: on a bare X server nothing does, and a
-/// window has to ask for itself. SDL's video must be up.
+/// Whether a window manager assigns places and the keyboard to windows. A bare X server has none, and a
+/// window must ask for itself. SDL's video must be initialised.
 bool hasWindowManager();
 
 }  // namespace gull

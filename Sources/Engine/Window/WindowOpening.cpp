@@ -14,8 +14,8 @@ namespace {
 
 #ifdef GULL_X11
 
-/// Without this, Xlib prints the error in its own words and ends the program, for instance when SDL asks a
-/// driver for a context that is not there. The call that failed says so itself.
+/// Without this handler, Xlib prints the error in its own words and ends the program, for instance when SDL
+/// asks a driver for a context that does not exist. The call that failed reports it anyway.
 int noteError(Display*, XErrorEvent* error) {
     constexpr int most = 20;
     static int count = 0;
@@ -24,13 +24,13 @@ int noteError(Display*, XErrorEvent* error) {
     return 0;
 }
 
-/// Xlib ends the program when this returns.
+/// Xlib ends the program when this function returns.
 int sayGone(Display*) {
     Log::say("the display has gone away, and the game with it");
     return 0;
 }
 
-/// SDL cannot try the other way after the usual one has failed, so the server is asked first.
+/// SDL cannot try EGL after GLX has failed, so the server is asked first.
 void prepare() {
     XSetErrorHandler(noteError);
     XSetIOErrorHandler(sayGone);

@@ -4,10 +4,10 @@
 
 namespace gull {
 
-/// Opens a window, its OpenGL by EGL where the X server has no GLX. From then on an X error goes into the
+/// Opens a window; its OpenGL comes from EGL if the X server has no GLX. Afterwards an X error goes into the
 /// log instead of ending the program.
 ///
-/// Throws as Window's constructor does.
+/// Throws like Window's constructor.
 Window openWindow(const Window::Options& options);
 
 }  // namespace gull

@@ -36,7 +36,7 @@ const ScreenRect* screenOf(const WindowPlace::Corner& corner, const Size& size,
     return nullptr;
 }
 
-/// In its own shape as far as it fits into the screen.
+/// Shrinks it in its own shape until it fits the screen.
 Size fitted(Size size, const ScreenRect& screen, const PlaceRules& rules) {
     const int height = screen.height - units(rules.frame, rules);
     const double share = std::min({1.0, 1.0 * screen.width / size.width, 1.0 * height / size.height});
@@ -72,7 +72,7 @@ std::string text(const WindowPlace& place) {
 }
 
 std::optional<WindowPlace> windowPlace(const std::string& text) {
-    // Far beyond any screen; sums with it stay numbers.
+    // Far beyond any screen, but small enough to add without overflow.
     constexpr int most = 100000;
     WindowPlace place;
     WindowPlace::Corner corner;

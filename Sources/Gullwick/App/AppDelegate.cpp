@@ -56,7 +56,7 @@ struct AppDelegate::Parts final : WindowCommands {
                   info.version);
         game.allowPausing(!probePath);
         renderer.setTier(tiers.tier());
-        // The frame timer sets the pace; waiting for the screen too is free on a GPU only.
+        // The frame timer sets the pace; only on a GPU is waiting for the screen free, too.
         window.setVsync(!software);
         game.waitForPictures();
         connect();
@@ -65,7 +65,7 @@ struct AppDelegate::Parts final : WindowCommands {
         if (probePath) runProbe();
     }
 
-    /// A new game starts the surf at once: a measurement is muted before there is one.
+    /// A new game starts the surf at once, so a measurement is muted before the game exists.
     Feedback& feedbackForGame() {
         feedback.muted = probePath.has_value();
         return feedback;
@@ -82,7 +82,7 @@ struct AppDelegate::Parts final : WindowCommands {
         return options;
     }
 
-    /// For the next start.
+    /// Stored for the next start.
     void rememberPlace() {
         const std::string place = text(window.place());
         if (!probePath && place != settings.window()) settings.window = place;
@@ -124,7 +124,7 @@ struct AppDelegate::Parts final : WindowCommands {
         if (!isMeant) wentToBackground();
     }
 
-    /// The commands, of which few work over an open menu or card, then menu or card, then the beach.
+    /// First the commands (few work over an open menu or card), then menu or card, then the beach.
     void handle(const KeyEvent& event) {
         pictureIsOld = true;
         if (!overlay.asks() && !event.isRepeat && perform(menus(), event, overlay.wantsInput())) {
@@ -135,7 +135,7 @@ struct AppDelegate::Parts final : WindowCommands {
         surface.key(event);
     }
 
-    /// A free pointer in the beach select opens the tile that it is on, and clicks nothing beside the tiles.
+    /// In the beach select a free pointer opens the tile under it; beside the tiles its clicks do nothing.
     bool clickTile(const MouseEvent& event) {
         if (game.phase != GameController::Phase::selecting || surface.isCaptured()) return false;
         if (event.kind != MouseEvent::Kind::down) return false;
@@ -183,8 +183,8 @@ struct AppDelegate::Parts final : WindowCommands {
 
     PixelSize pixelSize() const { return {window.pixelWidth(), window.pixelHeight()}; }
 
-    /// Sea and sand as two plain colours while the first picture is made: with a driver that compiles
-    /// programs when they first draw, that takes seconds once.
+    /// Two plain colours for sea and sand until the first picture is made: a driver that compiles programs on
+    /// their first draw needs seconds once.
     void sketch() {
         const BeachLook& look = game.world().look();
         const RGB sea = look.water.mixed(look.skyMid, skyInSea);
@@ -194,8 +194,8 @@ struct AppDelegate::Parts final : WindowCommands {
         window.present({&whole, 1});
     }
 
-    /// The very first picture is worth waiting for: only the sketch is seen before it, so all work goes into
-    /// it.
+    /// The very first picture is worth waiting for: only the sketch is visible before it, so all time goes
+    /// into it.
     void drawScene() {
         renderer.draw(game.world().stage(), pixelSize(), window.framebuffer(),
                       drawnTime < 0 ? BuildMode::complete : BuildMode::gradual);
@@ -213,7 +213,7 @@ struct AppDelegate::Parts final : WindowCommands {
         trace.frameShown(loop.now());
         if (probe) probe->framePresented();
         const double end = clock.now();
-        // On a card the time goes into waiting for the screen, and nothing has to give way.
+        // On a graphics card the time goes into waiting for the screen, and nothing has to give way.
         renderer.frameTook(software ? end - start + stepTime : 0);
         chooseTier(end - lastPresent);
         lastPresent = end;
@@ -231,7 +231,7 @@ struct AppDelegate::Parts final : WindowCommands {
         renderer.setPicturePreserved(window.present(parts));
     }
 
-    /// What the window shows, HUD and menus included. The toast that tells of it comes after.
+    /// The window's contents, HUD and menus included. The toast about it comes later.
     void saveScreenshot() {
         game.showToast(Screenshot::save(renderer.readBack(pixelSize()), Screenshot::folder(std::getenv)),
                        3.4);
@@ -240,7 +240,7 @@ struct AppDelegate::Parts final : WindowCommands {
 
     void chooseTier(double interval) {
         const GameController::Phase phase = game.phase;
-        // A pause, and the frame that ends it, say nothing of the machine.
+        // A pause, and the frame that ends it, say nothing about the machine.
         const bool stoodStill = std::exchange(wasPaused, game.isPaused.get()) || game.isPaused;
         if (phase == GameController::Phase::playing && !stoodStill) tiers.record(interval);
         if (phase == GameController::Phase::intro && lastPhase != phase) {
@@ -250,8 +250,8 @@ struct AppDelegate::Parts final : WindowCommands {
         lastPhase = phase;
     }
 
-    /// One costly thing a frame, while nothing moves that would show it; the rest of the shader warm-up now
-    /// and then during play.
+    /// One costly thing a frame, while nothing moves that would show it. The rest of the shader warm-up runs
+    /// now and then during play.
     void prepareAhead() {
         const bool flyingIn = game.phase == GameController::Phase::intro;
         if (flyingIn && (overlay.prepareIcon() || feedback.prepareOne())) return;
@@ -261,15 +261,15 @@ struct AppDelegate::Parts final : WindowCommands {
         warmedUp = renderer.warmUp(warmUpBudget);
     }
 
-    /// Whether a picture is to be drawn: after every step of the game, and in a pause when something else
-    /// than the beach changes.
+    /// Whether to draw a picture: after every step of the game, and during a pause when something besides the
+    /// beach changes.
     bool isFrameDue() {
         if (game.world().time != drawnTime) return true;
         if (!game.isPaused || clock.now() < lastPresent + GameController::frameInterval) return false;
         return pictureIsOld || !renderer.settled() || overlay.isMoving(clock.now());
     }
 
-    /// Until something is due, seconds.
+    /// Seconds until something is due.
     double spareTime() {
         if (!game.isPaused) return std::max(0.0, loop.nextDue() - loop.now());
         const bool changes =
@@ -320,7 +320,7 @@ struct AppDelegate::Parts final : WindowCommands {
         if (isNew) known->second = canShow(asked.ownName());
         return known->second;
     }
-    /// The search for a font takes time where none of the usual ones serves; false when all is known.
+    /// The search for a font takes time if none of the usual ones serves; false when everything is known.
     bool prepareLanguage() {
         const std::size_t before = fonts.size();
         for (const Language& each : Language::all()) {
@@ -335,7 +335,7 @@ struct AppDelegate::Parts final : WindowCommands {
     MainLoop loop{clock};
     AppSettings settings{AppSettings::defaultFile(std::getenv)};
     Language language = playersLanguage(settings.language());
-    std::map<std::string, bool> fonts;  ///< by the code of a language, whether there is one for it
+    std::map<std::string, bool> fonts;  ///< by language code: whether there is a font for it
     Window window;
     Renderer renderer;
     const bool software = graphicsInfo().isSoftware;
@@ -357,13 +357,13 @@ struct AppDelegate::Parts final : WindowCommands {
     Trace trace;
     std::function<void(const FrameTiming&)> observer;
     static constexpr double sketchLight = 0.85;    // the picture is this much darker than the look's colours
-    static constexpr double skyInSea = 0.35;       // share of the sky that the sea mirrors
+    static constexpr double skyInSea = 0.35;       // share of the sky that the sea reflects
     static constexpr double seaShare = 0.34;       // of the picture's height
     static constexpr double warmUpBudget = 0.004;  // seconds a frame
     static constexpr int warmUpGap = 10;           // frames of play
     bool warmedUp = false;
     int framesCold = 0;
-    static constexpr double pausedWait = 0.2;  // seconds between two looks at devices
+    static constexpr double pausedWait = 0.2;  // seconds between two checks of the devices
     bool pictureIsOld = true;                  ///< something happened since the last picture
     bool wasPaused = false;
     bool screenshotWanted = false;

@@ -26,7 +26,7 @@ constexpr Colour grip{0.95, 0.36, 0.22, 1};
 constexpr Colour foam{0.96, 0.99, 0.97, 1};
 constexpr Colour signal{0.10, 0.62, 0.60, 1};
 
-/// What differs between an icon in a list and one that is looked at.
+/// The differences between an icon in a list and one that is looked at.
 struct Proportions {
     double inset, corner;  ///< of the tile
     double ring;           ///< width of the coil

@@ -8,7 +8,7 @@
 namespace gull {
 
 /// The game's own picture, for its window and the desktop's menus: the detector's coil above a gold coin, on
-/// the sand at the water's edge. Drawn by paths; small sizes are drawn bolder and with less in them.
+/// the sand at the water's edge. Drawn with paths; small sizes are drawn bolder and with fewer details.
 namespace AppIcon {
 
 /// The usual sizes of icon themes, in pixels a side.
@@ -18,10 +18,11 @@ inline constexpr std::array sizes{16, 24, 32, 48, 64, 128, 256, 512};
 Image image(int pixels);
 /// The same as the text of an SVG file.
 std::string svg();
-/// The name by which the desktop knows the game, in reverse-DNS form: of its menu entry, icons and windows.
+/// The name under which the desktop knows the game, in reverse-DNS form: of its menu entry, icons and
+/// windows.
 std::string applicationId();
-/// Writes all sizes and the scalable form below `folder` where an icon theme has them, as in
-/// `48x48/apps/ID.png`; the process's exit status. What cannot be written is told.
+/// Writes all sizes and the scalable form below `folder`, where an icon theme has them, as in
+/// `48x48/apps/ID.png`; returns the process's exit status. Reports anything that cannot be written.
 int write(const std::string& folder);
 
 }  // namespace AppIcon

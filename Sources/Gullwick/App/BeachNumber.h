@@ -6,8 +6,8 @@
 
 namespace gull {
 
-/// Why no scene can be dressed for beach `number`; nothing when one can. Numbers beyond the eighth beach can
-/// be: they are played as the eighth and dressed by themselves.
+/// The reason why no scene can be dressed for beach `number`; empty if one can. Numbers above eight are
+/// valid: they are played as the eighth beach, with dressing of their own.
 std::optional<std::string> beachProblem(std::int64_t number);
 
 }  // namespace gull

@@ -98,7 +98,7 @@ std::vector<Command> volumes(Setting<int>& volume, Feedback& feedback) {
     return commands;
 }
 
-/// Each by its own name. One that no font here can show is named in the language that is spoken.
+/// Each by its own name. A name that no font can show appears in the current language.
 std::vector<Command> languages(const AppSettings& settings, WindowCommands& window,
                                const Language& language) {
     std::vector<Command> commands{{.title = language.tr("As the System"),
@@ -128,7 +128,7 @@ Menu optionsMenu(GameController& game, TouchSurface& surface, AppSettings& setti
               .shortcut = {Key::escape},
               .checked = settings.trackpadSweep(),
               .action = [&] { toggleTrackpad(game, surface); },
-              // Opening the menu has freed the pointer: what counts is the check mark.
+              // Opening the menu has freed the pointer, so the check mark decides.
               .chosen = [&] { surface.setTrackpad(!settings.trackpadSweep()); }},
              Command::separator(),
              {.title = language.tr("Show Ticks"),

@@ -12,7 +12,7 @@ namespace {
 
 constexpr int labelWidth = 12;
 
-/// One line: the label in front of the first, blanks in front of those that belong to it.
+/// One item: the label before the first line, blanks before the others.
 std::string line(const std::string& label, const std::string& text) {
     return fmt::format("{:<{}}{}\n", label, labelWidth, text);
 }
@@ -60,7 +60,7 @@ std::string controllerText(const std::vector<GameControllers::Description>& cont
     return result;
 }
 
-/// The device that pulses would go to.
+/// The device that would receive pulses.
 std::string hapticsText(const DevicesReport& report) {
     for (const Trackpads::Pad& pad : report.trackpads)
         if (pad.pulses) return line("haptics", "the actuator of " + pad.name);

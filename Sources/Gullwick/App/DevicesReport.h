@@ -9,8 +9,8 @@
 
 namespace gull {
 
-/// What was found on this machine and what of it is used, as text: the first thing to ask of a player who
-/// has trouble.
+/// A report of what was found on this machine and what is used: the first thing to ask a player for who has
+/// trouble.
 struct DevicesReport {
     std::string display;  ///< "x11, 1240 x 800 at scale 1", or why there is none
     std::string openGL;   ///< renderer and version, or why there is none
@@ -18,8 +18,8 @@ struct DevicesReport {
     AudioDevice::Description audio;
     std::vector<Trackpads::Pad> trackpads;
     std::vector<GameControllers::Description> controllers;
-    std::vector<std::string> fonts;  ///< what serves each of the program's fonts
-    std::string log;                 ///< where the last game kept what it said
+    std::vector<std::string> fonts;  ///< the fonts in use
+    std::string log;                 ///< the log of the last game
 
     /// Several lines, each ended.
     std::string text() const;

@@ -11,22 +11,22 @@ namespace gull {
 
 class GameController;
 
-/// Measures how many frames a second the game presents while the coil sweeps a fixed figure, prints it, keeps
-/// a picture of what was measured and ends the program.
+/// Measures how many frames per second the game presents while the coil sweeps a fixed figure, prints the
+/// result, saves a picture of the scene measured and ends the program.
 class FrameProbe {
   public:
     static constexpr double warmUp = 2.0;    ///< seconds before counting
     static constexpr double interval = 4.0;  ///< seconds counted
 
-    /// What is measured.
+    /// The subject of the measurement.
     struct View {
         std::function<int()> width;  ///< points
         std::function<int()> height;
         std::function<double()> scale;    ///< pixels a point
-        std::function<Image()> snapshot;  ///< the scene as now shown, in pixels; empty when it cannot be read
+        std::function<Image()> snapshot;  ///< the scene on display, in pixels; empty if it cannot be read
     };
 
-    /// Starts at once. `path` is where the picture goes. Everything must outlive the probe.
+    /// Starts at once. The picture goes to `path`. Everything must outlive the probe.
     FrameProbe(MainLoop& loop, GameController& game, View view, std::string path);
 
     /// Call once for every frame presented.

@@ -19,7 +19,7 @@ void handleBy(void (*handler)(int), int flags) {
     for (const int signal : signals) {
         struct sigaction present {};
         sigaction(signal, nullptr, &present);
-        // What the program was started to ignore (nohup) it goes on ignoring.
+        // Signals that the program was started to ignore (nohup) stay ignored.
         if (present.sa_handler != SIG_IGN) sigaction(signal, &action, nullptr);
     }
 }

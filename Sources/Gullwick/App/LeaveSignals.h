@@ -2,9 +2,10 @@
 
 namespace gull {
 
-/// The signals by which a session, a terminal or a person asks the program to leave (SIGTERM, SIGINT,
-/// SIGHUP): while this object lives they are noted instead of ending it, so that it leaves as by its menu. A
-/// second one ends it at once. Make it before the window, whose library takes signals that nobody has.
+/// The signals with which a session, a terminal or a person asks the program to leave (SIGTERM, SIGINT,
+/// SIGHUP). While this object lives they are noted instead of ending the program, so that it can leave as
+/// through its menu. A second one ends it at once. Create it before the window, whose library handles signals
+/// that have no handler.
 class LeaveSignals {
   public:
     LeaveSignals();

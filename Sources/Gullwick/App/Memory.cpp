@@ -13,7 +13,8 @@ void returnLargeBlocks() {
     // Setting the threshold stops the C library from raising it with every large block that is freed.
     constexpr int largeBlock = 1 << 20;  // bytes
     mallopt(M_MMAP_THRESHOLD, largeBlock);
-    // That also sets this one to its least, at which a frame's own blocks came and went with the heap's end.
+    // Setting the other also sets this one to its minimum, at which a frame's own blocks came and went with
+    // the heap's end.
     mallopt(M_TRIM_THRESHOLD, 2 * largeBlock);
 #endif
 }

@@ -2,8 +2,8 @@
 
 namespace gull {
 
-/// Makes memory that is freed go back to the system: large blocks (the pictures and shadow maps of a beach)
-/// are then mapped one by one instead of leaving holes in the heap. Call before anything large is allocated.
+/// Makes freed memory go back to the system: large blocks (the pictures and shadow maps of a beach) are then
+/// mapped individually instead of leaving holes in the heap. Call it before allocating anything large.
 void returnLargeBlocks();
 
 }  // namespace gull

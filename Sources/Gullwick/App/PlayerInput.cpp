@@ -82,7 +82,7 @@ void PlayerInput::poll(double now) {
 }
 
 void PlayerInput::readFingers(double now) {
-    // Reports that a finger begins or ends with are looked at one by one, or a short tap would go unnoticed.
+    // Reports in which a finger begins or ends are processed one by one, or a short tap would go unnoticed.
     bool isMore = true;
     while (isMore) {
         isMore = trackpads_.poll(now);
@@ -153,7 +153,7 @@ void PlayerInput::noteMouse(const MouseEvent& event) {
 }
 
 void PlayerInput::look(double now) {
-    // Pads come and go seldom, and asking for them copies their names.
+    // Pads rarely come and go, and asking for them copies their names.
     if (now >= nextLook_) {
         nextLook_ = now + 0.5;
         const auto pads = trackpads_.pads();

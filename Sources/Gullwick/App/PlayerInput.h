@@ -14,9 +14,9 @@ namespace gull {
 class GameController;
 class TouchSurface;
 
-/// Brings what the player's own devices report (touchpads, game controllers) to the surface, once a frame.
+/// Passes the reports of the player's devices (touchpads, game controllers) to the surface, once a frame.
 /// Fingers on several pads count as fingers on one. Also tells the player, once, what a device needs or can
-/// do, and the game which of them the player has in hand.
+/// do, and tells the game which controls the player has in hand.
 class PlayerInput {
   public:
     /// Everything is owned by the caller and must outlive this object.
@@ -25,10 +25,10 @@ class PlayerInput {
 
     /// Fingers that the window system itself reports.
     void windowContacts(const std::vector<Contact>& contacts);
-    /// Takes note that the mouse is in use; it is the surface's to act on.
+    /// Notes that the mouse is in use; the surface acts on it.
     void noteMouse(const MouseEvent& event);
-    /// `now`: uptime in seconds. Once a frame, and before a click is handed on: with tapping on, the click
-    /// comes on the heels of the finger.
+    /// `now`: uptime in seconds. Call it once a frame and before passing on a click: with tapping on, the
+    /// click follows close on the finger.
     void poll(double now);
 
   private:
@@ -38,7 +38,7 @@ class PlayerInput {
     void watchTrackpads();
     void handle(const ControllerEvent& event);
     void hint();
-    /// Publishes what the player has in hand.
+    /// Publishes the controls that the player has in hand.
     void look(double now);
 
     Trackpads& trackpads_;

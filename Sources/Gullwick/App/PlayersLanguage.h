@@ -6,9 +6,9 @@
 
 namespace gull {
 
-/// The language that the player reads: the chosen one, or, when `chosen` is empty, what the environment asks
-/// for (Language::preferred). Where the program does not speak it, or no font here shows it, the next best;
-/// standard error says so.
+/// The language for the player: the chosen one or, if `chosen` is empty, the one that the environment asks
+/// for (Language::preferred). If the program does not speak it, or no font can show it, the next best, with a
+/// message on standard error.
 Language playersLanguage(const std::string& chosen);
 
 }  // namespace gull

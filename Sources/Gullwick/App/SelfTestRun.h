@@ -5,7 +5,7 @@
 namespace gull {
 
 /// The self-test as a mode of the program: in real time, without window, sound or files. Prints its lines to
-/// standard output, each at once; the process's exit status.
+/// standard output, each at once; returns the process's exit status.
 int runSelfTest(const CommandLine& commandLine);
 
 }  // namespace gull

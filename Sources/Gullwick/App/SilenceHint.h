@@ -6,8 +6,8 @@ class AppSettings;
 class Feedback;
 class GameController;
 
-/// Tells a player who can neither hear nor feel the ticks that they can be seen as well: once when there is
-/// nothing to hear them with, and once when the sound was turned off.
+/// Tells a player who can neither hear nor feel the ticks that they can be seen as well: once if there is
+/// nothing to hear them with, and once after the sound was turned off.
 class SilenceHint {
   public:
     static constexpr double patience = 1.0;  ///< seconds of silence, while devices are still coming up

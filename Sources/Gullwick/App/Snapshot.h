@@ -7,15 +7,14 @@
 
 namespace gull {
 
-/// Pictures of a configured moment of play, rendered without a window: every step is driven by fixed times,
-/// so the same command line with a seed gives the same picture.
+/// Pictures of a configured moment of play, rendered without a window: fixed times drive every step, so the
+/// same command line with a seed gives the same picture.
 namespace Snapshot {
 
-/// Renders what `commandLine` asks for; the process's exit status.
+/// Renders what `commandLine` asks for; returns the process's exit status.
 int run(const CommandLine& commandLine);
-/// Writes a PNG, making the folders on the way, and prints "wrote" and the path. A file that cannot be
-/// written is told on standard error. False when the image cannot be encoded ("render failed" is printed
-/// then).
+/// Writes a PNG, creating its folders, and prints "wrote" and the path. Reports a file that cannot be written
+/// on standard error. False if the image cannot be encoded (it then prints "render failed").
 bool write(const Image& image, const std::string& path);
 
 }  // namespace Snapshot

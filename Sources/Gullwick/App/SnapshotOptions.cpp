@@ -15,7 +15,7 @@ namespace gull {
 
 namespace {
 
-/// Narrows to int; far beyond any use stays far beyond any use.
+/// Narrows to int; values far beyond any use stay far beyond any use.
 int narrowed(std::int64_t value) {
     constexpr std::int64_t limit = std::numeric_limits<int>::max();
     return static_cast<int>(std::clamp(value, -limit, limit));
@@ -47,7 +47,7 @@ std::optional<std::string> readCount(const CommandLine& commandLine, std::string
     return std::nullopt;
 }
 
-/// Reads a number of seconds; farther than a day from now there is nothing to see.
+/// Reads a number of seconds; beyond a day from now there is nothing to see.
 std::optional<std::string> readSeconds(const CommandLine& commandLine, std::string_view flag,
                                        std::optional<double>& seconds) {
     constexpr double most = 86400;
@@ -57,7 +57,7 @@ std::optional<std::string> readSeconds(const CommandLine& commandLine, std::stri
     return fmt::format("{} takes seconds, {:.0f} at most; it was {}", flag, most, *text);
 }
 
-/// Reads where the coil is to stand; a little beside the plot is allowed.
+/// Reads the coil's place; slightly beside the plot is allowed.
 std::optional<std::string> readCoil(const CommandLine& commandLine, std::optional<PlotPoint>& coil) {
     const auto text = commandLine.value("--coil");
     coil = text ? parsePoint(*text) : std::nullopt;
@@ -71,7 +71,7 @@ std::optional<std::string> readCoil(const CommandLine& commandLine, std::optiona
 std::variant<SnapshotOptions, std::string> SnapshotOptions::parse(const CommandLine& commandLine) {
     SnapshotOptions options;
     options.iconsFolder = commandLine.value("--icons");
-    if (options.iconsFolder) return options;  // no scene, so nothing about one can be wrong
+    if (options.iconsFolder) return options;  // there is no scene that could be wrong
     if (const auto size = commandLine.value("--size")) {
         if (const auto problem = readSize(*size, options)) return *problem;
     }

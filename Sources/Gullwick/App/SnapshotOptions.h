@@ -10,13 +10,13 @@
 
 namespace gull {
 
-/// Which moment of play a picture shows, as the command line tells it.
+/// The moment of play that a picture shows, as given on the command line.
 struct SnapshotOptions {
     std::optional<std::string> iconsFolder;  ///< icons instead of a scene
     int width = 1400;                        ///< points
     int height = 900;
     int beach = 1;
-    std::optional<std::uint64_t> seed;  ///< none: buried at random
+    std::optional<std::uint64_t> seed;  ///< empty: buried at random
     std::optional<double> elapse;       ///< seconds
     int find = 0;
     int junk = 0;
@@ -31,8 +31,8 @@ struct SnapshotOptions {
     bool hud = true;
     std::string path = "shot.png";
 
-    /// Reads the options; the text is why nothing can be rendered, a sentence for the player. A value that is
-    /// merely no number leaves its default.
+    /// Reads the options; the text says why nothing can be rendered, as a sentence for the player. A value
+    /// that is not a number leaves its default.
     static std::variant<SnapshotOptions, std::string> parse(const CommandLine& commandLine);
 };
 

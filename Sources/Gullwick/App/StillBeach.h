@@ -10,8 +10,8 @@
 
 namespace gull {
 
-/// A game that stands at the moment that options describe: played there step by step under a clock that is
-/// turned by hand, muted, with nothing read from or written to disk.
+/// A game stopped at the moment given by options: played to it step by step under a manual clock, muted,
+/// without reading or writing files.
 class StillBeach {
   public:
     explicit StillBeach(const SnapshotOptions& options);

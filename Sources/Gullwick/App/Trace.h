@@ -11,13 +11,14 @@ class GameController;
 class Trackpads;
 class Window;
 
-/// For sessions that a script plays: what a player would see, a line whenever it changes, and a line for
-/// every frame shown, in the file that the environment's GULLWICK_TRACE names. Times are uptime in seconds.
+/// For sessions played by a script: writes what a player would see, a line per change, and a line for every
+/// frame shown, to the file named by GULLWICK_TRACE. Times are uptime in seconds.
 class Trace {
   public:
     Trace();
 
-    /// What is there now, and whether the player means the game; cheap when nobody asked for a trace.
+    /// Records the current state and whether the game has the player's attention; cheap if nobody asked for a
+    /// trace.
     void follow(double now, bool isMeant, const GameController& game, const Window& window,
                 const Trackpads& trackpads, const AudioDevice& audio);
     void frameShown(double now);

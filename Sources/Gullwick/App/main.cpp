@@ -51,7 +51,7 @@ int run(const CommandLine& commandLine) {
     return AppDelegate(commandLine).run();
 }
 
-/// The game is what a player may have started without a terminal to read.
+/// Only the game may have been started by a player without a terminal to read.
 void keepLog(const CommandLine& commandLine) {
     if (commandLine.mode() != Mode::game) return;
     Log::keep(AppSettings::logFile(std::getenv));
@@ -71,7 +71,7 @@ void complain(const CommandLine& commandLine) {
 
 int main(int argc, char** argv) {
     Log::completeStandardStreams();
-    // Libraries write to standard error too, and a game is not to end because nobody reads it.
+    // Libraries write to standard error, too, and a game must not end because nobody reads it.
     std::signal(SIGPIPE, SIG_IGN);
     returnLargeBlocks();
     int status = 1;

@@ -14,9 +14,9 @@ namespace gull {
 
 class AppSettings;
 
-/// How the game makes itself heard and felt: sounds made when first asked for and kept, played on twelve
-/// voices in turn; haptic pulses, alone and as thumps; the surf that never stops. It obeys the sound and
-/// haptics switches and a global mute.
+/// Makes the game heard and felt: sounds that are made on first use and cached, played on twelve voices in
+/// turn; haptic pulses, single and as thumps; the surf that never stops. Obeys the sound and haptics switches
+/// and a global mute.
 ///
 /// Single-threaded.
 class Feedback {
@@ -42,7 +42,7 @@ class Feedback {
     void haptic(HapticPattern pattern, double minGap);
     /// `count` pulses (0 or more), `gap` seconds apart, the first at once.
     void thump(int count, double gap, HapticPattern pattern);
-    /// Calls off the pulses that `thump` has still to give.
+    /// Cancels the remaining pulses of `thump`.
     void cancelPending();
 
     /// True if a tick would be heard now; tries to open the output.
@@ -59,8 +59,8 @@ class Feedback {
     /// Silences the surf while the game is paused.
     void holdSurf(bool held);
 
-    /// Makes one of the game's sounds that is not made yet, the costliest first, so that none is made in the
-    /// middle of play: call it in idle moments. False if nothing is left to make (or sound is off).
+    /// Makes one of the game's sounds that is not made yet, the costliest first, so that none has to be made
+    /// in the middle of play: call it in idle moments. False if nothing is left to make (or sound is off).
     bool prepareOne();
 
     bool surfStarted() const { return surfStarted_; }

@@ -7,14 +7,14 @@
 
 namespace gull {
 
-/// What the player has in hand, for texts that speak of it.
+/// The controls in the player's hand, for texts that mention them.
 struct Controls {
     enum class Kind {
         trackpad,    ///< a touchpad or touch surface that can be read
-        mouse,       ///< no such thing
-        controller,  ///< no such thing either, and a game controller was used last
+        mouse,       ///< no trackpad
+        controller,  ///< no trackpad, and a game controller was used last
     };
-    /// What the controller calls the buttons that the game uses.
+    /// The controller's names of the buttons that the game uses.
     struct Buttons {
         std::string dig = "A";
         std::string back = "B";

@@ -32,8 +32,8 @@ GameController::GameController(MainLoop& loop, const AppSettings& settings, Feed
       feedback_(feedback),
       world_(delayed_),
       rng_(seed ? *seed : randomSeed()),
-      // Replaced at once by beginBeach(), but its burial counts: the first beach played is laid out by the
-      // generator's second use, and what a seed means depends on it.
+      // beginBeach() replaces it at once, but its burial counts: the generator's second use lays out the
+      // first beach played, and the meaning of a seed depends on that.
       hunt_(Campaign::beach(progress->highestUnlocked()), rng_),
       lastFrame_(loop.now()) {
     beginBeach(progress->highestUnlocked(), false);
@@ -49,7 +49,7 @@ GameController::~GameController() {
     resume();  // the loop is not ours
 }
 
-/// Runs `work` `delay` seconds from now, unless this controller is gone or another beach was begun by then.
+/// Runs `work` after `delay` seconds, unless this controller is gone or another beach has begun by then.
 void GameController::later(double delay, std::function<void()> work) {
     delayed_.after(delay, [this, generation = generation_, work = std::move(work)] {
         if (generation == generation_) work();
@@ -131,8 +131,7 @@ void GameController::openSelect() {
 }
 
 void GameController::closeSelect() {
-    // A flood whose end fell into the select is not made up for: the beach stays flooded until another is
-    // begun.
+    // A flood that ended during the select is not made up for: the beach stays flooded until another begins.
     if (phase == Phase::selecting) phase = returnPhase_;
 }
 
@@ -180,7 +179,7 @@ void GameController::finish() {
     haul = hunt_.haul();
     isNewBest = progress.mutate(
         [this](CampaignProgress& record) { return record.record(spec->number, earnedStars, haul); });
-    // What another game of the player's has saved meanwhile comes back with it.
+    // Progress that another running game has saved meanwhile comes back with it.
     if (progressFile_) progress = progressFile_->save(progress);
     const bool passed = earnedStars >= 1;
     isFirstLoss = !passed && !std::exchange(hasLost_, true);

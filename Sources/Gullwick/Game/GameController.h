@@ -33,16 +33,16 @@ class Feedback;
 class ProgressFile;
 struct Sound;
 
-/// Drives the game: runs one beach at a time from its opening to the result card, sixty steps a second, turns
-/// input into sweeps, digs and pings, and tells scene and feedback what happened. What the HUD shows are the
-/// published properties; observers of changes() hear of every change just before it is made, and at least
+/// Drives the game: runs one beach at a time from its opening to the result card, sixty steps a second; turns
+/// input into sweeps, digs and pings; and tells scene and feedback what happened. The published properties
+/// are what the HUD shows; observers of changes() hear of every change just before it is made, and at least
 /// every 0.05 s.
 ///
 /// Single-threaded: the loop's frame timer, input, delayed work and toasts all come from the loop's thread.
 /// All times are seconds of the loop's clock.
 class GameController {
-    mutable ChangeNotifier changes_;              // ahead of the properties, which refer to it
-    std::unique_ptr<ProgressFile> progressFile_;  // null: progress is not kept
+    mutable ChangeNotifier changes_;              // declared before the properties, which refer to it
+    std::unique_ptr<ProgressFile> progressFile_;  // null: progress is not saved
 
   public:
     enum class Phase {
@@ -61,10 +61,9 @@ class GameController {
     static constexpr int selectRows = 2;
 
     /// `loop`, `settings` and `feedback` are owned by the caller and must outlive the controller. With
-    /// `persists`, progress is loaded from `progressURL` and saved there; a save that failed is repeated
-    /// every `saveAgainInterval` and at the end. Otherwise the file is never touched. Without a seed the
-    /// beaches are laid out at random. Opens the highest unlocked beach, without the fly-in, and starts the
-    /// frame timer.
+    /// `persists`, progress is loaded from `progressURL` and saved there; a failed save is repeated every
+    /// `saveAgainInterval` and at the end. Otherwise the file is never touched. Without a seed, beaches are
+    /// laid out at random. Opens the highest unlocked beach without the fly-in and starts the frame timer.
     GameController(MainLoop& loop, const AppSettings& settings, Feedback& feedback,
                    std::filesystem::path progressURL, bool persists, std::optional<std::uint64_t> seed = {});
     ~GameController();
@@ -86,30 +85,32 @@ class GameController {
     Published<bool> isNewBest{changes_};                    ///< the beach that just ended beat its best haul
     Published<int> haul{changes_};                          ///< worth of what was found on this beach
     Published<std::optional<ItemKind>> lastFind{changes_};  ///< the last treasure dug on this beach
-    Published<int> findStamp{changes_};  ///< rises with every find, so that two alike can be told apart
+    Published<int> findStamp{changes_};  ///< rises with every find, so that two equal finds can be told apart
     Published<bool> captured{changes_};  ///< a finger steers and the pointer is locked; the surface's to set
     Published<int> pings{changes_};      ///< used on this beach
     Published<int> selection{changes_, 1};  ///< beach under the cursor of the beach select, 1 to 8
     Published<bool> isPaused{changes_};     ///< nothing moves, ticks or runs out until resume()
     Published<int> refusedBeach{
-        changes_};  ///< the locked beach that was asked for last, 0 after any other move
-    Published<bool> isFirstLoss{changes_};  ///< the beach that just ended is the first not passed in this run
-    Published<Controls> controls{changes_};  ///< in the player's hand; set by whoever knows the devices
+        changes_};  ///< the locked beach that was requested last, 0 after any other move
+    Published<bool> isFirstLoss{changes_};   ///< the last beach is the first one not passed in this run
+    Published<Controls> controls{changes_};  ///< in the player's hand; set by PlayerInput
     Published<int> tickStamp{changes_};  ///< rises with every tick heard, the second of a junk pair included
 
     // --- Life of a beach
 
     /// Sets up beach `number` (clamped into the campaign for the rules) with a fresh layout and opens it,
-    /// `animated` with the fly-in. With a seed the layout is the seed's; otherwise the generator goes on.
+    /// with the fly-in if `animated`. With a seed, the seed determines the layout; otherwise the generator
+    /// continues.
     void beginBeach(int number, bool animated, std::optional<std::uint64_t> seed = {});
     /// The same beach again, with the fly-in.
     void restart();
-    /// From a result card with a star: the next beach, or the beach select after the last. Else nothing.
+    /// On a result card with a star: opens the next beach, or the beach select after the last. Otherwise does
+    /// nothing.
     void nextBeach();
     void openSelect();
-    /// Goes back to where the beach select was opened; nothing when it is not open.
+    /// Returns to where the beach select was opened; does nothing if it is not open.
     void closeSelect();
-    /// Opens the beach under the select's cursor, or refuses with a sound when it is locked.
+    /// Opens the beach under the select's cursor; if it is locked, refuses with a sound.
     void openSelected();
     /// In the beach select: moves the cursor to that tile (1 to 8) first.
     void openTile(int tile);
@@ -118,41 +119,40 @@ class GameController {
     /// Ends the beach: stars, record, save, result card. Only while playing or flooding.
     void finish();
 
-    /// Stops a beach in play with everything on it, the loop's time included; nothing in any other phase, or
-    /// where pausing is not allowed. Opening a beach or the select goes on by itself.
+    /// Stops a beach in play and everything on it, including the loop's time. Does nothing in any other phase
+    /// or if pausing is not allowed. Opening a beach or the select resumes by itself.
     void pause();
     void resume();
-    /// Measurements must not stand still.
+    /// Whether pausing is allowed: measurements must not stop.
     void allowPausing(bool allowed) { pausingAllowed_ = allowed; }
 
     // --- Input
 
-    /// A finger stands at this place of the trackpad (0 to 1 from its near left corner): moves the target, or
-    /// the cursor of the beach select.
+    /// A finger is at this place of the trackpad (0 to 1 from its near left corner): moves the target, or the
+    /// cursor of the beach select.
     void fingerMoved(double nx, double ny);
-    /// Digs, opens the chosen beach or leaves the result card, as the phase has it.
+    /// Digs, opens the chosen beach or leaves the result card, depending on the phase.
     void click();
-    /// Digs where the coil stands; ignored outside play and while a dig is in progress.
+    /// Digs at the coil; ignored outside play and while a dig is in progress.
     void dig();
     /// Shows the way to the nearest treasure for a part of the tide; ignored outside play.
     void ping();
     void key(const KeyAction::Any& action);
-    /// Where the coil is to go; it follows within frames. A place that is not finite is ignored.
+    /// Sets the coil's target; the coil follows within frames. A place that is not finite is ignored.
     void setTarget(const PlotPoint& target);
     /// Puts the coil at its target immediately, unless a dig holds it.
     void arrive();
 
-    /// From now on toasts wait for pictures: their time starts with the next one shown.
+    /// From now on toasts wait for pictures: their time starts with the next picture shown.
     void waitForPictures() { toasts_.waitForPictures(); }
     void pictureShown() { toasts_.pictureShown(); }
     void showToast(Message text, double seconds) { toasts_.show(std::move(text), seconds); }
-    /// Shows `text` once the toast that opens the beach has had its time.
+    /// Shows `text` after the time of the toast that opens the beach.
     void queueHint(Message text, double seconds) { toasts_.queueHint(std::move(text), seconds); }
 
     // --- Stepping
 
-    /// One step of the game, up to the loop's present time. The frame timer calls it; calling it more often
-    /// does no harm.
+    /// One step of the game, up to the loop's present time. The frame timer calls it; extra calls do no harm.
     void frame();
 
     // --- What the HUD, the self-test and snapshots look at
@@ -162,7 +162,7 @@ class GameController {
     const PlotPoint& target() const { return target_; }
     const Reading& reading() const { return reading_; }  ///< of the last frame
     Phase returnPhase() const { return returnPhase_; }
-    double busyUntil() const { return busyUntil_; }  ///< until then a dig holds the coil and the detector
+    double busyUntil() const { return busyUntil_; }  ///< end of the dig that holds coil and detector
     BeachScene& world() { return world_; }
     const BeachScene& world() const { return world_; }
     /// The colour in which the detector shows `reading` on this beach.
@@ -172,11 +172,11 @@ class GameController {
 
     /// Moves the hunt's tide clock by `seconds`.
     void debugAdvance(double seconds);
-    /// Brings scene and HUD to rest as they stand at scene time `time`, without running a frame.
+    /// Brings scene and HUD to rest in their state at scene time `time`, without running a frame.
     void debugSettle(double time);
     /// Skips the rest of the intro.
     void debugForcePlaying();
-    /// Puts coil and target there at once.
+    /// Puts coil and target at that point at once.
     void setCoil(const PlotPoint& coil) { coil_ = target_ = coil; }
     /// Ends the wait of a dig in progress.
     void clearBusy() { busyUntil_ = 0; }
@@ -205,7 +205,7 @@ class GameController {
     MainLoop& loop_;
     const AppSettings& settings_;
     Feedback& feedback_;
-    DelayedWork delayed_{loop_};  // what follows on this beach; its start calls it off
+    DelayedWork delayed_{loop_};  // work that follows on this beach; the start of a beach cancels it
     Phase returnPhase_ = Phase::playing;
     BeachScene world_;
     SplitMix64 rng_;
@@ -222,7 +222,7 @@ class GameController {
     bool shownJunkTip_ = false;  // once per run of the program
     bool pausingAllowed_ = true;
     bool hasLost_ = false;          // in this run of the program
-    std::uint64_t generation_ = 0;  // rises with every beach; delayed work of an older one does nothing
+    std::uint64_t generation_ = 0;  // rises with every beach; delayed work of an older beach does nothing
     double lastFrame_;
     double hudClock_ = 0;  // seconds since the HUD was last refreshed
     Reading reading_ = Reading::silent();

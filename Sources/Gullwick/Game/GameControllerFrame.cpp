@@ -14,9 +14,9 @@ constexpr double coilRate = 24;               // the coil's easing toward the ta
 constexpr glm::dvec2 velocityScale{16, -10};  // plot units to scene units; the scene's z points away from y
 constexpr double trailSpacing = 0.012;        // plot distance between two marks of the trail
 constexpr double meterRate = 18;              // the meter's easing, per second
-constexpr double meterRest = 0.001;           // so near its goal, the meter has reached it
+constexpr double meterRest = 0.001;           // this near its goal the meter counts as arrived
 constexpr double hudPeriod = 0.05;            // seconds between two refreshes of the HUD
-constexpr double shownTideStep = 0.04;        // the tide clock is republished when it moved by more
+constexpr double shownTideStep = 0.04;        // the tide clock is republished when it moved by more than this
 constexpr double liftSeconds = 0.6;           // the rig's nod while it digs
 constexpr double liftHeight = 0.7;            // its peak, scene units
 constexpr double tickGap = 0.016;             // seconds; at most one pulse a frame
@@ -67,7 +67,7 @@ void GameController::sweep() {
     lastSwept_ = coil_;
 }
 
-/// What the detector has to say: ticks, the lock when it stands right over something, the beginner's hints.
+/// The detector's output: ticks, the lock when it is right over something, the beginner's hints.
 void GameController::detect(double dt) {
     if (clock_.advance(dt, reading_.strength, reading_.isTreasure())) pulse();
     if (reading_.isPinpoint && !wasPinpoint_) {
@@ -79,8 +79,7 @@ void GameController::detect(double dt) {
         toasts_.showAfterOpening(std::move(*hint), TutorialHints::hintSeconds);
 }
 
-/// One detector tick: single for treasure; for all else a second one follows, and that is how they are told
-/// apart.
+/// One detector tick: single for treasure; for everything else a second one follows, which tells them apart.
 void GameController::pulse() {
     const int level = std::min(static_cast<int>(reading_.strength * 10), 9);
     const Colour tint = tintColour(reading_);
@@ -127,7 +126,7 @@ void GameController::refreshHud(double dt) {
     if (hudClock_ < hudPeriod) return;
     hudClock_ = 0;
     const double shown = tideLeft();
-    // The end is exact: no last hundredth may keep the clock at a second that is over.
+    // The end is exact: the clock must not stop at a second that is over because of a last hundredth.
     if (std::abs(timeLeft - shown) > shownTideStep || (shown == 0 && timeLeft != 0)) timeLeft = shown;
     if (reading_.item) meterIsTreasure = reading_.isTreasure();
     changes_.willChange();

@@ -9,7 +9,7 @@
 namespace gull {
 namespace {
 
-constexpr PlotPoint nudge{0.035, 0.05};  // what an arrow key moves the target by
+constexpr PlotPoint nudge{0.035, 0.05};  // how far an arrow key moves the target
 constexpr double shortToast = 1.6;
 constexpr double toastSeconds = 3.4;
 

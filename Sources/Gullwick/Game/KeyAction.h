@@ -4,7 +4,7 @@
 
 namespace gull {
 
-/// What a key, a menu item or a button of a game controller asks the game to do.
+/// The action that a key, a menu item or a button of a game controller requests.
 namespace KeyAction {
 
 /// An arrow: each component is -1, 0 or 1; dy is 1 for down.
@@ -18,7 +18,7 @@ struct Restart {};
 struct Levels {};  ///< opens or closes the beach select
 struct Next {};
 struct Back {};   ///< leaves the beach select
-struct Pause {};  ///< or goes on again
+struct Pause {};  ///< or resumes
 
 using Any = std::variant<Move, Confirm, Ping, Restart, Levels, Next, Back, Pause>;
 

@@ -8,7 +8,7 @@ void Toast::show(Message text, double seconds) {
     line_ = std::move(text);
     seconds_ = seconds;
     isUnseen_ = waits_;
-    expiry_ = {};  // the older toast's is called off
+    expiry_ = {};  // cancels the older toast's expiry
     if (!isUnseen_) startTime();
 }
 

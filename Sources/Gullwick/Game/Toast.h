@@ -9,9 +9,9 @@
 
 namespace gull {
 
-/// The one line of text that comes and goes. A newer toast replaces an older one, whose expiry then means
-/// nothing. Hints wait until the opening toast of a beach has had its time, so that what the machine has to
-/// say does not talk over the game's first words.
+/// The one line of text that comes and goes. A newer toast replaces an older one, whose expiry then has no
+/// effect. Hints wait until a beach's opening toast has had its time, so that messages about the machine do
+/// not interrupt the game's first words.
 class Toast {
   public:
     static constexpr double readable = 2.5;  ///< seconds that an opening toast is left alone
@@ -21,20 +21,20 @@ class Toast {
     /// Both are owned by the caller and must outlive this object; `line` is what observers see.
     Toast(MainLoop& loop, Line& line) : loop_(loop), line_(line) {}
 
-    /// From now on a toast's time starts only when pictureShown() tells that somebody can see it.
+    /// From now on a toast's time starts only when pictureShown() says that it can be seen.
     void waitForPictures() { waits_ = true; }
     void pictureShown();
     /// Shows `text` for `seconds`.
     void show(Message text, double seconds);
     /// The same, for the toast that opens a beach: hints may follow it.
     void showOpening(Message text, double seconds);
-    /// The same once the opening toast has been up for `readable` seconds; a later one takes the place of one
-    /// that still waits.
+    /// The same, after the opening toast has been up for `readable` seconds; a newer one replaces one that
+    /// still waits.
     void showAfterOpening(Message text, double seconds);
-    /// Calls off what showAfterOpening() still holds back.
+    /// Cancels anything that showAfterOpening() still holds back.
     void dropWaiting() { waiting_.cancel(); }
-    /// Shows `text` when the toast now up ends, but not before an opening toast was shown. Hints come one
-    /// after another.
+    /// Shows `text` when the current toast ends, but not before an opening toast was shown. Hints follow one
+    /// another.
     void queueHint(Message text, double seconds);
 
   private:
@@ -51,7 +51,7 @@ class Toast {
     MainLoop::Timer expiry_;
     MainLoop::Timer waiting_;
     double readableAt_ = 0;  // when the opening toast may be replaced
-    double seconds_ = 0;     // that the toast now up lasts
+    double seconds_ = 0;     // that the current toast lasts
     bool waits_ = false;
     bool isUnseen_ = false;
     std::deque<Hint> hints_;

@@ -15,8 +15,8 @@ namespace {
 constexpr double toastSeconds = 3.4;
 constexpr int leftButton = 1;
 
-/// A pointer that is freed moves by itself, back to where it was locked: what it does for so long (seconds),
-/// or less than so far (points), is nobody's hand.
+/// A freed pointer moves by itself, back to where it was locked. Its motion within this time (seconds) or
+/// this distance (points) is not the player's.
 constexpr double pointerRest = 0.15;
 constexpr double pointerSlack = 3;
 
@@ -61,7 +61,7 @@ void TouchSurface::steer(const Contact& finger) {
     if (steering_ != finger.id || liftedAt_ >= 0) touchedAt_ = clock_.now();
     steering_ = finger.id;
     liftedAt_ = -1;
-    // A click rolls the finger a little: the coil is to dig where it stood.
+    // A click rolls the finger a little: the coil must dig where it was.
     if (holdsTarget()) {
         waiting_ = finger;
     } else {
@@ -84,7 +84,8 @@ void TouchSurface::mouse(const MouseEvent& event) {
                 game_.setTarget(game_.world().plotPoint({event.x, event.y}, viewSize_));
             break;
         case MouseEvent::Kind::down:
-            // A desktop may turn a corner of the pad into another button: while a finger steers, all click.
+            // A desktop may turn a corner of the pad into another button: while a finger steers, every button
+            // clicks.
             if (!captured_) {
                 if (event.button != leftButton || !attends()) break;
                 if (game_.phase == GameController::Phase::playing)
@@ -103,7 +104,7 @@ void TouchSurface::mouse(const MouseEvent& event) {
 void TouchSurface::pressed(int button) {
     if (!attends()) return;
     buttons_ |= 1U << (static_cast<unsigned>(button) % 32);
-    // The finger is up again before the coil has arrived, and what it tapped is to be dug.
+    // The finger is up again before the coil has arrived, and the tapped place must be dug.
     if (hasTapped()) game_.arrive();
     game_.click();
 }
@@ -155,7 +156,7 @@ bool TouchSurface::key(const KeyEvent& event) {
             break;
     }
 
-    // All but the arrows act once, however long they are held.
+    // All keys but the arrows act once, however long they are held.
     const auto act = [&](const KeyAction::Any& action) {
         if (!event.isRepeat) game_.key(action);
         return true;
@@ -210,8 +211,8 @@ void TouchSurface::stick(double x, double y, double dt) {
     }
     if (tilt <= 0) return;
     const double live = std::min(tilt, 1.0);
-    // Squared, so that a small tilt places the coil finely; the plot is wider than deep, so the same way on
-    // the sand is less of its width.
+    // Squared, so that a small tilt places the coil finely. The plot is wider than deep, so the same distance
+    // on the sand is a smaller share of its width.
     const double way = stickSpeed * live * live * dt / tilt;
     const PlotPoint target = game_.target();
     game_.setTarget(PlotPoint{target.x + x * way / Plot::aspect, target.y + y * way}.clamped());
@@ -279,7 +280,7 @@ void TouchSurface::setCovered(bool covered) {
     if (covered) leave();
 }
 
-/// Fingers that are down now count again only when they were lifted; buttons are forgotten.
+/// Fingers that are down count again only after being lifted; held buttons are forgotten.
 void TouchSurface::leave() {
     barred_ = down_;
     buttons_ = 0;

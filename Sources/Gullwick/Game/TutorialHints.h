@@ -8,14 +8,14 @@
 
 namespace gull {
 
-/// The two hints that lead a beginner to the first find: one at the first signal, one when the coil stands
-/// right over treasure. The first find ends them. They speak of what the player has in hand.
+/// The two hints that lead a beginner to the first find: one at the first signal, one when the coil is right
+/// over treasure. The first find ends them. They mention the controls in the player's hand.
 class TutorialHints {
   public:
     static constexpr double signalThreshold = 0.05;  ///< reading strength that counts as a first signal
-    static constexpr double hintSeconds = 5.0;       ///< how long each hint stands
+    static constexpr double hintSeconds = 5.0;       ///< how long each hint stays up
 
-    /// What stands while the beach opens, for openingSeconds.
+    /// The text shown while the beach opens, for openingSeconds.
     static Message opening(const Controls& controls);
     static constexpr double openingSeconds = 6.0;
 
@@ -23,7 +23,7 @@ class TutorialHints {
     void end() { stage_ = 0; }
     /// 0 off, 1 waiting for a first signal, 2 for a pinpoint on treasure, 3 for the first find.
     int stage() const { return stage_; }
-    /// The hint that this reading brings up, if it does.
+    /// The hint that this reading triggers, if any.
     std::optional<Message> advance(const Reading& reading, const Controls& controls);
 
   private:

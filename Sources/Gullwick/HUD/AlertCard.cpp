@@ -91,7 +91,7 @@ View AlertCard::button(std::size_t index) const {
     const bool focused = index == focus_;
     const Colour accent = own.destructive ? Palette::coral : Palette::sea;
     ShapeStyle face = roundedRectangle(7);
-    // It answers the pointer by more light, and a press by less.
+    // A hovered button is lighter, a pressed one darker.
     const bool hovered = index == hover_;
     const double light = hovered ? (pressing_ && focused ? -1 : 1) : 0;
     face =

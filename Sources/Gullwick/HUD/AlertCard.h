@@ -13,7 +13,7 @@
 namespace gull {
 
 /// A card that asks or tells something and takes all input until it is answered, by mouse or by keys alone:
-/// arrows and Tab move the focus, Return and Space press the button that has it, Escape presses the safe one.
+/// arrows and Tab move the focus, Return and Space press the focused button, Escape presses the safe one.
 class AlertCard {
   public:
     struct Button {
@@ -28,7 +28,7 @@ class AlertCard {
 
     /// Takes the event. Buttons run their action at once.
     void handle(const KeyEvent& event);
-    /// `drawing`: where the buttons stand.
+    /// `drawing` holds the positions of the buttons.
     void handle(const MouseEvent& event, const Drawing& drawing);
     /// True once a button was pressed.
     bool isAnswered() const { return answered_; }
@@ -57,7 +57,7 @@ class AlertCard {
 
 /// Name, version and licence.
 AlertCard aboutCard(const std::string& version, const Language& language = {});
-/// Asks before all progress is erased; `confirmed` runs when the player says so.
+/// Asks for confirmation before all progress is erased; `confirmed` runs if the player agrees.
 AlertCard resetAlert(std::function<void()> confirmed, const Language& language = {});
 
 }  // namespace gull

@@ -30,7 +30,7 @@ View BeachSelect::tile(const BeachSpec& beach, double swell) const {
     const bool unlocked = game.progress.isUnlocked(beach.number);
     const double chosen = std::clamp(swell, 0.0, 1.0);
     const Colour ink = unlocked ? Palette::cream : times(Palette::dim, 0.5);
-    const Colour nameInk = unlocked ? Palette::cream : Palette::dim;  // small: it must still be read
+    const Colour nameInk = unlocked ? Palette::cream : Palette::dim;  // small, but must be legible
     const auto best = game.progress.stars.find(beach.number);
     View result = unlocked ? StarsView{best == game.progress.stars.end() ? 0 : best->second, 11}.body()
                            : sign(Symbol::lockFill, 12, times(Palette::dim, 0.5));

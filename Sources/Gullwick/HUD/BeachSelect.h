@@ -6,7 +6,7 @@
 namespace gull {
 
 /// The map of the campaign: a tile for each of the eight beaches in its own colours, with its stars or a
-/// lock; the one under the cursor swells. It only shows: moving the cursor is the game's.
+/// lock; the one under the cursor swells. It only displays: the game moves the cursor.
 struct BeachSelect {
     static constexpr int columns = GameController::selectColumns;
     static constexpr int rows = GameController::selectRows;
@@ -24,7 +24,7 @@ struct BeachSelect {
     static std::optional<int> tileAt(const Drawing& drawing, double x, double y);
 
   private:
-    /// How the select is used, or what opens the locked beach that was asked for.
+    /// How to use the select, or what opens the locked beach that was requested.
     View hint() const;
     View tile(const BeachSpec& beach, double swell) const;
 };

@@ -20,7 +20,7 @@ constexpr Colour selectBackdrop{0.01, 0.05, 0.07, 0.9};
 constexpr double selectQuiet =
     0.6;  // the beach behind the backdrop is dimmed by so much, so that no lamp shines through
 constexpr double pausedDimming = 0.35;
-constexpr double toastGap = 8;    // below a title that it would cover
+constexpr double toastGap = 8;    // below a title that it would otherwise cover
 constexpr double cardMargin = 8;  // around a card in a window that is hardly larger
 
 Message instructions(const Controls& controls) {
@@ -81,8 +81,8 @@ View HUDView::bottomBar() const {
     View signal = SignalMeter{game, pose.tick}.body();
     View tray = Tray{game, icons, pose.slots}.body();
     View junk = JunkCounter{game, icons}.body();
-    // Where the panels do not fit, the gaps give way first, then the padding; the panels keep their sizes as
-    // long as they can.
+    // If the panels do not fit, the gaps shrink first, then the padding; the panels keep their sizes as long
+    // as possible.
     const double panels = SignalMeter::width + Layout::measure(tray).width + JunkCounter::width;
     const double padding = std::clamp((width - panels) / 2, 0.0, sidePadding);
     const double spacing = std::clamp((width - 2 * padding - panels) / 4, 0.0, barSpacing);
@@ -111,8 +111,8 @@ View HUDView::bars() const {
 }
 
 View HUDView::toasts() const {
-    // Centred, and clear of the pings, the only line of the tide clock that reaches down to it; a narrow
-    // window has its own needs.
+    // Centred, and clear of the pings, the only line of the tide clock that reaches down to it; narrow
+    // windows have their own rules.
     const double clear = width - 2 * (sidePadding + TideClock{game}.pingsWidth() + barSpacing);
     const double room = std::max(clear, std::min(420.0, width - 2 * sidePadding));
     const ViewSize titleSize = Layout::measure(title());
@@ -125,7 +125,7 @@ View HUDView::toasts() const {
                 .named("toast")
                 .noWiderThan(room)
                 .onLayer("toast." + std::to_string(lines.size()), toast.opacity);
-        // In a narrow window a long tagline may reach as far down: then the toast gives way.
+        // In a narrow window a long tagline may reach down this far; the toast then moves.
         const double beside = sidePadding + titleSize.width + barSpacing;
         const bool isBeside = (width - Layout::measure(line, {room, height}).width) / 2 >= beside;
         const double top = isBeside ? toastTop : std::max(toastTop, topPadding + titleSize.height + toastGap);

@@ -6,9 +6,9 @@
 
 namespace gull {
 
-/// All that is drawn over the beach: shade, bars, find pop-up, toast, result card and beach select, in layers
-/// that fill the window. Which of them show is a matter of the phase. It only ever reads, takes no input, and
-/// is built anew whenever its state or its pose changes.
+/// Everything drawn over the beach: shade, bars, find pop-up, toast, result card and beach select, in layers
+/// that fill the window. The phase determines which of them show. It only reads, takes no input, and is
+/// rebuilt whenever its state or its pose changes.
 ///
 /// Named views, to be found in a Drawing: shade.top, shade.bottom, topBar, title, tide, bottomBar, signal,
 /// tray, junk, instructions, popup, toast, card, select; and parts of them, "tray.slot.0".
@@ -16,11 +16,11 @@ struct HUDView {
     static constexpr double sidePadding = 26;  ///< of both bars
     static constexpr double topPadding = 32;
     static constexpr double bottomPadding = 20;
-    static constexpr double barSpacing = 16;  ///< between what stands in the bottom bar
+    static constexpr double barSpacing = 16;  ///< between the panels of the bottom bar
     static constexpr double toastTop = 112;
 
     const HudState& game;
-    const HudState& ended;  ///< what the result card shows: `game`, or as it was while the card still fades
+    const HudState& ended;  ///< for the result card: `game`, or the old state while the card fades
     const HudPose& pose;
     ItemIcons& icons;
     double width;  ///< of the window, points

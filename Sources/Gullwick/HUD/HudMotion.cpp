@@ -10,7 +10,7 @@ bool showsToast(const HudState& state) {
     return state.toast && !state.isFinished() && !state.isSelecting();
 }
 
-/// A wish to hold still takes the swing out of a spring.
+/// Reduced motion takes the swing out of a spring.
 Curve curveFor(const Spring& spring, bool reduceMotion) {
     return reduceMotion ? withoutOvershoot(spring) : Curve(spring);
 }
@@ -49,7 +49,7 @@ void HudMotion::follow(const HudState& state, double now, bool reduceMotion) {
         followTick(state, now);
         for (std::size_t i = 0; i < tile_.size(); ++i) {
             const bool selected = state.selection == static_cast<int>(i) + 1;
-            // The cursor's first place is no move.
+            // The cursor's first place is not a move.
             if (last_->isSelecting()) {
                 tile_[i].moveTo(selected, curveFor(tileSpring, reduceMotion), now);
             } else {
@@ -72,7 +72,7 @@ void HudMotion::followPhase(const HudState& state, double now) {
 }
 
 void HudMotion::followToast(const HudState& state, double now) {
-    // A toast that leaves with its phase fades as the phase does.
+    // A toast that leaves with its phase fades at the phase's pace.
     const bool samePhase = state.phase == last_->phase;
     const TimingCurve curve = TimingCurve::easeOut(samePhase ? toastSeconds : phaseSeconds);
     const bool shows = showsToast(state);
@@ -92,7 +92,7 @@ void HudMotion::followToast(const HudState& state, double now) {
 
 void HudMotion::followFinds(const HudState& state, double now, bool reduceMotion) {
     const std::size_t count = state.spec.treasures.size();
-    // Another beach's tray is another tray: its slots start out as they are.
+    // Another beach has another tray, whose slots begin in their current state.
     const bool sameBeach = state.spec == last_->spec && slots_.size() == count;
     if (!sameBeach) slots_.assign(count, Animated(0));
     for (std::size_t i = 0; i < count; ++i) {
@@ -117,7 +117,7 @@ void HudMotion::followPopup(const HudState& state, double now) {
     }
     const bool playEnds = last_ && last_->phase == HudState::Phase::playing && state.phase != last_->phase;
     if (playEnds && popupAlpha_.goal() > 0) {
-        // What follows has the player's whole attention; a pop-up that has not come yet stays away.
+        // The next thing has the player's whole attention; a pop-up that has not appeared yet stays away.
         if (popupAlpha_.value(now) > 0)
             popupAlpha_.moveTo(0, TimingCurve::easeOut(popupCutSeconds), now);
         else

@@ -10,8 +10,8 @@
 
 namespace gull {
 
-/// Moves the HUD from state to state: told every frame how things stand, it starts the fades, springs and
-/// the find pop-up that a change calls for. All times are seconds of the game's clock.
+/// Moves the HUD from state to state: each frame it is given the current state and starts the fades, springs
+/// and find pop-up that a change calls for. All times are seconds of the game's clock.
 class HudMotion {
   public:
     static constexpr double phaseSeconds = 0.25;
@@ -25,17 +25,17 @@ class HudMotion {
     static constexpr double popupLeaveDelay = 2.0;  ///< after the find
     static constexpr double popupLeaveSeconds = 0.5;
     static constexpr double popupLeave = 46;         ///< points
-    static constexpr double popupCutSeconds = 0.15;  ///< its fade when play ends under it
+    static constexpr double popupCutSeconds = 0.15;  ///< its fade when play ends while it is up
 
     /// How long the tick mark stays lit: shorter than the gap between the two ticks of a pair, so that a pair
     /// is seen as two.
     static constexpr double tickSeconds = 0.032;
 
-    /// Takes note of `state` at `now`. The first one is shown at rest. `reduceMotion`: springs do not
+    /// Updates to `state` at `now`. The first state is shown at rest. `reduceMotion`: springs do not
     /// overshoot.
     void follow(const HudState& state, double now, bool reduceMotion);
     HudPose pose(double now) const;
-    /// True when pose() will be another one later without a new state.
+    /// True if pose() will change even without a new state.
     bool isMoving(double now) const;
 
   private:

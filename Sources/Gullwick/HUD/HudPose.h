@@ -9,8 +9,8 @@
 
 namespace gull {
 
-/// Where everything that moves in the HUD stands at one instant: opacities (0 to 1), the pop-up's rise,
-/// how far slots and tiles have sprung.
+/// The state of everything that moves in the HUD at one instant: opacities (0 to 1), the pop-up's rise, the
+/// springs of slots and tiles.
 struct HudPose {
     /// Tiles of the beach select.
     static constexpr int tiles = GameController::selectColumns * GameController::selectRows;
@@ -21,7 +21,7 @@ struct HudPose {
         double alpha = 0;
         bool operator==(const Popup&) const = default;
     };
-    /// A line that comes or goes; while one takes another's place there are two.
+    /// A line that appears or fades; while one replaces another there are two.
     struct Toast {
         std::string text;
         double opacity = 1;
@@ -32,7 +32,7 @@ struct HudPose {
     double bottomBar = 1;  ///< on top of `bars`
     double card = 0;       ///< result card and its dimming
     double select = 0;     ///< beach select
-    double pause = 0;      ///< the dimming of a beach that stands still
+    double pause = 0;      ///< the dimming of a paused beach
     std::vector<Toast> toasts;
     Popup popup;
     std::vector<double> slots;         ///< 0 empty to 1 found; springs past 1

@@ -10,12 +10,12 @@
 
 namespace gull {
 
-/// All that the HUD knows of the game at one moment: the controller's published properties, by their names.
-/// A plain value, so that two moments can be compared and any of them can be made up.
+/// Everything the HUD knows of the game at one moment: the controller's published properties, under their
+/// names. A plain value, so that states can be compared and made up.
 ///
-/// The same list stands in the controller on purpose: there each property notifies observers before it
-/// changes and can be read by itself, which a published struct of all of them would not allow. A new one is
-/// added there, here and in `of`.
+/// The controller deliberately holds the same list: there each property notifies observers before it changes
+/// and can be read by itself, which one published struct would not allow. Add a new property there, here and
+/// in `of`.
 struct HudState {
     using Phase = GameController::Phase;
 
@@ -41,15 +41,15 @@ struct HudState {
     bool isFirstLoss = false;
     Controls controls;
     bool showTicks = false;  ///< the player's switch
-    Language language;       ///< in which all of it is written
+    Language language;       ///< the language of all texts
 
     static HudState of(const GameController& game, bool showTicks, const Language& language = {});
 
     /// How many treasures were found.
     int finds() const;
-    /// Whether the treasure of that slot was found; a slot that the tray lacks was not.
+    /// Whether the treasure of that slot was found; false for a slot that the tray lacks.
     bool isFound(std::size_t slot) const { return slot < tray.size() && tray[slot]; }
-    /// Played on the last beach of the campaign.
+    /// True on the last beach of the campaign.
     bool isLastBeach() const;
     bool isSelecting() const { return phase == Phase::selecting; }
     bool isFinished() const { return phase == Phase::finished; }
@@ -57,7 +57,7 @@ struct HudState {
     bool operator==(const HudState&) const = default;
 };
 
-/// "3 / 24 ★" of the whole campaign.
+/// "3 / 24 ★" for the whole campaign.
 std::string campaignTotal(const CampaignProgress& progress);
 
 }  // namespace gull

@@ -45,7 +45,7 @@ BeachLook studioLook() {
 
 constexpr int skyWidth = 512;  // pixels
 constexpr double skyIntensity = 1.6;
-constexpr double exposure = -0.75;            // stops; without a film curve white paper would be cut off
+constexpr double exposure = -0.75;            // stops; without tone mapping, white paper would be clipped
 constexpr glm::dvec3 shade(1.12, 0.92, 0.9);  // the blue sky alone would make paper cyan
 constexpr double smallest = 0.2;              // world units; the frame never closes in further
 constexpr double frameHalfHeight = 0.62;      // of the model's largest side

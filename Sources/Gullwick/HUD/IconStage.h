@@ -8,8 +8,8 @@
 
 namespace gull {
 
-/// What the picture of an item is taken of: its model turned toward the viewer under a clear sky, a warm
-/// light and an orthographic camera that frames every item alike. Nothing behind it.
+/// The stage for an item's picture: its model turned toward the viewer under a clear sky, a warm light and an
+/// orthographic camera that frames every item alike. There is no background.
 std::unique_ptr<Stage> iconStage(ItemKind kind, Textures& textures);
 
 }  // namespace gull

@@ -8,7 +8,7 @@
 
 namespace gull {
 
-/// Makes a small picture of an item's model: whoever owns a renderer.
+/// Makes a small picture of an item's model; implemented by the owner of a renderer.
 class IconSource {
   public:
     virtual ~IconSource() = default;
@@ -26,10 +26,10 @@ class ItemIcons {
     ItemIcons(const ItemIcons&) = delete;
     ItemIcons& operator=(const ItemIcons&) = delete;
 
-    /// Makes the picture first if nobody has asked for it before. The reference holds for good.
+    /// Makes the picture on first use. The reference stays valid as long as this object.
     const Image& image(ItemKind kind);
-    /// Makes one of the pictures that a beach will need and that is not made yet; false when all are there.
-    /// Called once a frame while a beach opens, so that no find has to wait for its picture.
+    /// Makes one of the pictures that a beach will need and that is not made yet; false if there are none
+    /// left. Called once a frame while a beach opens, so that no find has to wait for its picture.
     bool prepareOne(const BeachSpec& spec);
 
   private:

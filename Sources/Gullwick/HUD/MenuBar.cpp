@@ -14,13 +14,13 @@ constexpr const char* titlePrefix = "menu.title.";
 constexpr const char* itemPrefix = "menu.item.";
 constexpr const char* subPrefix = "menu.sub.";
 
-/// "menu.item.3" with "menu.item." is 3.
+/// The number after `prefix`: "menu.item.3" with "menu.item." gives 3.
 std::optional<std::size_t> indexIn(const std::string& name, const std::string& prefix) {
     if (name.size() <= prefix.size() || name.compare(0, prefix.size(), prefix) != 0) return std::nullopt;
     return static_cast<std::size_t>(std::stoul(name.substr(prefix.size())));
 }
 
-/// The next command that can be chosen, `step` by `step` from `from` and around; `from` may be none.
+/// The next selectable command, moving by `step` from `from` and wrapping around; `from` may be empty.
 std::optional<std::size_t> nextChoice(const std::vector<Command>& commands, std::optional<std::size_t> from,
                                       int step) {
     const auto count = static_cast<int>(commands.size());
@@ -74,7 +74,7 @@ void MenuBar::enterSubmenu() {
 
 void MenuBar::choose(const Command& command) {
     if (!command.canBeChosen() || !command.action) return;
-    // The action may open something else, or ask for the menus again: first be done with this one.
+    // The action may open something else or request the menus again: finish with this one first.
     const std::function<void()> action = command.chosen ? command.chosen : command.action;
     dismiss();
     action();

@@ -12,25 +12,25 @@
 
 namespace gull {
 
-/// The menus along the top edge of the window. The bar comes up when a free pointer nears the edge, and with
-/// F10 or Alt; it goes again when the pointer leaves it. Menus are walked with the mouse or with the keys
-/// alone: arrows, Return, Escape, and Alt with the first letter of a title. A pointer on its way to an open
-/// submenu may cross other lines. What can be chosen is asked every time the menus are shown.
+/// The menus along the top edge of the window. The bar appears when a free pointer nears the edge, and with
+/// F10 or Alt; it disappears when the pointer leaves it. Menus work with the mouse or with keys alone:
+/// arrows, Return, Escape, and Alt with the first letter of a title. A pointer on its way to an open submenu
+/// may cross other lines. The menus are requested anew every time they are shown.
 class MenuBar {
   public:
     static constexpr double height = 30;    ///< points
-    static constexpr double nearEdge = 10;  ///< the pointer calls the bar this close to the edge, points
-    static constexpr double farEdge = 56;   ///< and sends it away from here on
+    static constexpr double nearEdge = 10;  ///< the pointer shows the bar this close to the edge, points
+    static constexpr double farEdge = 56;   ///< and hides it from here on
     static constexpr double fadeSeconds = 0.15;
     static constexpr double detour = 0.3;  ///< seconds that a pointer may rest on its way to a submenu
 
     using Source = std::function<std::vector<Menu>()>;
     explicit MenuBar(Source menus) : menus_(std::move(menus)) {}
 
-    /// True: taken. `drawing` is what the player sees, for what the pointer is on.
+    /// True: taken. `drawing` is the drawing that the player sees, for finding what is under the pointer.
     bool handle(const KeyEvent& event);
     bool handle(const MouseEvent& event, const Drawing& drawing, bool pointerIsFree);
-    /// A menu hangs open: it takes all input.
+    /// A menu is open and takes all input.
     bool isOpen() const { return open_.has_value(); }
     void close();
     /// Also hides the bar.
@@ -38,7 +38,7 @@ class MenuBar {
 
     /// Starts the fades that are due.
     void follow(double now);
-    /// It will look different later without further input.
+    /// True if it will look different later without further input.
     bool isMoving(double now) const {
         return opacity_.isMoving(now) || listOpacity_.isMoving(now) || waiting_.has_value();
     }
@@ -46,7 +46,7 @@ class MenuBar {
     /// lines of the open menu and of its open submenu.
     View body(double now, double width, double windowHeight, const Language& language = {}) const;
 
-    /// The title that the pointer is on.
+    /// The title under the pointer.
     std::optional<std::size_t> hoverTitle() const { return hoverTitle_; }
     std::optional<std::size_t> openMenu() const { return open_; }
     std::optional<std::size_t> chosenItem() const { return item_; }
@@ -68,7 +68,7 @@ class MenuBar {
     void openBeside(int step);
     void enterSubmenu();
     void choose(const Command& command);
-    /// Whether the line is still there: several events may come before the menus are drawn again.
+    /// Whether the line still exists: several events may come before the menus are drawn again.
     bool isStill(const std::string& name) const;
     void pointTo(const std::string& name);
     void press(const std::string& name);
@@ -80,18 +80,18 @@ class MenuBar {
                             const Language& language) const;
 
     Source menus_;
-    std::vector<Menu> shown_;  ///< as they stood when last shown
+    std::vector<Menu> shown_;  ///< as last shown
     bool isShown_ = false;
     Choice open_;
     Choice item_;
     Choice subItem_;
     bool subIsOpen_ = false;
     Choice hoverTitle_;
-    double anchorX_ = 0;  ///< where the pointer was last on the line with the open submenu, points
+    double anchorX_ = 0;  ///< where the pointer last was on the line with the open submenu, points
     double anchorY_ = 0;
     std::optional<std::string> waiting_;  ///< the line that it crosses on its way
     std::optional<double> waitingSince_;
-    List left_;  ///< what fades away
+    List left_;  ///< the bar or menu that fades away
     Animated opacity_{0};
     Animated listOpacity_{0};
 };

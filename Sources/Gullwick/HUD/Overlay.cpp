@@ -16,13 +16,13 @@ Overlay::Overlay(const GameController& game, const AppSettings& settings, const 
     settingsObservation_ = settings.changes().observe(note);
 }
 
-/// True when the state is another one than before.
+/// True if the state changed.
 bool Overlay::readState() {
     if (!std::exchange(stateMayHaveChanged_, false) && state_.language == language_) return false;
     HudState state = HudState::of(game_, settings_.showTicks(), language_);
     if (state == state_) return false;
     state_ = std::move(state);
-    // A card that fades away shows the beach that it was about, not the one that follows.
+    // A fading card shows its own beach, not the one that follows.
     if (state_.isFinished()) ended_ = state_;
     return true;
 }
@@ -31,7 +31,7 @@ const std::vector<OverlayLayer>& Overlay::update(double now, double width, doubl
     const bool stateChanged = readState();
     motion_.follow(state_, now, settings_.reduceMotion());
     Shown next{.pose = motion_.pose(now), .width = width, .height = height, .scale = scale};
-    // A finger that steers has no pointer to leave the bar with.
+    // A steering finger has no pointer to leave the bar with.
     if (game_.captured && !menuBar_.isOpen()) menuBar_.dismiss();
     menuBar_.follow(now);
     alertOpacity_.moveTo(alert_ ? 1 : 0, TimingCurve::easeOut(HudMotion::toastSeconds), now);
@@ -43,7 +43,7 @@ const std::vector<OverlayLayer>& Overlay::update(double now, double width, doubl
     } else {
         shown_ = std::move(next);
         layers_.show(Drawing(view(width, height, now), width, height, scale), width, height, scale);
-        chromeChanged_ = chromeMoves;  // its last step is still to be drawn
+        chromeChanged_ = chromeMoves;  // its last step still has to be drawn
     }
     return layers_.layers();
 }

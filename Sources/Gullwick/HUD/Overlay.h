@@ -17,39 +17,38 @@ namespace gull {
 
 class AppSettings;
 
-/// What lies over the beach in the window: the HUD, and above it the menu bar and the cards that ask
-/// something. It keeps a few layers at the window's pixel density and draws again only what changed on them.
+/// Everything that covers the beach in the window: the HUD, and above it the menu bar and the cards that ask
+/// something. It keeps a few layers at the window's pixel density and redraws only what changed on them.
 ///
 /// The HUD itself takes no input: clicks and keys fall through to the beach. An open menu or card takes all
 /// of it: hand every event to handle() first, and let the game have those that come back.
 class Overlay {
   public:
-    /// All are owned by the caller and must outlive the overlay. `language` is read before every frame,
-    /// `menus` is asked for the menus as they stand whenever they are shown.
+    /// All are owned by the caller and must outlive the overlay. `language` is read before every frame;
+    /// `menus` returns the menus in their current state whenever they are shown.
     Overlay(const GameController& game, const AppSettings& settings, const Language& language,
             ItemIcons& icons, std::function<std::vector<Menu>()> menus);
     Overlay(const Overlay&) = delete;
     Overlay& operator=(const Overlay&) = delete;
 
-    /// The layers as they stand at `now`, the game's clock, in a window of that size (points) at `scale`
-    /// pixels a point, back to front; valid until the next update(). Each tells what changed on it since the
-    /// last one.
+    /// The layers at `now`, the game's clock, in a window of that size (points) at `scale` pixels a point,
+    /// back to front; valid until the next update(). Each lists its changes since the last one.
     const std::vector<OverlayLayer>& update(double now, double width, double height, double scale);
 
-    /// Makes one of the item pictures that this beach needs; false when there is none to make. Once a frame
-    /// while a beach opens.
+    /// Makes one of the item pictures that this beach needs; false if there is none left to make. Call it
+    /// once a frame while a beach opens.
     bool prepareIcon();
 
-    // --- Input. True: taken, the game must not see it.
+    // --- Input. True: taken; the game must not see it.
     bool handle(const KeyEvent& event);
     bool handle(const MouseEvent& event);
-    /// A menu or a card is open: the pointer must be free, the beach takes no clicks and no fingers.
+    /// A menu or a card is open: the pointer must be free, and the beach takes no clicks and no fingers.
     bool wantsInput() const;
     /// A card waits for an answer: nothing else works until it has one.
     bool asks() const { return alert_ && alert_->asks(); }
     /// Closes an open menu.
     void closeMenu();
-    /// It will look different later, though the game stands still.
+    /// True if it will look different later although the game stands still.
     bool isMoving(double now) const;
 
     /// `version`: "1.0.0".
@@ -64,7 +63,7 @@ class Overlay {
     bool readState();
     View view(double width, double height, double now);
     void put(AlertCard card);
-    /// Lets the card take the event by `handle`.
+    /// Lets `handle` pass the event to the card.
     template <typename Handle>
     void answer(const Handle& handle);
 

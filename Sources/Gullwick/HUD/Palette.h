@@ -5,7 +5,7 @@
 
 namespace gull {
 
-/// The colours of everything that is read. Others come only from black, white and a beach's own look.
+/// The colours of all texts and panels. Other colours come only from black, white and a beach's own look.
 namespace Palette {
 
 inline constexpr Colour cream{0.99, 0.96, 0.89, 1};         ///< main text

@@ -28,7 +28,7 @@ std::string SignalMeter::caption() const {
 
 View SignalMeter::tickMark() const {
     constexpr double size = 12;
-    // One colour for all: where the display is dead, it must not tell more than the ear would hear.
+    // One colour for all: without a display, the meter must not tell more than the ear hears.
     const Colour light = Palette::sea.withAlpha(tick);
     return shape(capsule().filled(light).stroked(tick > 0 ? Palette::sea : Palette::cream.withAlpha(0.28)))
         .framed(size, size)

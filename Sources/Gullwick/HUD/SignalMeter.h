@@ -7,8 +7,8 @@
 
 namespace gull {
 
-/// The detector's signal as twelve rising bars, and, where the detector has a display, what it comes from:
-/// treasure reads as plain metal, junk carries a question mark.
+/// The detector's signal as twelve rising bars and, if the detector has a display, its source: treasure
+/// appears as plain metal, junk carries a question mark.
 struct SignalMeter {
     static constexpr int bars = 12;
     static constexpr double width = 210;      ///< of the panel, points
@@ -17,7 +17,7 @@ struct SignalMeter {
     const HudState& game;
     double tick = 0;  ///< the tick mark, 0 to 1; drawn only if the player wants it
 
-    /// How many bars are lit; more than there are for a signal above 1.
+    /// The number of lit bars; more than exist for a signal above 1.
     long long lit() const;
     Colour litColour() const;
     std::string caption() const;

@@ -23,7 +23,7 @@ bool TideClock::isUrgent() const {
 double TideClock::share() const {
     const double ratio = game.timeLeft / game.spec.tideSeconds;
     if (ratio < 0) return 0;
-    return ratio < 1 ? ratio : 1;  // 1 as well for what is no number
+    return ratio < 1 ? ratio : 1;  // 1 for NaN, too
 }
 
 double TideClock::pingsWidth() const {

@@ -9,8 +9,8 @@
 
 namespace gull {
 
-/// A slot for each treasure of the beach, filled as they are found, with a mark after the last one that a
-/// passing result needs, and the sums below.
+/// A slot for each treasure of the beach, filled as the treasures are found, with a mark after the last one
+/// needed to pass, and the totals below.
 struct Tray {
     static constexpr double slotSize = 52;  ///< points
     static constexpr double slotSpacing = 8;

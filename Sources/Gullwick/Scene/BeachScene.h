@@ -17,7 +17,7 @@
 
 namespace gull {
 
-/// The world of one beach: sand, sea, light, camera, detector and dug items. It is made once and dressed
+/// The world of one beach: sand, sea, light, camera, detector and dug items. It is created once and dressed
 /// again for every beach. It knows no rules: the controller tells it where the coil is, how strong the signal
 /// is, how far the tide has run and what a dig found.
 ///
@@ -60,7 +60,7 @@ class BeachScene {
     void showPing(const PlotPoint& from, const PlotPoint& to);
     /// Makes a hole with its heap, a spray of sand, and the reveal of the item that was found.
     void dig(const PlotPoint& at, const Hunt::DigOutcome& outcome);
-    /// What was dug up on this beach, the reveals that are done included.
+    /// Everything dug up on this beach, including finished reveals.
     const std::vector<Reveal>& reveals() const;
 
     /// The plot point under `point` of a view of `viewSize` (points, origin top left), clamped to the plot.

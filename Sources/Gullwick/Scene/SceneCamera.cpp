@@ -17,7 +17,7 @@ constexpr double fieldOfView = 40;
 constexpr double wideAspect = 1.55;  // wider views show the same, narrower ones from farther back
 constexpr double leastAspect = 0.3;
 constexpr double introDuration = 1.4;
-constexpr double farthest = 10000;  // from the origin along any axis: beyond it there is nothing to see
+constexpr double farthest = 10000;  // from the origin along any axis: there is nothing to see beyond
 
 /// The whole of `text` as a number; empty if it is not a number.
 std::optional<double> number(const std::string& text) {

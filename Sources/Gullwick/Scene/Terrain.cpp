@@ -105,7 +105,7 @@ std::vector<std::uint32_t> gridIndices(std::uint32_t across, std::uint32_t deep)
     return indices;
 }
 
-/// A coarse grid of sand between two corners, for what lies beyond the fine one.
+/// A coarse grid of sand between two corners, for the land beyond the fine one.
 void addCoarse(Geometry& geometry, const glm::dvec2& from, const glm::dvec2& to) {
     constexpr double piece = 3;
     const auto across = static_cast<std::uint32_t>(std::ceil((to.x - from.x) / piece));

@@ -8,15 +8,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The user's home folder; empty when there is none.
+/// The user's home folder; empty if there is none.
 fs::path home(const AppSettings::Environment& environment) {
     if (const char* set = environment("HOME"); set && *set) return set;
     const passwd* user = ::getpwuid(::getuid());
     return user && user->pw_dir ? fs::path(user->pw_dir) : fs::path();
 }
 
-/// `variable` if it holds an absolute path (the XDG rule: relative ones are to be ignored), else `standard`
-/// in the user's home; and in it the game's own folder. Empty when there is no home.
+/// The game's own folder in `variable` if that holds an absolute path (the XDG rule: ignore relative ones),
+/// else in `standard` in the user's home. Empty if there is no home.
 fs::path gameFolder(const AppSettings::Environment& environment, [[maybe_unused]] const char* variable,
                     const fs::path& standard) {
 #ifndef __APPLE__

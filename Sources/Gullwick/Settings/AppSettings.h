@@ -11,19 +11,18 @@
 
 namespace gull {
 
-/// The player's settings, kept in a small JSON file so that they survive a restart. A further one is a
-/// further line below.
+/// The player's settings, kept in a small JSON file so that they survive a restart. To add a setting, add one
+/// line below.
 class AppSettings {
-    // They come first, for the settings read and write them.
+    // These come first because the settings use them.
     SettingsFile file_;
     mutable ChangeNotifier changes_;
 
   public:
-    /// Looks a variable up: its value, or null when it is not set. std::getenv is one.
+    /// Looks up a variable: its value, or null if it is not set. std::getenv is one.
     using Environment = std::function<const char*(const char*)>;
 
-    /// Reads `file`; a missing one means that everything stands at its default. An empty path: nothing is
-    /// kept.
+    /// Reads `file`; if it is missing, every setting has its default. With an empty path nothing is stored.
     explicit AppSettings(std::filesystem::path file) : file_(std::move(file)) {}
 
     Setting<bool> haptics{file_, changes_, "haptics", true};              ///< pulses in the pad
@@ -31,27 +30,27 @@ class AppSettings {
     Setting<bool> trackpadSweep{file_, changes_, "trackpadSweep", true};  ///< the pad steers the coil
     Setting<bool> showTicks{file_, changes_, "showTicks", false};         ///< ticks are drawn as well
     Setting<bool> reduceMotion{file_, changes_, "reduceMotion", false};   ///< no shakes or fly-ins
-    /// Code of the language that the game speaks, "de"; empty: the one that the system asks for.
+    /// Code of the language that the game speaks, "de"; empty: the system's language.
     Setting<std::string> language{file_, changes_, "language", ""};
     /// A window that loses the keyboard or is minimised pauses the beach.
     Setting<bool> pauseInBackground{file_, changes_, "pauseInBackground", true};
     Setting<int> effectsVolume{file_, changes_, "effectsVolume",
-                               100,   0,        100};                     ///< ticks and all else, percent
+                               100,   0,        100};  ///< all sounds, ticks included, percent
     Setting<int> surfVolume{file_, changes_, "surfVolume", 100, 0, 100};  ///< percent
-    /// Where the window stood last, in the window's own words; empty: nowhere yet.
+    /// The window's last place, in the window's own format; empty: none yet.
     Setting<std::string> window{file_, changes_, "window", ""};
-    Setting<bool> fullScreen{file_, changes_, "fullScreen", false};  ///< the game opens so
+    Setting<bool> fullScreen{file_, changes_, "fullScreen", false};  ///< the game opens in this mode
 
-    /// Told just before any of them changes.
+    /// Notified just before any of them changes.
     ChangeNotifier& changes() const { return changes_; }
 
-    /// Where the settings are kept: Gullwick/settings.json in the user's configuration folder. Empty when the
-    /// user has no home, and then nothing is kept.
+    /// The settings file: Gullwick/settings.json in the user's configuration folder. Empty if the user has no
+    /// home; then nothing is stored.
     static std::filesystem::path defaultFile(const Environment& environment);
-    /// Where the campaign progress is kept: the path in GULLWICK_SAVE as it stands, else
-    /// Gullwick/progress.json in the user's folder for application data. Nothing is made or checked here.
+    /// The file for campaign progress: the path in GULLWICK_SAVE as given, else Gullwick/progress.json in the
+    /// user's folder for application data. Creates and checks nothing.
     static std::filesystem::path progressURL(const Environment& environment);
-    /// Where a game keeps what it said: Gullwick/last-run.log in the user's folder for state. Empty when the
+    /// The file for the game's messages: Gullwick/last-run.log in the user's folder for state. Empty if the
     /// user has no home.
     static std::filesystem::path logFile(const Environment& environment);
 };

@@ -11,15 +11,15 @@
 
 namespace gull {
 
-/// One setting, kept under its key: `settings.volume()` reads it, `settings.volume = 80` changes it, in
-/// memory and in the file at once. Observers are told just before; every assignment is told and written, also
-/// that of an equal value. `T` is bool, int or std::string.
+/// One setting, stored under its key: `settings.volume()` reads it, `settings.volume = 80` changes it in
+/// memory and in the file at once. Observers are notified just before; every assignment is announced and
+/// written, even of an equal value. `T` is bool, int or std::string.
 template <typename T>
 class Setting {
     static_assert(std::is_same_v<T, bool> || std::is_same_v<T, int> || std::is_same_v<T, std::string>);
 
   public:
-    /// `value` counts until something else is kept. `file` and `changes` outlive the setting.
+    /// `value` applies until another is stored. `file` and `changes` outlive the setting.
     Setting(SettingsFile& file, ChangeNotifier& changes, const char* key, T value)
         : file_(file), key_(key), value_(changes, value) {
         if constexpr (std::is_same_v<T, int>)
@@ -27,7 +27,7 @@ class Setting {
         else
             value_ = file.read(key_, value);
     }
-    /// A number from `least` to `most`; what the file holds beyond becomes the nearer of them.
+    /// A number from `least` to `most`; values in the file beyond these limits are clamped.
     Setting(SettingsFile& file, ChangeNotifier& changes, const char* key, int value, int least,
             int most) requires std::is_same_v<T, int>
         : file_(file), key_(key), value_(changes, value), least_(least), most_(most) {

@@ -9,29 +9,30 @@
 
 namespace gull {
 
-/// The JSON file behind the settings: one object, a value for each key. Read once; a value that is written
-/// goes over what is on disk then, so that other keys, known or not, keep what another program gave them.
+/// The JSON file behind the settings: one object with a value for each key. Read once. Writing a value
+/// replaces that key in the file's current contents, so other keys, known or not, keep what another program
+/// gave them.
 ///
-/// What is wrong with the file is told and the rest of it still counts. Text that is no JSON object, or one
+/// Errors in the file are reported, and the rest of it still counts. Text that is not a JSON object, or is
 /// nested more than 64 deep, is set aside as `<file>.damaged` before the first write. A file that cannot be
-/// read is not written, and neither is one that cannot be set aside; what could not be written is tried again
-/// with the next value and at the end. All of that is told once.
+/// read or set aside is not written; a failed write is tried again with the next value and at the end. Each
+/// of these is reported once.
 class SettingsFile {
   public:
     using Value = std::variant<bool, std::int64_t, std::string>;
 
-    /// An empty path: nothing is read or kept.
+    /// With an empty path nothing is read or stored.
     explicit SettingsFile(std::filesystem::path file);
     ~SettingsFile();
     SettingsFile(const SettingsFile&) = delete;
     SettingsFile& operator=(const SettingsFile&) = delete;
 
-    // What stood under `key` when the file was read, or `otherwise` when nothing did.
+    // The value of `key` when the file was read, or `otherwise` if it had none.
 
-    /// A number is on unless it is 0, a text when it begins like "yes", "true" or a number that is not 0; all
-    /// else is off.
+    /// A number is on unless it is 0; a text is on if it begins like "yes", "true" or a number other than 0;
+    /// everything else is off.
     bool read(const std::string& key, bool otherwise) const;
-    /// From `least` to `most`: what lies beyond becomes the nearer of them.
+    /// Clamped to `least` and `most`.
     std::int64_t read(const std::string& key, std::int64_t otherwise, std::int64_t least,
                       std::int64_t most) const;
     std::string read(const std::string& key, const std::string& otherwise) const;

@@ -18,7 +18,7 @@ Viewpoint lens() {
     return view;
 }
 
-/// Depths of a picture whose surface stands `away` world units before the eye at every pixel.
+/// Depths of a picture whose surface is `away` world units in front of the eye at every pixel.
 EdgeCells cellsOf(const std::function<double(int x, int y)>& away) {
     Viewpoint view = lens();
     std::vector<float> depths;

@@ -12,7 +12,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 /// A flat beach seen straight from above: 64 x 48 pixels show 16 x 12 units, x to the right, -z upward. The
-/// left half lies at height 0, the right half at height 1; nothing is seen in the uppermost row of squares.
+/// left half is at height 0, the right half at height 1; the uppermost row of squares shows only background.
 class ReliefGridTest : public testing::Test {
   protected:
     ReliefGridTest() {
@@ -54,7 +54,7 @@ TEST_F(ReliefGridTest, marksWhatALampReaches) {
 }
 
 TEST_F(ReliefGridTest, marksWhatACasterShadesAndNothingNearerTheSun) {
-    // Under the sun in the zenith, axes: whatever lies at this place of the ground.
+    // Under a sun in the zenith, in axes: everything at this place of the ground.
     const glm::dvec3 middle = grid.sunAxes() * glm::dvec3(6, 0.5, 4);
     const Box caster{middle - 0.3, middle + 0.3};
     grid.markShadow(caster);

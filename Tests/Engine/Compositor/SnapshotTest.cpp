@@ -11,7 +11,8 @@ namespace gull::test {
 
 using testing::DoubleNear;
 
-// The film's encoding and its dither are each within half a step of the exact curve, so two steps suffice.
+// The tone mapping's encoding and its dither are each within half a step of the exact curve, so two steps
+// suffice.
 constexpr double steps = 2;
 
 class Snapshot : public RenderTest {
@@ -81,7 +82,7 @@ TEST_F(Snapshot, ShadowsAreDarkerByTheLightsAlphaAndEndWhereTheyShould) {
     flat.plane->castsShadow = false;
     flat.sun->position = {40, 0, 40};
     flat.sun->lookAt({0, 0, 0});
-    // A plate above the right half of the view throws its shadow to the left: z 1 moves it by 1.
+    // A plate above the right half of the view casts its shadow to the left: z 1 moves it by 1.
     Node& plate = flat.stage.root.add(makeNode(primitives::box(0.6, 3, 0.02), flat.material));
     plate.position = {1.5, 0, 1};
     Image image = renderer->snapshot(flat.stage, {65, 65});
@@ -89,7 +90,7 @@ TEST_F(Snapshot, ShadowsAreDarkerByTheLightsAlphaAndEndWhereTheyShould) {
     EXPECT_THAT(double(image.at(32 + 16, 32)[0]), DoubleNear(encodedByte(lit * 0.45), steps)) << "x = 0.5";
     EXPECT_THAT(double(image.at(32 - 16, 32)[0]), DoubleNear(encodedByte(lit), steps)) << "x = -0.5";
 
-    flat.material = std::make_shared<Material>();  // water: what it mirrors of the sun is hidden too
+    flat.material = std::make_shared<Material>();  // water: its reflection of the sun is hidden, too
     flat.material->diffuse = {0, 0, 0, 0.5};
     flat.material->roughness = 0.5;
     flat.material->blend = Material::Blend::alpha;
@@ -202,7 +203,7 @@ TEST_F(Snapshot, IsTheSameBytesTwiceAndHasNoSeamsBetweenTiles) {
     ShoreStage shore;
     Image first = renderer->snapshot(shore.stage, {620, 400});
     EXPECT_EQ(first, renderer->snapshot(shore.stage, {620, 400}));
-    // Rows 143 and 144 from the top meet where two tiles do: they differ no more than their neighbours.
+    // Two tiles meet between rows 143 and 144 from the top: these differ no more than their neighbours.
     auto difference = [&](int y) {
         double sum = 0;
         for (int x = 0; x < first.width; ++x)

@@ -30,7 +30,7 @@ class RenderTest : public testing::Test {
         context_.reset();
     }
 
-    /// Something to draw into, as a window is.
+    /// Something to draw into, like a window.
     Target makeWindow(const PixelSize& size) { return Target(*device, size, {{Format::rgba8}}); }
 
     std::optional<GraphicsDevice> device;  ///< for targets; the renderer has its own

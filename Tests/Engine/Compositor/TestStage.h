@@ -6,8 +6,8 @@
 
 namespace gull::test {
 
-/// A small beach-like stage: a rippled slope with posts and balls (kept), a shallow sea, a rig with a lamp, a
-/// ring of light and a burst of particles (moving), under a sky with a low sun.
+/// A small beach-like stage: a rippled slope with posts and balls (still), a shallow sea, a rig with a lamp,
+/// a ring of light and a burst of particles (moving), under a sky with a low sun.
 struct ShoreStage {
     ShoreStage();
 

@@ -5,7 +5,7 @@
 namespace gull::test {
 namespace {
 
-/// The pace after a while in which every `each`th frame takes `slow` seconds, the others `usual`.
+/// The pace after a while in which every `each`th frame takes `slow` seconds and the others `usual`.
 int paceAfter(double usual, double slow, int each) {
     WaterPace pace;
     for (int frame = 1; frame <= 2000; ++frame) pace.frameTook(frame % each == 0 ? slow : usual);

@@ -8,8 +8,8 @@ namespace gull::test {
 
 namespace {
 
-/// A camera 10 above a lake that reaches from 50 before it to far away, looking along -z and `down` degrees
-/// down.
+/// A camera 10 above a lake that extends from 50 in front of it to far away, looking along -z and `down`
+/// degrees down.
 class WaterSight : public testing::Test {
   protected:
     WaterSight() {

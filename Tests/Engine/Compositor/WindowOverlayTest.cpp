@@ -94,7 +94,8 @@ TEST_F(WindowOverlay, AFramebufferThatKeepsItsPictureIsDrawnOnlyWhereItChanges) 
         return sum;
     };
     renderer->draw(shore.stage, large, window.framebuffer(), BuildMode::complete);
-    // The strips of what drifts come round; a gradient drawn in parts may round otherwise than drawn whole.
+    // The water's strips come round again; a gradient drawn in parts may round differently from one drawn
+    // whole.
     const auto expectWhole = [&](const char* when) {
         for (int i = 0; i < WaterLayer::mostStrips; ++i) draw();
         EXPECT_LT(changed(), large.width * large.height * 3 / 4) << when;

@@ -29,7 +29,8 @@ TEST_F(WindowPicture, FullTierIsTheSnapshotButForEdgesOfWhatMoves) {
     renderer->setTier(RenderTier::full);
     Image picture = draw(shore.stage);
     EXPECT_TRUE(renderer->settled());
-    // Kept depth has one sample a pixel, so edges between what moves and what rests are a little harder.
+    // The static layer's depth has one sample a pixel, so edges between moving and still things are a little
+    // harder.
     EXPECT_GE(psnr(picture, renderer->snapshot(shore.stage, size)), 36);
 }
 
@@ -55,7 +56,7 @@ TEST_F(WindowPicture, TheBackgroundShowsWhereverNoWaterHidesIt) {
 
 TEST_F(WindowPicture, WaterThatGlittersGlows) {
     renderer->setTier(RenderTier::fast);
-    // A mirror-like sea with the sun in it, and a glow that everybody sees.
+    // A mirror-like sea that reflects the sun, and a glow that everybody sees.
     shore.sun->position = glm::normalize(glm::dvec3(0, 0.35, -1)) * 60.0;
     shore.sun->lookAt({0, 0, 0});
     shore.sun->light->intensity *= 3;
@@ -122,7 +123,7 @@ TEST_F(WindowPicture, AChangeIsSeenWholeAfterAFewFramesAndNotBefore) {
     shore.stage.touchStill();
     EXPECT_GE(psnr(picture, draw(shore.stage)), 50);
 
-    // What comes while another change is on its way is not forgotten.
+    // A change that comes during another one is not forgotten.
     stone.position.x += 0.4;
     shore.stage.touchStill(stone.bounds());
     draw(shore.stage, size, BuildMode::gradual);
@@ -245,7 +246,7 @@ TEST_F(WindowPicture, AShakeShiftsTheKeptPicture) {
 TEST_F(WindowPicture, WhatDriftsStandsStillWhileThePictureShakes) {
     renderer->setTier(RenderTier::fast);
     const PixelSize large{1240, 800};
-    shore.rig->hidden = true;  // where it stands in the water the sea moves always
+    shore.rig->hidden = true;  // the sea around it always moves
     draw(shore.stage, large);
     const glm::dvec3 rest = shore.camera->position;
     shore.camera->position += glm::dvec3(0.03, 0.04, 0.04);

@@ -21,7 +21,7 @@ struct PoMessage {
     std::string plural;
     std::vector<std::string> translations;  ///< one, or one for each plural form
 
-    /// In the form that a compiled catalogue has it.
+    /// In the form of a compiled catalogue.
     std::string key() const {
         std::string key = context.empty() ? english : context + '\4' + english;
         if (!plural.empty()) key += '\0' + plural;
@@ -29,7 +29,7 @@ struct PoMessage {
     }
 };
 
-/// What stands between the quotes of a line.
+/// The text between the quotes of a line.
 inline std::string inQuotes(const std::string& line) {
     std::string text;
     const std::size_t last = line.rfind('"');
@@ -90,7 +90,7 @@ inline std::vector<PoMessage> textsOfTheSources() {
     return readPo(path);
 }
 
-/// The placeholders in a text with what they stand for, sorted: "{} of {:02}" has "0" and "1:02".
+/// The placeholders in a text with their arguments, sorted: "{} of {:02}" has "0" and "1:02".
 inline std::vector<std::string> placeholders(const std::string& text) {
     std::vector<std::string> found;
     int next = 0;

@@ -23,8 +23,8 @@ std::string run(const std::string& command) {
     return readText(output) + (status == 0 ? "" : "status " + std::to_string(status) + "\n");
 }
 
-/// What a catalogue lacks of the texts in `pot`, by gettext's own judgement: missing, untranslated and fuzzy
-/// messages, a broken header, plural forms; texts that the sources no longer have; and placeholders that
+/// What a catalogue lacks compared with `pot`, in gettext's own judgement: missing, untranslated and fuzzy
+/// messages, a broken header, plural forms; texts that are no longer in the sources; and placeholders that
 /// differ from the English.
 std::string faults(const fs::path& po, const fs::path& pot) {
     std::string found = run("msgcmp " + po.string() + " " + pot.string()) +

@@ -39,7 +39,7 @@ class StandardError {
 
 class LogTest : public testing::Test {
   protected:
-    // A message that waits would wait for ever.
+    // A message that waited would wait for ever.
     void SetUp() override { ::alarm(20); }
     void TearDown() override { ::alarm(0); }
 
@@ -49,7 +49,7 @@ class LogTest : public testing::Test {
         text.resize(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
         return text;
     }
-    /// Fills what takes bytes until it takes no more.
+    /// Fills a descriptor until it takes no more bytes.
     static void fill(int descriptor) {
         const std::string bytes(1 << 16, 'x');
         const int flags = ::fcntl(descriptor, F_GETFL);

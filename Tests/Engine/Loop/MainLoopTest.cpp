@@ -101,7 +101,7 @@ TEST_F(MainLoopTest, workMayCancelItselfAndItsNeighbours) {
     self = loop.every(0.1, [&, captured] {
         self.reset();
         neighbour.reset();
-        log += static_cast<char>('0' + *captured);  // what the work captured is still there
+        log += static_cast<char>('0' + *captured);  // the work's captures still exist
     });
     neighbour = loop.after(0.1, write('x'));
     loop.turn(clock, 1);
@@ -154,7 +154,7 @@ TEST_F(MainLoopTest, delayedWorkIsCalledOffWholesaleEvenFromWithin) {
     work.after(0.2, write('x'));
     EXPECT_EQ(work.pendingCount(), 3u);
     loop.turn(clock, 0.15);
-    EXPECT_EQ(work.pendingCount(), 3u);  // what has run is forgotten only when all is called off
+    EXPECT_EQ(work.pendingCount(), 3u);  // finished work is forgotten only when everything is cancelled
     loop.turn(clock, 1);
     EXPECT_EQ(log, "ab");
     EXPECT_EQ(work.pendingCount(), 1u);

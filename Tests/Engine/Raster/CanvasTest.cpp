@@ -66,7 +66,7 @@ TEST(Canvas, ALayerMixesItsPartsAsOnePicture) {
     EXPECT_NEAR(alpha(canvas.image(), 20, 20), 128, 1);
     EXPECT_NEAR(alpha(canvas.image(), 5, 5), 128, 1);
 
-    // Layers and shadows nest, and the drawing state goes on as it was before.
+    // Layers and shadows nest, and the drawing state afterwards is the same as before.
     canvas.clear();
     canvas.translate(5, 0);
     canvas.beginLayer(0.5);

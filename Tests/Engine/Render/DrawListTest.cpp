@@ -197,7 +197,7 @@ TEST_F(DrawListTest, theFirstDirectionalLightIsTheSun) {
     EXPECT_NEAR(lit.sun.colour.r, 0.5, 1e-6);
     EXPECT_NEAR(lit.ambient.g, 0.25, 1e-6);
     EXPECT_EQ(lit.still.lamps.size(), 1U) << "a lamp without strength is none";
-    // What it shines on along its axis lies in the middle of its shadow map.
+    // A point on the light's axis is in the middle of its shadow map.
     const glm::dvec4 ahead = lit.sun.matrix * glm::dvec4(0, 0, -1, 1);
     EXPECT_NEAR(ahead.x, 0.5, 1e-9);
     EXPECT_NEAR(ahead.y, 0.5, 1e-9);

@@ -28,7 +28,7 @@ TEST(ProgramCache, namesFilesInTheMessagesOfEveryCompiler) {
         EXPECT_EQ(withFileNames(unknown), unknown);
 }
 
-/// The line, from 1, on which `text` first stands in a file of the shaders.
+/// The number of the line, from 1, on which `text` first occurs in a shader file.
 int lineOf(const std::string& text, const std::string& file) {
     std::ifstream lines("Sources/Engine/Render/Shaders/" + file);
     int number = 0;
@@ -39,7 +39,7 @@ int lineOf(const std::string& text, const std::string& file) {
     throw std::runtime_error(file + " lacks " + text);
 }
 
-/// What the driver says to the contact shadows' shader with `word` misspelt.
+/// The driver's message about the contact shadows' shader with `word` misspelt.
 std::string messageWithFault(GraphicsDevice& device, const std::string& word) {
     std::string source = programSource({ProgramKind::contactShadows}, shaderDialect()).fragment;
     source.insert(source.find(word), "no");

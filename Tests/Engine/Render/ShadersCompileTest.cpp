@@ -12,7 +12,7 @@
 #include <sstream>
 #include <utility>
 
-// All shaders as the reference compiler, glslang, sees them: it holds to the language where a driver may not.
+// All shaders as seen by the reference compiler, glslang, which holds to the language where a driver may not.
 namespace gull::test {
 
 namespace {
@@ -20,7 +20,7 @@ namespace {
 using testing::IsEmpty;
 using testing::SizeIs;
 
-/// The texts of all programs, each in one file of a folder.
+/// The sources of all programs, each in one file of a folder.
 class ShaderFolder {
   public:
     struct Program {
@@ -46,7 +46,7 @@ class ShaderFolder {
         std::sort(names.begin(), names.end());
         return names;
     }
-    /// What glslangValidator prints when it is run in the folder. `fails`: whether it found a fault.
+    /// The output of glslangValidator when run in the folder. `fails`: whether it found a fault.
     std::string glslang(const std::string& arguments, bool* fails = nullptr) const {
         const std::string command = "cd '" + folder_.path().string() + "' && LC_ALL=C glslangValidator " +
                                     arguments + " >log 2>&1 </dev/null";
@@ -85,7 +85,7 @@ std::string complaintsIn(const std::string& output) {
     return complaints;
 }
 
-/// What a stage hands over or takes, by location: "flat vec3 kSkyX".
+/// The outputs or inputs of a stage, by location: "flat vec3 kSkyX".
 using Interface = std::map<int, std::string>;
 
 /// `preprocessed`: a shader without macros; `direction`: "in" or "out".
@@ -102,7 +102,7 @@ Interface interfaceOf(const std::string& preprocessed, const std::string& direct
     return result;
 }
 
-/// What the fragment stage takes that the vertex stage does not give as the same.
+/// The inputs of the fragment stage that the vertex stage does not provide in the same form.
 std::vector<std::string> mismatches(const Interface& given, const Interface& taken) {
     std::vector<std::string> faults;
     for (const auto& [location, what] : taken) {
@@ -124,7 +124,7 @@ void expectEachCompiles(const ShaderFolder& folder) {
         if (output.find(file) == std::string::npos) ADD_FAILURE() << file << " was not compiled";
 }
 
-/// glslang matches what stages exchange by name, and says nothing of what only one of them has.
+/// glslang matches the stages' variables by name and says nothing about one that only one of them has.
 void expectInterfacesMeet(const ShaderFolder& folder) {
     const std::string output = folder.glslang("-E [0-9]*");
     std::map<std::string, Interface> interfaces;

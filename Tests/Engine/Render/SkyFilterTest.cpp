@@ -72,7 +72,7 @@ TEST(SkyFilter, everyFaceLooksItsOwnWay) {
 
 TEST(SkyFilter, lightComesFromWhereTheSkyIsBright) {
     // White above, black below: a surface facing up gets all of it, a wall half, one facing down nothing.
-    // Nine harmonics know half of a sphere exactly there.
+    // Nine harmonics represent half of a sphere exactly in these directions.
     const FilteredSky sky =
         filterSky(panorama([](const glm::dvec3& d) { return d.y > 0 ? glm::ivec3(255) : glm::ivec3(0); }),
                   glm::vec3(1), 0);

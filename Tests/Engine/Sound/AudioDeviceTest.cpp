@@ -21,7 +21,7 @@
 namespace gull {
 namespace {
 
-/// Which way SDL is told to be heard, for the length of a test.
+/// Selects SDL's audio driver for the length of a test.
 class Driver {
   public:
     explicit Driver(const char* name) { setenv("SDL_AUDIODRIVER", name, 1); }
@@ -72,7 +72,7 @@ TEST(AudioDeviceTest, capturesWhatIsHeard) {
 
 /// A sound system that does as a test tells it.
 struct FakeSystem final : AudioSystem {
-    /// What the test holds in its hand; it outlives the system, which may be left behind.
+    /// The state in the test's hand; it outlives the system, which may be left behind.
     struct Strings {
         std::atomic<bool> isThere = true;     ///< a device can be opened
         std::atomic<bool> isLost = false;     ///< the open one was taken away

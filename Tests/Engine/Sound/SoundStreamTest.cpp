@@ -159,7 +159,7 @@ TEST(SoundStreamTest, fadesOutBeforeItIsClosedAndCanGoOnAfterwards) {
     EXPECT_EQ(rendered(stream, 50, 1)[40], samples[40]);
 }
 
-// Says little by itself: the "thread" preset looks on.
+// Proves little by itself: it is for the "thread" preset.
 TEST(SoundStreamTest, oneThreadSendsWhileAnotherRenders) {
     const auto samples = tone(300, 44100, 2000, 0.5);
     SoundStream stream(48000, 2);

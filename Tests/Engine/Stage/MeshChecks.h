@@ -12,7 +12,7 @@
 
 namespace gull {
 
-/// Checks of what a mesh must be to look right, shared by everybody who makes meshes.
+/// Checks of what a mesh needs to look right, shared by everything that makes meshes.
 namespace meshChecks {
 
 using Key = std::array<long, 3>;
@@ -44,7 +44,7 @@ inline double smallestArea(const Geometry& mesh) {
     return smallest;
 }
 
-/// Edges that, positions welded, are not run along once in each direction.
+/// Edges that, with equal positions welded, do not occur exactly once in each direction.
 inline int openEdges(const Geometry& mesh) {
     std::map<std::pair<Key, Key>, int> runs;
     for (std::size_t i = 0; i < mesh.indices.size(); i += 3) {
@@ -62,7 +62,7 @@ inline int openEdges(const Geometry& mesh) {
     return open;
 }
 
-/// Normals are of length 1 and none looks into its face's back.
+/// Normals have length 1, and none points behind its face.
 inline void expectSoundNormals(const Geometry& mesh) {
     for (std::size_t i = 0; i < mesh.indices.size(); i += 3) {
         const glm::dvec3 a = corner(mesh, i);

@@ -99,7 +99,7 @@ TEST(Camera, projectsAndUnprojects) {
     const glm::dvec2 size(1240, 800);
 
     expectNear(project(camera, world, {0, -0.2, -1.6}, size) * glm::dvec3(1, 1, 0), {620, 400, 0}, 1e-6);
-    // Half the view's height up is half the field of view up.
+    // Half the view's height is half the field of view.
     const glm::dvec3 forward = -glm::dvec3(world[2]), up(world[1]);
     const glm::dvec3 top = node.position + (forward + up * std::tan(20 * pi / 180)) * 7.0;
     EXPECT_NEAR(project(camera, world, top, size).y, 0, 1e-6);

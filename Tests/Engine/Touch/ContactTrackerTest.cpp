@@ -92,13 +92,13 @@ TEST_F(ContactTrackerTest, fingersAreFollowedWithTheNearEdgeAtZero) {
 
 TEST_F(ContactTrackerTest, aNewFingerAtTheOldPlaceHasAnIdOfItsOwn) {
     const auto first = trace("SLOT 0 ID 10 X 400 Y 100 REPORT");
-    // The kernel leaves out values that are as they were.
+    // The kernel omits unchanged values.
     trace("ID -1 REPORT");
     const auto second = trace("ID 11 REPORT");
     ASSERT_THAT(second, SizeIs(1));
     expectAt(second[0], 0.4, 0.8);
     EXPECT_NE(second[0].id, first[0].id);
-    // One finger taken for another without an end between.
+    // One finger mistaken for another, without an end in between.
     const auto third = trace("ID 12 X 10 REPORT");
     EXPECT_NE(third.at(0).id, second[0].id);
 }

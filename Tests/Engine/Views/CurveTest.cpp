@@ -8,7 +8,7 @@
 namespace gull {
 namespace {
 
-// Found by bisection of the Bezier polynomial, and by Runge-Kutta integration of the spring's equation in
+// Computed by bisection of the Bezier polynomial, and by Runge-Kutta integration of the spring's equation in
 // 200,000 steps, in another language.
 TEST(Curve, EasesAsTheBezierSays) {
     const TimingCurve out = TimingCurve::easeOut(2);

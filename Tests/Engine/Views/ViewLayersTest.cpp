@@ -39,7 +39,7 @@ Drawing scene(int step, double scale) {
     return Drawing(layers(std::move(parts)).framed(width, height), width, height, scale);
 }
 
-/// Whoever shows the layers: fetches only what changed, looks only where there is anything, and blends.
+/// A viewer of the layers: fetches only what changed, reads only where there is something, and blends.
 struct Screen {
     struct Fetched {
         int width = 0;
@@ -136,7 +136,7 @@ TEST(ViewLayers, ShowWhatTheWholeDrawingShows) {
                     }
                 }
             }
-            // Roundings of every layer; a shadow blurred in parts may differ by a step, too.
+            // Every layer rounds; a shadow blurred in parts may differ by a step, too.
             EXPECT_LE(worst, 3.5) << "scale " << scale << ", step " << step;
         }
     }

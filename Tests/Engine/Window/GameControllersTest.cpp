@@ -18,7 +18,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-/// A controller that exists only for SDL, with everything that it was made to rumble.
+/// A controller that exists only for SDL, with a record of every rumble command.
 class GameControllersTest : public testing::Test {
   protected:
     static void SetUpTestSuite() {
@@ -87,7 +87,7 @@ class GameControllersTest : public testing::Test {
     double now = 0;
     GameControllers controllers{[this] { return now; }};
     SDL_JoystickID id = -1;
-    std::atomic<int> rumbles = 0;  // a pulse is ended by another thread
+    std::atomic<int> rumbles = 0;  // another thread ends a pulse
     std::atomic<int> stops = 0;
 
   private:
@@ -185,7 +185,7 @@ TEST_F(GameControllersTest, pulsesRumbleAndFastTicksStayDistinct) {
         now = tick * 0.055;
         controllers.perform(HapticPattern::generic);
         controllers.perform(HapticPattern::generic);
-        // Nobody pumps events: a pulse ends all the same.
+        // Nobody pumps events, but a pulse ends all the same.
         for (int waited = 0; waited < 2000 && stops <= tick; ++waited) SDL_Delay(1);
         EXPECT_EQ(stops, tick + 1);
     }
@@ -219,7 +219,7 @@ TEST_F(GameControllersTest, ButtonsAreCalledWhatTheControllerInUseCallsThem) {
     EXPECT_EQ(controllerButtonName(SDL_CONTROLLER_TYPE_PS5, ControllerButton::west), "Square");
     EXPECT_EQ(controllerButtonName(SDL_CONTROLLER_TYPE_PS4, ControllerButton::back), "Share");
     EXPECT_EQ(controllerButtonName(SDL_CONTROLLER_TYPE_XBOXONE, ControllerButton::start), "Menu");
-    // Where they sit decides what they do, so A and B are the other way round here.
+    // Position decides what they do, so A and B are swapped here.
     EXPECT_EQ(controllerButtonName(SDL_CONTROLLER_TYPE_NINTENDO_SWITCH_PRO, ControllerButton::south), "B");
     EXPECT_EQ(controllerButtonName(SDL_CONTROLLER_TYPE_NINTENDO_SWITCH_PRO, ControllerButton::start), "Plus");
 }

@@ -18,7 +18,7 @@ TEST(PartialPresent, JoinsWhatIsCheaperTogether) {
     EXPECT_NE(std::find(few.begin(), few.end(), parts[1]), few.end());
     // A strip over the whole width stays apart from a large square far below it.
     EXPECT_EQ(fewer({{0, 0, 1240, 128}, {300, 400, 320, 320}}).size(), 2U);
-    // Steps of a staircase: whatever is joined, nothing gets lost.
+    // Steps of a staircase: nothing gets lost, whatever is joined.
     std::vector<Part> steps;
     for (int i = 0; i < 12; ++i) steps.push_back({i * 64, i * 64, 64, 64});
     const std::vector<Part> joined = fewer(steps);

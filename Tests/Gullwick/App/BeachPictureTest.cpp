@@ -10,7 +10,7 @@
 namespace gull {
 namespace {
 
-/// A small picture of a beach, looked at by places of its world.
+/// A small picture of a beach, sampled at places of its world.
 class Picture {
   public:
     Picture(Renderer& renderer, StillBeach& beach, const SnapshotOptions& options)
@@ -26,7 +26,7 @@ class Picture {
         const std::uint8_t* pixel = image_.at(x, y);
         return {pixel[0], pixel[1], pixel[2]};
     }
-    /// Of the middle one of many places, 0 to 255.
+    /// The median over many places, 0 to 255.
     double brightness(const std::vector<glm::dvec3>& places) const {
         std::vector<double> values;
         for (const glm::dvec3& place : places)
@@ -127,7 +127,8 @@ TEST_F(BeachPicture, TheSeaIsBetweenGreenAndBlue) {
         glm::dvec3 sum(0);
         for (double x = -5; x <= 5; x += 0.5)
             for (double z = -13; z <= -9; z += 0.5) sum += picture.colour({x, -0.2, z});
-        // Between the hues of green and blue red is the least; between cyan and either end lies half of that.
+        // Between the hues of green and blue, red is the least channel; between cyan and either end there is
+        // half of that.
         EXPECT_LT(sum.r, 0.9 * std::min(sum.g, sum.b));
         EXPECT_LT(std::abs(sum.g - sum.b), 0.4 * std::max(sum.g, sum.b));
     }

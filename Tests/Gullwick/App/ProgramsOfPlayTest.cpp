@@ -13,7 +13,7 @@ namespace {
 
 constexpr PixelSize size{124, 80};
 
-/// A beach that is played through every moment that needs a program of its own.
+/// A beach played through every moment that needs a program of its own.
 class PlayedBeach {
   public:
     PlayedBeach(Renderer& renderer, const Target& window, int number) : renderer_(renderer), window_(window) {
@@ -94,7 +94,7 @@ TEST_F(ProgramsOfPlay, AreReadyAfterTheWarmUp) {
     }
     const std::vector<ProgramKey> before = renderer->programs();
     first.playThrough();
-    // What a beach at rest takes is compiled for the first picture, before anybody plays.
+    // The programs of a beach at rest are compiled for the first picture, before anybody plays.
     std::vector<ProgramKey> late;
     for (const ProgramKey& key : renderer->programs())
         if (std::find(before.begin(), before.end(), key) == before.end() &&

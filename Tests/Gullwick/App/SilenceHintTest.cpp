@@ -24,7 +24,7 @@ struct SilenceHintTest : GameHarness {
     Feedback quiet{settings, loop, &plugs, &plugs};
     SilenceHint hint{game, quiet, settings};
 
-    /// What is told on a beach in these seconds of play.
+    /// The hints given on a beach in these seconds of play.
     std::string told(double seconds = 12) {
         play(2);
         std::string all;

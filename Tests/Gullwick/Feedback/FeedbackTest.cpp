@@ -21,7 +21,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// Notes what it is told, and takes in what a device would play.
+/// Records its commands and consumes what a device would play.
 class Recorder final : public SoundOutput {
   public:
     bool start() override {

@@ -13,8 +13,8 @@
 namespace gull {
 namespace {
 
-/// A sound as the formulas give it, computed apart from this program in double precision: its length, four of
-/// its samples, the sum of the samples' sizes and of their squares.
+/// A sound as given by the formulas, computed outside this program in double precision: its length, four of
+/// its samples, the sum of the samples' absolute values and of their squares.
 struct Reference {
     Sound sound;
     std::size_t frames;
@@ -167,7 +167,7 @@ TEST(SoundsTest, surfIsWhatItsFormulaSaysAndJoinsWithoutAStep) {
                 33335.781674336,
                 3823.653363405},
                surf);
-    // Played on and on, the joint is no rougher than the sea beside it.
+    // When looped, the joint is no rougher than the sea beside it.
     Mixer mixer;
     mixer.loop(surf);
     mixer.setLoopVolume(1);

@@ -194,7 +194,7 @@ TEST_F(BeachLife, aFloodThatEndsInsideTheSelectLeavesTheBeachFlooded) {
     turn(1.4);
     EXPECT_EQ(game.phase, Phase::playing);
 
-    // Closed before the flood ends, the result comes as ever.
+    // Closed before the flood ends, the result comes as usual.
     game.debugAdvance(100);
     wait(Phase::flooding);
     game.openSelect();
@@ -330,7 +330,7 @@ TEST_F(BeachLife, aResultThatCannotBeSavedIsSavedHalfAMinuteLater) {
     ASSERT_EQ(kept.phase, Phase::finished);
     EXPECT_FALSE(std::filesystem::exists(progressFile));
     std::filesystem::remove_all(inTheWay);
-    // Another game of the player's has got on meanwhile.
+    // Another running game has made progress meanwhile.
     CampaignProgress{{{4, 2}}, {}}.save(progressFile);
     turn(GameController::saveAgainInterval);
     EXPECT_EQ(kept.progress->stars, (CampaignProgress::ByBeach{{1, 3}, {4, 2}}));

@@ -72,7 +72,7 @@ TEST_F(Frame, junkTicksInPairs) {
     play(2);
     game.setCoil(buried(false)[0].at);
     turn(frameTime * 1.5);
-    turn(0.06);  // the pair that was under way
+    turn(0.06);  // the pair that was in progress
     const int stamp = game.tickStamp;
     senses.all.clear();
     turn(3);
@@ -140,7 +140,7 @@ TEST_F(Frame, theDetectorLocksOnOncePerVisit) {
 TEST_F(Frame, theFirstSignalAfterADigTicksAtOnce) {
     play(1, 12);
     const BuriedItem ring = buried(true)[1];
-    // Where the signal is so weak that ticks are half a second apart.
+    // A signal so weak that ticks are half a second apart.
     PlotPoint faint = ring.at;
     while (game.hunt().reading(faint).strength > 0.25) faint.y += faint.y < 0.5 ? 0.01 : -0.01;
     game.setCoil(faint);
@@ -222,7 +222,7 @@ TEST_F(Frame, theFirstInstructionStandsLongEnoughToBeRead) {
     turn(5.1);
     EXPECT_EQ(toast(), "");
 
-    // A find, or another beach, while a hint waits: nothing is left to say.
+    // A find, or another beach, while a hint waits: the hint is dropped.
     for (const bool finds : {true, false}) {
         game.beginBeach(1, false, 12);
         game.setCoil(buried(true)[1].at);

@@ -24,14 +24,14 @@
 
 namespace gull {
 
-/// What the player heard and felt, with the time of each.
+/// What the player heard and felt, with times.
 struct Sensation {
     double time;
     std::string what;  ///< "beep 3", "miss"; "generic", "alignment", "levelChange"
     float gain;        ///< 0 for a haptic pulse
 };
 
-/// Takes the game's sounds and pulses instead of a device and knows each sound by its samples.
+/// Receives the game's sounds and pulses in place of a device and recognises each sound by its samples.
 class Senses final : public SoundOutput, public HapticPerformer {
   public:
     explicit Senses(const MainLoop& loop) : loop_(loop) {}
@@ -51,7 +51,7 @@ class Senses final : public SoundOutput, public HapticPerformer {
         all.push_back({loop_.now(), names[static_cast<int>(pattern)], 0});
     }
 
-    /// Times at which something of this name was sensed; "beep" stands for every level.
+    /// The times at which something of this name was sensed; "beep" stands for every level.
     std::vector<double> times(const std::string& name) const {
         std::vector<double> found;
         for (const Sensation& sensation : all)
@@ -108,7 +108,7 @@ class Senses final : public SoundOutput, public HapticPerformer {
     std::map<const float*, std::string> names_;
 };
 
-/// A whole game under a clock turned by hand.
+/// A whole game under a manual clock.
 struct GameHarness : testing::Test {
     using Phase = GameController::Phase;
 

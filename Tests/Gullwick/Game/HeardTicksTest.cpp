@@ -10,8 +10,8 @@
 namespace gull {
 namespace {
 
-/// Plays as a device does, a buffer of 512 frames at 48 kHz after the other, and keeps what is heard. The
-/// surf is left out.
+/// Plays like a device, one buffer of 512 frames at 48 kHz after the other, and records the sound. The surf
+/// is left out.
 class Ears final : public SoundOutput {
   public:
     static constexpr double rate = 48000;
@@ -31,7 +31,7 @@ class Ears final : public SoundOutput {
         stream_.render(buffer);
         heard_.insert(heard_.end(), buffer.begin(), buffer.end());
     }
-    /// When, after `from` seconds, a sound set in after at least 2 ms of quiet.
+    /// The first time after `from` seconds at which a sound begins after at least 2 ms of quiet.
     std::vector<double> onsets(double from) const {
         constexpr float quietBelow = 0.02F;
         constexpr int quietFrames = 96;
@@ -50,7 +50,7 @@ class Ears final : public SoundOutput {
     std::vector<float> heard_;
 };
 
-/// A game whose every sample is listened to.
+/// A game with every sample recorded.
 class HeardTicksTest : public testing::Test {
   protected:
     void play(int beach) {
@@ -77,7 +77,7 @@ class HeardTicksTest : public testing::Test {
         for (std::size_t i = 1; i < onsets.size(); ++i) gaps.push_back(onsets[i] - onsets[i - 1]);
         return gaps;
     }
-    /// Places around the items of a kind where one of that kind is what the detector hears.
+    /// Places around the items of a kind where the detector hears an item of that kind.
     std::vector<PlotPoint> placesOver(bool treasure) const {
         std::vector<PlotPoint> places;
         for (const BuriedItem& item : game.hunt().items()) {
@@ -93,7 +93,7 @@ class HeardTicksTest : public testing::Test {
 
     static constexpr double frame = GameController::frameInterval;
     static constexpr double buffer = Ears::bufferFrames / Ears::rate;
-    /// By how much the moment at which a sound passes the threshold differs with its level.
+    /// How much the time at which a sound passes the threshold varies with its level.
     static constexpr double slack = 0.0015;
 
     TemporaryFolder folder;

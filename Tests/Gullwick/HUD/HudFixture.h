@@ -68,11 +68,11 @@ struct HudFixture : testing::Test {
         EXPECT_NE(mark, nullptr) << words;
         return mark != nullptr ? std::get<Drawing::Text>(mark->content).colour : Colour{0, 0, 0, 0};
     }
-    /// The longest texts of every screen, in a window of the fixture's size and in its language, have the
-    /// room they need.
+    /// The longest texts of every screen, in a window of the fixture's size and in its language, have enough
+    /// room.
     void expectAllTextHasRoom();
-    /// No text of that layer leaves the window or the panel that it stands in, none is cut by an ellipsis or
-    /// shrunk beyond reading.
+    /// No text of that layer leaves the window or its panel, is cut by an ellipsis or is shrunk beyond
+    /// reading.
     void expectRoom(const Drawing& drawing, const std::string& layerName,
                     const std::vector<std::string>& panels);
 

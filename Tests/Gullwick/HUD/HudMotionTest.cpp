@@ -154,7 +154,7 @@ TEST_F(HudMotionTest, ThePopupRisesInTwoStagesAndStartsOverWithTheNextFind) {
     at(23.2);
     EXPECT_LT(at(23.4).alpha, 1);
 
-    // Play may end under it: it is gone before the card is up, and none comes late.
+    // Play may end while it is up: it is gone before the card is up, and no other comes late.
     for (const double endsAfter : {0.2, 0.5, 1.5}) {
         HudMotion cut;
         HudState end = playing(3);

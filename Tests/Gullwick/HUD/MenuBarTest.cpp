@@ -175,7 +175,7 @@ TEST_F(MenuBarTest, ThePointerMayCutTheCornerToASubmenu) {
     EXPECT_TRUE(crossed) << "else this shows nothing";
     EXPECT_EQ(bar.chosenSubItem(), 2U);
 
-    // Straight down is no detour; and who stops on the way means the line.
+    // Straight down is not a detour, and stopping on the way means the line.
     move(fromX, fromY);
     EXPECT_EQ(bar.chosenItem(), 2U);
     move(fromX - 1, below.y + 5);

@@ -6,7 +6,7 @@
 namespace gull {
 namespace {
 
-/// The overlay of a real game under a clock turned by hand.
+/// The overlay of a real game under a manual clock.
 struct OverlayTest : GameHarness {
     PlainIcons source;
     ItemIcons icons{source};
@@ -20,7 +20,7 @@ struct OverlayTest : GameHarness {
                     }};
 
     const std::vector<OverlayLayer>& update() { return overlay.update(clock.now(), 1240, 800, 1); }
-    /// Pixels that the update draws anew.
+    /// The number of pixels that the update redraws.
     long long redrawn() {
         long long pixels = 0;
         for (const OverlayLayer& layer : update()) {
@@ -62,7 +62,7 @@ TEST_F(OverlayTest, FollowsAPlayedBeach) {
     EXPECT_NE(overlay.drawing().findText("CLEAN SWEEP"), nullptr);
     EXPECT_EQ(overlay.drawing().find("tray")->opacity, 0);
 
-    // The card fades with what it said, while the next beach already stands behind it.
+    // The card fades with its own text, while the next beach already stands behind it.
     game.nextBeach();
     turn(0.1);
     update();
@@ -218,7 +218,7 @@ TEST_F(OverlayTest, TheStillPictureIsTheWindowsAtRest) {
     update();
     Canvas still(1240, 800, 1);
     drawHud(still, HudState::of(game, false), icons);
-    // What a window makes of the layers, in whole numbers as a graphics card does.
+    // How a window blends the layers, in whole numbers like a graphics card.
     Canvas window(1240, 800, 1);
     for (const OverlayLayer& layer : update()) {
         EXPECT_EQ(layer.opacity, 1);

@@ -9,7 +9,7 @@
 namespace gull {
 namespace {
 
-/// Every font a fifth wider than it is, as a fallback might be.
+/// Every font is a fifth wider, as a fallback might be.
 class WiderFonts {
   public:
     WiderFonts() : before_(FcConfigReference(nullptr)), wider_(FcConfigCreate()) {

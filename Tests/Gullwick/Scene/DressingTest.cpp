@@ -26,7 +26,7 @@ void expectAt(const Node& node, double x, double z) {
     EXPECT_NEAR(node.position.z, z, 1e-8);
 }
 
-/// How far a node laid on the sand is turned about the vertical.
+/// The angle about the vertical of a node laid on the sand.
 double yawOf(const Node& node) {
     const glm::dvec3 right = glm::dvec3(node.worldTransform()[0]);
     return std::atan2(-right.z, right.x);

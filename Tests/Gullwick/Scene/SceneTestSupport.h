@@ -47,7 +47,7 @@ inline Hunt::DigOutcome junk(ItemKind kind) {
     return Hunt::Junk{BuriedItem{0, kind, {0.5, 0.5}, 0}};
 }
 
-/// A scene on a clock that is turned by hand.
+/// A scene on a manual clock.
 struct SceneOnClock {
     ManualClock clock{100};
     MainLoop loop{clock};

@@ -86,13 +86,13 @@ TEST(Terrain, theCoarseSandLiesOnTheFineOne) {
         glm::dvec3 middle(0);
         for (std::size_t k = 0; k < 3; ++k)
             middle += glm::dvec3(coarse.vertices[coarse.indices[i + k]].position) / 3.0;
-        // On land: what a rock or a rope stands on.
+        // On land: the ground under a rock or a rope.
         if (middle.z > -5)
             farthest = std::max(farthest, std::abs(middle.y - Terrain::height(middle.x, middle.z)));
     }
     EXPECT_LT(farthest, 0.08);
 
-    // Its first element is left out of quick pictures: the sea covers it even at its lowest.
+    // Quick pictures omit its first element: the sea covers it even at its lowest.
     ASSERT_EQ(coarse.elements.size(), 2U);
     EXPECT_GT(coarse.elements[0].count, 0U);
     for (std::size_t i = 0; i < coarse.elements[0].count; ++i)
