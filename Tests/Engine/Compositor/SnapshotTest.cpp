@@ -118,6 +118,7 @@ TEST_F(Snapshot, BlendsInLinearLightAndInOrder) {
     EXPECT_THAT(middle(flat), DoubleNear(encodedByte(0.5), steps));
 
     auto added = std::make_shared<Material>(*veil);
+    added->lighting = Material::Lighting::constant;
     added->blend = Material::Blend::add;
     added->opacity = 1;
     added->multiply = {0.5, 0, 0, 1};
