@@ -28,6 +28,7 @@ void PaintLayer::draw(RenderContext& context, const Inputs& inputs, const PixelA
         const Channel& map = item.material->multiplyMap;
         state.culling = materialCulling(item);
         state.textures = {{unitStaticSurface, inputs.surface},
+                          {unitStaticNormal, inputs.normal},
                           {unitStaticDepth, inputs.depth},
                           context.textures.binding(unitMultiply, map, TextureCache::Quality::base)};
         state.uniforms = {{"model", glm::mat4(item.model)},

@@ -18,6 +18,7 @@ class PaintLayer {
         const Viewpoint& view;
         unsigned frameUniforms = 0;
         TextureRef surface;
+        TextureRef normal;
         TextureRef depth;
     };
 

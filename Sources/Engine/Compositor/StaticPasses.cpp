@@ -200,7 +200,7 @@ Target StaticPasses::lightWithWater(const Scene& scene, const std::vector<const 
 }
 
 void StaticPasses::drawPicture(const PixelArea& area) {
-    paint_.draw(context_, {view_, frame_.name(), light_.colour(2), depth_.depth()}, area);
+    paint_.draw(context_, {view_, frame_.name(), light_.colour(2), light_.colour(3), depth_.depth()}, area);
     toneMap(context_, picture_.whole().within(area), {light_.colour(0), glow_, paint_.texture()}, view_,
             frame_.name());
 }

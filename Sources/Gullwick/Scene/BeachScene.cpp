@@ -25,12 +25,21 @@ constexpr double trailUploadGap = 0.05;  // seconds
 constexpr double shakeDecay = 9;         // a second
 constexpr double undulation = 0.03;      // of the sand between two samples of its height
 
+/// How far beyond the plot a mark on its border runs out, world units: a fiftieth of its width.
+constexpr double fadesBeyond = Terrain::plotWidth / 50;
+
 /// The part of the world that a rectangle of the trail covers.
 Box worldBox(const PixelRect& rect) {
     const double perX = Terrain::plotWidth / TrailCanvas::width,
                  perZ = Terrain::plotDepth / TrailCanvas::height;
-    const double left = rect.x * perX - Terrain::plotWidth / 2, far = rect.y * perZ - Terrain::plotDepth / 2;
-    const double right = left + rect.width * perX, near = far + rect.height * perZ;
+    // What lies on the plot's border is seen a little beyond it.
+    const auto beyond = [](bool onBorder) { return onBorder ? fadesBeyond : 0; };
+    const double left = rect.x * perX - Terrain::plotWidth / 2 - beyond(rect.x == 0),
+                 far = rect.y * perZ - Terrain::plotDepth / 2 - beyond(rect.y == 0);
+    const double right = (rect.x + rect.width) * perX - Terrain::plotWidth / 2 +
+                         beyond(rect.x + rect.width == TrailCanvas::width),
+                 near = (rect.y + rect.height) * perZ - Terrain::plotDepth / 2 +
+                        beyond(rect.y + rect.height == TrailCanvas::height);
     constexpr int steps = 8;
     Box box;
     for (int i = 0; i <= steps; ++i) {

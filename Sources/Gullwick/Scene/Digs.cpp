@@ -6,6 +6,7 @@
 #include "Gullwick/Scene/Materials.h"
 #include "Gullwick/Scene/Terrain.h"
 
+#include <algorithm>
 #include <cmath>
 #include <glm/geometric.hpp>
 #include <numbers>
@@ -19,28 +20,94 @@ constexpr double startScale = 0.4;
 constexpr double sprayLasts = 1.5;  // seconds until its node is cleared away
 constexpr double settling = 0.3;    // seconds until a settled item has certainly been drawn at rest
 
+/// A heap `height` high with the sand's own texture coordinates, so that its grain is as large, which is the
+/// drier the lower it lies: at its foot it is of the ground's colour.
+Geometry likeTheGround(Geometry geometry, double height) {
+    for (Geometry::Vertex& vertex : geometry.vertices) {
+        vertex.uv0 = glm::vec2(vertex.position.x, vertex.position.z) / 3.2F;
+        const double foot = std::clamp(1 - vertex.position.y / (0.8 * height), 0.0, 1.0);
+        vertex.colour = glm::vec4(glm::vec3(static_cast<float>(1 + 0.35 * foot)), 1);
+    }
+    return geometry;
+}
+
 /// Thrown-up sand is uneven: a bump field over directions from the centre.
 double bump(const glm::dvec3& n) {
     return std::sin(5 * n.x + 2 * n.z) * std::sin(6 * n.z - 1.5 * n.x) +
            0.5 * std::sin(13 * n.x + 7 * n.y) * std::sin(11 * n.z + 3);
 }
 
+constexpr double rimRadius = 0.42, rimPipe = 0.13;
+constexpr double flatter = 0.42;  // a rim's height, of its torus'
+
+/// Draws what lies low out along the ground, so that thrown-up sand runs out instead of ending at an edge.
+/// `away`: horizontal, from the middle of what was heaped up to `p`; `height`: of the heap.
+glm::dvec3 runOut(const glm::dvec3& p, const glm::dvec2& away, double height) {
+    const double low = std::clamp(1 - p.y / height, 0.0, 1.3);
+    const double reach = 0.9 * low * low;
+    return {p.x + away.x * reach, p.y, p.z + away.y * reach};
+}
+
+/// The inside of a hole: a disc whose normals and colours are those of a bowl, dark at its bottom.
+Geometry bowl() {
+    constexpr int rings = 6, spokes = 32;
+    constexpr double radius = 0.42, steepness = 5, height = 0.03 / flatter;
+    Geometry geometry;
+    for (int ring = 0; ring <= rings; ++ring) {
+        const double share = static_cast<double>(ring) / rings, r = share * radius;
+        const float bright = static_cast<float>(0.16 + 0.74 * share * share);
+        for (int spoke = 0; spoke <= spokes; ++spoke) {
+            const double angle = 2 * std::numbers::pi * spoke / spokes;
+            const glm::dvec2 out(std::cos(angle), std::sin(angle));
+            Geometry::Vertex vertex;
+            vertex.position = {out.x * r, height, out.y * r};
+            const double slope = steepness * share * (1 - share);
+            vertex.normal = glm::normalize(glm::dvec3(-out.x * slope, flatter, -out.y * slope));
+            vertex.uv0 = glm::dvec2(out.x, out.y) * r / 3.2;
+            vertex.colour = {bright, bright * 0.96F, bright * 0.9F, 1};
+            geometry.vertices.push_back(vertex);
+        }
+    }
+    for (std::uint32_t ring = 0; ring < rings; ++ring)
+        for (std::uint32_t spoke = 0; spoke < spokes; ++spoke) {
+            const std::uint32_t a = ring * (spokes + 1) + spoke, b = a + spokes + 1;
+            geometry.indices.insert(geometry.indices.end(), {a, b + 1, b, a, a + 1, b + 1});
+        }
+    geometry.elements.push_back({0, static_cast<std::uint32_t>(geometry.indices.size())});
+    return geometry;
+}
+
+/// Two parts: the rim, and the inside of its hole.
 Geometry crumbledRim() {
-    return mesh::withNormals(mesh::displaced(primitives::torus(0.42, 0.13, 40, 12),
-                                             [](const glm::dvec3& p) {
-                                                 const glm::dvec3 ring =
-                                                     glm::normalize(glm::dvec3(p.x, 0, p.z)) * 0.42;
-                                                 const double swell = 1 + 0.22 * bump(ring * 2.4);
-                                                 return ring + (p - ring) * swell;
-                                             }),
-                             180);
+    const auto crumbled = [](const glm::dvec3& p) {
+        const glm::dvec3 ring = glm::normalize(glm::dvec3(p.x, 0, p.z)) * rimRadius;
+        const double swell = 1 + 0.22 * bump(ring * 2.4);
+        const glm::dvec3 moved = ring + (p - ring) * swell;
+        return runOut(moved, {moved.x - ring.x, moved.z - ring.z}, rimPipe);
+    };
+    MeshBuilder builder;
+    builder.append(likeTheGround(
+        mesh::withNormals(mesh::displaced(primitives::torus(rimRadius, rimPipe, 48, 14), crumbled), 180),
+        rimPipe));
+    builder.endElement();
+    Geometry rim = builder.take();
+    // Appended by hand: a builder keeps no colours.
+    const Geometry inside = bowl();
+    const auto first = static_cast<std::uint32_t>(rim.vertices.size());
+    const auto start = static_cast<std::uint32_t>(rim.indices.size());
+    rim.vertices.insert(rim.vertices.end(), inside.vertices.begin(), inside.vertices.end());
+    for (const std::uint32_t index : inside.indices) rim.indices.push_back(first + index);
+    rim.elements.push_back({start, static_cast<std::uint32_t>(inside.indices.size())});
+    return rim;
 }
 
 Geometry crumbledHeap() {
-    return mesh::withNormals(
-        mesh::displaced(primitives::sphere(0.32, 28),
-                        [](const glm::dvec3& p) { return p * (1 + 0.09 * bump(p * 3.2)); }),
-        180);
+    const auto crumbled = [](const glm::dvec3& p) {
+        const glm::dvec3 moved = p * (1 + 0.09 * bump(p * 3.2));
+        return runOut(moved, {moved.x * 0.4, moved.z * 0.4}, 0.32);
+    };
+    return likeTheGround(mesh::withNormals(mesh::displaced(primitives::sphere(0.32, 28), crumbled), 180),
+                         0.32);
 }
 
 /// The light of a treasure on the sand, initially dark.
@@ -81,6 +148,8 @@ void Digs::begin(Node& beachRoot, const BeachLook& look) {
     spoil_ = Materials::pbr(look.sand.mixed({0.4, 0.33, 0.26}, 0.35), 0, 0.95);
     spoil_->normalMap.texture = textures_.sandNormal();
     spoil_->normalMap.wrapS = spoil_->normalMap.wrapT = Wrap::repeat;
+    spoil_->diffuseMap.texture = textures_.sandDetail();
+    spoil_->diffuseMap.wrapS = spoil_->diffuseMap.wrapT = Wrap::repeat;
     reveals_.clear();
     digCount_ = 0;
     beachToken_ = std::make_shared<char>();

@@ -2,6 +2,7 @@
 #include "depth.glsl"
 #include "fog.glsl"
 #include "lamps.glsl"
+#include "mapBorder.glsl"
 #include "shadow.glsl"
 #include "surface.glsl"
 #include "toneMapping.glsl"
@@ -53,6 +54,26 @@ vec4 bentNormal(vec3 n) {
 uniform sampler2DShadow sunShadow;
 #endif
 
+#ifdef SPARKLE
+// A grain of sand that happens to turn the sun to the eye, in one of many cells of the ground: as bright as the sun in
+// it, over the pixels that it covers. Where these are larger than a grain it is a dot about two pixels wide that keeps the
+// grain's light. Grains are fewer where a steeper face is needed. `aligned`: cosine between the normal and the half vector.
+float sparklingGrain(float aligned) {
+    const float cellsPerUnit = 12.0, grainArea = 9e-5, brightness = 1.8;
+    vec2 place = position.xz * cellsPerUnit;
+    vec3 lot = fract(floor(place.xyx) * vec3(0.1031, 0.1030, 0.0973));
+    lot += dot(lot, lot.yzx + 33.33);
+    lot = fract((lot.xxy + lot.yzz) * lot.zyx);
+    vec2 off = (fract(place) - 0.3 - 0.4 * lot.xy) / cellsPerUnit;
+    mat2 pixel = mat2(dFdx(position.xz), dFdy(position.xz));
+    float area = max(abs(determinant(pixel)), 1e-8);
+    vec2 pixels = vec2(pixel[1].y * off.x - pixel[1].x * off.y, pixel[0].x * off.y - pixel[0].y * off.x) / area;
+    float chance = 0.035 * aligned * aligned * aligned;
+    float grain = step(1.0 - chance, lot.z) * (0.3 + 0.7 * lot.x);
+    return grain * brightness * min(grainArea / area, 1.0) * exp2(-2.5 * dot(pixels, pixels));
+}
+#endif
+
 #if LIGHTING == 2
 // Microfacets with the Trowbridge-Reitz distribution, the fast form of the height-correlated Smith term and
 // Schlick's Fresnel: D V F, for a light of irradiance pi.
@@ -83,7 +104,9 @@ void main() {
     base *= vec4(mix(vec3(1.0), decoded(painted.rgb), kStrength.x), painted.a);
 #endif
 #ifdef MULTIPLY_MAP
-    base.rgb *= mix(vec3(1.0), decoded(texture(multiplyMap, multiplyAt.xy).rgb), kStrength.y);
+    vec3 paintHere = decoded(texture(multiplyMap, multiplyAt.xy).rgb);
+    paintHere = mix(vec3(1.0), paintHere, kStrength.y * withinMap(multiplyAt.xy));
+    base.rgb *= paintHere;
 #endif
     vec3 toEye = kEye.xyz - position;
     float range = length(toEye);
@@ -145,14 +168,12 @@ void main() {
 #endif
     sunGlint = glint(n, v, l, nl, nv, facets, f0) * kSunColour.rgb;
 #ifdef SPARKLE
-    // Single grains that happen to reflect the sun to the eye: a few in a thousand, fewer where that takes a
-    // steeper facet, none on wet ground.
-    vec3 grain = fract(floor(position.xzx * 90.0) * vec3(0.1031, 0.1030, 0.0973));
-    grain += dot(grain, grain.yzx + 33.33);
-    vec2 lot = fract((grain.xx + grain.yz) * grain.zy);
-    float aligned = max(dot(n, normalize(v + l)), 0.0);
-    float chance = 0.0045 * aligned * aligned * aligned;
-    sunGlint += kSunColour.rgb * (step(1.0 - chance, lot.x) * lot.y * kStrength.w * step(0.9, multiplyAt.z));
+    vec3 sparkle = kSunColour.rgb * (kStrength.w * step(0.9, multiplyAt.z) * (1.0 - cover) *
+                                     sparklingGrain(max(dot(n, normalize(v + l)), 0.0)));
+#ifdef MULTIPLY_MAP
+    sparkle *= 1.0 - hidesSparkle(paintHere);
+#endif
+    sunGlint += sparkle;
 #endif
     vec3 r = reflect(-v, n);
 #ifdef WATER
@@ -260,7 +281,13 @@ void main() {
     float paint = 0.0;
 #endif
     outSurface = vec4(sqrt(body * (1.0 - fog) * opening), paint);
-    outNormal = vec4(n * 0.5 + 0.5, 1.0);
+#if defined(SPARKLE) && LIGHTING == 2
+    // Paint leaves nothing of the sparkle.
+    float sparkling = clamp(luminance(sparkle) * (1.0 - fog) / max(luminance(lit), 1e-4), 0.0, 1.0);
+#else
+    float sparkling = 0.0;
+#endif
+    outNormal = vec4(n * 0.5 + 0.5, 1.0 - sparkling);
 #elif defined(OUT_DISPLAY)
     vec2 pixel = gl_FragCoord.xy + kTile.xy;
 #if LIGHTING == 0 && defined(ADDITIVE)
