@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 #include <nlohmann/json.hpp>
+#include <system_error>
 
 namespace gull::Json {
 namespace {

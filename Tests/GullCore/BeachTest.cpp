@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <cmath>
+#include <iterator>
 #include <limits>
 
 namespace gull {

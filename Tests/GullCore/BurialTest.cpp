@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstddef>
+#include <iterator>
 #include <string_view>
 
 namespace gull {

@@ -1,5 +1,6 @@
 #include "Engine/Window/VideoChoice.h"
 
+#include <cstdint>
 #include <cstdlib>
 
 #ifdef GULL_WAYLAND

@@ -4,6 +4,7 @@
 #include "Engine/Stage/Primitives.h"
 #include "Gullwick/Scene/Terrain.h"
 
+#include <algorithm>
 #include <cmath>
 #include <glm/geometric.hpp>
 

@@ -2,6 +2,7 @@
 
 #include "Engine/Stage/Primitives.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <numbers>

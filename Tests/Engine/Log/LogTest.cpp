@@ -9,6 +9,8 @@
 #include <sys/socket.h>
 #include <termios.h>
 #include <unistd.h>
+#include <algorithm>
+#include <cerrno>
 #include <csignal>
 
 namespace gull {

@@ -3,6 +3,7 @@
 #include "Engine/Stage/MeshBuilder.h"
 #include "Engine/Stage/MeshChecks.h"
 
+#include <algorithm>
 #include <numbers>
 #include <string>
 #include <vector>

@@ -1,6 +1,7 @@
 #include "Gullwick/Game/GameHarness.h"
 
 #include <fstream>
+#include <tuple>
 
 namespace gull {
 namespace {

@@ -2,6 +2,7 @@
 
 #include "Gullwick/HUD/Palette.h"
 
+#include <cmath>
 #include <string>
 #include <utility>
 

@@ -3,6 +3,7 @@
 #include "Engine/Stage/MeshChecks.h"
 #include "Gullwick/Scene/PropParts.h"
 
+#include <algorithm>
 #include <numbers>
 
 namespace gull {

@@ -2,6 +2,8 @@
 
 #include "Engine/Stage/MeshChecks.h"
 
+#include <algorithm>
+
 namespace gull {
 namespace {
 
