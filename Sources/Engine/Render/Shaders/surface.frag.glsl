@@ -179,7 +179,12 @@ void main() {
 #ifdef WATER
     r.y = abs(r.y);  // the far side of a wave reflects the next wave, which reflects the sky
 #endif
+#ifdef WATER
+    // Waves too small to see widen what they mirror; they do not dim it.
+    vec2 share = mirrorShare(max(kSurface.y, 0.045), max(dot(facing, v), 1e-3));
+#else
     vec2 share = mirrorShare(roughness, nv);
+#endif
     // Light that one bounce between the facets loses returns in the next ones: 1 + f0 (1 / (x + y) - 1).
     vec3 bounces = 1.0 + f0 * (1.0 / (share.x + share.y) - 1.0);
     vec3 root = textureLod(environment, r, roughness * 5.0).rgb;
@@ -226,7 +231,12 @@ void main() {
     float ground = texelFetch(staticDepth, ivec2(gl_FragCoord.xy), 0).r;
     thickness = max(axisDistance(ground) - axisDistance(gl_FragCoord.z), 0.0);
 #elif defined(WATER_DEPTH)
-    float ground = textureLod(staticDepth, (gl_FragCoord.xy + kTile.xy) * kPicture.xy, 0.0).r;
+    // The farthest near by: at the edge of what stands before the water its own depth would make the water clear.
+    float ground = 0.0;
+    for (int i = 0; i < 9; ++i) {
+        vec2 near = gl_FragCoord.xy + kTile.xy + vec2(float(i % 3), float(i / 3)) - 1.0;
+        ground = max(ground, textureLod(staticDepth, near * kPicture.xy, 0.0).r);
+    }
     thickness = max(axisDistance(ground) - axisDistance(gl_FragCoord.z), 0.0);
 #endif
     vec4 water = waterOver(within + top, within, alpha, mirror, thickness, kSurface.w);
