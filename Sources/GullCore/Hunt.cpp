@@ -17,7 +17,7 @@ int Scoring::stars(int found, int total, int need, int junkDug) {
 Hunt::Hunt(BeachSpec spec, std::vector<BuriedItem> items)
     : spec_(std::move(spec)), detector_{spec_.range}, items_(std::move(items)), buried_(items_) {}
 
-Hunt::Hunt(BeachSpec spec, SplitMix64& rng) : Hunt(spec, Burial::bury(spec, rng)) {}
+Hunt::Hunt(const BeachSpec& spec, SplitMix64& rng) : Hunt(spec, Burial::bury(spec, rng)) {}
 
 std::vector<BuriedItem> Hunt::buriedTreasures() const {
     std::vector<BuriedItem> treasures = buried_;

@@ -44,7 +44,7 @@ class Hunt {
     /// A hunt with a given layout.
     Hunt(BeachSpec spec, std::vector<BuriedItem> items);
     /// A hunt with a fresh layout drawn from `rng`, which advances.
-    Hunt(BeachSpec spec, SplitMix64& rng);
+    Hunt(const BeachSpec& spec, SplitMix64& rng);
 
     const BeachSpec& spec() const { return spec_; }
     const Detector& detector() const { return detector_; }
@@ -57,7 +57,7 @@ class Hunt {
     double elapsed() const { return elapsed_; }  ///< hunt time used, in seconds; at most spec().tideSeconds
     int pings() const { return pings_; }
 
-    /// What is still in the sand, in burial order. The reference is valid until the next dig.
+    /// The items still in the sand, in burial order. The reference is valid until the next dig.
     const std::vector<BuriedItem>& buried() const { return buried_; }
     std::vector<BuriedItem> buriedTreasures() const;
     int treasureCount() const;
@@ -69,7 +69,7 @@ class Hunt {
     int haul() const;  ///< worth of the treasures found
     int stars() const;
 
-    /// The detector's reading of what is still buried.
+    /// The detector's reading of the items still buried.
     Reading reading(const PlotPoint& at) const;
     /// Advances hunt time by `dt` seconds; negative values count as 0.
     void advance(double dt);

@@ -15,7 +15,7 @@ using nlohmann::ordered_json;  // for writing: keeps keys in the given order
 /// The document; empty if `text` is not UTF-8 JSON.
 std::optional<json> parse(std::string_view text) {
     // The parser takes a NUL for the end of its input.
-    if (text.find('\0') != text.npos) return std::nullopt;
+    if (text.find('\0') != std::string_view::npos) return std::nullopt;
     auto document = json::parse(text.begin(), text.end(), nullptr, false);
     if (document.is_discarded()) return std::nullopt;
     return document;

@@ -53,7 +53,7 @@ TEST_F(Graphics, WithoutGlxTheGamePlaysByEgl) {
     const Result game = gullwick(desktop, {}, {{"GULLWICK_PROBE", picture.string()}});
     EXPECT_EQ(game.status, 0) << game.errors;
     EXPECT_TRUE(std::filesystem::exists(picture));
-    EXPECT_THAT(contents(home_.path() / "state/Gullwick/last-run.log"), HasSubstr("comes by EGL"));
+    EXPECT_THAT(contents(home_.path() / "state/Gullwick/last-run.log"), HasSubstr("comes from EGL"));
 }
 
 }  // namespace

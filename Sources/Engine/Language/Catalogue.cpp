@@ -6,9 +6,9 @@
 #include <stdexcept>
 #include <string>
 
-// The format stands in gettext's manual, "The Format of GNU MO Files": a head of 32-bit numbers, two tables
-// of lengths and offsets, the texts. The originals are sorted; plural forms are separated by a zero byte, and
-// a context stands before its text and byte 4.
+// The format is described in gettext's manual, "The Format of GNU MO Files": a header of 32-bit numbers, two
+// tables of lengths and offsets, and the texts. The originals are sorted; zero bytes separate plural forms,
+// and a context precedes its text and a byte 4.
 
 namespace gull {
 
@@ -20,7 +20,7 @@ constexpr char contextEnd = '\4';
 constexpr char formEnd = '\0';
 
 [[noreturn]] void damaged() {
-    throw std::invalid_argument("a catalogue is damaged or no .mo file of this byte order");
+    throw std::invalid_argument("a catalogue is damaged or not a .mo file of this byte order");
 }
 
 std::string_view firstForm(std::string_view text) {
@@ -77,7 +77,7 @@ std::string_view Catalogue::find(std::string_view context, std::string_view engl
     if (text(originals_, first).find(formEnd) == std::string_view::npos) return forms;
     for (std::int64_t form = PluralRule::form(pluralRule_, count); form > 0; --form) {
         const std::size_t end = forms.find(formEnd);
-        if (end == forms.npos) return {};
+        if (end == std::string_view::npos) return {};
         forms.remove_prefix(end + 1);
     }
     return firstForm(forms);
@@ -88,7 +88,7 @@ std::vector<Catalogue::Entry> Catalogue::entries() const {
     for (std::uint32_t i = 0; i < count_; ++i) {
         Entry entry;
         std::string_view original = text(originals_, i);
-        if (const std::size_t end = original.find(contextEnd); end != original.npos) {
+        if (const std::size_t end = original.find(contextEnd); end != std::string_view::npos) {
             entry.context = original.substr(0, end);
             original.remove_prefix(end + 1);
         }

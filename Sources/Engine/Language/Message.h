@@ -11,17 +11,17 @@
 
 namespace gull {
 
-/// Marks an English text for the catalogues where it is written but not yet shown; gives it back unchanged.
-/// Whoever shows it asks Language::translated().
+/// Marks an English text for the catalogues where it is written but not yet shown, and returns it unchanged.
+/// The code that shows it calls Language::translated().
 constexpr std::string_view translatable(std::string_view english) {
     return english;
 }
-/// With a context, which whoever shows it has to name too.
+/// With a context, which the code that shows it must name, too.
 constexpr std::string_view translatable(std::string_view /*context*/, std::string_view english) {
     return english;
 }
 
-/// An English text as it is written in the source. Checked while compiling: it must be a constant, with one
+/// An English text as written in the source. Checked at compile time: it must be a constant, with one
 /// placeholder for each of `values`.
 template <std::size_t values>
 struct SourceText {
@@ -41,24 +41,24 @@ struct SourceText {
     }
 };
 
-/// Something to be said, in no language yet: an English text and the values of its placeholders. The English
-/// text is the key under which the catalogues hold its translations, and what is said where there is none.
+/// Something to say, not yet in any language: an English text and the values of its placeholders. The English
+/// text is the key to its translations in the catalogues, and the fallback.
 ///
-/// Placeholders are fmt's: "{}", "{:02}", and in translations that need another order "{1}". Made by
-/// message(), or by Language's functions on the way.
+/// Placeholders are fmt's: "{}", "{:02}", and "{1}" in translations that need another order. Made by
+/// message(), or internally by Language's functions.
 struct Message {
     struct Value;
 
     std::string english;
-    std::string context = {};  ///< tells equal English texts of different meaning apart; usually empty
-    std::string plural = {};   ///< English for counts other than 1; empty where nothing is counted
-    std::int64_t count = 0;    ///< what decides between the plural forms
-    std::vector<Value> values = {};
+    std::string context = {};  ///< distinguishes equal English texts with different meanings; usually empty
+    std::string plural = {};   ///< English for counts other than 1; empty if nothing is counted
+    std::int64_t count = 0;    ///< selects the plural form
+    std::vector<Value> values;
 
     bool operator==(const Message& other) const;
 };
 
-/// What stands in a placeholder. Texts stand as they are; messages are translated too.
+/// The value of a placeholder. Texts are used as they are; messages are translated, too.
 struct Message::Value {
     std::variant<std::int64_t, double, std::string, Message> value;
 
@@ -77,18 +77,18 @@ inline bool Message::operator==(const Message& other) const {
            count == other.count && values == other.values;
 }
 
-/// `english` is a literal; it is found for the catalogues by the name of this function.
+/// `english` is a literal; the catalogue tools find it by this function's name.
 template <typename... Values>
 Message message(SourceText<sizeof...(Values)> english, const Values&... values) {
     return {.english = std::string(english.text), .values = {Message::Value(values)...}};
 }
 
-/// A text that stands marked with translatable() elsewhere.
+/// A text that is marked with translatable() elsewhere.
 inline Message marked(std::string_view english) {
-    return {.english = std::string(english)};
+    return {.english = std::string(english), .values = {}};
 }
 inline Message marked(std::string_view context, std::string_view english) {
-    return {.english = std::string(english), .context = std::string(context)};
+    return {.english = std::string(english), .context = std::string(context), .values = {}};
 }
 
 }  // namespace gull

@@ -10,8 +10,8 @@ namespace gull {
 
 namespace {
 
-/// Reads and computes in one pass, by precedence. Both sides of a condition are computed: they have no
-/// effects.
+/// Parses and evaluates in one pass, by precedence. It evaluates both sides of a condition, which have no
+/// side effects.
 class Reader {
   public:
     Reader(std::string_view text, std::int64_t n) : text_(text), n_(n) {}
@@ -164,8 +164,8 @@ std::int64_t PluralRule::form(std::string_view rule, std::int64_t count) {
 std::string_view PluralRule::inHeader(std::string_view header) {
     constexpr std::string_view key = "plural=";
     const std::size_t line = header.find("Plural-Forms:");
-    const std::size_t start = line == header.npos ? line : header.find(key, line);
-    if (start == header.npos) return "n != 1";
+    const std::size_t start = line == std::string_view::npos ? line : header.find(key, line);
+    if (start == std::string_view::npos) return "n != 1";
     const std::string_view rest = header.substr(start + key.size());
     return rest.substr(0, rest.find(';'));
 }

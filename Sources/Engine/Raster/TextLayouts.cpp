@@ -72,7 +72,7 @@ void setFont(PangoLayout* layout, const Font& font) {
 void setSigns(PangoAttrList* attributes, std::string_view text) {
     constexpr double scale = 1.09;  // JetBrains Mono's ascent to DejaVu Sans's
     for (const std::string_view sign : {"★", "↩"}) {
-        for (std::size_t at = text.find(sign); at != text.npos; at = text.find(sign, at + 1)) {
+        for (std::size_t at = text.find(sign); at != std::string_view::npos; at = text.find(sign, at + 1)) {
             for (PangoAttribute* attribute :
                  {pango_attr_family_new("DejaVu Sans, sans-serif"), pango_attr_scale_new(scale)}) {
                 attribute->start_index = static_cast<guint>(at);

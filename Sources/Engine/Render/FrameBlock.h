@@ -32,17 +32,21 @@ namespace std140 {
 
 /// The types with the same size alone, in an array and in C++; no other type compiles in FrameFields.h.
 template <class Type>
-constexpr std::size_t size;
+consteval std::size_t size() = delete;
 template <>
-inline constexpr std::size_t size<glm::vec4> = 16;
+consteval std::size_t size<glm::vec4>() {
+    return 16;
+}
 template <>
-inline constexpr std::size_t size<glm::mat4> = 64;
+consteval std::size_t size<glm::mat4>() {
+    return 64;
+}
 
 struct FrameLayout {
     using mat4 = glm::mat4;
     using vec4 = glm::vec4;
-#define FRAME_FIELD(type, name, initial) std::byte name[size<type>]
-#define FRAME_ARRAY(type, name, count) std::byte name[size<type> * (count)]
+#define FRAME_FIELD(type, name, initial) std::byte name[size<type>()]
+#define FRAME_ARRAY(type, name, count) std::byte name[size<type>() * (count)]
 #include "Engine/Render/Shaders/FrameFields.h"
 #undef FRAME_FIELD
 #undef FRAME_ARRAY

@@ -71,14 +71,14 @@ void bendPicture(RenderContext& context, const DrawTarget& target, TextureRef pi
         for (int column = 0; column < bentPieces; ++column) {
             // On whole pixels. Each piece is only moved and stretched, because slanted sides would cost twice
             // as much.
-            const double left = width * column / bentPieces, right = width * (column + 1) / bentPieces;
-            const double low = height * row / bentPieces, high = height * (row + 1) / bentPieces;
-            const double x = (left + right) / 2, y = (low + high) / 2;
+            const int left = width * column / bentPieces, right = width * (column + 1) / bentPieces;
+            const int low = height * row / bentPieces, high = height * (row + 1) / bentPieces;
+            const double x = (left + right) / 2.0, y = (low + high) / 2.0;
             const double fromX[] = {place(left, y).x, place(right, y).x};
             const double fromY[] = {place(x, low).y, place(x, high).y};
             for (const auto& [u, v] : {std::pair(0, 0), {1, 0}, {1, 1}, {0, 0}, {1, 1}, {0, 1}})
-                for (const double value : {(u ? right : left) / width * 2 - 1,
-                                           (v ? high : low) / height * 2 - 1, fromX[u], fromY[v]})
+                for (const double value : {2.0 * (u ? right : left) / width - 1,
+                                           2.0 * (v ? high : low) / height - 1, fromX[u], fromY[v]})
                     corners.push_back(static_cast<float>(value));
         }
     }

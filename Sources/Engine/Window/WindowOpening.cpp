@@ -26,7 +26,7 @@ int noteError(Display*, XErrorEvent* error) {
 
 /// Xlib ends the program when this function returns.
 int sayGone(Display*) {
-    Log::say("the display has gone away, and the game with it");
+    Log::say("the display is gone, so the game ends");
     return 0;
 }
 
@@ -38,7 +38,7 @@ void prepare() {
     if (!display) return;
     int opcode = 0, event = 0, error = 0;
     if (!XQueryExtension(display, "GLX", &opcode, &event, &error)) {
-        Log::note("the X server has no GLX, so the window's OpenGL comes by EGL");
+        Log::note("the X server has no GLX, so the window's OpenGL comes from EGL");
         SDL_SetHint(SDL_HINT_VIDEO_X11_FORCE_EGL, "1");
     }
     XCloseDisplay(display);

@@ -17,15 +17,14 @@ namespace gull {
 
 namespace {
 
-/// What an option has an effect on.
+/// The modes in which an option has an effect.
 enum class Scope { program, game, scene };
 
 struct Flag {
     std::string_view name;
-    std::string_view value = {};  ///< what follows it, in brackets where it may; empty: nothing does
+    std::string_view value = {};  ///< its value, in brackets if optional; empty: it takes none
     Scope scope = Scope::program;
-    /// Whether it can make something of a value; null where it takes any, or has its own words for a wrong
-    /// one.
+    /// Whether it can use a value; null if it takes any, or reports wrong ones itself.
     bool (*reads)(std::string_view) = nullptr;
 
     bool takesValue() const { return !value.empty(); }
@@ -65,7 +64,7 @@ constexpr std::array flags = {
     Flag{"--version"},
 };
 
-/// A screen of 24 lines and 80 columns holds it.
+/// Fits a screen of 24 lines and 80 columns.
 constexpr std::string_view helpText =
     R"(Usage: gullwick [OPTION]...      (from the source folder: ./play [OPTION]...)
 Gullwick: the trackpad is a beach. Without an option the game opens its window.
@@ -99,7 +98,7 @@ const Flag* findFlag(std::string_view word) {
     return found == flags.end() ? nullptr : &*found;
 }
 
-/// What an option is given in vain without; empty when it has an effect.
+/// The missing option without which this one has no effect; empty if it has one.
 std::string missingFor(const Flag& flag, Mode mode, bool drawsScene) {
     if (flag.scope == Scope::scene && mode == Mode::game)
         return fmt::format("{} only shapes a picture and has no effect in the game; add --shot FILE",
@@ -149,7 +148,7 @@ CommandLine::CommandLine(const std::vector<std::string>& words) {
             arguments_.emplace_back("--help");
         } else if (!wasValue && word == "-v") {
             arguments_.emplace_back("--version");
-        } else if (flag && equals != word.npos) {
+        } else if (flag && equals != std::string::npos) {
             arguments_.emplace_back(flag->name);
             if (flag->takesValue())
                 arguments_.push_back(word.substr(equals + 1));
@@ -194,7 +193,7 @@ std::vector<std::string> CommandLine::complaints() const {
         if (before && before->takesValue()) continue;
         if (i + 1 == arguments_.size() && testsItself) continue;  // the beaches
         result.push_back(fmt::format(
-            "\"{}\" is no option of Gullwick and is ignored. Did you mean {}? (--help lists them)", word,
+            "\"{}\" is not an option of Gullwick and is ignored. Did you mean {}? (--help lists them)", word,
             closestFlag(word)));
     }
     for (const Flag& flag : flags) {
@@ -206,9 +205,8 @@ std::vector<std::string> CommandLine::complaints() const {
         }
         const auto given = value(flag.name);
         if (flag.reads && !(given && flag.reads(*given))) {
-            const std::string what = given ? fmt::format("\"{}\" is none", *given) : "nothing follows";
-            result.push_back(
-                fmt::format("{0} takes {1}; {2}, and {0} has no effect", flag.name, flag.value, what));
+            const std::string what = given ? fmt::format("not \"{}\"", *given) : "but nothing follows";
+            result.push_back(fmt::format("{} takes {}, {}; ignored", flag.name, flag.value, what));
         } else if (flag.takesAny() && given && findFlag(*given)) {
             result.push_back(fmt::format("{} takes {}, and the next word, \"{}\", is taken for it", flag.name,
                                          flag.value, *given));

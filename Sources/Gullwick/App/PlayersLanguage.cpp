@@ -13,13 +13,15 @@ Language playersLanguage(const std::string& chosen) {
         if (const auto found = Language::find(chosen)) {
             language = *found;
         } else {
-            Log::say("settings: there are no texts in the language \"{}\"; the system's language is taken",
+            Log::say("settings: there are no texts in the language \"{}\"; using the system's language",
                      chosen);
         }
     }
     if (language == Language() || canShow(language.ownName())) return language;
-    Log::say("no font here shows the language \"{}\", so texts are English. On Debian: apt-get install {}",
-             language.code(), "fonts-noto-cjk");
+    Log::say(
+        "no font here has the letters of the language \"{}\", so texts are English. On Debian: apt-get "
+        "install {}",
+        language.code(), "fonts-noto-cjk");
     return {};
 }
 

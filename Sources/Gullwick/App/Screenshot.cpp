@@ -24,10 +24,10 @@ std::optional<fs::path> chosenFolder(const std::string& list, const fs::path& ho
     constexpr std::string_view key = "XDG_PICTURES_DIR=\"";
     constexpr std::string_view homeMark = "$HOME";
     const std::size_t found = list.find(key);
-    if (found == list.npos || (found > 0 && list[found - 1] != '\n')) return std::nullopt;
+    if (found == std::string::npos || (found > 0 && list[found - 1] != '\n')) return std::nullopt;
     const std::size_t start = found + key.size();
     const std::size_t end = list.find('"', start);
-    if (end == list.npos) return std::nullopt;
+    if (end == std::string::npos) return std::nullopt;
     const std::string value = list.substr(start, end - start);
     if (value.starts_with(homeMark)) return home / fs::path(value.substr(homeMark.size())).relative_path();
     return fs::path(value).is_absolute() ? std::optional<fs::path>(value) : std::nullopt;

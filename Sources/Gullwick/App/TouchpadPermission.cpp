@@ -35,7 +35,7 @@ int allow(const std::filesystem::path& folder, const char* heed) {
             ignored);
     }
     const bool isHeeded = std::system(heed) == 0;
-    fmt::print("The touchpad may be read now by whoever sits at this machine, by all of their programs.{}\n",
+    fmt::print("All programs of the person at this machine may now read the touchpad.{}\n",
                isHeeded ? "" : " udev does not answer: restart the machine for it to count.");
     return 0;
 }

@@ -25,8 +25,7 @@ std::optional<int> integer(std::string_view text) {
     return number;
 }
 
-/// The place of a grid over the plot that is farthest from everything buried, if one is far enough for a dig
-/// to miss.
+/// The grid point of the plot farthest from everything buried, if it is far enough for a dig to miss.
 std::optional<PlotPoint> emptySpot(const Hunt& hunt) {
     std::optional<PlotPoint> best;
     double bestClearance = 0.15;
@@ -45,7 +44,7 @@ std::optional<PlotPoint> emptySpot(const Hunt& hunt) {
     return best;
 }
 
-/// One run over one controller. The tasks refer to it, so it stays where it is while they run.
+/// One run on one controller. The tasks refer to it, so it must not move while they run.
 class Script {
   public:
     Script(MainLoop& loop, GameController& game, Output output)
@@ -59,10 +58,10 @@ class Script {
 
   private:
     void check(bool passed, const std::string& label);
-    /// True as soon as `condition` holds; after `timeout` seconds, whether it holds then.
+    /// Waits until `condition` holds, at most `timeout` seconds; returns whether it holds.
     Task<bool> wait(double timeout, std::function<bool()> condition);
-    /// Sends the coil to `point` and waits for it; false when it did not get there.
-    Task<bool> settle(PlotPoint point);
+    /// Sends the coil to `at` and waits for it; false if it did not get there.
+    Task<bool> settle(PlotPoint at);
     Task<> approach(BuriedItem item);
     Task<> digJunk(BuriedItem junk);
     Task<> spendPing();
@@ -256,7 +255,7 @@ Task<int> play(MainLoop& loop, GameController& game, std::vector<int> beaches, O
 Task<int> run(MainLoop& loop, const AppSettings& settings, Feedback& feedback,
               std::vector<std::string> arguments, Output output) {
     feedback.muted = true;
-    std::error_code noTemporaryFolder;  // nothing is ever written, so any place will do
+    std::error_code noTemporaryFolder;  // nothing is ever written, so any path will do
     const auto file = std::filesystem::temp_directory_path(noTemporaryFolder) / "gullwick-selftest.json";
     GameController game(loop, settings, feedback, file, false, 1);
     const int status = co_await play(loop, game, beaches(arguments), std::move(output));

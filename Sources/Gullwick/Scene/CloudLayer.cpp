@@ -98,7 +98,7 @@ void CloudLayer::drawHalo(const Puff& puff) {
 
 /// The ellipse itself, its edge eaten into by noise: flat below, heaped above, brighter on top.
 void CloudLayer::drawBody(const Puff& puff) {
-    const double grain = noiseSize / noiseCells / (0.42 * puff.halfWidth);
+    const double grain = static_cast<double>(noiseSize) / noiseCells / (0.42 * puff.halfWidth);
     const int left = static_cast<int>(std::floor(puff.x - bodyReach * puff.halfWidth));
     const int span = std::min(static_cast<int>(std::ceil(2 * bodyReach * puff.halfWidth)) + 1, width_);
     const double tall = puff.halfHeight * 1.9;  // upward reach; downward it is the plain half height

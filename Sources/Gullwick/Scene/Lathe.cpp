@@ -120,6 +120,7 @@ Geometry bar(const std::vector<glm::dvec3>& path, const std::vector<double>& rad
             const double facing = i == 0 ? -1 : 1;
             const std::uint32_t centre = mesh.vertex(path[i], direction * facing, {0.5, 0.5});
             std::vector<std::uint32_t> cap;
+            cap.reserve(rim.size());
             for (const glm::dvec3& point : rim)
                 cap.push_back(mesh.vertex(point, direction * facing, {0.5, 1}));
             for (std::size_t k = 0; k + 1 < cap.size(); ++k) {

@@ -17,9 +17,9 @@ namespace {
 
 using Json = nlohmann::json;
 
-constexpr int deepest = 64;  // levels; what is nested deeper is nobody's settings, and costs a stack to write
+constexpr int deepest = 64;  // levels; no setting is nested deeper, and writing it would need stack
 
-/// The object that `text` holds; empty when it holds none.
+/// The object in `text`; empty if it holds none.
 std::optional<Json> parseObject(const std::string& text) {
     bool isTooDeep = false;
     const auto keep = [&](int depth, Json::parse_event_t, const Json&) {
@@ -33,10 +33,11 @@ std::optional<Json> parseObject(const std::string& text) {
 
 bool truth(const std::string& word) {
     const std::size_t start = word.find_first_not_of(" \t");
-    if (start == word.npos) return false;
+    if (start == std::string::npos) return false;
     const std::size_t sign = word[start] == '+' || word[start] == '-' ? 1 : 0;
     const std::size_t first = word.find_first_not_of('0', start + sign);
-    return first != word.npos && std::string_view("YyTt123456789").find(word[first]) != word.npos;
+    return first != std::string::npos &&
+           std::string_view("YyTt123456789").find(word[first]) != std::string_view::npos;
 }
 
 bool truth(const Json& value) {
@@ -88,7 +89,7 @@ std::int64_t SettingsFile::read(const std::string& key, std::int64_t otherwise, 
     const Json* value = document_->find(key);
     if (!value) return otherwise;
     const double real = value->is_number() ? value->get<double>() : std::nan("");
-    // The bounds hold before the conversion, which is undefined for what does not fit.
+    // Clamped before the conversion, which is undefined for values that do not fit.
     const std::int64_t result = std::isnan(real)                    ? otherwise
                                 : real < static_cast<double>(least) ? least
                                 : real > static_cast<double>(most)  ? most
@@ -96,7 +97,7 @@ std::int64_t SettingsFile::read(const std::string& key, std::int64_t otherwise, 
                                                                     : value->get<std::int64_t>();
     if (!value->is_number_integer() || static_cast<double>(result) != real)
         complain(
-            fmt::format("\"{}\" is no whole number from {} to {}; taken as {}", key, least, most, result));
+            fmt::format("\"{}\" is not a whole number from {} to {}; taken as {}", key, least, most, result));
     return result;
 }
 
@@ -104,7 +105,7 @@ std::string SettingsFile::read(const std::string& key, const std::string& otherw
     const Json* value = document_->find(key);
     if (!value) return otherwise;
     if (value->is_string()) return value->get<std::string>();
-    complain(fmt::format("\"{}\" is no text; taken as \"{}\"", key, otherwise));
+    complain(fmt::format("\"{}\" is not a text; taken as \"{}\"", key, otherwise));
     return otherwise;
 }
 

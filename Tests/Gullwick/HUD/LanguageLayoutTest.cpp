@@ -50,8 +50,8 @@ std::string stretched(const std::string& english) {
     return text;
 }
 
-/// A text whose Chinese characters and kana are replaced by others that lines break between as well, and that
-/// are a little wider: the tests need no Japanese font.
+/// A text with its Chinese characters and kana replaced by others that also allow line breaks and are a
+/// little wider: the tests need no Japanese font.
 std::string withStandIns(const std::string& text) {
     static constexpr std::array<std::string_view, 2> standIns{"🀰", "🁢"};  // 1.36 and 0.82 em
     std::string result;
@@ -130,7 +130,8 @@ struct LanguageLayoutTest : HudFixture {
     }
 
     std::string filledIn(const PoMessage& message) const {
-        Message filled{.english = message.english, .context = message.context, .plural = message.plural};
+        Message filled{
+            .english = message.english, .context = message.context, .plural = message.plural, .values = {}};
         const std::vector<std::string> wanted = placeholders(message.english);
         for (const std::string& each : wanted) {
             if (each.ends_with('f')) {

@@ -171,8 +171,8 @@ TEST_F(AppSettingsTest, numbersAndTextsAreKeptToo) {
     Setting<int> odd(file, changes, "odd", 5, 0, 9), absent(file, changes, "absent", 6);
     Setting<std::string> name(file, changes, "name", "none"), word(file, changes, "word", "");
     const std::string said = testing::internal::GetCapturedStderr();
-    EXPECT_THAT(said, HasSubstr("\"volume\" is no whole number from 0 to 100; taken as 100"));
-    EXPECT_THAT(said, HasSubstr("\"name\" is no text"));
+    EXPECT_THAT(said, HasSubstr("\"volume\" is not a whole number from 0 to 100; taken as 100"));
+    EXPECT_THAT(said, HasSubstr("\"name\" is not a text"));
     EXPECT_EQ(gain(), std::numeric_limits<int>::max());
     EXPECT_EQ(level(), 7);
     EXPECT_EQ(half(), 3);
