@@ -1,4 +1,5 @@
 #include "Gullwick/HUD/HUDView.h"
+#include "Gullwick/Scene/Look.h"
 
 #include "Engine/Views/Layout.h"
 #include "Gullwick/HUD/BeachSelect.h"
@@ -48,20 +49,60 @@ Colour black(double opacity) {
     return Palette::black.withAlpha(opacity);
 }
 
+constexpr double titleShade = 470, tideShade = 300;  // widths, points
+
+/// Makes what lies behind the texts of a corner of the window give way: black at `darkest`, running out to
+/// the side and downward.
+View cornerShade(double width, double darkest, bool right) {
+    constexpr int stripes = 48;  // narrow enough for their steps not to be seen
+    constexpr double height = 190;
+    std::vector<View> all;
+    for (int i = 0; i < stripes; ++i) {
+        const double share = (i + 0.5) / stripes, away = right ? 1 - share : share;
+        const double t = std::clamp((away - 0.3) / 0.7, 0.0, 1.0);
+        const double dark = darkest * (1 - t * t * (3 - 2 * t));
+        all.push_back(shape(rectangle().filled({{0, black(dark)},
+                                                {0.55, black(dark)},
+                                                {0.7, black(dark * 0.72)},
+                                                {0.85, black(dark * 0.28)},
+                                                {1, black(0)}}))
+                          .framed(width / stripes, height));
+    }
+    return row(0, Place::start, std::move(all));
+}
+
+/// How dark the corner with the tide clock must be: on one beach a low sun glares there.
+double tideDarkness(const BeachLook& look) {
+    const bool glare = look.sunElevation < 10 && look.sunAzimuth > 0;
+    return glare ? 0.66 : 0.52;
+}
+
 }  // namespace
 
 View HUDView::shade() const {
-    return column(0, Place::centre,
-                  views(shape(rectangle().filled({{0, black(0.5)}, {0.5, black(0.18)}, {1, black(0)}}))
-                            .named("shade.top")
-                            .framed(width, 190)
-                            .onLayer("shade.top", pose.bars),
-                        gap(),
-                        shape(rectangle().filled({{0, black(0)}, {1, black(0.42)}}))
-                            .named("shade.bottom")
-                            .framed(width, 160)
-                            .onLayer("shade.bottom", pose.bars)))
-        .framed(width, height);
+    View bands =
+        column(0, Place::centre,
+               views(shape(rectangle().filled({{0, black(0.5)}, {0.5, black(0.18)}, {1, black(0)}}))
+                         .named("shade.top")
+                         .framed(width, 190)
+                         .onLayer("shade.top", pose.bars),
+                     gap(),
+                     shape(rectangle().filled(
+                               {{0, black(0)}, {0.4, black(0.3)}, {0.7, black(0.72)}, {1, black(0.82)}}))
+                         .named("shade.bottom")
+                         .framed(width, 160)
+                         .onLayer("shade.bottom", pose.bars)))
+            .framed(width, height);
+    View corners =
+        column(
+            0, Place::centre,
+            views(row(0, Place::start,
+                      views(cornerShade(titleShade, 0.66, false).onLayer("shade.title", pose.bars), gap(),
+                            cornerShade(tideShade, tideDarkness(BeachLook::forBeach(game.spec.number)), true)
+                                .onLayer("shade.tide", pose.bars))),
+                  gap()))
+            .framed(width, height);
+    return layers(views(std::move(bands), std::move(corners)));
 }
 
 View HUDView::title() const {
