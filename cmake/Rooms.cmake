@@ -24,6 +24,17 @@ else()
     # Lists the libraries' leaks, so that one of ours stands out.
     set(GULL_TEST_ENVIRONMENT "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/Tests/Sanitizers/leaks.txt:print_suppressions=0")
 endif()
+if(GULL_MAP_PATHS)
+    target_compile_options(gull_options INTERFACE "-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=")
+endif()
+if(GULL_COVERAGE)
+    target_compile_options(gull_options INTERFACE --coverage)
+    target_link_options(gull_options INTERFACE --coverage)
+    add_custom_target(coverage-report
+        COMMAND gcovr --root ${PROJECT_SOURCE_DIR} --filter Sources/ --exclude-throw-branches --print-summary
+            --html-details ${PROJECT_BINARY_DIR}/coverage.html ${PROJECT_BINARY_DIR}
+        WORKING_DIRECTORY ${PROJECT_SOURCE_DIR} VERBATIM)
+endif()
 if(GULL_FUZZERS)
     target_compile_options(gull_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
