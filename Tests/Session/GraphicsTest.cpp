@@ -45,6 +45,21 @@ TEST_F(Graphics, AnOldOpenGLIsRefusedInWords) {
     EXPECT_THAT(game.errors, Not(HasSubstr("X Error")));
 }
 
+TEST_F(Graphics, ARasteriserWithoutMultisamplingIsRefusedInWords) {
+    const Desktop desktop(1280, 860);
+    const Environment softpipe = {{"GALLIUM_DRIVER", "softpipe"}};
+    const std::string sentence =
+        "OpenGL with 4 samples a pixel is needed; \"softpipe\" has 1. Where GALLIUM_DRIVER";
+    const std::string picture = (home_.path() / "a.png").string();
+    for (const auto& arguments : {std::vector<std::string>{}, {"--shot", picture}}) {
+        const Result game = gullwick(desktop, arguments, softpipe);
+        EXPECT_EQ(game.status, 1);
+        EXPECT_THAT(game.errors, HasSubstr("gullwick: " + sentence));
+    }
+    EXPECT_THAT(gullwick(desktop, {"--devices"}, softpipe).output,
+                HasSubstr("picture     none: " + sentence));
+}
+
 TEST_F(Graphics, WithoutGlxTheGamePlaysByEgl) {
     const Desktop desktop(1280, 860, "-extension GLX");
     const Result devices = gullwick(desktop, {"--devices"});

@@ -5,7 +5,6 @@
 #include "Engine/Gl/UniformBuffer.h"
 
 #include <epoxy/gl.h>
-#include <fmt/format.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -63,12 +62,8 @@ void setScissor(const std::optional<PixelArea>& scissor) {
 }  // namespace
 
 GraphicsDevice::GraphicsDevice() {
-    const int version = epoxy_gl_version();
-    if (version < 33 || (version < 41 && !epoxy_has_gl_extension("GL_ARB_separate_shader_objects")))
-        throw std::runtime_error(fmt::format(
-            "OpenGL 4.1, or 3.3 with separate shader objects, is needed; this machine offers \"{}\"",
-            graphicsInfo().version));
-    copiesImages_ = version >= 43 || epoxy_has_gl_extension("GL_ARB_copy_image");
+    if (const std::string problem = contextProblem(); !problem.empty()) throw std::runtime_error(problem);
+    copiesImages_ = epoxy_gl_version() >= 43 || epoxy_has_gl_extension("GL_ARB_copy_image");
     glEnable(GL_TEXTURE_CUBE_MAP_SEAMLESS);
 }
 

@@ -1,6 +1,7 @@
 #include "Engine/Gl/GraphicsInfo.h"
 
 #include <epoxy/gl.h>
+#include <fmt/format.h>
 
 #include <algorithm>
 #include <string_view>
@@ -25,6 +26,24 @@ GraphicsInfo graphicsInfo() {
     glGetIntegerv(GL_MAX_VIEWPORT_DIMS, viewport);
     info.maximumSize = std::min({texture, viewport[0], viewport[1]});
     return info;
+}
+
+std::string contextProblem() {
+    constexpr int samplesWanted = 4;  // at edges
+    const int version = epoxy_gl_version();
+    if (version < 33 || (version < 41 && !epoxy_has_gl_extension("GL_ARB_separate_shader_objects")))
+        return fmt::format(
+            "OpenGL 4.1, or 3.3 with separate shader objects, is needed; this machine offers \"{}\"",
+            graphicsInfo().version);
+    GLint samples = 0;
+    glGetIntegerv(GL_MAX_COLOR_TEXTURE_SAMPLES, &samples);
+    if (samples < samplesWanted)
+        return fmt::format(
+            "OpenGL with {} samples a pixel is needed; \"{}\" has {}. Where GALLIUM_DRIVER is set, unset it: "
+            "Mesa "
+            "then draws by llvmpipe, which has them",
+            samplesWanted, graphicsInfo().renderer, samples);
+    return {};
 }
 
 ShaderDialect shaderDialect() {

@@ -15,6 +15,9 @@ struct GraphicsInfo {
 
 GraphicsInfo graphicsInfo();
 
+/// What the current context lacks for the game, in words for the player; empty when it has all.
+std::string contextProblem();
+
 /// What shader sources need to know about a context.
 struct ShaderDialect {
     bool isVersion410 = true;     ///< else 330 with separate shader objects as an extension

@@ -26,7 +26,11 @@ void describeGraphics(DevicesReport& report, bool windowed) {
     const GraphicsInfo info = graphicsInfo();
     report.openGL = fmt::format("{}, {}, {}", info.renderer, info.vendor, info.version);
     if (!windowed) report.openGL += " (off screen)";
-    report.tier = info.isSoftware ? "fast: a rasteriser on the CPU" : "full";
+    const std::string problem = contextProblem();
+    if (!problem.empty())
+        report.tier = "none: " + problem;
+    else
+        report.tier = info.isSoftware ? "fast: a rasteriser on the CPU" : "full";
 }
 
 void describeDisplay(DevicesReport& report, const Window* window, const std::string& problem) {
