@@ -2,6 +2,7 @@
 
 #include "GullCore/Detector.h"
 #include "Session/Desktop.h"
+#include "Session/GameTrace.h"
 #include "Session/PlayersMap.h"
 
 #include <gtest/gtest.h>
@@ -18,8 +19,9 @@ constexpr double captureRate = 48000;  ///< stereo floats, as the program asks i
 constexpr double frame = 1.0 / 60;
 constexpr double buffer = 512 / captureRate;
 constexpr double analysis = 0.004;  ///< two steps of levels()
-/// On a busy machine a frame may delay a tick: nearly all must be in time, in one of a few captures.
-constexpr double mostOfThem = 0.7;
+constexpr double mostOfThem = 0.7;  ///< a frame may delay a tick
+/// The rhythm is judged by a capture during which the machine kept up; a machine that is too busy in all of
+/// these has only its ticks counted.
 constexpr int attempts = 4;
 
 /// The left channel of a raw capture.
@@ -83,35 +85,52 @@ class HeardSession : public testing::Test {
   protected:
     static constexpr double seconds = 5;
 
-    /// The sound of the last seconds of a game in which the coil rests at `point`. The window is half its
-    /// size, so that a software rasteriser comes nearer to sixty frames a second.
-    std::vector<float> listen(const PlayersMap& map, const PlotPoint& point) {
-        const auto capture = home_.path() / "capture.raw";
+    struct Capture {
+        std::vector<float> sound;
+        double pace = 1;   ///< of the device: seconds of sound a second
+        double ticks = 0;  ///< that the game says it has given
+        bool keptUp = false;
+    };
+
+    /// Some seconds of a game in which the coil rests at `point`. The window is half its size, so that a
+    /// software rasteriser comes nearer to sixty frames a second.
+    Capture listen(const PlayersMap& map, const PlotPoint& point) {
+        const auto file = home_.path() / "capture.raw", traceFile = home_.path() / "trace";
+        std::filesystem::remove(traceFile);
         Environment environment = desktop_.environment(home_.path());
         environment["SDL_AUDIODRIVER"] = "disk";
-        environment["SDL_DISKAUDIOFILE"] = capture.string();
+        environment["SDL_DISKAUDIOFILE"] = file.string();
         environment["GULLWICK_SCALE"] = "0.5";
+        environment["GULLWICK_TRACE"] = traceFile.string();
+        const GameTrace trace(traceFile);
         Process game(GULLWICK_BINARY, {"--seed", "7"}, environment, home_.path());
-        EXPECT_TRUE(desktop_.waitForWindow("Gullwick", 60)) << game.errors();
-        pause(3);
+        EXPECT_TRUE(desktop_.waitForWindow("Gullwick", patience)) << game.errors();
+        EXPECT_TRUE(trace.wait("phase", "playing") && trace.wait("meant", "1"));
         const glm::ivec2 at = map.mouse(point) / 2;
         desktop_.moveMouse(at.x, at.y);
-        pause(2);  // the coil has come to rest, and the picture too
-        const auto bytesBefore = std::filesystem::file_size(capture);
+        EXPECT_TRUE(trace.waitForCoil(point.x, point.y));
+        EXPECT_TRUE(trace.waitForPictures(60));  // the coil has come to rest, and the picture too
+        const auto bytesBefore = std::filesystem::file_size(file);
+        const double ticksBefore = trace.number("ticks");
+        const std::size_t framesBefore = trace.frames().size();
         pause(seconds);
-        const auto bytesAfter = std::filesystem::file_size(capture);
+        const auto bytesAfter = std::filesystem::file_size(file);
+        const double ticks = trace.number("ticks") - ticksBefore;
+        const std::size_t frames = trace.frames().size() - framesBefore;
         game.terminate();
-        game.wait(10);
-        std::vector<float> all = samples(capture);
+        game.wait(patience);
+        const std::vector<float> all = samples(file);
         const auto index = [](std::uintmax_t bytes) { return static_cast<std::ptrdiff_t>(bytes / 8); };
-        // SDL's disk device only nearly keeps time: what it wrote in these seconds is stretched to them.
-        pace_ = static_cast<double>(bytesAfter - bytesBefore) / 8 / captureRate / seconds;
-        return {all.begin() + index(bytesBefore), all.begin() + index(bytesAfter)};
+        return {
+            {all.begin() + index(bytesBefore), all.begin() + index(bytesAfter)},
+            // SDL's disk device only nearly keeps time: what it wrote in these seconds is stretched to them.
+            static_cast<double>(bytesAfter - bytesBefore) / 8 / captureRate / seconds,
+            ticks,
+            static_cast<double>(frames) > 45 * seconds};
     }
 
     Desktop desktop_{1280, 860};
     ScratchFolder home_;
-    double pace_ = 1;
 };
 
 TEST_F(HeardSession, TreasureTicksComeByTheRule) {
@@ -125,12 +144,16 @@ TEST_F(HeardSession, TreasureTicksComeByTheRule) {
     const int level = std::min(static_cast<int>(reading.strength * 10), 9);
     const double rule = PulseClock::interval(reading.strength, true);
     std::vector<double> between;
+    Capture capture;
     for (int attempt = 0; attempt < attempts; ++attempt) {
-        between = gaps(onsets(listen(map, spot), 640 + 105.0 * level));
-        for (double& gap : between) gap /= pace_;
-        if (shareNear(between, rule, frame + buffer + analysis) >= mostOfThem) break;
+        capture = listen(map, spot);
+        between = gaps(onsets(capture.sound, 640 + 105.0 * level));
+        for (double& gap : between) gap /= capture.pace;
+        if (capture.keptUp && shareNear(between, rule, frame + buffer + analysis) >= mostOfThem) break;
     }
     ASSERT_GE(between.size(), 10U);
+    EXPECT_NEAR(static_cast<double>(between.size()) + 1, capture.ticks, std::max(2.0, 0.15 * capture.ticks));
+    if (!capture.keptUp) return;
     EXPECT_NEAR(median(between), rule, frame + buffer);
     EXPECT_GE(shareNear(between, rule, frame + buffer + analysis), mostOfThem);
 }
@@ -145,15 +168,19 @@ TEST_F(HeardSession, JunkTicksInPairs) {
     ASSERT_TRUE(reading.item && !reading.isTreasure());
 
     std::vector<double> within, apart;
+    Capture capture;
     for (int attempt = 0; attempt < attempts; ++attempt) {
         within.clear();
         apart.clear();
+        capture = listen(map, spot);
         // The third harmonic of the buzz: the surf has little there.
-        for (const double gap : gaps(onsets(listen(map, spot), 3 * 165.0))) {
-            (gap < 0.085 ? within : apart).push_back(gap / pace_);
+        for (const double gap : gaps(onsets(capture.sound, 3 * 165.0))) {
+            (gap < 0.085 ? within : apart).push_back(gap / capture.pace);
         }
-        if (shareNear(within, PulseClock::pairGap, 0.02) >= mostOfThem) break;
+        if (capture.keptUp && shareNear(within, PulseClock::pairGap, 0.02) >= mostOfThem) break;
     }
+    ASSERT_GE(within.size() + apart.size(), 10U);
+    if (!capture.keptUp) return;
     ASSERT_GE(within.size(), 8U);
     EXPECT_NEAR(median(within), PulseClock::pairGap, 0.02);
     EXPECT_GE(shareNear(within, PulseClock::pairGap, 0.02), mostOfThem);

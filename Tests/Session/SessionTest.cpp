@@ -3,6 +3,7 @@
 #include "Engine/Raster/Png.h"
 #include "GullCore/Progress.h"
 #include "Session/Desktop.h"
+#include "Session/GameTrace.h"
 #include "Session/PlayersMap.h"
 
 #include <gmock/gmock.h>
@@ -19,17 +20,33 @@ namespace {
 using testing::HasSubstr;
 
 constexpr int screenWidth = 1280, screenHeight = 860;
-constexpr double windowSeconds = 60;  ///< a cold start on a busy machine
 
 class Session : public testing::Test {
   protected:
     Desktop desktop_{screenWidth, screenHeight};
     ScratchFolder home_;
 
+    const GameTrace trace_{home_.path() / "trace"};
+
     std::unique_ptr<Process> start(const std::vector<std::string>& arguments, const Environment& more = {}) {
         Environment environment = desktop_.environment(home_.path());
+        environment["GULLWICK_TRACE"] = (home_.path() / "trace").string();
         for (const auto& [key, value] : more) environment[key] = value;
         return std::make_unique<Process>(GULLWICK_BINARY, arguments, environment, home_.path());
+    }
+    /// A game in play, in a window that has the keyboard.
+    std::unique_ptr<Process> play(const std::vector<std::string>& arguments, const Environment& more = {}) {
+        auto game = start(arguments, more);
+        EXPECT_TRUE(desktop_.waitForWindow("Gullwick", patience)) << game->errors();
+        EXPECT_TRUE(trace_.wait("phase", "playing") && trace_.wait("meant", "1")) << game->errors();
+        return game;
+    }
+    void type(std::initializer_list<const char*> keys) {
+        for (const char* key : keys) desktop_.key(key);
+    }
+    void quit(Process& game) {
+        desktop_.key("ctrl+q");
+        EXPECT_EQ(game.wait(patience), 0) << game.errors();
     }
     /// The folder in which a session's pictures are left for people to look at.
     static std::filesystem::path pictures() {
@@ -39,57 +56,49 @@ class Session : public testing::Test {
     std::filesystem::path progressFile() const {
         return home_.path() / "data" / "Gullwick" / "progress.json";
     }
-    bool waitForFile(const std::filesystem::path& file, double seconds) {
-        for (double waited = 0; waited < seconds; waited += 0.1) {
-            if (std::filesystem::exists(file)) return true;
-            pause(0.1);
-        }
-        return false;
-    }
 };
 
 TEST_F(Session, BeachOneIsPlayedWithTheMouseToThreeStars) {
     const PlayersMap map;
-    const auto game = start({"--seed", "7"});
-    ASSERT_TRUE(desktop_.waitForWindow("Gullwick", windowSeconds)) << game->errors();
-    pause(3);  // the first picture and the end of the intro
+    const auto game = play({"--seed", "7"});
     desktop_.screenshot(pictures() / "opening.png");
-    // A busy machine may be late with a picture and miss a click: another round then digs for what is left.
-    bool ended = false;
-    for (int round = 0; round < 4 && !ended; ++round) {
-        for (const BuriedItem& treasure : map.treasures()) {
-            const glm::ivec2 at = map.mouse(treasure.at);
-            desktop_.moveMouse(at.x, at.y);
-            pause(1.2);
-            desktop_.click();
-            pause(1.5);
-        }
-        ended = waitForFile(progressFile(), 6);
+    double holes = 0;
+    for (const BuriedItem& treasure : map.treasures()) {
+        const glm::ivec2 at = map.mouse(treasure.at);
+        desktop_.moveMouse(at.x, at.y);
+        // It stands still until the last dig is over.
+        ASSERT_TRUE(trace_.waitForCoil(treasure.at.x, treasure.at.y));
+        desktop_.click();
+        ++holes;
+        ASSERT_TRUE(eventually([&] { return trace_.number("holes") == holes; })) << "a click digs";
     }
-    ASSERT_TRUE(ended) << "no result was saved";
+    ASSERT_TRUE(trace_.wait("phase", "finished"));
+    EXPECT_EQ(holes, 3);
     const CampaignProgress progress = CampaignProgress::load(progressFile());
     EXPECT_EQ(progress.stars.at(1), 3);
     EXPECT_EQ(progress.bestHaul.at(1), 220);
-    pause(0.5);
+    EXPECT_TRUE(trace_.waitForPictures(30));
     desktop_.screenshot(pictures() / "result.png");
 
-    // On to the next beach with a click; its restart, the select and back by keys; closing ends the program
-    // well.
-    pause(1);
+    // On to the next beach with a click; its ping, the select and back, and its restart by keys.
     desktop_.click();
-    pause(2.5);
-    for (const char* key : {"h", "l", "Right", "Escape", "r"}) {
-        desktop_.key(key);
-        pause(0.4);
-    }
+    EXPECT_TRUE(trace_.wait("phase", "playing"));
+    EXPECT_TRUE(trace_.wait("toast", "Beach 2"));
+    desktop_.key("h");
+    EXPECT_TRUE(trace_.wait("toast", "Ping"));
+    desktop_.key("l");
+    EXPECT_TRUE(trace_.wait("phase", "selecting"));
+    type({"Right", "Escape"});
+    EXPECT_TRUE(trace_.wait("phase", "playing"));
+    desktop_.key("r");
+    EXPECT_TRUE(trace_.wait("phase", "intro"));
     EXPECT_TRUE(game->isRunning());
-    desktop_.key("ctrl+q");
-    EXPECT_EQ(game->wait(10), 0) << game->errors();
+    quit(*game);
 }
 
 TEST_F(Session, WhereNobodyHandsOutTheKeyboardTheWindowTakesIt) {
     const auto game = start({});
-    ASSERT_TRUE(desktop_.waitForWindowAlone("Gullwick", windowSeconds)) << game->errors();
+    ASSERT_TRUE(desktop_.waitForWindowAlone("Gullwick", patience)) << game->errors();
     std::optional<int> status;
     for (int tries = 0; tries < 60 && !status; ++tries) {  // keys may come before the window has it
         desktop_.key("ctrl+q");
@@ -102,56 +111,49 @@ TEST_F(Session, MenusAlertAndSelectAreWalkedWithKeysAlone) {
     const std::string passed = R"({"stars":{"1":3},"bestHaul":{"1":220}})";
     std::filesystem::create_directories(progressFile().parent_path());
     std::ofstream(progressFile()) << passed;
-    const auto game = start({});
-    ASSERT_TRUE(desktop_.waitForWindow("Gullwick", windowSeconds)) << game->errors();
-    pause(3);
-    const auto type = [&](std::initializer_list<const char*> keys) {
-        for (const char* key : keys) {
-            desktop_.key(key);
-            pause(0.3);
-        }
-    };
-
+    const auto game = play({});
     // Options: the second line is the sound switch.
     type({"F10", "Right", "Right", "Down", "Return"});
     const auto settings = home_.path() / "config" / "Gullwick" / "settings.json";
-    ASSERT_TRUE(waitForFile(settings, 5)) << "no setting was saved";
-    EXPECT_THAT(contents(settings), HasSubstr("\"sound\": false"));
+    EXPECT_TRUE(eventually([&] { return contents(settings).find("\"sound\": false") != std::string::npos; }));
 
     // Game: the line above the pause asks before it erases; the safe answer has the focus.
     type({"F10", "Right", "Up", "Up", "Return"});
+    EXPECT_TRUE(trace_.waitForPictures(30));
     desktop_.screenshot(pictures() / "alert.png");
     type({"Return"});
+    EXPECT_TRUE(trace_.waitForPictures(10));
     EXPECT_EQ(contents(progressFile()), passed);
 
     // The beach select opens the beach chosen by keys: the first one opens, then a locked one is refused.
-    type({"l", "Left", "Return"});
-    pause(2);
+    type({"l"});
+    EXPECT_TRUE(trace_.wait("phase", "selecting"));
+    type({"Left", "Return"});
+    EXPECT_TRUE(trace_.wait("phase", "playing"));
     type({"l", "Down"});
+    EXPECT_TRUE(trace_.wait("phase", "selecting"));
+    EXPECT_TRUE(trace_.waitForPictures(30));
     desktop_.screenshot(pictures() / "select.png");
     type({"Return", "Escape"});
+    EXPECT_TRUE(trace_.wait("phase", "playing"));
 
     type({"F10", "Right", "Up", "Up", "Return", "Tab", "Return"});
-    pause(0.5);
+    EXPECT_TRUE(eventually([&] { return contents(progressFile()) != passed; }));
     EXPECT_EQ(CampaignProgress::load(progressFile()), CampaignProgress());
-    EXPECT_NE(contents(progressFile()), passed);
 
     type({"Alt_L"});
     type({"Escape", "F11"});
-    EXPECT_TRUE(game->isRunning());
-    type({"ctrl+q"});
-    EXPECT_EQ(game->wait(10), 0) << game->errors();
+    EXPECT_TRUE(trace_.wait("full", "1"));
+    quit(*game);
 }
 
 TEST_F(Session, ABeachStandsStillInAPauseAndPicturesAreTakenOfIt) {
-    const auto game = start({"--seed", "7"});
-    ASSERT_TRUE(desktop_.waitForWindow("Gullwick", windowSeconds)) << game->errors();
-    pause(3);
+    const auto game = play({"--seed", "7"});
     const auto folder = home_.path() / "Pictures";
     std::set<std::filesystem::path> seen;
     const auto picture = [&] {
         desktop_.key("F12");
-        for (double waited = 0; waited < windowSeconds; waited += 0.1) {
+        for (double waited = 0; waited < patience; waited += 0.1) {
             pause(0.1);
             if (!std::filesystem::exists(folder)) continue;
             for (const auto& entry : std::filesystem::directory_iterator(folder)) {
@@ -174,8 +176,8 @@ TEST_F(Session, ABeachStandsStillInAPauseAndPicturesAreTakenOfIt) {
         return pixels;
     };
     desktop_.key("p");
-    pause(1.5);
-    // On a busy machine the fade to the pause may still be on its way.
+    EXPECT_TRUE(trace_.wait("paused", "1"));
+    // The fade to the pause may still be on its way.
     Image still = picture();
     ASSERT_EQ(still.width, 1240);
     bool stands = false;
@@ -190,12 +192,9 @@ TEST_F(Session, ABeachStandsStillInAPauseAndPicturesAreTakenOfIt) {
                                std::filesystem::copy_options::overwrite_existing);
     desktop_.moveMouse(620, 400);
     desktop_.click();
-    pause(2.5);
-    EXPECT_NE(clockOf(picture()), clockOf(still)) << "and goes on";
+    EXPECT_TRUE(eventually([&] { return clockOf(picture()) != clockOf(still); })) << "and goes on";
     desktop_.key("F10");
-    pause(0.5);
-    desktop_.key("ctrl+q");
-    EXPECT_EQ(game->wait(10), 0) << "over an open menu, too: " << game->errors();
+    quit(*game);  // over an open menu, too
 }
 
 TEST_F(Session, TheProbeMeasuresAndKeepsNothing) {
@@ -205,7 +204,7 @@ TEST_F(Session, TheProbeMeasuresAndKeepsNothing) {
                                   {"GULLWICK_PROBE_BEACH", "+3"},
                                   {"SDL_AUDIODRIVER", "disk"},
                                   {"SDL_DISKAUDIOFILE", capture.string()}});
-    ASSERT_EQ(probe->wait(90), 0) << probe->errors();
+    ASSERT_EQ(probe->wait(patience), 0) << probe->errors();
     double rate = 0;
     int width = 0, height = 0;
     ASSERT_EQ(std::sscanf(probe->output().c_str(), "probe: %lf fps at %dx%d (backing scale 1)", &rate, &width,
@@ -231,15 +230,14 @@ TEST_F(Session, BadFilesAndValuesNeverStopTheGame) {
                                            {"GW_CAM", "up,there"},
                                            {"GW_FOV", "wide"},
                                            {"GULLWICK_SCALE", "huge"}});
-    ASSERT_TRUE(desktop_.waitForWindow("Gullwick", windowSeconds)) << game->errors();
-    pause(2);
+    ASSERT_TRUE(desktop_.waitForWindow("Gullwick", patience)) << game->errors();
+    EXPECT_TRUE(trace_.waitForPictures(10));
     EXPECT_TRUE(game->isRunning());
     EXPECT_THAT(game->errors(), HasSubstr("--nosuch"));
     EXPECT_THAT(game->errors(), HasSubstr("GULLWICK_SCALE"));
     EXPECT_THAT(game->errors(), testing::AllOf(HasSubstr("GW_CAM"), HasSubstr("GW_FOV")));
     EXPECT_THAT(game->errors(), HasSubstr("settings.json"));
-    desktop_.key("ctrl+q");
-    EXPECT_EQ(game->wait(10), 0);
+    quit(*game);
 }
 
 }  // namespace

@@ -27,13 +27,14 @@ void Trace::follow(double now, bool isMeant, const GameController& game, const W
                    const Trackpads& trackpads, const AudioDevice& audio) {
     if (!file_) return;
     std::string line = fmt::format(
-        "coil={:.3f},{:.3f} target={:.3f},{:.3f} captured={:d} phase={} meant={:d} fingers={} holes={} "
+        "coil={:.3f},{:.3f} target={:.3f},{:.3f} captured={:d} phase={} paused={:d} meant={:d} fingers={} "
+        "holes={} "
         "ticks={} "
         "driver={} size={}x{} scale={:.2f} full={:d} sound={:d} toast={}",
         game.coil().x, game.coil().y, game.target().x, game.target().y, game.captured.get(),
-        name(game.phase.get()), isMeant, trackpads.contacts().size(), game.hunt().holes().size(),
-        game.tickStamp.get(), window.driverName(), window.pixelWidth(), window.pixelHeight(), window.scale(),
-        window.isFullScreen(), audio.describe().isOpen,
+        name(game.phase.get()), game.isPaused.get(), isMeant, trackpads.contacts().size(),
+        game.hunt().holes().size(), game.tickStamp.get(), window.driverName(), window.pixelWidth(),
+        window.pixelHeight(), window.scale(), window.isFullScreen(), audio.describe().isOpen,
         game.toast.get() ? Language().tr(*game.toast.get()) : "-");
     if (line == last_) return;
     last_ = std::move(line);
