@@ -100,6 +100,10 @@ TEST(PulseClock, ticksLandOnFramesAndDropTheRest) {
     for (int frame = 0; frame < 660; ++frame) junk += clock.advance(1.0 / 60, 1, false);
     EXPECT_EQ(treasure, 150) << "every fourth frame";
     EXPECT_EQ(junk, 60) << "every eleventh frame";
+    clock = {};
+    EXPECT_TRUE(clock.advance(0, 0.5, true));
+    EXPECT_TRUE(clock.advance(PulseClock::interval(0.5, true), 0.5, true))
+        << "the moment itself is not missed";
 }
 
 }  // namespace

@@ -46,11 +46,27 @@ TEST_F(ProgressFileTest, twoGamesAtOnceKeepBothTheirResults) {
     EXPECT_EQ(fs::status(path_.parent_path()).permissions(), fs::perms(0700));
 }
 
+TEST_F(ProgressFileTest, aWholeOrEmptyFileIsNotTakenForDamaged) {
+    fs::create_directories(path_.parent_path());
+    for (const char* text : {"", R"({"stars":{"1":3},"bestHaul":{}})"}) {
+        writeText(path_, text);
+        EXPECT_EQ(said([&] {
+                      ProgressFile file(path_);
+                      file.load();
+                      file.save(both);
+                  }),
+                  "");
+        EXPECT_FALSE(fs::exists(path_.string() + ".damaged")) << text;
+    }
+}
+
 TEST_F(ProgressFileTest, eraseDoesNotMerge) {
     earlier.save(path_);
     ProgressFile file(path_);
     file.erase();
     EXPECT_EQ(CampaignProgress::load(path_), CampaignProgress{});
+    earlier.save(path_);
+    EXPECT_EQ(file.save(earned), both) << "what comes after it is merged as ever";
 
     earlier.save(path_);
     block();
