@@ -26,7 +26,8 @@ TEST(Detector, signalGrowsTowardTheItemAndFadesWithDepth) {
         << "sideways counts 1.6 times";
 }
 
-TEST(Detector, whatLiesTooDeepIsNeverSensed) {
+TEST(Detector, whatLiesTooDeepOrTooFarIsNeverSensed) {
+    EXPECT_EQ((Detector{0.36}.strength(item(coin, 0.5, 0.5), {0.5, 0.95})), 0);
     const BuriedItem lost = item(gem, 0.5, 0.5, 3);
     EXPECT_LT(Detector{0.5}.reach(lost), 0);
     EXPECT_EQ((Detector{0.5}.strength(lost, {0.5, 0.5})), 0);

@@ -102,6 +102,7 @@ TEST_F(ProgressFileTest, aDamagedFileIsNeverLost) {
     EXPECT_EQ(readText(aside), "precious");
     EXPECT_EQ(CampaignProgress::load(path_), earned);
     EXPECT_FALSE(file.retry());
+    EXPECT_EQ(said([&] { file.save(both); }), "") << "all is well again";
 }
 
 TEST_F(ProgressFileTest, whatCannotBeReadIsKeptAndMergedOnceItCan) {

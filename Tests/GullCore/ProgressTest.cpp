@@ -16,6 +16,7 @@ TEST(CampaignProgress, freshProgressOpensTheFirstBeachOnly) {
 }
 
 TEST(CampaignProgress, aStarOpensTheNextBeachWhateverTheGaps) {
+    EXPECT_EQ((CampaignProgress{{{1, 1}}, {}}.highestUnlocked()), 2);
     CampaignProgress progress{{{3, 1}, {5, 0}, {6, -2}}, {}};
     EXPECT_TRUE(progress.isUnlocked(4));
     EXPECT_FALSE(progress.isUnlocked(2));

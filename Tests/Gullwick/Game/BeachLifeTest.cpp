@@ -37,12 +37,14 @@ TEST_F(BeachLife, startsOnTheHighestUnlockedBeachAndPlaysAtOnce) {
     progress.record(2, 1, 50);
     progress.save(progressFile);
 
+    senses.surf = 0;
     GameController returning(loop, settings, feedback, progressFile, true, 3);
     EXPECT_EQ(returning.spec->number, 3);
     EXPECT_EQ(returning.selection, 3);
     EXPECT_EQ(returning.phase, Phase::intro);
     EXPECT_EQ(returning.progress.get(), progress);
     EXPECT_EQ(returning.world().beachNumber(), 3);
+    EXPECT_GT(senses.surf, 0) << "every beach has its surf";
     turn(0.005);
     EXPECT_EQ(returning.phase, Phase::intro);
     turn(0.01);
@@ -242,9 +244,12 @@ TEST_F(BeachLife, aPassedBeachLeadsOnAndALostOneBack) {
     EXPECT_EQ(game.spec->number, 1);
     turn(1.4);
     win();
+    EXPECT_TRUE(game.isNewBest);
     game.click();
     EXPECT_EQ(game.phase, Phase::intro);
     EXPECT_EQ(game.spec->number, 2);
+    EXPECT_EQ(game.earnedStars, 0) << "those of the last beach";
+    EXPECT_FALSE(game.isNewBest);
     turn(1.4);
     lose();
     game.key(KeyAction::Confirm{});

@@ -125,7 +125,8 @@ TEST_F(Input, junkCountsAndIsExplainedOnceARun) {
     EXPECT_NEAR(game.busyUntil(), dug + 0.6, 1e-12);
     EXPECT_EQ(toast(), "Bottle cap. Junk ticks in pairs — tick-tick … tick-tick");
     turn(0.5);
-    ASSERT_EQ(senses.count("junk"), 1u);
+    ASSERT_EQ(senses.story(), "shovel, generic, generic, junk");
+    EXPECT_NEAR(senses.times("generic")[1], dug + 0.08, 1e-9);
     EXPECT_NEAR(senses.times("junk")[0], dug + 0.22, 1e-9);
     EXPECT_EQ(game.junkCount, 1);
     turn(0.2);

@@ -324,6 +324,7 @@ TEST_F(TouchSurfaceTest, keysDoWhatTheMapSays) {
     EXPECT_NEAR(game.target().y, 0.45, 1e-12);
     EXPECT_TRUE(press(Key::right));
     EXPECT_TRUE(press(Key::down));
+    EXPECT_NEAR(game.target().x, 0.5, 1e-12);
     EXPECT_NEAR(game.target().y, 0.5, 1e-12);
     EXPECT_TRUE(press(U'l'));
     EXPECT_EQ(game.phase, Phase::selecting);
@@ -384,7 +385,7 @@ TEST_F(TouchSurfaceTest, aStickMovesTheTargetAtTheSamePaceAcrossAndAlongTheSand)
     game.openSelect();
     for (int i = 0; i < 5; ++i) surface.stick(0.9, 0, 0.05);  // one step until it comes back
     EXPECT_EQ(game.selection, 2);
-    surface.stick(0, 0, 0.05);
+    surface.stick(0.22, 0, 0.05);  // under half the tilt of a step
     surface.stick(0, -0.9, 0.05);
     EXPECT_EQ(game.selection, 6);
     surface.perform(KeyAction::Back{});
