@@ -31,7 +31,8 @@ std::unique_ptr<Node> build(int beach, const BeachLook& look, Textures& textures
     SplitMix64 rng(static_cast<std::uint64_t>(beach) * seedFactor);
     into.add(siteRope());
     scatter(into, look, rng, beach == 2 ? 70 : 26);
-    if (beach != 8) bucket(into, look);
+    // On the fourth beach a boat lies where it would stand.
+    if (beach != 8) bucket(into, look, beach == 4 ? 2.6 : 0);
     switch (beach) {
         case 1:
             rocks(into, {{-10.6, -6.4, 1.1}, {-9.4, -7.6, 0.7}, {11.2, -7.2, 1.3}}, look, textures);

@@ -29,7 +29,7 @@ std::unique_ptr<Node> build(int beach, const BeachLook& look, Textures& textures
 /// The rope on four stakes just outside the plot; all items lie within it.
 std::unique_ptr<Node> siteRope();
 void scatter(Node& into, const BeachLook& look, SplitMix64& rng, int shells);
-void bucket(Node& into, const BeachLook& look);
+void bucket(Node& into, const BeachLook& look, double towardViewer = 0);
 void rocks(Node& into, const std::vector<Rock>& at, const BeachLook& look, Textures& textures);
 void starfish(Node& into, SplitMix64& rng);
 void seaweed(Node& into, SplitMix64& rng);

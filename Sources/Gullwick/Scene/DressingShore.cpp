@@ -143,7 +143,8 @@ void scatter(Node& into, const BeachLook&, SplitMix64& rng, int shells) {
         node.scale = glm::dvec3(1, 0.35, 0.8) * radius;
     }
     const auto grey = Materials::pbr(RGB{0.6, 0.57, 0.53}, 0, 0.75);
-    const GeometryRef pebble = shared(mesh::withNormals(props::boulder(4, 2.3, 0.12), 180));
+    const GeometryRef pebble =
+        shared(props::warmedBySand(mesh::withNormals(props::boulder(5, 2.3, 0.12), 180)));
     for (int i = 0; i < 14; ++i) {
         const double x = uniform(rng, -20, 20);
         const double z = uniform(rng, -6, 10);
@@ -154,9 +155,9 @@ void scatter(Node& into, const BeachLook&, SplitMix64& rng, int shells) {
     }
 }
 
-void bucket(Node& into, const BeachLook& look) {
+void bucket(Node& into, const BeachLook& look, double towardViewer) {
     Node& pail = into.addChild("bucket");
-    pail.position = onSand(9.7, -3, -0.02);
+    pail.position = onSand(9.7, -3 + towardViewer, -0.02);
     auto red = Materials::pbr(RGB{0.9, 0.22, 0.16}, 0, 0.35);
     red->doubleSided = true;
     // Outside up, over a rolled rim, and down the inside to the sand that fills it.
@@ -199,7 +200,7 @@ void bucket(Node& into, const BeachLook& look) {
     // The spade lies flat, its blade turned half into the sand.
     const auto blue = Materials::pbr(RGB{0.16, 0.45, 0.9}, 0, 0.4);
     Node& spade = into.addChild("spade");
-    layOnSlope(spade, onSand(10.4, -2.85, 0.02), 0.5);
+    layOnSlope(spade, onSand(10.4, -2.85 + towardViewer, 0.02), 0.5);
     Node& blade = part(spade, primitives::box(0.3, 0.03, 0.36, 0.05), blue, {0, 0.015, 0}, {0.12, 0, 0});
     blade.name = "blade";
     part(spade,
@@ -214,8 +215,8 @@ void rocks(Node& into, const std::vector<Rock>& at, const BeachLook& look, Textu
     stone->normalMap.texture = textures.grainNormal(256, 5, 2, 3);
     stone->normalMap.wrapS = stone->normalMap.wrapT = Wrap::repeat;
     stone->normalMap.scale = {3, 2};
-    const std::array<GeometryRef, 2> shapes{shared(props::boulder(9, 0.8, 0.2)),
-                                            shared(props::boulder(9, 4.1, 0.22))};
+    const std::array<GeometryRef, 2> shapes{shared(props::warmedBySand(props::boulder(9, 0.8, 0.2))),
+                                            shared(props::warmedBySand(props::boulder(9, 4.1, 0.22)))};
     for (std::size_t i = 0; i < at.size(); ++i) {
         const Rock& rock = at[i];
         Node& place = into.addChild("rock");
@@ -269,30 +270,35 @@ void driftwood(Node& into, const glm::dvec3& at, double yaw, double length) {
         path.emplace_back((s - 0.5) * length, 0.05 * std::sin(4.4 * s), 0.1 * std::sin(2.8 * s + 0.4));
         radii.push_back(0.2 * ends * (1.02 - 0.28 * s + 0.06 * std::sin(17 * s) + 0.04 * std::sin(41 * s)));
     }
-    const Geometry smooth = shapes::bar(path, radii, 14);
-    // Weathered: furrows along the grain.
-    part(log,
-         mesh::withNormals(mesh::displaced(smooth,
-                                           [](const glm::dvec3& p) {
-                                               const double grain =
-                                                   1 + 0.05 * std::sin(14 * std::atan2(p.y, p.z));
-                                               return glm::dvec3(p.x, p.y * grain, p.z * grain);
-                                           }),
-                           40),
-         wood);
+    // Weathered: furrows along the grain, which split open toward the ends.
+    const auto furrowed = [](const std::vector<glm::dvec3>& line, const std::vector<double>& thickness,
+                             int sides, int furrows) {
+        const Geometry smooth = shapes::bar(line, thickness, sides);
+        const Geometry rough = mesh::displaced(smooth, [furrows](const glm::dvec3& p) {
+            const double grain = 1 + 0.06 * std::sin(furrows * std::atan2(p.y, p.z) + 2 * p.x);
+            return glm::dvec3(p.x, p.y * grain, p.z * grain);
+        });
+        return props::warmedBySand(mesh::withNormals(rough, 40));
+    };
+    part(log, furrowed(path, radii, 16, 14), wood);
+    // A branch that wound its way up and was broken off, with a twig at its elbow; a stump on the other side.
     const double root = 0.18 * length;
-    part(log,
-         shapes::bar({{root, 0.05, 0.05},
-                      {root + 0.16, 0.2, 0.2},
-                      {root + 0.34, 0.33, 0.34},
-                      {root + 0.6, 0.4, 0.44},
-                      {root + 0.78, 0.5, 0.5}},
-                     {0.09, 0.07, 0.06, 0.05, 0.025}, 10),
-         wood);
-    part(log,
-         shapes::bar({{-root, 0.08, -0.05}, {-root - 0.1, 0.24, -0.12}, {-root - 0.14, 0.34, -0.15}},
-                     {0.07, 0.055, 0.045}, 10),
-         wood);
+    const auto on = [root](double along, double up, double out) { return glm::dvec3(root + along, up, out); };
+    MeshBuilder branches;
+    branches.append(
+        shapes::bar({on(-0.04, 0.02, 0.02), on(0.07, 0.15, 0.13), on(0.13, 0.26, 0.27), on(0.24, 0.3, 0.36),
+                     on(0.33, 0.4, 0.4), on(0.4, 0.44, 0.52), on(0.52, 0.45, 0.57), on(0.57, 0.52, 0.63)},
+                    {0.1, 0.075, 0.068, 0.06, 0.052, 0.045, 0.04, 0.028}, 9));
+    branches.append(shapes::bar({on(0.22, 0.3, 0.35), on(0.24, 0.4, 0.33), on(0.2, 0.48, 0.36),
+                                 on(0.22, 0.56, 0.34), on(0.19, 0.62, 0.35)},
+                                {0.045, 0.032, 0.028, 0.02, 0.01}, 7));
+    branches.append(
+        shapes::bar({on(0.4, 0.43, 0.5), on(0.5, 0.36, 0.52), on(0.56, 0.37, 0.5), on(0.66, 0.32, 0.53)},
+                    {0.03, 0.024, 0.018, 0.008}, 6));
+    branches.append(
+        shapes::bar({{-root, 0.06, -0.05}, {-root - 0.08, 0.2, -0.12}, {-root - 0.09, 0.27, -0.14}},
+                    {0.075, 0.055, 0.05}, 9));
+    part(log, props::warmedBySand(branches.take()), wood);
 }
 
 }  // namespace gull::Dressing

@@ -132,6 +132,21 @@ TEST(Dressing, nothingFloats) {
     }
 }
 
+TEST(Dressing, bucketAndSpadeStandClearOfTheBoat) {
+    const auto root = dressed(4);
+    const Node& boat = *nodesNamed(*root, "rowboat").front();
+    const glm::dmat4 inBoat = glm::inverse(boat.worldTransform());
+    for (const char* name : {"bucket", "spade"}) {
+        forEachNode(*nodesNamed(*root, name).front(), [&](const Node& node) {
+            if (!node.geometry) return;
+            for (const auto& vertex : node.geometry->vertices) {
+                const glm::dvec3 p(inBoat * node.worldTransform() * glm::dvec4(vertex.position, 1));
+                EXPECT_GT(std::pow(p.x / 2.1, 2) + std::pow(p.z / 0.8, 2), 1) << name;
+            }
+        });
+    }
+}
+
 TEST(Dressing, ropeStandsAroundThePlotAndSagsWithoutTouchingTheSand) {
     const auto root = dressed(1);
     const auto stakes = nodesNamed(*root, "stake");
