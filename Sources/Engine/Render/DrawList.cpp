@@ -99,8 +99,9 @@ class Gatherer {
             list_.ambient += colour;
         } else if (light.kind == Light::Kind::omni) {
             if (light.intensity > 0)
-                layer.lamps.push_back({glm::dvec3(world[3]), colour, light.attenuationStart,
-                                       light.attenuationEnd, light.attenuationExponent});
+                layer.lamps.push_back({glm::dvec3(world[3]), colour * static_cast<float>(light.gain),
+                                       light.attenuationStart, light.attenuationEnd,
+                                       light.attenuationExponent});
         } else if (!list_.sun.light) {
             Sun& sun = list_.sun;
             sun.light = &light;

@@ -60,7 +60,8 @@ FrameBlock frameBlock(const Stage& stage, const Viewpoint& view, const DrawList&
     for (int i = 0; i < 9; ++i)
         block.irradiance[i] = glm::vec4(irradiance[static_cast<std::size_t>(i)] * tint * sky, 0);
     glm::vec3 onGround = lightOnLevelGround(block);
-    block.toneGain = glm::vec4(balance(onGround, options) * options.toneGain, options.huePreservation);
+    glm::vec3 gain = camera.hdr ? balance(onGround, options) * options.toneGain : glm::vec3(1);
+    block.toneGain = glm::vec4(gain, options.huePreservation);
     block.fogColour = glm::vec4(linear(stage.fog.colour), stage.fog.densityExponent);
     double fogLength = stage.fog.end - stage.fog.start;
     block.fogRange = {stage.fog.start, stage.fog.end > 0 && fogLength > 0 ? 1 / fogLength : 0, sky, 0};

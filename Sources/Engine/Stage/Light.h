@@ -27,6 +27,9 @@ struct Light {
     double attenuationStart = 0;
     double attenuationEnd = 0;  ///< 0: no limit
     double attenuationExponent = 2;
+    /// Omni lights: how many times as bright as `intensity` says they shine. A lamp's whole output and the
+    /// sun's strength are not counted alike.
+    double gain = 1;
 };
 
 }  // namespace gull

@@ -16,6 +16,7 @@ std::uint32_t MeshBuilder::vertex(const glm::dvec3& position, const glm::dvec3& 
     vertex.position = glm::vec3(position);
     vertex.normal = glm::vec3(normal);
     vertex.uv0 = glm::vec2(uv);
+    vertex.colour = colour_;
     geometry_.vertices.push_back(vertex);
     return static_cast<std::uint32_t>(geometry_.vertices.size() - 1);
 }
@@ -44,6 +45,7 @@ void MeshBuilder::append(const Geometry& geometry, const glm::dmat4& transform) 
     for (Geometry::Vertex vertex : geometry.vertices) {
         vertex.position = glm::vec3(transform * glm::dvec4(vertex.position, 1));
         vertex.normal = glm::vec3(glm::normalize(normalTransform * glm::dvec3(vertex.normal)));
+        vertex.colour *= colour_;
         geometry_.vertices.push_back(vertex);
     }
     for (std::size_t i = 0; i + 2 < geometry.indices.size(); i += 3) {
@@ -63,6 +65,7 @@ void MeshBuilder::endElement() {
 Geometry MeshBuilder::take() {
     endElement();
     elementStart_ = 0;
+    colour_ = glm::vec4(1);
     return std::exchange(geometry_, Geometry{});
 }
 

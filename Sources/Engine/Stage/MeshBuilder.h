@@ -12,6 +12,8 @@ namespace gull {
 /// Builds a mesh vertex by vertex.
 class MeshBuilder {
   public:
+    /// The colour, linear, of the vertices added from here on; it multiplies that of appended ones.
+    void setColour(const glm::dvec3& colour) { colour_ = glm::vec4(colour, 1); }
     /// Returns the vertex's index.
     std::uint32_t vertex(const glm::dvec3& position, const glm::dvec3& normal, const glm::dvec2& uv = {0, 0});
     /// Counter-clockwise as seen from outside.
@@ -29,6 +31,7 @@ class MeshBuilder {
   private:
     Geometry geometry_;
     std::uint32_t elementStart_ = 0;
+    glm::vec4 colour_{1};
 };
 
 namespace mesh {

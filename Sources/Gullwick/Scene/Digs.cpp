@@ -18,6 +18,7 @@ namespace {
 constexpr double startDepth = 0.3;  // below the sand
 constexpr double startScale = 0.4;
 constexpr double sprayLasts = 1.5;  // seconds until its node is cleared away
+constexpr double glowGain = 6;      // makes it the key light of what it accompanies
 constexpr double settling = 0.3;    // seconds until a settled item has certainly been drawn at rest
 
 /// A heap `height` high with the sand's own texture coordinates, so that its grain is as large, which is the
@@ -116,7 +117,10 @@ std::shared_ptr<Light> glow() {
     light->kind = Light::Kind::omni;
     light->colour = {1, 0.8, 0.45, 1};
     light->intensity = 0;
+    light->attenuationStart = 0.6;
     light->attenuationEnd = 2.6;
+    light->attenuationExponent = 1.4;
+    light->gain = glowGain;
     return light;
 }
 

@@ -208,12 +208,17 @@ void main() {
     sunGlint *= direct;
     scattered = body * sky * opening;
 #ifdef LAMPS
-    scattered += body * lampLight(position, n);
 #if LIGHTING == 2 && !defined(WATER)
+    vec3 lamps = lampLight(position, n);
+    scattered += body * lamps;
+    // A lamp stands for a ball of light: metal mirrors all of it, besides the glint of its centre.
+    mirrored += base.rgb * (0.9 * kSurface.x) * mix(vec3(luminance(lamps)), lamps, kVignette.w) / balance;
     for (int i = 0; i < LAMPS; ++i) {
         vec4 lamp = lampAt(i, position);
         mirrored += glint(n, v, lamp.xyz, max(dot(n, lamp.xyz), 0.0), nv, facets, f0) * kLampLight[i].rgb * lamp.w;
     }
+#else
+    scattered += body * lampLight(position, n);
 #endif
 #endif
 #endif
