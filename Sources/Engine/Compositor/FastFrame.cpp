@@ -1,9 +1,20 @@
 #include "Engine/Compositor/FastFrame.h"
 
+#include "Engine/Render/MeshDraws.h"
 #include "Engine/Render/RenderContext.h"
 #include "Engine/Render/ScenePasses.h"
+#include "Engine/Render/TextureUnits.h"
 
 namespace gull {
+
+namespace {
+
+/// How far beyond a shape's area its edges are smoothed, pixels.
+constexpr int smoothedMargin = 2;
+/// Smaller shapes would be blurred, pixels of their area.
+constexpr int leastSmoothed = 400;
+
+}  // namespace
 
 FastFrame::FastFrame(RenderContext& context)
     : context_(context),
@@ -43,6 +54,7 @@ const Target& FastFrame::draw(const Stage& stage, StaticLayer& layer, int stripP
     pass.shading.small = true;
     for (const DrawItem& item : scene.list.moving.opaque) drawSurface(context_, pass, item, part);
     water_.draw(scene, wet, picture_.whole(), mirrors);
+    smoothEdges(scene, part);
     const DrawLayer* layers[] = {&scene.list.moving};
     drawBlended(context_, pass, layers, part);
     drawUnlit(context_, pass, layers, part, stage.time);
@@ -92,12 +104,36 @@ void FastFrame::markCovered(const MovingScene& scene, const PixelArea& wet, cons
     const DrawLayer& moving = scene.list.moving;
     for (const std::vector<DrawItem>* items : {&moving.opaque, &moving.blended})
         for (const DrawItem& item : *items) {
-            mark(item.area);
+            mark(item.area.grown(smoothedMargin));
             if (item.material->writesDepth) staleDepth_.mark(item.area);
         }
     for (const ParticleItem& item : moving.particles) {
         const glm::dvec3 far(reach(*item.system));
         mark(scene.view.area({-far, far}, item.model).grown(2));
+    }
+}
+
+/// One sample a pixel leaves stair-steps on what moves: smooths the picture where opaque things stand in it.
+void FastFrame::smoothEdges(const MovingScene& scene, const PixelArea& part) {
+    PixelArea area;
+    for (const DrawItem& item : scene.list.moving.opaque) area = area.united(item.area.intersection(part));
+    if (area.empty()) return;
+    ensureSize(context_.device, unsmoothed_, scene.view.size, {{Format::bgra8}});
+    // A little more than the shapes, because edges are smoothed along their direction. Around a part of the
+    // picture the copy keeps what it was given when the rest was drawn.
+    context_.device.copyColour(picture_.colour(), unsmoothed_.colour(), area.grown(4).intersection(part));
+    DrawState state;
+    state.target = picture_.whole().within(part);
+    state.program = &context_.programs.get({ProgramKind::edgeSmoothing});
+    state.frameUniforms = frame_.name();
+    state.textures = {{unitSource, unsmoothed_.colour()}};
+    state.depthTest = DepthTest::lessOrEqual;
+    for (const DrawItem& item : scene.list.moving.opaque) {
+        if (item.area.width * item.area.height < leastSmoothed || item.area.intersection(part).empty())
+            continue;
+        state.culling = materialCulling(item);
+        state.uniforms = {{"model", glm::mat4(item.model)}, {"normalMatrix", item.normalMatrix}};
+        drawMesh(context_, state, item, scene.view, part);
     }
 }
 

@@ -29,6 +29,7 @@ class FastFrame {
     void restoreColour(const PixelArea& area);
     void restoreDepth(const PixelArea& area);
     PixelArea wetPart(const MovingScene& scene) const;
+    void smoothEdges(const MovingScene& scene, const PixelArea& part);
     void markCovered(const MovingScene& scene, const PixelArea& wet, const PixelArea& part);
 
     RenderContext& context_;
@@ -38,6 +39,7 @@ class FastFrame {
     WaterLayer water_;
     GlSampler quickEnvironment_;  ///< reflections use the nearest mipmap
     Target picture_;              ///< with depth
+    Target unsmoothed_;           ///< a copy of parts of it
     DirtySquares stale_;          ///< where the picture differs from the water layer's
     DirtySquares staleDepth_;     ///< the same for its depth
     DirtySquares changes_;

@@ -97,6 +97,8 @@ KindDescription describe(ProgramKind kind) {
             return {"water overlay", depthVertex, overlayFragment, {}, {"UNIFORMS_PER_PIXEL"}};
         case ProgramKind::areaOverlay:
             return {"overlay of areas", areaVertex, overlayFragment, {}, {"UNIFORMS_PER_PIXEL"}};
+        case ProgramKind::edgeSmoothing:
+            return {"edge smoothing", edgeSmoothingVertex, edgeSmoothingFragment};
         case ProgramKind::bitmap:
             break;
     }

@@ -22,15 +22,16 @@ enum class ProgramKind : std::uint8_t {
     contactShadowBlur,
     brightPass,  ///< anything bright enough to bloom, at a quarter of the size
     bloomBlur,
-    toneMapping,   ///< scene light to the screen's colours
-    resolve,       ///< the mean of four samples
-    paint,         ///< the multiply maps of still surfaces
-    movingCover,   ///< how far moving things cover the sun
-    relight,       ///< the static layer under moving shadows and lamps
-    lightChange,   ///< what these change in the tone-mapped picture
-    waterOverlay,  ///< half-resolution water over the picture, on its own geometry
-    areaOverlay,   ///< half-resolution changes over rectangles of the picture
-    bitmap,        ///< rectangles of a bitmap or of plain colour
+    toneMapping,    ///< scene light to the screen's colours
+    resolve,        ///< the mean of four samples
+    paint,          ///< the multiply maps of still surfaces
+    movingCover,    ///< how far moving things cover the sun
+    relight,        ///< the static layer under moving shadows and lamps
+    lightChange,    ///< what these change in the tone-mapped picture
+    waterOverlay,   ///< half-resolution water over the picture, on its own geometry
+    edgeSmoothing,  ///< the edges of shapes in a finished picture
+    areaOverlay,    ///< half-resolution changes over rectangles of the picture
+    bitmap,         ///< rectangles of a bitmap or of plain colour
 };
 
 /// Additional work that a variant of a program does.

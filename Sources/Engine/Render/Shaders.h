@@ -28,6 +28,8 @@ extern const std::string_view blurFragment;
 extern const std::string_view toneMappingFragment;
 extern const std::string_view movingCoverFragment;  ///< moving shadows alone
 extern const std::string_view resolveFragment;
+extern const std::string_view edgeSmoothingVertex;  ///< shapes a pixel larger than they are
+extern const std::string_view edgeSmoothingFragment;
 extern const std::string_view bitmapVertex;  ///< rectangles of an overlay layer
 extern const std::string_view bitmapFragment;
 extern const std::string_view relightFragment;      ///< the static layer under moving shadows and lamps

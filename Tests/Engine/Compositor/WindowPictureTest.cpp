@@ -41,6 +41,37 @@ TEST_F(WindowPicture, FastTierLooksTheSame) {
     EXPECT_GE(psnr(picture, truth, {0, 0, 620, 140}), 28) << "the test stage's sea is all waves";
 }
 
+TEST_F(WindowPicture, WhatMovesHasSmoothEdgesInBothTiers) {
+    // A slanting bar, black before a bright ground: pixels between the two brightnesses make its edges
+    // smooth.
+    auto black = std::make_shared<Material>();
+    black->roughness = 1;
+    black->diffuse = {0, 0, 0, 1};
+    Node& bar = shore.stage.root.add(makeNode(primitives::box(3, 0.3, 0.3), black));
+    bar.position = {0, 1.5, 1};
+    bar.eulerAngles = {0, 0, 0.3};
+    bar.layer = Layer::moving;
+    bar.castsShadow = false;
+    const auto between = [&](RenderTier tier) {
+        renderer->setTier(tier);
+        bar.hidden = true;
+        const Image without = draw(shore.stage);
+        bar.hidden = false;
+        const Image with = draw(shore.stage);
+        int count = 0;
+        for (int y = 0; y < with.height; ++y)
+            for (int x = 0; x < with.width; ++x) {
+                const int ground = without.at(x, y)[1], seen = with.at(x, y)[1];
+                if (ground > 60 && seen > ground / 5 && seen < ground * 4 / 5) ++count;
+            }
+        return count;
+    };
+    const int full = between(RenderTier::full);
+    ASSERT_GT(full, 50);
+    const int fast = between(RenderTier::fast);
+    EXPECT_GT(fast, full / 3) << full;
+}
+
 TEST_F(WindowPicture, TheBackgroundShowsWhereverNoWaterHidesIt) {
     renderer->setTier(RenderTier::full);
     shore.ground->hidden = true;

@@ -59,7 +59,7 @@ uniform sampler2DShadow sunShadow;
 // it, over the pixels that it covers. Where these are larger than a grain it is a dot about two pixels wide that keeps the
 // grain's light. Grains are fewer where a steeper face is needed. `aligned`: cosine between the normal and the half vector.
 float sparklingGrain(float aligned) {
-    const float cellsPerUnit = 12.0, grainArea = 9e-5, brightness = 1.8;
+    const float cellsPerUnit = 12.0, grainArea = 9e-5, brightness = 1.2;
     vec2 place = position.xz * cellsPerUnit;
     vec3 lot = fract(floor(place.xyx) * vec3(0.1031, 0.1030, 0.0973));
     lot += dot(lot, lot.yzx + 33.33);
