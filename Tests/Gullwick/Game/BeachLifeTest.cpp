@@ -263,6 +263,15 @@ TEST_F(BeachLife, aPassedBeachLeadsOnAndALostOneBack) {
     EXPECT_EQ(game.selection, 8);
 }
 
+TEST_F(BeachLife, nothingOfADigIsFeltOnTheNextBeach) {
+    play(1);
+    game.setCoil(buried(true)[0].at);
+    game.dig();
+    game.restart();
+    turn(1);
+    EXPECT_EQ(senses.story(), "shovel, levelChange");
+}
+
 TEST_F(BeachLife, aNewBeachStartsClean) {
     play(2);
     digUp(buried(true)[0]);
@@ -355,6 +364,7 @@ TEST_F(BeachLife, aWorseResultIsNoNewBest) {
     game.debugAdvance(100);
     wait(Phase::finished);
     EXPECT_EQ(game.earnedStars, 1);
+    EXPECT_EQ(senses.count("lose"), 0u) << "one star passes";
     EXPECT_EQ(game.haul, 100);
     EXPECT_FALSE(game.isNewBest);
     EXPECT_EQ(game.progress->stars.at(1), 3);
