@@ -387,7 +387,7 @@ TEST_F(BeachLife, nothingActsForAControllerThatIsGone) {
     play(2);
     game.setCoil(buried(true)[0].at);
     game.dig();
-    game.showToast(Message{"gone soon"}, 1);
+    game.showToast(message("gone soon"), 1);
     senses.all.clear();
     owned.reset();
     turn(5);

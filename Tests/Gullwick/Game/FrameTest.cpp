@@ -397,7 +397,7 @@ TEST_F(Frame, reduceMotionReachesTheScene) {
 TEST_F(Frame, whereToastsWaitForPicturesTheirTimeStartsWithTheNextOne) {
     play(2);
     game.waitForPictures();
-    game.showToast(Message{"seen late"}, 1);
+    game.showToast(message("seen late"), 1);
     turn(5);
     EXPECT_EQ(toast(), "seen late") << "nobody has seen it yet";
     game.pictureShown();
@@ -410,9 +410,9 @@ TEST_F(Frame, whereToastsWaitForPicturesTheirTimeStartsWithTheNextOne) {
 
 TEST_F(Frame, aToastStandsForItsTimeUnlessANewerOneReplacesIt) {
     play(2);
-    game.showToast(Message{"first"}, 1);
+    game.showToast(message("first"), 1);
     turn(0.8);
-    game.showToast(Message{"second"}, 1);
+    game.showToast(message("second"), 1);
     turn(0.8);  // the first one's time is over
     EXPECT_EQ(toast(), "second");
     game.beginBeach(3, true);
@@ -427,24 +427,24 @@ TEST_F(Frame, hintsWaitForTheEndOfTheOpeningToast) {
     ChangeNotifier changes;
     Toast::Line line(changes);
     Toast toasts(ownLoop, line);
-    toasts.queueHint(Message{"one"}, 2);
-    toasts.queueHint(Message{"two"}, 2);
-    toasts.show(Message{"not an opening"}, 1);
+    toasts.queueHint(message("one"), 2);
+    toasts.queueHint(message("two"), 2);
+    toasts.show(message("not an opening"), 1);
     ownLoop.turn(ownClock, 1.5);
     EXPECT_EQ(line.get(), std::nullopt);
-    toasts.showOpening(Message{"opening"}, 3);
+    toasts.showOpening(message("opening"), 3);
     ownLoop.turn(ownClock, 2);
-    toasts.show(Message{"in between"}, 2);
+    toasts.show(message("in between"), 2);
     ownLoop.turn(ownClock, 1.9);
-    EXPECT_EQ(line.get(), Message{"in between"});
+    EXPECT_EQ(line.get(), message("in between"));
     ownLoop.turn(ownClock, 0.2);
-    EXPECT_EQ(line.get(), Message{"one"});
+    EXPECT_EQ(line.get(), message("one"));
     ownLoop.turn(ownClock, 2);
-    EXPECT_EQ(line.get(), Message{"two"});
+    EXPECT_EQ(line.get(), message("two"));
     ownLoop.turn(ownClock, 2);
     EXPECT_EQ(line.get(), std::nullopt);
-    toasts.queueHint(Message{"three"}, 1);
-    EXPECT_EQ(line.get(), Message{"three"});
+    toasts.queueHint(message("three"), 1);
+    EXPECT_EQ(line.get(), message("three"));
 }
 
 }  // namespace
