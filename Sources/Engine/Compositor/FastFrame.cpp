@@ -11,7 +11,7 @@ namespace {
 
 /// How far beyond a shape's area its edges are smoothed, pixels.
 constexpr int smoothedMargin = 2;
-/// Smaller shapes would be blurred, pixels of their area.
+/// The least area that is smoothed, pixels; smaller shapes would only blur.
 constexpr int leastSmoothed = 400;
 
 }  // namespace
@@ -45,7 +45,7 @@ const Target& FastFrame::draw(const Stage& stage, StaticLayer& layer, int stripP
     context_.device.copyDepth(scene.ground.depth, picture_.depth(), wet);
     markCovered(scene, wet, part);
 
-    // 4. Light, opaque things, the water they stand in, blended things.
+    // 4. Light, opaque things, the water they stand in, their edges; blended and unlit things.
     const DrawTarget target = picture_.whole().within(part);
     light_.applyChange(change, scene.reach, part, picture_.whole(), frame_.name());
     SurfacePass pass = scene.surfacePass(target, Shading::Output::display);
@@ -113,7 +113,7 @@ void FastFrame::markCovered(const MovingScene& scene, const PixelArea& wet, cons
     }
 }
 
-/// One sample a pixel leaves stair-steps on what moves: smooths the picture where opaque things stand in it.
+/// Smooths the picture where opaque things stand in it: one sample a pixel leaves stair-steps.
 void FastFrame::smoothEdges(const MovingScene& scene, const PixelArea& part) {
     PixelArea area;
     for (const DrawItem& item : scene.list.moving.opaque) area = area.united(item.area.intersection(part));

@@ -11,8 +11,8 @@
 
 namespace gull {
 
-/// A frame of the fast tier: moving things are tone mapped separately and drawn over the water layer, and the
-/// next frame restores only the parts they covered.
+/// A frame of the fast tier: moving things are tone mapped as they are drawn over the water layer, their
+/// edges are smoothed, and the next frame restores only the parts they covered.
 class FastFrame {
   public:
     explicit FastFrame(RenderContext& context);

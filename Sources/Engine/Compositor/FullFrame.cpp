@@ -36,8 +36,9 @@ const Target& FullFrame::draw(const Stage& stage, StaticLayer& layer) {
     const TextureRef glow = bloom_.find(context_, resolved_.colour(), scene.view, frame_.name());
     toneMap(context_, picture_.firstColour(), {resolved_.colour(), glow, {}}, scene.view, frame_.name());
     drawPictureDepth(scene, layers);
-    drawUnlit(context_, scene.surfacePass(picture_.whole(), Shading::Output::display), layers, whole,
-              stage.time);
+    const SurfacePass finished = scene.surfacePass(picture_.whole(), Shading::Output::display);
+    drawUnlitOpaque(context_, finished, layers, whole);
+    drawUnlit(context_, finished, layers, whole, stage.time);
     return picture_;
 }
 

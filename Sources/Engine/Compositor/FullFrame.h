@@ -9,7 +9,7 @@
 namespace gull {
 
 /// A frame of the full tier: everything that the static layer does not hold is drawn every frame,
-/// multisampled, in scene light.
+/// multisampled, in scene light; unlit things over the finished picture.
 class FullFrame {
   public:
     explicit FullFrame(RenderContext& context);

@@ -151,7 +151,7 @@ void ShaderWarmUp::drawPictureUse(const ProgramUse& use, const DrawTarget& targe
             state.depthTest = DepthTest::always;
             state.writesDepth = true;
             break;
-        default:  // the sky
+        default:  // the sky, edge smoothing
             state.depthTest = DepthTest::lessOrEqual;
             break;
     }

@@ -155,7 +155,7 @@ bool StaticLayer::refresh(const Stage& stage, double budget) {
         const auto changes = stage.stillChangesSince(serial_);
         if (!changes || !complete()) return false;
         serial_ = stage.stillSerial();
-        follow(*changes);
+        follow(*changes);  // paint needs no list: PaintLayer keeps the items, whose nodes outlive it
     }
     if (!complete() || !pending()) return true;
     const DrawList list = DrawList::of(stage, view(), context_.meshes);

@@ -8,8 +8,8 @@ namespace gull {
 struct StaticPictures {
     TextureRef lit;      ///< scene light
     TextureRef shade;    ///< share of lit that does not come from the sun; alpha: how far the sun is covered
-    TextureRef surface;  ///< albedo that a lamp lights, as its square root
-    TextureRef normal;   ///< 0 to 1
+    TextureRef surface;  ///< albedo that a lamp lights, as its square root; alpha: share that paint dims
+    TextureRef normal;   ///< 0 to 1; alpha: share of lit that does not sparkle
     TextureRef depth;    ///< 0 near to 1 far
     TextureRef farthestDepth;  ///< the same at half resolution, never too near
     TextureRef picture;        ///< tone mapped

@@ -20,8 +20,8 @@ void drawMesh(RenderContext& context, DrawState& state, const DrawItem& item, co
 /// The faces of `item` that its material culls.
 Culling materialCulling(const DrawItem& item);
 
-/// Draws the depth of `items` alone, as the camera sees it, within the target's scissor: of opaque ones, or
-/// of all whose materials write it.
+/// Draws only the depth of those of `items` whose materials write it, as the camera sees them, within the
+/// target's scissor.
 void drawDepth(RenderContext& context, const DrawTarget& target, unsigned frameUniforms,
                std::span<const DrawItem> items, const Viewpoint& view);
 

@@ -13,7 +13,7 @@ enum class PassKind : std::uint8_t {
     snapshot,     ///< a whole stage, and the full tier's flights
     icon,         ///< the same without water and contact shadows
     fullFrame,    ///< water and moving things of the full tier
-    unlit,        ///< unlit things over the pictures of both
+    unlit,        ///< unlit things over the full tier's picture
     fastFrame,    ///< moving things of the fast tier
     waterLayer,   ///< the fast tier's foam and things in the water
     water,        ///< the fast tier's water at half resolution

@@ -1,5 +1,6 @@
 #include "Engine/Render/ScenePasses.h"
 
+#include "Engine/Log/Require.h"
 #include "Engine/Render/FlatPasses.h"
 #include "Engine/Render/ParticlePass.h"
 #include "Engine/Render/RenderContext.h"
@@ -43,6 +44,12 @@ void drawInOrder(RenderContext& context, const SurfacePass& pass, std::span<cons
     for (const DrawItem* item : items) drawSurface(context, pass, *item, area);
 }
 
+/// Emission is given as it is shown, too.
+SurfacePass shownAsGiven(SurfacePass pass) {
+    pass.emissive = {};
+    return pass;
+}
+
 }  // namespace
 
 void drawBlended(RenderContext& context, const SurfacePass& pass, std::span<const DrawLayer* const> layers,
@@ -52,10 +59,8 @@ void drawBlended(RenderContext& context, const SurfacePass& pass, std::span<cons
 
 void drawUnlit(RenderContext& context, const SurfacePass& pass, std::span<const DrawLayer* const> layers,
                const PixelArea& area, double time) {
-    for (const DrawLayer* layer : layers)
-        for (const DrawItem& item : layer->opaque)
-            if (isUnlit(item)) drawSurface(context, pass, item, area);
-    drawInOrder(context, pass, layers, area, true);
+    require(pass.shading.output == Shading::Output::display, "unlit things need display output");
+    drawInOrder(context, shownAsGiven(pass), layers, area, true);
     std::vector<const ParticleItem*> particles;
     for (const DrawLayer* layer : layers)
         for (const ParticleItem& item : layer->particles) particles.push_back(&item);
@@ -63,6 +68,13 @@ void drawUnlit(RenderContext& context, const SurfacePass& pass, std::span<const 
         return a->order != b->order ? a->order < b->order : a->distance > b->distance;
     });
     for (const ParticleItem* item : particles) drawParticles(context, pass, *item, time);
+}
+
+void drawUnlitOpaque(RenderContext& context, const SurfacePass& pass,
+                     std::span<const DrawLayer* const> layers, const PixelArea& area) {
+    for (const DrawLayer* layer : layers)
+        for (const DrawItem& item : layer->opaque)
+            if (isUnlit(item)) drawSurface(context, shownAsGiven(pass), item, area);
 }
 
 }  // namespace gull

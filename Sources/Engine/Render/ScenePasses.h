@@ -11,12 +11,18 @@ class Stage;
 /// Draws the stage's background where nothing is nearer.
 void drawSky(RenderContext& context, const SurfacePass& pass, const Stage& stage);
 
-/// Draws the blended surfaces of all layers that light shines on, in their common order, within `area`.
+/// Draws the lit blended surfaces of all layers in their common order, within `area`; see drawUnlit().
 void drawBlended(RenderContext& context, const SurfacePass& pass, std::span<const DrawLayer* const> layers,
                  const PixelArea& area);
-/// Draws unlit surfaces, blended ones in their common order, then particles over a finished picture, which
-/// `pass` draws into with its depth: their colours reach the screen as given. `time`: scene time, seconds.
+/// Draws unlit blended surfaces in their common order, then particles. `pass` must have display output, and
+/// its target a finished picture and the depth of everything that may hide them; so their colours reach the
+/// screen as given. `time`: scene time, seconds.
 void drawUnlit(RenderContext& context, const SurfacePass& pass, std::span<const DrawLayer* const> layers,
                const PixelArea& area, double time);
+
+/// Draws unlit opaque surfaces once more, over a picture that was tone mapped with them in it: the brightest
+/// colours are beyond what tone mapping shows. As drawUnlit().
+void drawUnlitOpaque(RenderContext& context, const SurfacePass& pass,
+                     std::span<const DrawLayer* const> layers, const PixelArea& area);
 
 }  // namespace gull

@@ -105,7 +105,9 @@ Target drawSnapshot(RenderContext& context, const Stage& stage, const PixelSize&
         drawDepth(context, depth.whole(), frame.name(), layer->blended, view);
     shading.output = Shading::Output::display;
     shading.noToneMapping = !view.camera.hdr;
-    drawUnlit(context, {picture.whole(), frame.name(), view, {}, shading}, layers, whole, stage.time);
+    const SurfacePass finished{picture.whole(), frame.name(), view, {}, shading};
+    drawUnlitOpaque(context, finished, layers, whole);
+    drawUnlit(context, finished, layers, whole, stage.time);
     return picture;
 }
 

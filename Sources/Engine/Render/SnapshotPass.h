@@ -7,7 +7,8 @@ namespace gull {
 
 struct RenderContext;
 
-/// Draws a whole stage at once, 4x multisampled: the reference for every other way of drawing. A stage
+/// Draws a whole stage at once, 4x multisampled but for unlit things, which are drawn over the finished
+/// picture: the reference for every other way of drawing. A stage
 /// without background gives a transparent picture.
 Target drawSnapshot(RenderContext& context, const Stage& stage, const PixelSize& size);
 

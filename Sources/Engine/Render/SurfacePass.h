@@ -34,7 +34,8 @@ struct Shading {
     Box hidden = {};          ///< anything inside is not drawn, world space
 };
 
-/// What the surfaces of a pass read besides their own maps; missing textures are not read.
+/// What the surfaces of a pass read besides their own maps. Without a shadow map or contact shadows they read
+/// stand-ins that darken nothing; the other missing textures are not read.
 struct SurfaceInputs {
     TextureRef environment;
     unsigned environmentSampler = 0;
@@ -53,7 +54,7 @@ struct SurfacePass {
     const Viewpoint& view;  ///< borrowed
     SurfaceInputs inputs;
     Shading shading;
-    InverseToneMapping emissive = {};  ///< how what glows keeps its colour
+    InverseToneMapping emissive = {};  ///< keeps the colours of emissive materials
 };
 
 /// Draws the chunks of `item` that touch `area` (pixels of the picture).

@@ -3,6 +3,3 @@ float withinMap(vec2 at) {
     vec2 beyond = max(-at, at - 1.0);
     return 1.0 - clamp(max(beyond.x, beyond.y) * 50.0, 0.0, 1.0);
 }
-
-// Grains of painted sand do not sparkle: it was turned over, or is wet.
-float hidesSparkle(vec3 paint) { return clamp((1.0 - paint.g) * 20.0, 0.0, 1.0); }

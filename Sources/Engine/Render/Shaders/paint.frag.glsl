@@ -1,6 +1,7 @@
 #include "colour.glsl"
 #include "mapBorder.glsl"
 #include "paint.glsl"
+#include "sparkle.glsl"
 
 uniform sampler2D multiplyMap;
 uniform sampler2D staticSurface;

@@ -4,6 +4,7 @@
 #include "lamps.glsl"
 #include "mapBorder.glsl"
 #include "shadow.glsl"
+#include "sparkle.glsl"
 #include "surface.glsl"
 #include "toneMapping.glsl"
 #include "water.glsl"
@@ -52,26 +53,6 @@ vec4 bentNormal(vec3 n) {
 
 #ifdef SUN_SHADOW
 uniform sampler2DShadow sunShadow;
-#endif
-
-#ifdef SPARKLE
-// A grain of sand that happens to turn the sun to the eye, in one of many cells of the ground: as bright as the sun in
-// it, over the pixels that it covers. Where these are larger than a grain it is a dot about two pixels wide that keeps the
-// grain's light. Grains are fewer where a steeper face is needed. `aligned`: cosine between the normal and the half vector.
-float sparklingGrain(float aligned) {
-    const float cellsPerUnit = 12.0, grainArea = 9e-5, brightness = 1.2;
-    vec2 place = position.xz * cellsPerUnit;
-    vec3 lot = fract(floor(place.xyx) * vec3(0.1031, 0.1030, 0.0973));
-    lot += dot(lot, lot.yzx + 33.33);
-    lot = fract((lot.xxy + lot.yzz) * lot.zyx);
-    vec2 off = (fract(place) - 0.3 - 0.4 * lot.xy) / cellsPerUnit;
-    mat2 pixel = mat2(dFdx(position.xz), dFdy(position.xz));
-    float area = max(abs(determinant(pixel)), 1e-8);
-    vec2 pixels = vec2(pixel[1].y * off.x - pixel[1].x * off.y, pixel[0].x * off.y - pixel[0].y * off.x) / area;
-    float chance = 0.035 * aligned * aligned * aligned;
-    float grain = step(1.0 - chance, lot.z) * (0.3 + 0.7 * lot.x);
-    return grain * brightness * min(grainArea / area, 1.0) * exp2(-2.5 * dot(pixels, pixels));
-}
 #endif
 
 #if LIGHTING == 2
@@ -169,7 +150,7 @@ void main() {
     sunGlint = glint(n, v, l, nl, nv, facets, f0) * kSunColour.rgb;
 #ifdef SPARKLE
     vec3 sparkle = kSunColour.rgb * (kStrength.w * step(0.9, multiplyAt.z) * (1.0 - cover) *
-                                     sparklingGrain(max(dot(n, normalize(v + l)), 0.0)));
+                                     sparklingGrain(position.xz, max(dot(n, normalize(v + l)), 0.0)));
 #ifdef MULTIPLY_MAP
     sparkle *= 1.0 - hidesSparkle(paintHere);
 #endif

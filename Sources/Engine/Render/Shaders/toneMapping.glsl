@@ -5,8 +5,8 @@
 // A filmic curve with a soft toe and a long shoulder: x (a x + b) / (x (c x + d) + e).
 vec3 toneCurve(vec3 x) { return clamp(x * (2.51 * x + 0.03) / (x * (2.43 * x + 0.59) + 0.14), 0.0, 1.0); }
 
-// The curve over `c`, which keeps a share of its hue, the more the brighter it is: a low sun's glare stays as warm as the
-// sun. The strongest channel of what keeps its hue nears 0.9 and never reaches it.
+// The curve over `c`, keeping a share of its hue that grows with its brightness, so that a low sun's glare stays as warm
+// as the sun. Kept hues approach 0.9 in their strongest channel.
 vec3 curved(vec3 c) {
     float l = max(luminance(c), 1e-4);
     float k = l * (2.51 * l + 0.03) / (l * (2.43 * l + 0.59) + 0.14);
@@ -86,24 +86,27 @@ vec3 toneMappedPerChannel(vec3 c) {
 #endif
 }
 
-// What is unlit reaches the screen as given, whatever the camera makes of light; fog lies before it as before all.
+// What is unlit is shown in its own colour, whatever the camera makes of light. Above 1 it is as bright as the screen
+// can be, of the same hue.
+vec3 unlitColour(vec3 light) { return encoded(light / max(1.0, max(light.r, max(light.g, light.b)))); }
+// The same with fog in front of it.
 vec3 unlitShown(vec3 light, float fog, vec2 pixel) {
 #ifdef NO_TONE_MAPPING
     return encoded(mix(min(light, vec3(1.0)), kFog.rgb, fog));
 #endif
-    vec3 c = encoded(min(light, vec3(1.0)));
+    vec3 c = unlitColour(light);
     return fog > 0.0 ? mix(c, toneMapped(kFog.rgb, pixel), fog) : c;
 }
-// The same for what adds its light, to be blended over the picture. It takes the place of as much as it is bright: so its
-// hue is seen on sunlit sand as at dusk, where a plain sum would be white.
+// The same for what adds its light, to be blended over the picture. It covers as much of it as it is bright: so its hue
+// is seen on sunlit sand as at dusk, where a plain sum would be white.
 vec4 unlitGlow(vec3 light, float share) {
-    vec3 c = encoded(min(light, vec3(1.0))) * share;
+    vec3 c = unlitColour(light) * share;
     return vec4(c, max(c.r, max(c.g, c.b)));
 }
-// The scene light that the camera shows as given: the curve inverted channel by channel, then corrected for the hue that
-// it keeps. `toneMapping`: 0 where the camera has none.
+// The scene light that tone mapping shows as that colour, or nearly, if it is very bright: the curve is inverted channel
+// by channel, then corrected for the hue that it keeps. `toneMapping`: 0 where the camera has none.
 vec3 unlitLight(vec3 light, float toneMapping, vec2 pixel) {
-    vec3 wanted = ungraded(encoded(min(light, vec3(1.0)))), aim = wanted, c = inverseToneCurve(aim);
+    vec3 wanted = ungraded(unlitColour(light)), aim = wanted, c = inverseToneCurve(aim);
     for (int i = 0; i < 8; ++i) {
         aim = clamp(aim + wanted - curved(c), 0.0, 0.999);
         c = inverseToneCurve(aim);
