@@ -8,6 +8,12 @@ if(NOT CLANG_TIDY)
         COMMAND ${CMAKE_COMMAND} -E false)
     return()
 endif()
+# Each version finds other things; as with the formatting, one decides.
+execute_process(COMMAND ${CLANG_TIDY} --version OUTPUT_VARIABLE tidyVersion)
+if(NOT tidyVersion MATCHES "version 14\\.")
+    add_custom_target(tidy COMMAND ${CMAKE_COMMAND} -E echo "clang-tidy is not version 14: not run")
+    return()
+endif()
 
 set(stamps)
 get_property(targets DIRECTORY ${PROJECT_SOURCE_DIR}/Sources PROPERTY BUILDSYSTEM_TARGETS)

@@ -17,7 +17,7 @@ runPackages=(
     fonts-jetbrains-mono fonts-vollkorn fonts-inter fonts-liberation fonts-dejavu-core
 )
 testPackages=(
-    clang-format libgtest-dev libgmock-dev glslang-tools
+    clang-format clang-tidy libgtest-dev libgmock-dev glslang-tools
     xvfb xdotool openbox imagemagick
 )
 

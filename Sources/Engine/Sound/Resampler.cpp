@@ -44,7 +44,8 @@ Resampler::Resampler(int inputRate, int outputRate) : inputRate_(inputRate), out
         double sum = 0;
         std::vector<double> weights(static_cast<std::size_t>(taps_));
         for (int tap = 0; tap < taps_; ++tap) {
-            const double x = tap - (taps_ / 2 - 1) - static_cast<double>(phase) / phases;
+            const int fromMiddle = tap - (taps_ / 2 - 1);
+            const double x = fromMiddle - static_cast<double>(phase) / phases;
             const double angle = std::numbers::pi * cutoff * x;
             const double sinc = std::abs(angle) < 1e-9 ? 1 : std::sin(angle) / angle;
             const double u = std::min(std::abs(x) / reach, 1.0);

@@ -80,6 +80,13 @@ void MenuBar::choose(const Command& command) {
     action();
 }
 
+/// To the next item that can be chosen, of the submenu if it is open.
+void MenuBar::moveChoice(int step) {
+    const std::vector<Command>* sub = subIsOpen_ ? submenu() : nullptr;
+    (sub != nullptr ? subItem_ : item_) =
+        sub != nullptr ? nextChoice(*sub, subItem_, step) : nextChoice(items(), item_, step);
+}
+
 bool MenuBar::handle(const KeyEvent& event) {
     if (event.modifiers.alt && event.key == Key::character) {
         if (!event.isRepeat) openByLetter(event.character);
@@ -94,12 +101,9 @@ bool MenuBar::handle(const KeyEvent& event) {
     const std::vector<Command>* sub = subIsOpen_ ? submenu() : nullptr;
     switch (event.key) {
         case Key::up:
-        case Key::down: {
-            const int step = event.key == Key::down ? 1 : -1;
-            (sub != nullptr ? subItem_ : item_) =
-                sub != nullptr ? nextChoice(*sub, subItem_, step) : nextChoice(items(), item_, step);
+        case Key::down:
+            moveChoice(event.key == Key::down ? 1 : -1);
             break;
-        }
         case Key::left:
             if (sub != nullptr) {
                 subIsOpen_ = false;

@@ -279,8 +279,9 @@ Geometry hoard(bool fine) {
         // A layer that covers all of it, then some more in the middle.
         double x = draws.unit() - 0.5, z = draws.unit() - 0.5;
         if (i < acrossChest * deep) {
-            x = 2 * (i % acrossChest + 0.5 + 0.8 * x) / acrossChest - 1;
-            z = 2 * (i / acrossChest + 0.5 + 0.8 * z) / deep - 1;
+            const int column = i % acrossChest, row = i / acrossChest;
+            x = 2 * (column + 0.5 + 0.8 * x) / acrossChest - 1;
+            z = 2 * (row + 0.5 + 0.8 * z) / deep - 1;
         }
         x *= halfWidth - 0.7 * radius;
         z *= halfDepth - 0.7 * radius;

@@ -40,7 +40,7 @@ void key(Node& parent);
 void gem(Node& parent);
 void compass(Node& parent, Textures& textures);
 /// Its lid is a node of that name, whose origin is the hinge.
-void chest(Node& parent, Textures& textures);
+void chest(Node& outer, Textures& textures);
 void cap(Node& parent);
 void can(Node& parent, Textures& textures);
 void nail(Node& parent);

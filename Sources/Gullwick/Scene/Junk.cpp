@@ -147,10 +147,11 @@ Geometry crushedCan(int around, int rows) {
         for (std::uint32_t i = 1; i + 1 < corners.size(); ++i) mesh.triangle(first, first + i + 1, first + i);
     };
     const auto oval = [](double x, double halfX, double halfZ) {
-        std::vector<glm::dvec2> corners;
-        for (int k = 0; k < 12; ++k)
-            corners.emplace_back(x + halfX * std::cos(turnAround * k / 12),
-                                 halfZ * std::sin(turnAround * k / 12));
+        std::vector<glm::dvec2> corners(12);
+        for (std::size_t k = 0; k < corners.size(); ++k) {
+            const double angle = turnAround * static_cast<double>(k) / static_cast<double>(corners.size());
+            corners[k] = {x + halfX * std::cos(angle), halfZ * std::sin(angle)};
+        }
         return corners;
     };
     flat(oval(0.062, 0.05, 0.042), y - 0.01, 0.02);
