@@ -17,13 +17,21 @@ constexpr PixelSize pictureSize{5, 5};
 constexpr int shadowMapSize = 4;
 constexpr int mapSize = 4;
 
-bool isNeeded(const ProgramUse& use, RenderTier tier) {
-    if (tier == RenderTier::full) return use.pass == PassKind::fullFrame || use.pass == PassKind::unlit;
-    return use.pass == PassKind::fastFrame || use.pass == PassKind::flight;
-}
-
 bool isSurface(const ProgramKey& key) {
     return key.kind == ProgramKind::surface || key.kind == ProgramKind::mattSurface;
+}
+
+/// What play hardly ever asks for is compiled when it does: each program takes one or two megabytes. That is
+/// three lamps at once, and opaque surfaces that are not physically based.
+bool isRare(const ProgramUse& use) {
+    return use.lamps > 2 || (isSurface(use.key) && use.material.blend == Material::Blend::opaque &&
+                             use.material.lighting != Material::Lighting::physicallyBased);
+}
+
+bool isNeeded(const ProgramUse& use, RenderTier tier) {
+    if (isRare(use)) return false;
+    if (tier == RenderTier::full) return use.pass == PassKind::fullFrame || use.pass == PassKind::unlit;
+    return use.pass == PassKind::fastFrame || use.pass == PassKind::flight;
 }
 
 }  // namespace
