@@ -13,6 +13,16 @@ namespace {
 constexpr int smoothedMargin = 2;
 /// The least area that is smoothed, pixels; smaller shapes would only blur.
 constexpr int leastSmoothed = 400;
+/// Pixels of its area for each triangle that a shape needs to be smoothed: finely cut ones cost too much.
+constexpr int smoothedPerTriangle = 4;
+
+bool isSmoothed(const DrawItem& item) {
+    std::size_t triangles = 0;
+    for (std::size_t i = 0; i < item.element.chunkCount; ++i)
+        triangles += item.mesh->chunks[item.element.firstChunk + i].count / 3;
+    const int area = item.area.width * item.area.height;
+    return area >= leastSmoothed && static_cast<std::size_t>(area) >= smoothedPerTriangle * triangles;
+}
 
 }  // namespace
 
@@ -129,8 +139,7 @@ void FastFrame::smoothEdges(const MovingScene& scene, const PixelArea& part) {
     state.textures = {{unitSource, unsmoothed_.colour()}};
     state.depthTest = DepthTest::lessOrEqual;
     for (const DrawItem& item : scene.list.moving.opaque) {
-        if (item.area.width * item.area.height < leastSmoothed || item.area.intersection(part).empty())
-            continue;
+        if (item.area.intersection(part).empty() || !isSmoothed(item)) continue;
         state.culling = materialCulling(item);
         state.uniforms = {{"model", glm::mat4(item.model)}, {"normalMatrix", item.normalMatrix}};
         drawMesh(context_, state, item, scene.view, part);
