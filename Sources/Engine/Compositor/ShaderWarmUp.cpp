@@ -31,7 +31,9 @@ bool isRare(const ProgramUse& use) {
 bool isNeeded(const ProgramUse& use, RenderTier tier) {
     if (isRare(use)) return false;
     if (tier == RenderTier::full) return use.pass == PassKind::fullFrame || use.pass == PassKind::unlit;
-    return use.pass == PassKind::fastFrame || use.pass == PassKind::flight;
+    // Of flights what most surfaces are drawn with.
+    const bool isMatt = use.key.kind == ProgramKind::mattSurface;
+    return use.pass == PassKind::fastFrame || (use.pass == PassKind::flight && isMatt);
 }
 
 }  // namespace
