@@ -11,13 +11,31 @@
 
 namespace gull::TouchpadPermission {
 
+namespace {
+
+/// A word for the shell, in quotes if it needs some.
+std::string word(const std::string& text) {
+    constexpr const char* plain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/._-+:,@%";
+    if (text.find_first_not_of(plain) == std::string::npos) return text;
+    std::string quoted = "'";
+    for (const char each : text) quoted += each == '\'' ? std::string("'\\''") : std::string(1, each);
+    return quoted + "'";
+}
+
+}  // namespace
+
 std::string command() {
     std::error_code problem;
     std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", problem);
-    // Where it is installed, its name is enough.
-    if (problem || program.parent_path() == "/usr/bin" || program.parent_path() == "/usr/games")
-        program = "gullwick";
-    return fmt::format("sudo {} --allow-touchpad", program.string());
+    if (problem) program = "gullwick";
+    return commandFor(program, std::filesystem::exists("/usr/bin/sudo", problem));
+}
+
+std::string commandFor(const std::filesystem::path& program, bool hasSudo) {
+    // sudo does not look for games.
+    const std::string called = program.parent_path() == "/usr/bin" ? program.filename() : program;
+    const std::string allowing = word(called) + " --allow-touchpad";
+    return hasSudo ? "sudo " + allowing : "su -c " + word(allowing);
 }
 
 int allow(const std::filesystem::path& folder, const char* heed) {

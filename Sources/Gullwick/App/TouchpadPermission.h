@@ -10,8 +10,11 @@ namespace gull {
 /// installs.
 namespace TouchpadPermission {
 
-/// The shell command that allows it permanently.
+/// The shell command that allows it permanently, for this program on this machine.
 std::string command();
+/// The same for any program: by its name where administrators' shells find it, else by its path. Debian
+/// installs sudo only without a password for root; otherwise there is su.
+std::string commandFor(const std::filesystem::path& program, bool hasSudo);
 /// Makes the device manager apply its rules at once.
 inline constexpr const char* heedRules =
     "udevadm control --reload && udevadm trigger --action=change --subsystem-match=input "

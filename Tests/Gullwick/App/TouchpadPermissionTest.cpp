@@ -11,7 +11,6 @@
 namespace gull {
 namespace {
 
-using testing::EndsWith;
 using testing::HasSubstr;
 
 std::string contents(const std::filesystem::path& file) {
@@ -27,13 +26,23 @@ TEST(TouchpadPermissionTest, WritesTheRulesOfThePackage) {
         EXPECT_EQ(written, contents(std::filesystem::path("Packaging") / name));
         EXPECT_THAT(written, HasSubstr("ENV{ID_INPUT_KEYBOARD}!=\"1\"")) << "what is typed stays unread";
     }
-    EXPECT_THAT(TouchpadPermission::command(), EndsWith(" --allow-touchpad"));
+}
+
+TEST(TouchpadPermissionTest, TheCommandIsOneThatTheShellAndTheMachineKnow) {
+    using TouchpadPermission::commandFor;
+    EXPECT_EQ(commandFor("/usr/bin/gullwick", true), "sudo gullwick --allow-touchpad");
+    EXPECT_EQ(commandFor("/usr/games/gullwick", true), "sudo /usr/games/gullwick --allow-touchpad")
+        << "sudo does not look for games";
+    EXPECT_EQ(commandFor("/home/me/my games/gullwick", true),
+              "sudo '/home/me/my games/gullwick' --allow-touchpad");
+    EXPECT_EQ(commandFor("/usr/games/gullwick", false), "su -c '/usr/games/gullwick --allow-touchpad'");
+    EXPECT_THAT(TouchpadPermission::command(), HasSubstr(" --allow-touchpad"));
 }
 
 TEST(TouchpadPermissionTest, SaysWhoCanWhenItCannot) {
     testing::internal::CaptureStderr();
     EXPECT_EQ(TouchpadPermission::allow("/proc/no/such/folder", "true"), 1);
-    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("administrator: sudo "));
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("administrator: su"));
 }
 
 }  // namespace
