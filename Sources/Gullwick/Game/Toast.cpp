@@ -8,6 +8,7 @@ void Toast::show(Message text, double seconds) {
     line_ = std::move(text);
     seconds_ = seconds;
     isUnseen_ = waits_;
+    isOpening_ = false;
     expiry_ = {};  // cancels the older toast's expiry
     if (!isUnseen_) startTime();
 }
@@ -15,6 +16,9 @@ void Toast::show(Message text, double seconds) {
 void Toast::pictureShown() {
     if (!std::exchange(isUnseen_, false)) return;
     startTime();
+    if (!isOpening_) return;
+    readableAt_ = loop_.now() + readable;
+    if (held_) wait();
 }
 
 void Toast::startTime() {
@@ -23,13 +27,26 @@ void Toast::startTime() {
 
 void Toast::showOpening(Message text, double seconds) {
     opened_ = true;
-    readableAt_ = loop_.now() + readable;
     show(std::move(text), seconds);
+    isOpening_ = true;
+    readableAt_ = loop_.now() + readable;
 }
 
 void Toast::showAfterOpening(Message text, double seconds) {
-    waiting_ = loop_.after(readableAt_ - loop_.now(), [this, text = std::move(text), seconds]() mutable {
-        show(std::move(text), seconds);
+    held_ = Hint{std::move(text), seconds};
+    wait();
+}
+
+void Toast::dropWaiting() {
+    held_.reset();
+    waiting_.cancel();
+}
+
+void Toast::wait() {
+    waiting_ = loop_.after(readableAt_ - loop_.now(), [this] {
+        if (isOpening_ && isUnseen_) return;  // its picture starts another wait
+        const Hint hint = *std::exchange(held_, std::nullopt);
+        show(hint.text, hint.seconds);
     });
 }
 

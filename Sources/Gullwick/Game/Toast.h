@@ -32,7 +32,7 @@ class Toast {
     /// still waits.
     void showAfterOpening(Message text, double seconds);
     /// Cancels anything that showAfterOpening() still holds back.
-    void dropWaiting() { waiting_.cancel(); }
+    void dropWaiting();
     /// Shows `text` when the current toast ends, but not before an opening toast was shown. Hints follow one
     /// another.
     void queueHint(Message text, double seconds);
@@ -43,6 +43,7 @@ class Toast {
         double seconds;
     };
     void startTime();
+    void wait();
     void expire();
     void showNextHint();
 
@@ -50,10 +51,12 @@ class Toast {
     Line& line_;
     MainLoop::Timer expiry_;
     MainLoop::Timer waiting_;
-    double readableAt_ = 0;  // when the opening toast may be replaced
-    double seconds_ = 0;     // that the current toast lasts
+    std::optional<Hint> held_;  // by the opening toast
+    double readableAt_ = 0;     // when the opening toast may be replaced
+    double seconds_ = 0;        // that the current toast lasts
     bool waits_ = false;
     bool isUnseen_ = false;
+    bool isOpening_ = false;
     std::deque<Hint> hints_;
     bool opened_ = false;
 };

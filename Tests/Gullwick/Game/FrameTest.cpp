@@ -421,12 +421,39 @@ TEST_F(Frame, aToastStandsForItsTimeUnlessANewerOneReplacesIt) {
     EXPECT_EQ(toast(), "");
 }
 
-TEST_F(Frame, hintsWaitForTheEndOfTheOpeningToast) {
+struct Toasts : testing::Test {
     ManualClock ownClock;
-    MainLoop ownLoop(ownClock);
+    MainLoop ownLoop{ownClock};
     ChangeNotifier changes;
-    Toast::Line line(changes);
-    Toast toasts(ownLoop, line);
+    Toast::Line line{changes};
+    Toast toasts{ownLoop, line};
+};
+
+TEST_F(Toasts, whatFollowsTheOpeningLeavesItReadableFromItsFirstPictureOn) {
+    toasts.waitForPictures();
+    toasts.showOpening(message("opening"), 6);
+    toasts.showAfterOpening(message("hint"), 5);
+    ownLoop.turn(ownClock, 4);
+    EXPECT_EQ(line.get(), message("opening")) << "nobody has seen it yet";
+    toasts.pictureShown();
+    ownLoop.turn(ownClock, Toast::readable - 0.1);
+    EXPECT_EQ(line.get(), message("opening"));
+    ownLoop.turn(ownClock, 0.2);
+    EXPECT_EQ(line.get(), message("hint"));
+
+    // The same if the signal comes after the first picture.
+    toasts.showOpening(message("opening"), 6);
+    ownLoop.turn(ownClock, 2);
+    toasts.pictureShown();
+    toasts.showAfterOpening(message("hint"), 5);
+    ownLoop.turn(ownClock, Toast::readable - 0.1);
+    EXPECT_EQ(line.get(), message("opening"));
+    toasts.dropWaiting();
+    ownLoop.turn(ownClock, 1);
+    EXPECT_EQ(line.get(), message("opening")) << "the find needs no hint any more";
+}
+
+TEST_F(Toasts, hintsWaitForTheEndOfTheOpeningToast) {
     toasts.queueHint(message("one"), 2);
     toasts.queueHint(message("two"), 2);
     toasts.show(message("not an opening"), 1);
