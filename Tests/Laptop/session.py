@@ -102,6 +102,14 @@ def focusGame(system):
     else: gull("swaymsg '[title=Gullwick] focus'")
 
 
+def goOn(system):
+    """Back in the game, and out of the pause that leaving it has begun."""
+    focusGame(system)
+    if until(lambda s: s['meant'] == '1')['paused'] == '0': return
+    board('key p')
+    until(lambda s: s['paused'] == '0')
+
+
 def permission():
     device = re.search(r'/dev/input/event\d+', pad('where')).group()
     check('before the package is installed the pad may not be read', run('gull', 'head -c0 <%s' % device)[0] != 0)
@@ -138,6 +146,7 @@ def focus(system):
     pad('up 0; wait .2; down 0 .5 .5; wait .3')
     focusOther(system)
     checkUntil('another window frees the pointer', lambda s: s['meant'] == '0' and s['captured'] == '0')
+    checkUntil('and the beach pauses', lambda s: s['paused'] == '1')
     before = state().point('target')
     pad('slide 0 .9 .9 .3; wait .3')
     check('there a finger steers nothing', state().point('target') == before)
@@ -146,6 +155,7 @@ def focus(system):
     pad('slide 0 .2 .2 .3; wait .3')
     seen = state()
     check('back here, it does nothing until it is lifted', seen['captured'] == '0' and seen.point('target') == before, dict(seen))
+    goOn(system)
     pad('up 0; wait .2; down 0 .4 .4; wait .4')
     checkUntil('lifted and put down again it steers', lambda s: s['captured'] == '1')
     before = state().point('target')
@@ -155,6 +165,7 @@ def focus(system):
     check('and a finger steers nothing there', state().point('target') == before)
     root('chvt 1')
     checkUntil('back on the first terminal the game is meant again', lambda s: s['meant'] == '1')
+    goOn(system)
     pad('up 0; wait .2; down 0 .4 .4; wait .4')
     if system == 'x11': gull("xdotool search --name '^Gullwick$' windowminimize")
     else: gull('swaymsg workspace 2')
@@ -241,8 +252,9 @@ def play(system):
     seen = startGame(system)
     if not check('the game starts and plays', seen.get('phase') == 'playing', gull('tail -5 ~/log/game.log')): return
     check('on the right window system', seen['driver'] == ('wayland' if system == 'wayland' else 'x11'), seen['driver'])
-    if system == 'x11': focusGame(system)
-    for part in (sweep, focus, unplugging, fullScreen, controller, sound, leaving): part(system)
+    for part in (sweep, focus, unplugging, fullScreen, controller, sound, leaving):
+        goOn(system)
+        part(system)
 
 
 def main():
