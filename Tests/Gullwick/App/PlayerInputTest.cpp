@@ -82,6 +82,15 @@ TEST_F(PlayerInputTest, theWindowsFingersSteer) {
     EXPECT_EQ(game.target(), PadMap::plotPoint(0.6, 0.9));
 }
 
+TEST_F(PlayerInputTest, theCoilMovesInTheFrameThatReadsTheFinger) {
+    const PlotPoint before = game.coil();
+    input.windowContacts({{3, 0.9, 0.9}});
+    input.poll(clock.now() + 1);
+    turn(GameController::frameInterval + 1e-6);
+    EXPECT_GT(game.coil().x, before.x + 0.05);
+    EXPECT_GT(game.coil().y, before.y + 0.05);
+}
+
 TEST_F(PlayerInputTest, aControllersButtonsAndStickPlay) {
     plugIn();
     SDL_JoystickSetVirtualButton(joystick_, SDL_CONTROLLER_BUTTON_X, SDL_PRESSED);
