@@ -236,7 +236,10 @@ bool MenuBar::handle(const MouseEvent& event, const Drawing& drawing, bool point
             }
             // A click that closes a menu does nothing else.
             const bool wasOpen = open_.has_value();
-            if (open_ && (title || name.empty())) close();
+            if (open_ && (title || name.empty())) {
+                close();
+                if (event.y > farEdge) isShown_ = false;
+            }
             return wasOpen || !name.empty() || (isShown_ && event.y < height);
         }
         case MouseEvent::Kind::up: {

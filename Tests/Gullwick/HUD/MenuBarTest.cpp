@@ -132,6 +132,9 @@ TEST_F(MenuBarTest, IsUsedWithTheMouseAlone) {
     const Drawing seen = drawing();
     EXPECT_TRUE(bar.handle({MouseEvent::Kind::down, 700, 500, 1}, seen, true)) << "and does nothing else";
     EXPECT_FALSE(bar.isOpen()) << "a click beside it closes it";
+    bar.follow(now += 1);
+    bar.follow(now += 1);
+    EXPECT_FALSE(drawing().find("menu.title.0")) << "the bar leaves with it";
 }
 
 TEST_F(MenuBarTest, AltWithALetterIsTheMenusAndNeverTheGames) {
