@@ -73,7 +73,7 @@ TextureRef MovingShadow::draw(RenderContext& context, const DrawLayer& moving, c
     const RenderOptions& options = context.options;
     block.movingSunMatrix = glm::mat4(toMap);
     block.movingShape = {std::max(radius, texel) / (2 * half), options.shadowNormalOffset * texel,
-                         options.shadowDepthBias / (far - near), 0};
+                         options.shadowDepthBias * sun.light->shadowBias / (far - near), 0};
     return map_.texture();
 }
 

@@ -52,7 +52,9 @@ FrameBlock frameBlock(const Stage& stage, const Viewpoint& view, const DrawList&
         block.sunColour = glm::vec4(list.sun.colour, std::max(light->shadowRadius, 0.5) / 4096);
         block.sunShape = {
             options.shadowNormalOffset * static_cast<float>(texel * (1 + light->shadowRadius / 3)),
-            options.shadowDepthBias / static_cast<float>(light->shadowFar - light->shadowNear), 0, 0};
+            options.shadowDepthBias *
+                static_cast<float>(light->shadowBias / (light->shadowFar - light->shadowNear)),
+            0, 0};
         gap = options.shadowWidening / static_cast<float>(light->shadowFar - light->shadowNear);
     }
     block.ambient = glm::vec4(list.ambient * tint, 0);

@@ -18,7 +18,7 @@ struct RenderOptions {
 
     // The sun's shadow.
     float shadowNormalOffset = 1.4f;  ///< texels a receiver is lifted off itself
-    float shadowDepthBias = 0.012f;   ///< world units
+    float shadowDepthBias = 0.02f;    ///< world units for each unit of a light's bias
     float shadowWidening = 1.6f;      ///< world units between caster and shadow at which the edge is wide
 
     // Contact shadows.

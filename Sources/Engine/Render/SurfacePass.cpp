@@ -5,6 +5,7 @@
 #include "Engine/Render/TextureUnits.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace gull {
 
@@ -60,8 +61,13 @@ ProgramKey mattProgram(const Shading& shading, const DrawItem& item) {
     return key;
 }
 
+/// Whole turns of a repeated map are left out: after a year of drifting a float would be too coarse for the
+/// rest.
 glm::vec4 placement(const Channel& channel) {
-    return {glm::vec2(channel.scale), glm::vec2(channel.offset)};
+    glm::dvec2 offset = channel.offset;
+    if (channel.wrapS == Wrap::repeat) offset.x -= std::floor(offset.x);
+    if (channel.wrapT == Wrap::repeat) offset.y -= std::floor(offset.y);
+    return {glm::vec2(channel.scale), glm::vec2(offset)};
 }
 
 /// The maps of `item` and the transforms of their texture coordinates.

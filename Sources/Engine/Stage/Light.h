@@ -15,13 +15,12 @@ struct Light {
     // Shadows, directional lights only.
     bool castsShadow = false;
     int shadowMapSize = 2048;
-    int shadowSamples = 16;
     double shadowRadius = 3;  ///< softness: blur of the edge in shadow-map texels of a 4096 map
     double shadowAlpha = 0.55;
     double shadowOrthographicScale = 14;  ///< half the height of the light's view, world units
     double shadowNear = 1;
     double shadowFar = 140;
-    double shadowBias = 0.6;
+    double shadowBias = 0.6;  ///< how far a surface must lie behind another one to be shaded, 1/50 world unit
 
     // Omni lights: full strength up to the start distance, fading to zero at the end distance.
     double attenuationStart = 0;

@@ -32,7 +32,6 @@ SceneLights::SceneLights(Stage& stage)
     sunLight_->kind = Light::Kind::directional;
     sunLight_->castsShadow = true;
     sunLight_->shadowMapSize = 4096;
-    sunLight_->shadowSamples = 16;
     sunLight_->shadowAlpha = 0.55;
     sunLight_->shadowOrthographicScale = 14;
     sunLight_->shadowNear = 1;
