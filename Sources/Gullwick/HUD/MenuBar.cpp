@@ -205,6 +205,22 @@ bool MenuBar::isHeadingForSubmenu(const MouseEvent& event, const Drawing& drawin
     return event.y >= top && event.y <= bottom;
 }
 
+/// On the view `name`, if any. True if the click is the bar's.
+bool MenuBar::pointerDown(const MouseEvent& event, const std::string& name) {
+    const auto title = indexIn(name, titlePrefix);
+    if (title && title != open_) {
+        open(*title, false);
+        return true;
+    }
+    // A click that closes a menu does nothing else.
+    const bool wasOpen = open_.has_value();
+    if (open_ && (title || name.empty())) {
+        close();
+        if (event.y > farEdge) isShown_ = false;
+    }
+    return wasOpen || !name.empty() || (isShown_ && event.y < height);
+}
+
 bool MenuBar::handle(const MouseEvent& event, const Drawing& drawing, bool pointerIsFree) {
     const std::string seen = isShown_ ? drawing.at(event.x, event.y, "menu.") : std::string();
     const std::string name = isStill(seen) ? seen : std::string();
@@ -228,20 +244,8 @@ bool MenuBar::handle(const MouseEvent& event, const Drawing& drawing, bool point
                 isShown_ = false;
             }
             return open_.has_value();
-        case MouseEvent::Kind::down: {
-            const auto title = indexIn(name, titlePrefix);
-            if (title && title != open_) {
-                open(*title, false);
-                return true;
-            }
-            // A click that closes a menu does nothing else.
-            const bool wasOpen = open_.has_value();
-            if (open_ && (title || name.empty())) {
-                close();
-                if (event.y > farEdge) isShown_ = false;
-            }
-            return wasOpen || !name.empty() || (isShown_ && event.y < height);
-        }
+        case MouseEvent::Kind::down:
+            return pointerDown(event, name);
         case MouseEvent::Kind::up: {
             if (!open_) return false;
             const bool onLine = !name.empty() && !indexIn(name, titlePrefix);

@@ -67,6 +67,7 @@ class MenuBar {
     void open(std::size_t menu, bool chooseFirst);
     void openBeside(int step);
     void enterSubmenu();
+    bool pointerDown(const MouseEvent& event, const std::string& name);
     void moveChoice(int step);
     void choose(const Command& command);
     /// Whether the line still exists: several events may come before the menus are drawn again.
