@@ -50,21 +50,6 @@ constexpr double exposure = -0.75;             // stops; without tone mapping, w
 constexpr glm::dvec3 shade(1.78, 0.93, 0.82);  // the blue sky and the sea alone would make paper mint
 constexpr double smallest = 0.2;               // world units; the frame never closes in further
 constexpr double frameHalfHeight = 0.62;       // of the model's largest side
-constexpr double margin = 1.04;                // of the frame, round what its pose makes wider than that
-
-/// How far a model reaches from the middle of the picture, to the side or up and down.
-double reach(const Node& node) {
-    double most = 0;
-    if (node.geometry) {
-        const glm::dmat4 world = node.worldTransform();
-        for (const Geometry::Vertex& vertex : node.geometry->vertices) {
-            const glm::dvec4 p = world * glm::dvec4(vertex.position, 1);
-            most = std::max({most, std::abs(p.x), std::abs(p.y)});
-        }
-    }
-    for (const auto& child : node.children()) most = std::max(most, reach(*child));
-    return most;
-}
 
 }  // namespace
 
@@ -75,7 +60,7 @@ std::unique_ptr<Stage> iconStage(ItemKind kind, Textures& textures) {
     stage->shadeTint = shade;
 
     Node& model = stage->root.add(ItemModels::node(kind, textures));
-    // Measured upright, so that the pose sets the frame only where it would be cut off.
+    // Measured upright, so that the pose does not change the frame.
     const glm::dvec3 extent = model.bounds().size();
     const double side = std::max({extent.x, extent.y, extent.z, smallest});
     model.position = {0, 0, 0};
@@ -90,7 +75,7 @@ std::unique_ptr<Stage> iconStage(ItemKind kind, Textures& textures) {
 
     Node& eye = stage->root.addChild("camera");
     eye.camera = std::make_shared<Camera>();
-    eye.camera->orthographicScale = std::max(side * frameHalfHeight, margin * reach(model));
+    eye.camera->orthographicScale = side * frameHalfHeight;
     eye.camera->hdr = false;
     eye.camera->exposureOffset = exposure;
     eye.position = {0, 0, 6};

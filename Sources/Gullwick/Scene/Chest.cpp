@@ -149,7 +149,25 @@ void plate(Joiner& joiner, const std::vector<glm::dvec2>& outline, const glm::dv
     }
 }
 
-/// Straps round the box, hinges, and the lock with its keyhole.
+/// A bail that hangs from a plate at one end of the box; `side` is 1 or -1.
+void handle(Joiner& joiner, double side) {
+    constexpr double radius = 0.013, halfLength = 0.1, drop = 0.09;
+    const double end = side * width / 2, out = side * (width / 2 + 0.03 - radius);
+    const auto add = [&](const Geometry& shape, const glm::dvec3& at, double turn) {
+        Node place;
+        place.position = at;
+        place.eulerAngles = {turn, 0, 0};
+        joiner.mesh.append(shape, place.localTransform());
+    };
+    add(box(0.016, 0.09, 0.26, 0.004), {end, 0.06, 0}, 0);
+    add(primitives::cylinder(radius, 2 * halfLength, 8), {out, 0.06 - drop, 0}, quarter);
+    for (const double z : {-halfLength, halfLength}) {
+        add(primitives::cylinder(radius, drop, 8), {out, 0.06 - drop / 2, z}, 0);
+        add(box(0.05, 0.03, 0.03, 0.006), {side * (width / 2 + 0.004), 0.06, z}, 0);
+    }
+}
+
+/// Straps round the box, hinges, handles, and the lock with its keyhole.
 Geometry boxFittings() {
     Joiner joiner;
     const auto add = [&](const Geometry& shape, const glm::dvec3& at) {
@@ -165,6 +183,7 @@ Geometry boxFittings() {
         hinge.eulerAngles = {0, 0, quarter};
         joiner.mesh.append(primitives::cylinder(0.024, 0.16, 8), hinge.localTransform());
     }
+    for (const double side : {-1.0, 1.0}) handle(joiner, side);
     plate(joiner, {{-0.1, 0.12}, {0.1, 0.12}, {0.1, 0}, {0.07, -0.07}, {0, -0.1}, {-0.07, -0.07}, {-0.1, 0}},
           {0, 0.1, front}, 0.02);
     joiner.mesh.setColour(glm::dvec3(0.015));

@@ -17,8 +17,7 @@ TEST(IconStage, FramesEveryItemAlikeWhateverItsSizeAndPose) {
         const double side = std::max({extent.x, extent.y, extent.z, 0.2});
         ASSERT_NE(stage->pointOfView, nullptr);
         const double scale = stage->pointOfView->camera->orthographicScale.value() / side;
-        EXPECT_NEAR(scale, 0.62, kind == ItemKind::chest ? 0.07 : 1e-9)
-            << rawValue(kind) << ": only the chest would be cut off at its corners";
+        EXPECT_NEAR(scale, 0.62, 1e-9) << rawValue(kind);
         EXPECT_FALSE(stage->pointOfView->camera->hdr);
         EXPECT_EQ(stage->background, nullptr) << "nothing behind the item";
         EXPECT_EQ(stage->environment, iconStage(kind, textures)->environment) << "one sky for all";
