@@ -57,7 +57,7 @@ const Target& FastFrame::draw(const Stage& stage, StaticLayer& layer, int stripP
 
     // 4. Light, opaque things, the water they stand in, their edges; blended and unlit things.
     const DrawTarget target = picture_.whole().within(part);
-    light_.applyChange(change, scene.reach, part, picture_.whole(), frame_.name());
+    light_.applyChange(change, scene.reach, part, picture_.firstColour());
     SurfacePass pass = scene.surfacePass(target, Shading::Output::display);
     pass.inputs.environmentSampler = mirrors;
     pass.shading.noToneMapping = !scene.view.camera.hdr;
@@ -77,6 +77,7 @@ PixelArea FastFrame::restore(const MovingScene& scene, const std::vector<PixelAr
     const std::optional<std::uint64_t> appearance = appearanceHash(scene.list.moving);
     const bool unchanged = appearance && appearance == appearance_;
     appearance_ = appearance;
+    onlyWaterMoved_ = unchanged;
     if (unchanged) {
         PixelArea part;
         for (const PixelArea& area : renewed) part = part.united(area);

@@ -21,6 +21,8 @@ class FastFrame {
     /// own view. Valid until the next draw. Redraws a strip of about `stripPixels` of the water; 0 leaves the
     /// water as it is.
     const Target& draw(const Stage& stage, StaticLayer& layer, int stripPixels);
+    /// Whether nothing but the water changed from the frame before to the last one.
+    bool onlyWaterMoved() const { return onlyWaterMoved_; }
     /// The areas that changed since the last call.
     std::vector<PixelArea> takeChanges() { return changes_.take(); }
 
@@ -43,6 +45,7 @@ class FastFrame {
     DirtySquares stale_;          ///< where the picture differs from the water layer's
     DirtySquares staleDepth_;     ///< the same for its depth
     DirtySquares changes_;
+    bool onlyWaterMoved_ = false;
     std::optional<std::uint64_t> appearance_;  ///< of the moving things shown in the picture
 };
 

@@ -2,6 +2,7 @@
 
 #include "Engine/Compositor/ReliefGrid.h"
 #include "Engine/Render/FlatPasses.h"
+#include "Engine/Render/PicturePass.h"
 #include "Engine/Render/RenderContext.h"
 #include "Engine/Render/TextureUnits.h"
 
@@ -14,6 +15,11 @@ std::vector<PixelArea> within(const PixelArea& part, const std::vector<PixelArea
     for (const PixelArea& area : areas)
         if (const PixelArea common = area.intersection(part); !common.empty()) inside.push_back(common);
     return inside;
+}
+
+/// `area` at half resolution and one pixel more all round.
+PixelArea halved(const PixelArea& area) {
+    return PixelArea{area.x / 2, area.y / 2, (area.width + 1) / 2, (area.height + 1) / 2}.grown(1);
 }
 
 int allMarks(const MovingReach& reach) {
@@ -77,12 +83,19 @@ void MovingLight::relight(const Inputs& inputs, const Target& target) {
 TextureRef MovingLight::findChange(const Inputs& inputs, const PixelArea& part) {
     const PixelSize& size = inputs.view.size;
     ensureSize(context_.device, change_, {(size.width + 1) / 2, (size.height + 1) / 2}, {{Format::bgra8}});
-    context_.device.clear(change_.whole(), {{{0, 0, 0, 0}}, {}});
+    // Filtering at full resolution reads one half-resolution pixel further.
+    std::array<std::vector<PixelArea>, 4> reached;
+    PixelArea around;
+    for (std::size_t marks = 1; marks < 4; ++marks) {
+        reached[marks] = within(part.grown(2), inputs.reach.areas[marks]);
+        for (const PixelArea& area : reached[marks]) around = around.united(area);
+    }
+    if (around.empty()) return change_.colour();
+    context_.device.clear(change_.whole().within(halved(around)), {{{0, 0, 0, 0}}, {}});
     // The program for all marks replaces one that is not compiled yet.
     const ProgramKey all = lightChangeProgram(inputs, allMarks(inputs.reach));
     for (int marks = 1; marks < 4; ++marks) {
-        // Filtering at full resolution reads one half-resolution pixel further.
-        const auto areas = within(part.grown(2), inputs.reach.areas[static_cast<std::size_t>(marks)]);
+        const auto& areas = reached[static_cast<std::size_t>(marks)];
         if (areas.empty()) continue;
         const ProgramKey wanted = lightChangeProgram(inputs, marks);
         DrawState state = lightState(inputs, context_.programs.has(wanted) ? wanted : all);
@@ -93,20 +106,11 @@ TextureRef MovingLight::findChange(const Inputs& inputs, const PixelArea& part) 
 }
 
 void MovingLight::applyChange(TextureRef change, const MovingReach& reach, const PixelArea& part,
-                              const DrawTarget& target, unsigned frameUniforms) {
+                              const DrawTarget& target) {
     std::vector<PixelArea> areas;
     for (const std::vector<PixelArea>& reached : reach.areas)
         for (const PixelArea& area : within(part, reached)) areas.push_back(area);
-    DrawState state;
-    state.target = target;
-    state.program = &context_.programs.get({ProgramKind::areaOverlay});
-    state.frameUniforms = frameUniforms;
-    state.textures = {{unitSource, change}};
-    state.uniforms = {{"shift", glm::vec2(0)},
-                      {"texel", 1.0F / glm::vec2(target.viewport.width, target.viewport.height)},
-                      {"depth", 0.0F}};
-    state.blending = Blending::over;
-    drawAreas(context_, std::move(state), areas);
+    blendPicture(context_, target, change, areas);
 }
 
 }  // namespace gull

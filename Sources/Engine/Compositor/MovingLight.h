@@ -39,9 +39,10 @@ class MovingLight {
     /// Computes at half resolution how the tone-mapped picture changes within `part`: the colour to add, and
     /// in alpha the share of the picture to hide. The texture is valid until the next call.
     TextureRef findChange(const Inputs& inputs, const PixelArea& part);
-    /// Applies the `change` to the static layer's picture that `target` shows, within `part`.
+    /// Applies the `change` to the static layer's picture that `target` shows, within `part`. Fast on a
+    /// target without depth.
     void applyChange(TextureRef change, const MovingReach& reach, const PixelArea& part,
-                     const DrawTarget& target, unsigned frameUniforms);
+                     const DrawTarget& target);
 
   private:
     DrawState lightState(const Inputs& inputs, const ProgramKey& key) const;

@@ -53,9 +53,15 @@ RenderTier Renderer::tier() const {
 void Renderer::frameTook(double seconds) {
     impl_->window.frameTook(seconds);
 }
+void Renderer::finish() {
+    impl_->context.device.finish();
+}
 bool Renderer::warmUp(double budget) {
     impl_->device();
     return impl_->warmUp.run(impl_->tier, budget);
+}
+bool Renderer::onlyWaterMoved() const {
+    return impl_->tier == RenderTier::fast && impl_->window.onlyWaterMoved();
 }
 bool Renderer::settled() const {
     return impl_->window.settled();

@@ -44,11 +44,15 @@ class Renderer {
     /// Reports how many seconds of work the last frame took, including the overlay and presenting. On a
     /// software rasteriser this sets how much of the sea is redrawn per frame.
     void frameTook(double seconds);
+    /// Waits until everything asked for is drawn.
+    void finish();
     /// Compiles programs that play will ask for, for about `budget` seconds (at least one program). True when
     /// all are compiled.
     bool warmUp(double budget);
     /// True when the last draw() showed the static layer at final quality.
     bool settled() const;
+    /// True when nothing but the water changed in the last draw(); always false in the full tier.
+    bool onlyWaterMoved() const;
 
     /// Blends `layers`, back to front, over the framebuffer drawn last. A layer's changes count from the last
     /// call.

@@ -70,7 +70,7 @@ void WaterLayer::growReach(const MovingScene& scene, const ReliefGrid& relief) {
 
 PixelArea WaterLayer::nextStrip(int stripPixels) {
     const int strips =
-        std::clamp((reach_.width * reach_.height + stripPixels - 1) / stripPixels, 1, mostStrips);
+        std::clamp((reach_.width * reach_.height + stripPixels - 1) / stripPixels, fewestStrips, mostStrips);
     // From an even row to an even row, where the half-resolution picture divides too.
     const int rows = ((reach_.height + strips - 1) / strips + 1) & ~1;
     if (nextRow_ < reach_.y || nextRow_ >= reach_.top()) nextRow_ = reach_.y;

@@ -11,8 +11,10 @@ namespace gull {
 /// strip of it, as large as time allows; wide, smooth surfaces are shaded at half resolution.
 class WaterLayer {
   public:
-    /// The largest number of strips in a full turn.
-    static constexpr int mostStrips = 10;
+    /// The fewest and the most strips in a full turn. Waves drift by a few hundredths of a unit a second and
+    /// the level changes hardly faster: more than eight pictures of the sea a second cost time and show
+    /// nothing.
+    static constexpr int fewestStrips = 7, mostStrips = 10;
 
     explicit WaterLayer(RenderContext& context) : context_(context) {}
 

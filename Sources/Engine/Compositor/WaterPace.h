@@ -4,7 +4,7 @@
 
 namespace gull {
 
-/// How much of the sea a frame may redraw without missing its time: more where there is time to spare, less
+/// How much of the sea a frame may redraw without missing its time: what is worth its processor time, less
 /// while much else moves. Follows the duration of frames; a few slow ones do not upset it, but if many come
 /// too late, the sea gives way.
 class WaterPace {
@@ -13,7 +13,7 @@ class WaterPace {
     static constexpr double goal = 0.0112;
     /// Seconds of work with which a frame misses its sixtieth, or nearly does.
     static constexpr double late = 0.016;
-    static constexpr double least = 55000, most = 4e6;
+    static constexpr double least = 55000, most = 110000;
 
     /// `seconds`: all the work of the last frame.
     void frameTook(double seconds) {
@@ -24,7 +24,7 @@ class WaterPace {
     int pixels() const { return static_cast<int>(pixels_); }
 
   private:
-    double pixels_ = 110000;
+    double pixels_ = most;
 };
 
 }  // namespace gull

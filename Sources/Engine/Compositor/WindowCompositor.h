@@ -26,6 +26,7 @@ class WindowCompositor {
     /// See Renderer.
     void frameTook(double seconds) { pace_.frameTook(seconds); }
     bool settled() const { return settled_; }
+    bool onlyWaterMoved() const { return settled_ && fast_.onlyWaterMoved(); }
 
   private:
     void dropOutdated(const Stage& stage, RenderTier tier, BuildMode mode);

@@ -15,29 +15,8 @@ namespace {
 /// Pieces of a bent picture along each side.
 constexpr int bentPieces = 8;
 
-/// `corners`: four numbers for each triangle corner, x and y in clip space, then the place on the picture.
-void drawRectangles(RenderContext& context, const DrawTarget& target, TextureRef picture, unsigned sampler,
-                    const std::vector<float>& corners, double opacity = 1) {
-    if (corners.empty()) return;
-    ProgramKey key{ProgramKind::bitmap};
-    key.features.set(Feature::faded, opacity < 1);
-    DrawState state;
-    state.target = target;
-    state.program = &context.programs.get(key);
-    state.textures = {{unitSource, picture, sampler}};
-    if (opacity < 1) {
-        state.uniforms = {{"opacity", static_cast<float>(opacity)}};
-        state.blending = Blending::over;
-    }
-    const VertexRange all{0, context.streams.places.upload(corners)};
-    state.vertexArray = context.streams.places.vertexArray();
-    context.device.draw(state, {&all, 1});
-}
-
-}  // namespace
-
-void copyPicture(RenderContext& context, const DrawTarget& target, TextureRef picture,
-                 std::span<const PixelArea> areas) {
+/// Two triangles for each of `areas` of a picture of that size, as drawRectangles() wants them.
+std::vector<float> cornersOf(const DrawTarget& target, std::span<const PixelArea> areas) {
     const auto width = static_cast<float>(target.viewport.width);
     const auto height = static_cast<float>(target.viewport.height);
     std::vector<float> corners;
@@ -51,12 +30,44 @@ void copyPicture(RenderContext& context, const DrawTarget& target, TextureRef pi
              {std::pair(left, low), {right, low}, {right, high}, {left, low}, {right, high}, {left, high}})
             corners.insert(corners.end(), {2 * x - 1, 2 * y - 1, x, y});
     }
-    drawRectangles(context, target, picture, context.streams.exact.name(), corners);
+    return corners;
+}
+
+/// `corners`: four numbers for each triangle corner, x and y in clip space, then the place on the picture.
+void drawRectangles(RenderContext& context, const DrawTarget& target, TextureRef picture, unsigned sampler,
+                    const std::vector<float>& corners, Blending blending = Blending::off,
+                    double opacity = 1) {
+    if (corners.empty()) return;
+    ProgramKey key{ProgramKind::bitmap};
+    key.features.set(Feature::faded, opacity < 1);
+    DrawState state;
+    state.target = target;
+    state.program = &context.programs.get(key);
+    state.textures = {{unitSource, picture, sampler}};
+    state.blending = blending;
+    if (opacity < 1) state.uniforms = {{"opacity", static_cast<float>(opacity)}};
+    const VertexRange all{0, context.streams.places.upload(corners)};
+    state.vertexArray = context.streams.places.vertexArray();
+    context.device.draw(state, {&all, 1});
+}
+
+}  // namespace
+
+void copyPicture(RenderContext& context, const DrawTarget& target, TextureRef picture,
+                 std::span<const PixelArea> areas) {
+    drawRectangles(context, target, picture, context.streams.exact.name(), cornersOf(target, areas));
+}
+
+void blendPicture(RenderContext& context, const DrawTarget& target, TextureRef picture,
+                  std::span<const PixelArea> areas) {
+    drawRectangles(context, target, picture, context.streams.smooth.name(), cornersOf(target, areas),
+                   Blending::over);
 }
 
 void stretchPicture(RenderContext& context, const DrawTarget& target, TextureRef picture, double opacity) {
     drawRectangles(context, target, picture, context.streams.smooth.name(),
-                   {-1, -1, 0, 0, 1, -1, 1, 0, 1, 1, 1, 1, -1, -1, 0, 0, 1, 1, 1, 1, -1, 1, 0, 1}, opacity);
+                   {-1, -1, 0, 0, 1, -1, 1, 0, 1, 1, 1, 1, -1, -1, 0, 0, 1, 1, 1, 1, -1, 1, 0, 1},
+                   opacity < 1 ? Blending::over : Blending::off, opacity);
 }
 
 void bendPicture(RenderContext& context, const DrawTarget& target, TextureRef picture,

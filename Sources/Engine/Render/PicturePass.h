@@ -16,6 +16,9 @@ struct RenderContext;
 /// Copies pixel by pixel within `areas`; the target's viewport has the picture's size.
 void copyPicture(RenderContext& context, const DrawTarget& target, TextureRef picture,
                  std::span<const PixelArea> areas);
+/// Stretches a premultiplied picture of any size over the viewport and blends it within `areas`.
+void blendPicture(RenderContext& context, const DrawTarget& target, TextureRef picture,
+                  std::span<const PixelArea> areas);
 /// Stretches the picture over the viewport and blends it where `opacity` is below 1.
 void stretchPicture(RenderContext& context, const DrawTarget& target, TextureRef picture, double opacity = 1);
 /// Bends the picture slightly: each place of the target (0 to 1, origin lower left, homogeneous) shows the

@@ -95,8 +95,6 @@ KindDescription describe(ProgramKind kind) {
             return {"change of light", relightVertex, lightChangeFragment, {Feature::rectangles}};
         case ProgramKind::waterOverlay:
             return {"water overlay", depthVertex, overlayFragment, {}, {"UNIFORMS_PER_PIXEL"}};
-        case ProgramKind::areaOverlay:
-            return {"overlay of areas", areaVertex, overlayFragment, {}, {"UNIFORMS_PER_PIXEL"}};
         case ProgramKind::edgeSmoothing:
             return {"edge smoothing", edgeSmoothingVertex, edgeSmoothingFragment};
         case ProgramKind::bitmap:

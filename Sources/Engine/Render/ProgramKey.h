@@ -30,7 +30,6 @@ enum class ProgramKind : std::uint8_t {
     lightChange,    ///< what these change in the tone-mapped picture
     waterOverlay,   ///< half-resolution water over the picture, on its own geometry
     edgeSmoothing,  ///< smooths the edges of shapes in a tone-mapped picture
-    areaOverlay,    ///< half-resolution changes over rectangles of the picture
     bitmap,         ///< rectangles of a bitmap or of plain colour
 };
 

@@ -147,7 +147,7 @@ void addPicturePasses(std::vector<ProgramUse>& uses) {
     using enum ProgramKind;
     for (const ProgramKind kind :
          {depth, sunDepth, areaDepth, farthestDepth, contactShadows, contactShadowBlur, brightPass, bloomBlur,
-          toneMapping, resolve, paint, waterOverlay, areaOverlay, bitmap})
+          toneMapping, resolve, paint, waterOverlay, bitmap})
         uses.push_back({{kind}, PassKind::picture});
     uses.push_back({{edgeSmoothing}, PassKind::fastFrame});
     uses.push_back({{bitmap, {Feature::faded}}, PassKind::picture});

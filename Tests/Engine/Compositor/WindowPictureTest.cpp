@@ -179,7 +179,7 @@ TEST_F(WindowPicture, WhatDriftsIsWholeAgainAfterAFewFrames) {
     }
 }
 
-TEST_F(WindowPicture, WhatDriftsTakesAsMuchOfAFrameAsThereIsTimeFor) {
+TEST_F(WindowPicture, WhatDriftsIsWholeWithinOneTurnAtAnyPace) {
     renderer->setTier(RenderTier::fast);
     const PixelSize large{1240, 800};
     draw(shore.stage, large);
@@ -193,10 +193,8 @@ TEST_F(WindowPicture, WhatDriftsTakesAsMuchOfAFrameAsThereIsTimeFor) {
         return static_cast<int>(whole - pictures.begin()) + 1;
     };
     const int slow = framesUntilWhole(0.1);
-    EXPECT_GE(slow, 4);
     EXPECT_LE(slow, WaterLayer::mostStrips);
-    EXPECT_LE(framesUntilWhole(0.001), 2) << "the turn that was begun, and a whole one";
-    EXPECT_GE(framesUntilWhole(0.1), 4);
+    EXPECT_LE(framesUntilWhole(0.001), WaterLayer::fewestStrips + 1);
 }
 
 TEST_F(WindowPicture, WhatMovesLeavesNothingBehind) {
@@ -228,7 +226,7 @@ TEST_F(WindowPicture, WhatRestsIsDrawnAgainWhereTheSeaIs) {
         shore.rig->hidden = true;
         EXPECT_LT(psnr(resting, draw(shore.stage, large, BuildMode::gradual)), 45);
         shore.rig->hidden = false;
-        EXPECT_EQ(resting, draw(shore.stage, large, BuildMode::gradual)) << "as if drawn anew";
+        EXPECT_GE(psnr(resting, draw(shore.stage, large, BuildMode::gradual)), 70) << "as if drawn anew";
     }
     const Image dim = draw(shore.stage, large, BuildMode::gradual);
     shore.lamp->light->intensity *= 20;

@@ -23,21 +23,22 @@ uniform sampler2D paintLayer;
 layout(location = 0) out vec4 outColour;
 void main() {
     ivec2 last = textureSize(staticDepth, 0) - 1;
-    float along = axisDistance(texelFetch(staticDepth, min(ivec2(gl_FragCoord.xy) * 2 + 1, last), 0).r);
+    ivec2 pixel = min(ivec2(gl_FragCoord.xy) * 2 + 1, last);
+    float along = axisDistance(texelFetch(staticDepth, pixel, 0).r);
     vec2 at = gl_FragCoord.xy * 2.0 * kPicture.xy;  // where four pixels meet
     vec3 shown = textureLod(source, at, 0.0).rgb;
     vec3 light = inverseToneMapped(shown), changed = light;
 #ifdef MOVING_SHADOW
     vec3 c = shadowEye + shadowRay * along;
     float moving = covered(movingShadow, vec3(c.xy, c.z - kMoving.z), kMoving.x, 0.0, 0.0);
-    changed *= gainUnder(textureLod(staticShade, at, 0.0), moving);
+    changed *= gainUnder(texelFetch(staticShade, pixel, 0), moving);
 #endif
 #ifdef LAMPS
-    vec3 body = textureLod(staticSurface, at, 0.0).rgb;
-    vec3 n = textureLod(staticNormal, at, 0.0).xyz * 2.0 - 1.0;
+    vec3 body = texelFetch(staticSurface, pixel, 0).rgb;
+    vec3 n = texelFetch(staticNormal, pixel, 0).xyz * 2.0 - 1.0;
     vec3 added = body * body * lampLight(kEye.xyz + ray * along, n) * kPicture.z;
 #ifdef PAINT
-    vec3 paint = textureLod(paintLayer, at, 0.0).rgb;
+    vec3 paint = texelFetch(paintLayer, pixel, 0).rgb;
     added *= paint * paint;
 #endif
 #ifndef NO_TONE_MAPPING
