@@ -11,6 +11,7 @@ namespace {
 /// done and not only queued; reading them costs about a millisecond itself.
 struct Play : BeachOffScreen {
     double time = 100;
+    PlotPoint coil{0.5, 0.5};
 
     explicit Play(RenderTier tier) : BeachOffScreen(tier) {
         scene.introStart = -100;
@@ -19,8 +20,10 @@ struct Play : BeachOffScreen {
     }
     void step(bool sweeping) {
         time += 1.0 / 60;
-        PlotPoint coil{0.5 + 0.3 * std::sin(time), 0.5 + 0.2 * std::cos(1.3 * time)};
-        if (sweeping) scene.trail.sweep(coil);
+        if (sweeping) {
+            coil = {0.5 + 0.3 * std::sin(time), 0.5 + 0.2 * std::cos(1.3 * time)};
+            scene.trail.sweep(coil);
+        }
         BeachOffScreen::step(time, 1.0 / 60, coil);
     }
     void draw(BuildMode mode) {

@@ -71,6 +71,21 @@ class ScriptedPlay {
         co_return true;
     }
 
+    /// A place of the plot where the detector hears nothing, the farthest from all items.
+    PlotPoint silentPlace() const {
+        PlotPoint best{0.5, 0.3};
+        double farthest = 0;
+        for (double x = 0.1; x < 0.95; x += 0.1)
+            for (double y = 0.1; y < 0.95; y += 0.1) {
+                double nearest = 1e9;
+                for (const BuriedItem& item : game_.hunt().items())
+                    nearest = std::min(nearest, PlotPoint{x, y}.distance(item.at));
+                if (nearest > farthest) best = {x, y};
+                farthest = std::max(farthest, nearest);
+            }
+        return best;
+    }
+
     Task<bool> playBeach(int beach) {
         frames_.clear();
         moment_ = "fly-in";
@@ -80,6 +95,10 @@ class ScriptedPlay {
         co_await wait(1.4);
         moment_ = "arrival";
         co_await wait(0.4);
+        game_.setTarget(silentPlace());
+        co_await wait(0.8);
+        moment_ = "rest";
+        co_await wait(3);
         moment_ = "sweep";
         co_await sweep(5);
         moment_ = "ping";
@@ -110,6 +129,8 @@ class ScriptedPlay {
         co_await wait(0.6);
         game_.key(KeyAction::Move{1, 0});
         co_await wait(0.6);
+        moment_ = "select still";
+        co_await wait(1.5);
         game_.closeSelect();
         report(beach);
         co_return true;

@@ -11,11 +11,13 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <map>
 #include <stdexcept>
+#include <thread>
 #include <utility>
 
 namespace gull {
@@ -199,8 +201,15 @@ void Window::setHandlers(WindowHandlers handlers) {
 
 void Window::pump(double timeout) {
     SDL_Event event;
-    const int milliseconds = static_cast<int>(std::clamp(timeout, 0.0, 10.0) * 1000.0);
-    if (milliseconds > 0 && SDL_WaitEventTimeout(&event, milliseconds)) impl_->handle(event);
+    using Milliseconds = std::chrono::duration<double, std::milli>;
+    const Milliseconds wanted(std::clamp(timeout, 0.0, 10.0) * 1000);
+    const auto until = std::chrono::steady_clock::now() + wanted;
+    const int milliseconds = static_cast<int>(wanted.count());
+    const bool came =
+        (milliseconds > 0 ? SDL_WaitEventTimeout(&event, milliseconds) : SDL_PollEvent(&event)) != 0;
+    if (came) impl_->handle(event);
+    // SDL waits whole milliseconds; asking again and again for the rest would keep a core busy.
+    if (!came && timeout > 0) std::this_thread::sleep_until(until);
     while (SDL_PollEvent(&event)) impl_->handle(event);
     impl_->followSize();
     impl_->followPlace();

@@ -19,6 +19,7 @@
 #include "Gullwick/App/Numbers.h"
 #include "Gullwick/App/PlayerInput.h"
 #include "Gullwick/App/PlayersLanguage.h"
+#include "Gullwick/App/PresentPace.h"
 #include "Gullwick/App/Screenshot.h"
 #include "Gullwick/App/SilenceHint.h"
 #include "Gullwick/App/TierChooser.h"
@@ -34,10 +35,12 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <map>
 #include <optional>
 #include <stdexcept>
+#include <thread>
 #include <utility>
 
 namespace gull {
@@ -208,16 +211,31 @@ struct AppDelegate::Parts final : WindowCommands {
         drawScene();
         drawOverlay();
         if (std::exchange(screenshotWanted, false)) saveScreenshot();
+        const double waited = waitForTurn();
         present();
         game.pictureShown();
         trace.frameShown(loop.now());
         if (probe) probe->framePresented();
         const double end = clock.now();
         // On a graphics card the time goes into waiting for the screen, and nothing has to give way.
-        renderer.frameTook(software ? end - start + stepTime : 0);
+        const double work = end - start - waited + stepTime;
+        renderer.frameTook(software ? work : 0);
         chooseTier(end - lastPresent);
         lastPresent = end;
-        if (observer) observer({end, end - start + stepTime, renderer.settled()});
+        if (observer) observer({end, work, renderer.settled()});
+    }
+
+    /// Without a screen's own rhythm pictures keep that of the timer. Returns the seconds of waiting.
+    double waitForTurn() {
+        if (!software) return 0;
+        renderer.finish();
+        const double finished = clock.now(), turn = pace.timeFor(finished);
+        sleep(turn - finished);
+        return turn - finished;
+    }
+
+    static void sleep(double seconds) {
+        if (seconds > 0) std::this_thread::sleep_for(std::chrono::duration<double>(seconds));
     }
 
     void drawOverlay() {
@@ -264,9 +282,18 @@ struct AppDelegate::Parts final : WindowCommands {
     /// Whether to draw a picture: after every step of the game, and during a pause when something besides the
     /// beach changes.
     bool isFrameDue() {
-        if (game.world().time != drawnTime) return true;
+        if (game.world().time != drawnTime) return !isQuiet() || clock.now() >= lastPresent + quietInterval;
         if (!game.isPaused || clock.now() < lastPresent + GameController::frameInterval) return false;
         return pictureIsOld || !renderer.settled() || overlay.isMoving(clock.now());
+    }
+
+    /// Behind a card nobody watches the waves: while nothing else moves, a few pictures a second are enough.
+    bool isQuiet() {
+        const GameController::Phase phase = game.phase;
+        const bool hasCard =
+            phase == GameController::Phase::finished || phase == GameController::Phase::selecting;
+        return hasCard && renderer.onlyWaterMoved() && drawnCoil == game.coil() && !pictureIsOld &&
+               !overlay.isMoving(clock.now());
     }
 
     /// Seconds until something is due.
@@ -292,6 +319,7 @@ struct AppDelegate::Parts final : WindowCommands {
         if (window.isMinimised() || !isFrameDue()) return;
         drawFrame();
         drawnTime = game.world().time;
+        drawnCoil = game.coil();
         if (!game.isPaused &&
             (game.phase == GameController::Phase::intro || game.phase == GameController::Phase::playing))
             prepareAhead();
@@ -340,6 +368,7 @@ struct AppDelegate::Parts final : WindowCommands {
     Renderer renderer;
     const bool software = graphicsInfo().isSoftware;
     TierChooser tiers{software};
+    PresentPace pace{GameController::frameInterval};
     AudioDevice audio;
     Seat seat;
     Trackpads trackpads;
@@ -368,6 +397,8 @@ struct AppDelegate::Parts final : WindowCommands {
     bool wasPaused = false;
     bool screenshotWanted = false;
     bool wasMeant = false;
+    static constexpr double quietInterval = 0.1;  // seconds
+    PlotPoint drawnCoil;
     double drawnTime = -1;
     double stepTime = 0;
     double lastPresent = 0;

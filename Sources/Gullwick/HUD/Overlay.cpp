@@ -16,19 +16,19 @@ Overlay::Overlay(const GameController& game, const AppSettings& settings, const 
     settingsObservation_ = settings.changes().observe(note);
 }
 
-/// True if the state changed.
-bool Overlay::readState() {
-    if (!std::exchange(stateMayHaveChanged_, false) && state_.language == language_) return false;
+void Overlay::readState() {
+    if (!std::exchange(stateMayHaveChanged_, false) && state_.language == language_) return;
     HudState state = HudState::of(game_, settings_.showTicks(), language_);
-    if (state == state_) return false;
+    if (state == state_) return;
+    stateChanged_ = true;
     state_ = std::move(state);
     // A fading card shows its own beach, not the one that follows.
     if (state_.isFinished()) ended_ = state_;
-    return true;
 }
 
 const std::vector<OverlayLayer>& Overlay::update(double now, double width, double height, double scale) {
-    const bool stateChanged = readState();
+    readState();
+    const bool stateChanged = std::exchange(stateChanged_, false);
     motion_.follow(state_, now, settings_.reduceMotion());
     Shown next{.pose = motion_.pose(now), .width = width, .height = height, .scale = scale};
     // A steering finger has no pointer to leave the bar with.
@@ -108,8 +108,10 @@ void Overlay::closeMenu() {
     chromeChanged_ = true;
 }
 
-bool Overlay::isMoving(double now) const {
-    return chromeChanged_ || menuBar_.isMoving(now) || alertOpacity_.isMoving(now) || motion_.isMoving(now);
+bool Overlay::isMoving(double now) {
+    readState();
+    return stateChanged_ || chromeChanged_ || menuBar_.isMoving(now) || alertOpacity_.isMoving(now) ||
+           motion_.isMoving(now);
 }
 
 void Overlay::showAbout(const std::string& version) {

@@ -48,8 +48,8 @@ class Overlay {
     bool asks() const { return alert_ && alert_->asks(); }
     /// Closes an open menu.
     void closeMenu();
-    /// True if it will look different later although the game stands still.
-    bool isMoving(double now) const;
+    /// True if it may look different at the next update, or later although the game stands still.
+    bool isMoving(double now);
 
     /// `version`: "1.0.0".
     void showAbout(const std::string& version);
@@ -60,7 +60,7 @@ class Overlay {
     const Drawing& drawing() const { return layers_.drawing(); }
 
   private:
-    bool readState();
+    void readState();
     View view(double width, double height, double now);
     void put(AlertCard card);
     /// Lets `handle` pass the event to the card.
@@ -80,6 +80,7 @@ class Overlay {
 
     // The state is read again only after the game or the settings have announced a change.
     bool stateMayHaveChanged_ = true;
+    bool stateChanged_ = false;  ///< since the last update()
     ChangeNotifier::Observation gameObservation_;
     ChangeNotifier::Observation settingsObservation_;
     HudState state_;
