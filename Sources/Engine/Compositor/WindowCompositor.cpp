@@ -12,12 +12,12 @@ namespace gull {
 
 namespace {
 
-constexpr double sameView = 0.05;    // pixels: too little to see
-constexpr double stillView = 0.25;   // pixels: a shake too faint to see; bending would only blur
-constexpr double shakenView = 1;     // pixels: hides whether the sea moves, unless after a flight
-constexpr double nearView = 14;      // pixels: a shake
-constexpr double fastView = 6;       // pixels a frame: so fast that the picture blurs anyway
-constexpr double frameGoal = 0.027;  // seconds from frame to frame while a layer is built
+constexpr double sameView = 0.05;     // pixels: too little to see
+constexpr double stillView = 0.25;    // pixels: a shake too faint to see; bending would only blur
+constexpr double shakenView = 1;      // pixels: hides whether the sea moves, unless after a flight
+constexpr double nearView = 14;       // pixels: a shake
+constexpr double fastView = 6;        // pixels a frame: so fast that the picture blurs anyway
+constexpr double frameGoal = 0.0205;  // seconds from frame to frame while a layer is built
 // Share of the rest of a frame for building, so that slow machines get there too.
 constexpr double leastShare = 0.25;
 constexpr double mostBudget = 0.012;  // seconds a frame; all of it once the camera stands still

@@ -135,6 +135,8 @@ void BeachScene::setBeach(int number) {
         sand.name = "sand";
         sand.castsShadow = false;
         Node& surroundings = beach.add(makeNode(parts_->sandMesh.surroundings(look_), parts_->sand));
+        surroundings.coarseGeometry =
+            std::make_shared<const Geometry>(parts_->sandMesh.coarseSurroundings(look_));
         surroundings.name = "surroundings";
         surroundings.castsShadow = false;
         beach.add(Dressing::build(number, look_, textures_));

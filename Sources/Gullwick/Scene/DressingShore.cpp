@@ -143,13 +143,16 @@ void scatter(Node& into, const BeachLook&, SplitMix64& rng, int shells) {
         node.scale = glm::dvec3(1, 0.35, 0.8) * radius;
     }
     const auto grey = Materials::pbr(RGB{0.6, 0.57, 0.53}, 0, 0.75);
-    const GeometryRef pebble =
-        shared(props::warmedBySand(mesh::withNormals(props::boulder(5, 2.3, 0.12), 180)));
+    const auto rounded = [](int segments) {
+        return shared(props::warmedBySand(mesh::withNormals(props::boulder(segments, 2.3, 0.12), 180)));
+    };
+    const GeometryRef pebble = rounded(5), coarsePebble = rounded(2);
     for (int i = 0; i < 14; ++i) {
         const double x = uniform(rng, -20, 20);
         const double z = uniform(rng, -6, 10);
         const double radius = uniform(rng, 0.06, 0.16);
         Node& node = part(into, pebble, grey, onSand(x, z, radius / 5), {0, 2.4 * i, 0});
+        node.coarseGeometry = coarsePebble;
         node.name = "pebble";
         node.scale = glm::dvec3(1.2, 0.55, 0.9) * radius;
     }
@@ -215,14 +218,19 @@ void rocks(Node& into, const std::vector<Rock>& at, const BeachLook& look, Textu
     stone->normalMap.texture = textures.grainNormal(256, 5, 2, 3);
     stone->normalMap.wrapS = stone->normalMap.wrapT = Wrap::repeat;
     stone->normalMap.scale = {3, 2};
-    const std::array<GeometryRef, 2> shapes{shared(props::warmedBySand(props::boulder(9, 0.8, 0.2))),
-                                            shared(props::warmedBySand(props::boulder(9, 4.1, 0.22)))};
+    const auto shape = [](int segments, int kind) {
+        return shared(
+            props::warmedBySand(props::boulder(segments, kind == 0 ? 0.8 : 4.1, kind == 0 ? 0.2 : 0.22)));
+    };
+    const std::array<GeometryRef, 2> shapes{shape(9, 0), shape(9, 1)}, coarse{shape(4, 0), shape(4, 1)};
     for (std::size_t i = 0; i < at.size(); ++i) {
         const Rock& rock = at[i];
         Node& place = into.addChild("rock");
         place.position = onSand(rock.x, rock.z);
         place.eulerAngles = {0, 1.9 * static_cast<double>(i), 0.2};
-        part(place, shapes[i % shapes.size()], stone).scale = glm::dvec3(1, 0.75, 1) * rock.size;
+        Node& boulder = part(place, shapes[i % shapes.size()], stone);
+        boulder.coarseGeometry = coarse[i % coarse.size()];
+        boulder.scale = glm::dvec3(1, 0.75, 1) * rock.size;
     }
 }
 

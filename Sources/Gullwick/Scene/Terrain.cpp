@@ -105,9 +105,8 @@ std::vector<std::uint32_t> gridIndices(std::uint32_t across, std::uint32_t deep)
     return indices;
 }
 
-/// A coarse grid of sand between two corners, for the land beyond the fine one.
-void addCoarse(Geometry& geometry, const glm::dvec2& from, const glm::dvec2& to) {
-    constexpr double piece = 3;
+/// A grid of sand in pieces of that length between two corners, for the land beyond the fine one.
+void addLand(Geometry& geometry, double piece, const glm::dvec2& from, const glm::dvec2& to) {
     const auto across = static_cast<std::uint32_t>(std::ceil((to.x - from.x) / piece));
     const auto deep = static_cast<std::uint32_t>(std::ceil((to.y - from.y) / piece));
     const auto base = static_cast<std::uint32_t>(geometry.vertices.size());
@@ -129,8 +128,32 @@ void addCoarse(Geometry& geometry, const glm::dvec2& from, const glm::dvec2& to)
         geometry.indices.push_back(base + index);
 }
 
+/// Everything beyond the fine grid.
+Geometry landAround(double piece) {
+    const double right = left + spacing * (columns - 1), near = top + spacing * (rows - 1);
+    Geometry land;
+    addLand(land, piece, {-reach, seaReach}, {reach, top + overlap});
+    addLand(land, piece, {-reach, top}, {left + overlap, near});
+    addLand(land, piece, {right - overlap, top}, {reach, near});
+    addLand(land, piece, {-reach, near - overlap}, {reach, landReach});
+    land.elements = {{0, static_cast<std::uint32_t>(land.indices.size())}};
+    return land;
+}
+
 glm::vec4 linear(const RGB& colour) {
     return {std::pow(colour.r, 2.2), std::pow(colour.g, 2.2), std::pow(colour.b, 2.2), 1};
+}
+
+/// The land in the colours of `look`; the sea floor takes on the water's with depth.
+Geometry withLook(Geometry land, const BeachLook& look) {
+    const double edgeDepth = -Terrain::height(0, top);
+    const RGB deep = look.water.scaled(0.5);
+    for (Geometry::Vertex& vertex : land.vertices) {
+        const double y = vertex.position.y, z = vertex.position.z;
+        const double sunk = 1 - std::exp(-std::max(0.0, -y - edgeDepth) / 7);
+        vertex.colour = linear(look.sand.mixed(wetSand, 0.5 * wetness(y, z)).mixed(deep, sunk));
+    }
+    return land;
 }
 
 }  // namespace
@@ -157,12 +180,8 @@ SandMesh::SandMesh() {
     bare_.indices = gridIndices(columns, rows);
     bare_.elements = {{0, static_cast<std::uint32_t>(bare_.indices.size())}};
 
-    const double right = left + spacing * (columns - 1), near = top + spacing * (rows - 1);
-    addCoarse(bareSurroundings_, {-reach, seaReach}, {reach, top + overlap});
-    addCoarse(bareSurroundings_, {-reach, top}, {left + overlap, near});
-    addCoarse(bareSurroundings_, {right - overlap, top}, {reach, near});
-    addCoarse(bareSurroundings_, {-reach, near - overlap}, {reach, landReach});
-    bareSurroundings_.elements = {{0, static_cast<std::uint32_t>(bareSurroundings_.indices.size())}};
+    bareSurroundings_ = landAround(3);
+    coarseSurroundings_ = landAround(6);
 }
 
 Geometry SandMesh::coloured(const BeachLook& look) const {
@@ -194,15 +213,10 @@ Geometry SandMesh::coarse(const BeachLook& look) const {
 }
 
 Geometry SandMesh::surroundings(const BeachLook& look) const {
-    const double edgeDepth = -Terrain::height(0, top);
-    const RGB deep = look.water.scaled(0.5);
-    Geometry geometry = bareSurroundings_;
-    for (Geometry::Vertex& vertex : geometry.vertices) {
-        const double y = vertex.position.y, z = vertex.position.z;
-        const double sunk = 1 - std::exp(-std::max(0.0, -y - edgeDepth) / 7);
-        vertex.colour = linear(look.sand.mixed(wetSand, 0.5 * wetness(y, z)).mixed(deep, sunk));
-    }
-    return geometry;
+    return withLook(bareSurroundings_, look);
+}
+Geometry SandMesh::coarseSurroundings(const BeachLook& look) const {
+    return withLook(coarseSurroundings_, look);
 }
 
 }  // namespace gull

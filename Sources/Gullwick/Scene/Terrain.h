@@ -45,6 +45,8 @@ class SandMesh {
     /// The surroundings beyond the grid, to the sides and out under the sea, in coarser pieces; the sea floor
     /// takes on the water's colour with depth.
     Geometry surroundings(const BeachLook& look) const;
+    /// The same in pieces twice as long, for a moving camera.
+    Geometry coarseSurroundings(const BeachLook& look) const;
 
   private:
     struct Shade {
@@ -53,6 +55,7 @@ class SandMesh {
     };
     Geometry bare_;
     Geometry bareSurroundings_;
+    Geometry coarseSurroundings_;
     std::vector<Shade> shades_;
 };
 
