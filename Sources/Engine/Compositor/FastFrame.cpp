@@ -5,6 +5,9 @@
 #include "Engine/Render/ScenePasses.h"
 #include "Engine/Render/TextureUnits.h"
 
+#include <algorithm>
+#include <cstdlib>
+
 namespace gull {
 
 namespace {
@@ -15,6 +18,9 @@ constexpr int smoothedMargin = 2;
 constexpr int leastSmoothed = 400;
 /// Pixels of its area for each triangle that a shape needs to be smoothed: finely cut ones cost too much.
 constexpr int smoothedPerTriangle = 4;
+
+/// Pixels that a shape moves from one frame to the next beyond which nobody sees its edges.
+constexpr int fast = 3;
 
 bool isSmoothed(const DrawItem& item) {
     std::size_t triangles = 0;
@@ -68,6 +74,7 @@ const Target& FastFrame::draw(const Stage& stage, StaticLayer& layer, int stripP
     const DrawLayer* layers[] = {&scene.list.moving};
     drawBlended(context_, pass, layers, part);
     drawUnlit(context_, pass, layers, part, stage.time);
+    rememberPlaces(scene.list.moving);
     return picture_;
 }
 
@@ -75,7 +82,7 @@ const Target& FastFrame::draw(const Stage& stage, StaticLayer& layer, int stripP
 /// draw moving things: all of it, or only `renewed` while nothing else changed.
 PixelArea FastFrame::restore(const MovingScene& scene, const std::vector<PixelArea>& renewed) {
     const std::optional<std::uint64_t> appearance = appearanceHash(scene.list.moving);
-    const bool unchanged = appearance && appearance == appearance_;
+    const bool unchanged = appearance && appearance == appearance_ && !hasRoughEdges_;
     appearance_ = appearance;
     onlyWaterMoved_ = unchanged;
     if (unchanged) {
@@ -127,7 +134,13 @@ void FastFrame::markCovered(const MovingScene& scene, const PixelArea& wet, cons
 /// Smooths the picture where opaque things stand in it: one sample a pixel leaves stair-steps.
 void FastFrame::smoothEdges(const MovingScene& scene, const PixelArea& part) {
     PixelArea area;
-    for (const DrawItem& item : scene.list.moving.opaque) area = area.united(item.area.intersection(part));
+    hasRoughEdges_ = false;
+    for (const DrawItem& item : scene.list.moving.opaque) {
+        if (movesFast(item))
+            hasRoughEdges_ = true;
+        else
+            area = area.united(item.area.intersection(part));
+    }
     if (area.empty()) return;
     ensureSize(context_.device, unsmoothed_, scene.view.size, {{Format::bgra8}});
     // A little more than the shapes, because edges are smoothed along their direction. Around a part of the
@@ -140,11 +153,29 @@ void FastFrame::smoothEdges(const MovingScene& scene, const PixelArea& part) {
     state.textures = {{unitSource, unsmoothed_.colour()}};
     state.depthTest = DepthTest::lessOrEqual;
     for (const DrawItem& item : scene.list.moving.opaque) {
-        if (item.area.intersection(part).empty() || !isSmoothed(item)) continue;
+        if (item.area.intersection(part).empty() || !isSmoothed(item) || movesFast(item)) continue;
         state.culling = materialCulling(item);
         state.uniforms = {{"model", glm::mat4(item.model)}, {"normalMatrix", item.normalMatrix}};
         drawMesh(context_, state, item, scene.view, part);
     }
+}
+
+/// Compares the item's place with the one it had in the frame before.
+bool FastFrame::movesFast(const DrawItem& item) const {
+    const auto same = [&](const Place& place) {
+        return place.mesh == item.mesh && place.firstChunk == item.element.firstChunk;
+    };
+    const auto before = std::find_if(placesBefore_.begin(), placesBefore_.end(), same);
+    if (before == placesBefore_.end()) return false;
+    const PixelArea &a = before->area, &b = item.area;
+    return std::max({std::abs(a.x - b.x), std::abs(a.y - b.y), std::abs(a.right() - b.right()),
+                     std::abs(a.top() - b.top())}) > fast;
+}
+
+void FastFrame::rememberPlaces(const DrawLayer& moving) {
+    placesBefore_.clear();
+    for (const DrawItem& item : moving.opaque)
+        placesBefore_.push_back({item.mesh, item.element.firstChunk, item.area});
 }
 
 PixelArea FastFrame::wetPart(const MovingScene& scene) const {

@@ -32,6 +32,8 @@ class FastFrame {
     void restoreDepth(const PixelArea& area);
     PixelArea wetPart(const MovingScene& scene) const;
     void smoothEdges(const MovingScene& scene, const PixelArea& part);
+    bool movesFast(const DrawItem& item) const;
+    void rememberPlaces(const DrawLayer& moving);
     void markCovered(const MovingScene& scene, const PixelArea& wet, const PixelArea& part);
 
     RenderContext& context_;
@@ -42,8 +44,15 @@ class FastFrame {
     GlSampler quickEnvironment_;  ///< reflections use the nearest mipmap
     Target picture_;              ///< with depth
     Target unsmoothed_;           ///< a copy of parts of it
-    DirtySquares stale_;          ///< where the picture differs from the water layer's
-    DirtySquares staleDepth_;     ///< the same for its depth
+    struct Place {
+        const Mesh* mesh;  ///< to be compared only
+        std::size_t firstChunk;
+        PixelArea area;
+    };
+    bool hasRoughEdges_ = false;       ///< something moved too fast to be smoothed in the last frame
+    std::vector<Place> placesBefore_;  ///< of the opaque things in the frame before
+    DirtySquares stale_;               ///< where the picture differs from the water layer's
+    DirtySquares staleDepth_;          ///< the same for its depth
     DirtySquares changes_;
     bool onlyWaterMoved_ = false;
     std::optional<std::uint64_t> appearance_;  ///< of the moving things shown in the picture
