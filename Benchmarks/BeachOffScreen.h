@@ -11,10 +11,10 @@
 
 namespace gull {
 
-/// A beach, a renderer and a target at 1240 x 800, without a window. The coil rests until step() moves it.
+/// A beach, a renderer and a target, at 1240 x 800 unless told otherwise, without a window. The coil rests
+/// until step() moves it.
 struct BeachOffScreen {
-    static constexpr PixelSize size{1240, 800};
-
+    PixelSize size;
     std::unique_ptr<OffscreenContext> context = OffscreenContext::create();
     ManualClock clock;
     MainLoop loop{clock};
@@ -24,7 +24,8 @@ struct BeachOffScreen {
     GraphicsDevice device;
     Target window{device, size, {{Format::bgra8}}};
 
-    explicit BeachOffScreen(RenderTier tier = RenderTier::fast) {
+    explicit BeachOffScreen(RenderTier tier = RenderTier::fast, const PixelSize& of = {1240, 800})
+        : size(of) {
         scene.frame(static_cast<double>(size.width) / size.height);
         renderer.setTier(tier);
     }

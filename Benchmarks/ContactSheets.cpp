@@ -97,7 +97,7 @@ class Photographer {
         const Node& eye = *beach_.scene.stage().pointOfView;
         const Image whole = picture();
         const glm::dvec3 place = project(*eye.camera, eye.worldTransform(), last.node->worldPosition(),
-                                         {BeachOffScreen::size.width, BeachOffScreen::size.height});
+                                         {beach_.size.width, beach_.size.height});
         wait(5);
         return cropped(whole, place, cutOut);
     }
@@ -120,7 +120,7 @@ class Photographer {
     }
     Image picture() {
         beach_.draw(BuildMode::complete);
-        return beach_.renderer.readBack(BeachOffScreen::size);
+        return beach_.renderer.readBack(beach_.size);
     }
 
     BeachOffScreen beach_;

@@ -85,7 +85,7 @@ class Photographer {
     void dig(const PlotPoint& at, const Hunt::DigOutcome& outcome) { beach_.scene.dig(at, outcome); }
     void shoot(const std::string& moment) {
         draw();
-        const Image picture = beach_.renderer.readBack(BeachOffScreen::size);
+        const Image picture = beach_.renderer.readBack(beach_.size);
         const auto bytes = encodePng(picture).value();
         const char* tier = tier_ == RenderTier::fast ? "fast" : "full";
         std::ofstream(fmt::format("{}/{}-{}-{}.png", folder_, number_, moment, tier), std::ios::binary)

@@ -7,13 +7,13 @@
 namespace gull {
 namespace {
 
-/// Beach 1 at 1240 x 800 as in play. Every measurement ends by reading the pixels back, so that the work is
+/// Beach 1 as in play. Every measurement ends by reading the pixels back, so that the work is
 /// done and not only queued; reading them costs about a millisecond itself.
 struct Play : BeachOffScreen {
     double time = 100;
     PlotPoint coil{0.5, 0.5};
 
-    explicit Play(RenderTier tier) : BeachOffScreen(tier) {
+    explicit Play(RenderTier tier, const PixelSize& of = {1240, 800}) : BeachOffScreen(tier, of) {
         scene.introStart = -100;
         step(false);
         draw(BuildMode::complete);
@@ -49,13 +49,20 @@ BENCHMARK(frameAtRest)
 
 /// The trail reaches the picture every third frame.
 void frameSweeping(benchmark::State& state) {
-    Play play(RenderTier::fast);
+    Play play(RenderTier::fast, {static_cast<int>(state.range(0)), static_cast<int>(state.range(1))});
     for (auto _ : state) {
         play.step(true);
         play.draw(BuildMode::gradual);
     }
 }
-BENCHMARK(frameSweeping)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
+BENCHMARK(frameSweeping)
+    ->Args({1240, 800})
+    ->Args({1920, 1080})
+    ->Args({2560, 1440})
+    ->Args({3840, 2160})
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime()
+    ->UseRealTime();
 
 /// The first fifth of a second of a dig, 12 frames: the item comes up while its hole is drawn into the kept
 /// layer.

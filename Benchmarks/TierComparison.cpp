@@ -37,8 +37,8 @@ void leave(const Image& image, const std::string& path) {
 }
 
 void compare(int number, const std::string& folder) {
-    constexpr PixelSize size = BeachOffScreen::size;
     BeachOffScreen beach;
+    const PixelSize size = beach.size;
     beach.scene.setBeach(number);
     beach.scene.introStart = -100;
     beach.step(100, 1.0 / 60);

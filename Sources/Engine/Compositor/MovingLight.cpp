@@ -1,5 +1,6 @@
 #include "Engine/Compositor/MovingLight.h"
 
+#include "Engine/Compositor/CoarsePixels.h"
 #include "Engine/Compositor/ReliefGrid.h"
 #include "Engine/Render/FlatPasses.h"
 #include "Engine/Render/PicturePass.h"
@@ -15,11 +16,6 @@ std::vector<PixelArea> within(const PixelArea& part, const std::vector<PixelArea
     for (const PixelArea& area : areas)
         if (const PixelArea common = area.intersection(part); !common.empty()) inside.push_back(common);
     return inside;
-}
-
-/// `area` at half resolution and one pixel more all round.
-PixelArea halved(const PixelArea& area) {
-    return PixelArea{area.x / 2, area.y / 2, (area.width + 1) / 2, (area.height + 1) / 2}.grown(1);
 }
 
 int allMarks(const MovingReach& reach) {
@@ -82,16 +78,16 @@ void MovingLight::relight(const Inputs& inputs, const Target& target) {
 
 TextureRef MovingLight::findChange(const Inputs& inputs, const PixelArea& part) {
     const PixelSize& size = inputs.view.size;
-    ensureSize(context_.device, change_, {(size.width + 1) / 2, (size.height + 1) / 2}, {{Format::bgra8}});
-    // Filtering at full resolution reads one half-resolution pixel further.
+    ensureSize(context_.device, change_, coarse(size), {{Format::bgra8}});
+    // Filtering at full resolution reads one coarse pixel further.
     std::array<std::vector<PixelArea>, 4> reached;
     PixelArea around;
     for (std::size_t marks = 1; marks < 4; ++marks) {
-        reached[marks] = within(part.grown(2), inputs.reach.areas[marks]);
+        reached[marks] = within(part.grown(coarsePixel(size)), inputs.reach.areas[marks]);
         for (const PixelArea& area : reached[marks]) around = around.united(area);
     }
     if (around.empty()) return change_.colour();
-    context_.device.clear(change_.whole().within(halved(around)), {{{0, 0, 0, 0}}, {}});
+    context_.device.clear(change_.whole().within(coarse(around, size)), {{{0, 0, 0, 0}}, {}});
     // The program for all marks replaces one that is not compiled yet.
     const ProgramKey all = lightChangeProgram(inputs, allMarks(inputs.reach));
     for (int marks = 1; marks < 4; ++marks) {

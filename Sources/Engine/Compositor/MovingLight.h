@@ -36,7 +36,7 @@ class MovingLight {
 
     /// Fills `target` with the static layer's light and depth under moving shadows and lamps.
     void relight(const Inputs& inputs, const Target& target);
-    /// Computes at half resolution how the tone-mapped picture changes within `part`: the colour to add, and
+    /// Computes in coarse pixels how the tone-mapped picture changes within `part`: the colour to add, and
     /// in alpha the share of the picture to hide. The texture is valid until the next call.
     TextureRef findChange(const Inputs& inputs, const PixelArea& part);
     /// Applies the `change` to the static layer's picture that `target` shows, within `part`. Fast on a

@@ -1,5 +1,7 @@
 #include "Engine/Compositor/ReliefGrid.h"
 
+#include "Engine/Compositor/CoarsePixels.h"
+
 #include <algorithm>
 #include <cmath>
 #include <glm/gtc/matrix_access.hpp>
@@ -79,9 +81,10 @@ glm::dmat3 axesAlong(const glm::dvec3& toward) {
 void ReliefGrid::read(const std::vector<float>& depths, const Viewpoint& view, const glm::dvec3& toward,
                       const PixelArea& area) {
     size_ = view.size;
+    cellSize_ = 8 * coarsePixel(size_);
     sunAxes_ = axesAlong(toward);
-    across_ = (size_.width + cellSize - 1) / cellSize;
-    const int along = (size_.height + cellSize - 1) / cellSize;
+    across_ = (size_.width + cellSize_ - 1) / cellSize_;
+    const int along = (size_.height + cellSize_ - 1) / cellSize_;
     cells_.resize(static_cast<std::size_t>(across_) * static_cast<std::size_t>(along));
     const DepthImage image{depths, size_, glm::inverse(view.viewProjection)};
     for (std::size_t i = 0; i < cells_.size(); ++i)
@@ -136,8 +139,8 @@ void ReliefGrid::markReach(const glm::dvec3& middle, double radius) {
 }
 
 PixelArea ReliefGrid::cellArea(std::size_t i) const {
-    return PixelArea{static_cast<int>(i) % across_ * cellSize, static_cast<int>(i) / across_ * cellSize,
-                     cellSize, cellSize}
+    return PixelArea{static_cast<int>(i) % across_ * cellSize_, static_cast<int>(i) / across_ * cellSize_,
+                     cellSize_, cellSize_}
         .intersection(PixelArea::whole(size_));
 }
 

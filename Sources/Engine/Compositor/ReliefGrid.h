@@ -11,7 +11,6 @@ namespace gull {
 /// graphics card, which squares a moving shadow or lamp can reach, so that only those are lit again.
 class ReliefGrid {
   public:
-    static constexpr int cellSize = 16;  ///< pixels
     /// What reaches a square; marks add up.
     enum Mark : unsigned char { noMark = 0, shadowMark = 1, lampMark = 2 };
 
@@ -50,6 +49,7 @@ class ReliefGrid {
     Cell readCell(const DepthImage& image, const PixelArea& square) const;
 
     PixelSize size_;
+    int cellSize_ = 16;  ///< pixels; more on large screens
     int across_ = 0;
     std::vector<Cell> cells_;
     std::vector<Box> rows_;  ///< in sunAxes(), the bounds of each row of cells

@@ -1,5 +1,6 @@
 #include "Engine/Compositor/StaticPasses.h"
 
+#include "Engine/Compositor/CoarsePixels.h"
 #include "Engine/Compositor/WaterVisibility.h"
 #include "Engine/Render/FlatPasses.h"
 #include "Engine/Render/MeshDraws.h"
@@ -27,7 +28,7 @@ void StaticPasses::begin(const Viewpoint& view, int mostShadow) {
                          Format::none,
                          1,
                          depth_.depth()});
-        farthest_ = Target(device, {(size.width + 1) / 2, (size.height + 1) / 2}, {{}, Format::depth24});
+        farthest_ = Target(device, coarse(size), {{}, Format::depth24});
         picture_ = Target(device, size, {{Format::bgra8}});
     }
     device.clear(light_.whole(), {{{0, 0, 0, 0}}, {}});  // the background is skipped where unseen
@@ -62,13 +63,14 @@ void StaticPasses::drawDepth(const Scene& scene, const PixelArea& area) {
     gull::drawDepth(context_, target, frame_.name(), scene.list.still.opaque, view_);
 
     DrawState farthest;
-    farthest.target =
-        farthest_.whole().within({area.x / 2 - 1, area.y / 2 - 1, area.width / 2 + 3, area.height / 2 + 3});
+    farthest.target = farthest_.whole().within(coarse(area, view_.size).grown(1));
     farthest.program = &context_.programs.get({ProgramKind::farthestDepth});
     farthest.textures = {{unitStaticDepth, depth_.depth()}};
     farthest.depthTest = DepthTest::always;
     farthest.writesDepth = true;
     farthest.frameUniforms = frame_.name();
+    farthest.uniforms = {{"ratio", glm::vec2(view_.size.width, view_.size.height) /
+                                       glm::vec2(farthest_.size().width, farthest_.size().height)}};
     drawScreen(context_, std::move(farthest));
 }
 
@@ -177,7 +179,7 @@ void StaticPasses::findBloom(const Scene& scene) {
     glow_ = bloom_.find(context_, light.colour(), view_, frame_.name());
 }
 
-/// The scene light at half resolution with `water` over it.
+/// The scene light in coarse pixels with `water` over it.
 Target StaticPasses::lightWithWater(const Scene& scene, const std::vector<const DrawItem*>& water) {
     const PixelSize half = farthest_.size();
     Target light(context_.device, half, {{Format::rgba16f}, Format::depth24});

@@ -38,7 +38,7 @@ class StaticPasses {
     /// 1. The sun's shadow map: a part of its texels, or the part that `changed` (world space) covers.
     void drawSunShadow(const Scene& scene, const PixelArea& texels);
     void redrawSunShadow(const Scene& scene, const Box& changed);
-    /// 2. Depth, and the farthest depth at half resolution.
+    /// 2. Depth, and the farthest depth in coarse pixels.
     void drawDepth(const Scene& scene, const PixelArea& area);
     /// 3. What the CPU knows of the depth: relief and edges.
     void readDepth(const Scene& scene, const PixelArea& area);

@@ -11,7 +11,7 @@ struct StaticPictures {
     TextureRef surface;  ///< albedo that a lamp lights, as its square root; alpha: share that paint dims
     TextureRef normal;   ///< 0 to 1; alpha: share of lit that does not sparkle
     TextureRef depth;    ///< 0 near to 1 far
-    TextureRef farthestDepth;  ///< the same at half resolution, never too near
+    TextureRef farthestDepth;  ///< the same in coarse pixels, never too near
     TextureRef picture;        ///< tone mapped
     TextureRef bloom;          ///< empty if nothing blooms
     TextureRef paint;          ///< a factor for the light, as its square root; empty if nothing is painted

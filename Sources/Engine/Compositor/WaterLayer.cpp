@@ -1,5 +1,6 @@
 #include "Engine/Compositor/WaterLayer.h"
 
+#include "Engine/Compositor/CoarsePixels.h"
 #include "Engine/Render/MeshDraws.h"
 #include "Engine/Render/RenderContext.h"
 #include "Engine/Render/ScenePasses.h"
@@ -24,11 +25,6 @@ double top(const DrawLayer& layer) {
     return box.max.y;
 }
 
-/// `area` at half resolution and one pixel more all round, which filtering at full resolution reads.
-PixelArea halved(const PixelArea& area) {
-    return PixelArea{area.x / 2, area.y / 2, (area.width + 1) / 2, (area.height + 1) / 2}.grown(1);
-}
-
 }  // namespace
 
 std::vector<PixelArea> WaterLayer::update(const MovingScene& scene, StaticLayer& layer, int stripPixels,
@@ -40,13 +36,14 @@ std::vector<PixelArea> WaterLayer::update(const MovingScene& scene, StaticLayer&
     if (everything) reach_ = {};
     growReach(scene, layer.relief());
     for (const PixelArea& area : areas)
-        context_.device.copyDepth(scene.ground.farthestDepth, half_.depth(),
-                                  halved(area).intersection(PixelArea::whole(half_.size())));
+        context_.device.copyDepth(
+            scene.ground.farthestDepth, coarse_.depth(),
+            coarse(area, scene.view.size).intersection(PixelArea::whole(coarse_.size())));
     if (everything) {
-        shadeHalf(scene, reach_, environmentSampler);
+        shade(scene, reach_, environmentSampler);
     } else if (stripPixels > 0 && !reach_.empty() && !layer.pending()) {  // a change fills a frame
         areas.push_back(nextStrip(stripPixels));
-        shadeHalf(scene, areas.back(), environmentSampler);
+        shade(scene, areas.back(), environmentSampler);
     }
     for (const PixelArea& area : areas) {
         context_.device.copyColour(scene.ground.picture, picture_.colour(), area);
@@ -57,8 +54,7 @@ std::vector<PixelArea> WaterLayer::update(const MovingScene& scene, StaticLayer&
 }
 
 bool WaterLayer::ensureTargets(const PixelSize& size) {
-    const PixelSize half{(size.width + 1) / 2, (size.height + 1) / 2};
-    ensureSize(context_.device, half_, half, {{Format::bgra8}, Format::depth24});
+    ensureSize(context_.device, coarse_, coarse(size), {{Format::bgra8}, Format::depth24});
     return ensureSize(context_.device, picture_, size, {{Format::bgra8}, Format::depth24});
 }
 
@@ -69,19 +65,21 @@ void WaterLayer::growReach(const MovingScene& scene, const ReliefGrid& relief) {
 }
 
 PixelArea WaterLayer::nextStrip(int stripPixels) {
+    // A large screen takes longer for a turn.
+    const int side = coarsePixel(picture_.size()), most = mostStrips * side / 2;
     const int strips =
-        std::clamp((reach_.width * reach_.height + stripPixels - 1) / stripPixels, fewestStrips, mostStrips);
-    // From an even row to an even row, where the half-resolution picture divides too.
-    const int rows = ((reach_.height + strips - 1) / strips + 1) & ~1;
+        std::clamp((reach_.width * reach_.height + stripPixels - 1) / stripPixels, fewestStrips, most);
+    // Whole coarse pixels.
+    const int rows = ((reach_.height + strips - 1) / strips + side - 1) / side * side;
     if (nextRow_ < reach_.y || nextRow_ >= reach_.top()) nextRow_ = reach_.y;
     const PixelArea strip{reach_.x, nextRow_, reach_.width, std::min(rows, reach_.top() - nextRow_)};
     nextRow_ = strip.top();
     return strip;
 }
 
-void WaterLayer::shadeHalf(const MovingScene& scene, const PixelArea& area, unsigned environmentSampler) {
+void WaterLayer::shade(const MovingScene& scene, const PixelArea& area, unsigned environmentSampler) {
     if (area.empty()) return;
-    const DrawTarget target = half_.whole().within(halved(area));
+    const DrawTarget target = coarse_.whole().within(coarse(area, scene.view.size));
     const PixelArea reached = area.grown(4);  // at full resolution
     context_.device.clear(target, {{{0, 0, 0, 0}}, {}});
     SurfacePass foam = scene.surfacePass(target, Shading::Output::display, false);
@@ -108,13 +106,13 @@ void WaterLayer::draw(const MovingScene& scene, const PixelArea& area, const Dra
     const DrawLayer& layer = scene.list.water;
     for (const DrawItem& item : layer.opaque) drawSurface(context_, pass, item, visible);
     // The water first: everything blended after it lies above all of it.
-    const bool hasHalf = scene.view.camera.hdr;
+    const bool hasCoarse = scene.view.camera.hdr;
     DrawLayer over;
     over.particles = layer.particles;
     for (const DrawItem& item : layer.blended) {
-        if (hasHalf && isWater(item))
+        if (hasCoarse && isWater(item))
             overlay(scene, item, pass.target);
-        else if (!hasHalf || !floats(item))
+        else if (!hasCoarse || !floats(item))
             over.blended.push_back(item);
     }
     const DrawLayer* layers[] = {&over};
@@ -122,14 +120,14 @@ void WaterLayer::draw(const MovingScene& scene, const PixelArea& area, const Dra
     drawUnlit(context_, pass, layers, visible, scene.stage.time);
 }
 
-/// Lays the half-resolution water over the picture, on the water's own geometry so that edges and depth are
+/// Lays the coarse water over the picture, on the water's own geometry so that edges and depth are
 /// exact.
 void WaterLayer::overlay(const MovingScene& scene, const DrawItem& water, const DrawTarget& target) {
     DrawState state;
     state.target = target;
     state.program = &context_.programs.get({ProgramKind::waterOverlay});
     state.frameUniforms = scene.frameUniforms;
-    state.textures = {{unitSource, half_.colour()}};
+    state.textures = {{unitSource, coarse_.colour()}};
     state.uniforms = {{"model", glm::mat4(water.model)}};
     state.depthTest = DepthTest::lessOrEqual;
     state.writesDepth = water.material->writesDepth;

@@ -8,12 +8,12 @@
 namespace gull {
 
 /// The static layer's picture with the sea on it, over which moving things are drawn. Each frame updates one
-/// strip of it, as large as time allows; wide, smooth surfaces are shaded at half resolution.
+/// strip of it, as large as time allows; wide, smooth surfaces are shaded in coarse pixels.
 class WaterLayer {
   public:
-    /// The fewest and the most strips in a full turn. Waves drift by a few hundredths of a unit a second and
-    /// the level changes hardly faster: more than eight pictures of the sea a second cost time and show
-    /// nothing.
+    /// The fewest and the most strips in a full turn, the most on a screen that is not large. Waves drift by
+    /// a few hundredths of a unit a second and the level changes hardly faster: more than eight pictures of
+    /// the sea a second cost time and show nothing.
     static constexpr int fewestStrips = 7, mostStrips = 10;
 
     explicit WaterLayer(RenderContext& context) : context_(context) {}
@@ -35,12 +35,12 @@ class WaterLayer {
     bool ensureTargets(const PixelSize& size);
     void growReach(const MovingScene& scene, const ReliefGrid& relief);
     PixelArea nextStrip(int stripPixels);
-    void shadeHalf(const MovingScene& scene, const PixelArea& area, unsigned environmentSampler);
+    void shade(const MovingScene& scene, const PixelArea& area, unsigned environmentSampler);
     void overlay(const MovingScene& scene, const DrawItem& water, const DrawTarget& target);
 
     RenderContext& context_;
     Target picture_;
-    Target half_;  ///< the water alone at half resolution, with the ground's farthest depth
+    Target coarse_;  ///< the water alone in coarse pixels, with the ground's farthest depth
     PixelArea reach_;
     int nextRow_ = 0;  ///< where the next strip begins, in the picture
 };

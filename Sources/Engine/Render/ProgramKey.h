@@ -17,7 +17,7 @@ enum class ProgramKind : std::uint8_t {
     depth,          ///< depth alone, from the camera
     sunDepth,       ///< depth alone, from the sun
     areaDepth,      ///< gives rectangles of a picture one depth
-    farthestDepth,  ///< depth at half resolution, the farthest of each pixel's four
+    farthestDepth,  ///< depth in coarse pixels, the farthest of each one's
     contactShadows,
     contactShadowBlur,
     brightPass,  ///< anything bright enough to bloom, at a quarter of the size

@@ -1,4 +1,4 @@
-// How moving shadows and lamps change the tone-mapped picture, at half resolution: how much of it is hidden
+// How moving shadows and lamps change the tone-mapped picture, in coarse pixels: how much of it is hidden
 // (alpha), and what is then added. Exact for the mean of four pixels; the grain between them stays.
 #include "depth.glsl"
 #include "lamps.glsl"
@@ -23,10 +23,9 @@ uniform sampler2D paintLayer;
 layout(location = 0) out vec4 outColour;
 void main() {
     ivec2 last = textureSize(staticDepth, 0) - 1;
-    ivec2 pixel = min(ivec2(gl_FragCoord.xy) * 2 + 1, last);
+    ivec2 pixel = min(ivec2(st * vec2(last + 1)), last);  // in the middle of the coarse one
     float along = axisDistance(texelFetch(staticDepth, pixel, 0).r);
-    vec2 at = gl_FragCoord.xy * 2.0 * kPicture.xy;  // where four pixels meet
-    vec3 shown = textureLod(source, at, 0.0).rgb;
+    vec3 shown = textureLod(source, st, 0.0).rgb;
     vec3 light = inverseToneMapped(shown), changed = light;
 #ifdef MOVING_SHADOW
     vec3 c = shadowEye + shadowRay * along;
@@ -42,7 +41,7 @@ void main() {
     added *= paint * paint;
 #endif
 #ifndef NO_TONE_MAPPING
-    added *= vignetteAt(at) * kToneGain.rgb;
+    added *= vignetteAt(st) * kToneGain.rgb;
 #endif
     changed += added;
 #endif

@@ -232,15 +232,15 @@ void main() {
     // Tone mapped with and without the water, from the mean of the ground here. The slope of the tone curve
     // says how that scales the ground's finer detail; it is taken as value over light, as for any power
     // curve.
-    vec2 at = gl_FragCoord.xy * kPicture.xy * 2.0;
-    vec3 dry = texelFetch(staticLit, ivec2(gl_FragCoord.xy) * 2, 0).rgb;
+    vec2 coarse = vec2(textureSize(staticDepth, 0)), pixel = gl_FragCoord.xy / coarse / kPicture.xy;
+    vec3 dry = texelFetch(staticLit, ivec2((gl_FragCoord.xy - 0.5) / coarse / kPicture.xy), 0).rgb;
     vec3 wet = dry * (1.0 - alpha) + colour;
 #ifdef BLOOM
-    vec3 glow = texelFetch(bloom, ivec2(gl_FragCoord.xy) / 2, 0).rgb * kGrade.y;
+    vec3 glow = texelFetch(bloom, ivec2(gl_FragCoord.xy / coarse * vec2(textureSize(bloom, 0))), 0).rgb * kGrade.y;
     dry += glow;
     wet += glow;
 #endif
-    vec3 below = toneMapped(dry, gl_FragCoord.xy * 2.0), above = toneMapped(wet, gl_FragCoord.xy * 2.0);
+    vec3 below = toneMapped(dry, pixel), above = toneMapped(wet, pixel);
     vec3 gain = above / max(below, vec3(1e-3));
     float scale = (1.0 - alpha) * luminance(gain) * luminance(dry) / max(luminance(wet), 1e-4);
     scale = clamp(scale, 0.0, min(min(gain.r, gain.g), min(gain.b, 1.0)));
