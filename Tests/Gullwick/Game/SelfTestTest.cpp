@@ -2,7 +2,11 @@
 
 #include "Gullwick/Game/GameHarness.h"
 
+#include <algorithm>
 #include <chrono>
+#include <functional>
+#include <string>
+#include <vector>
 
 namespace gull {
 namespace {
@@ -117,6 +121,76 @@ TEST_F(SelfTestTest, aControllerThatIgnoresTheFingerFails) {
     EXPECT_EQ(at("  FAIL  beach ends when everything is found"), 1);
     EXPECT_EQ(at("  FAIL  next beach unlocked"), 1);
     EXPECT_EQ(at("  ok    enters play"), 1);
+}
+
+/// Each check of the script sees the fault that it is for.
+TEST_F(SelfTestTest, everyCheckFailsOnItsOwnFault) {
+    struct Fault {
+        std::vector<int> beaches;
+        std::string check;
+        std::function<void()> plant;  ///< called all the time
+    };
+    const auto first = [this](bool treasure) { return buried(treasure).at(0); };
+    bool wasFinished = false;
+    const std::vector<Fault> faults{
+        {{1}, "enters play", [&] { game.phase = Phase::intro; }},
+        {{1},
+         "tray starts empty (3 slots)",
+         [&] {
+             game.tray = std::vector<bool>{false, true, false};
+         }},
+        {{1}, "tray starts empty (3 slots)", [&] { game.tray = std::vector<bool>(2); }},
+        {{1}, "tide clock starts full", [&] { game.timeLeft = game.spec->tideSeconds - 0.6; }},
+        {{1}, "signal builds on approach", [&] { game.setCoil(first(true).at); }},
+        {{1}, "signal builds on approach", [&] { game.setCoil(nowhere()); }},
+        {{2}, "junk reads as junk", [&] { game.setCoil(first(true).at); }},
+        {{2}, "digging junk counts it", [&] { game.isPaused = true; }},
+        {{3}, "ping costs tide", [&] { game.pings = 0; }},
+        {{3}, "ping costs tide", [&] { game.timeLeft = game.spec->tideSeconds; }},
+        {{1},
+         "an empty dig finds nothing",
+         [&] {
+             if (!game.hunt().holes().empty()) game.tray = std::vector<bool>(3, true);
+         }},
+        {{1}, "an empty dig finds nothing", [&] { game.isPaused = true; }},
+        {{1}, "Gold doubloon goes in the tray", [&] { game.tray = std::vector<bool>(3); }},
+        {{1},
+         "beach ends when everything is found",
+         [&] {
+             if (game.spec->number == 1 && game.hunt().isAllFound()) game.phase = Phase::intro;
+         }},
+        {{1}, "stars: 2 (expected 3)", [&] { game.earnedStars = 2; }},
+        {{2}, "stars: 3 (expected 2)", [&] { game.earnedStars = 3; }},
+        {{1}, "stars recorded", [&] { game.progress = CampaignProgress{}; }},
+        {{1}, "next beach unlocked", [&] { game.progress = CampaignProgress{}; }},
+        {{},
+         "the tide comes in",
+         [&] {
+             if (game.hunt().elapsed() > 5) game.beginBeach(1, false, 5);
+         }},
+        {{},
+         "result card after the flood",
+         [&] {
+             if (game.phase == Phase::finished) game.phase = Phase::flooding;
+         }},
+        {{},
+         "click tries again",
+         [&] {
+             wasFinished = wasFinished || game.phase == Phase::finished;
+             if (wasFinished) game.phase = Phase::finished;
+         }},
+    };
+    for (const Fault& fault : faults) {
+        SCOPED_TRACE(fault.check);
+        lines.clear();
+        status.reset();
+        const auto planted = loop.every(0.0005, fault.plant);
+        finish(SelfTest::play(loop, game, fault.beaches, output()));
+        EXPECT_EQ(status, 1);
+        EXPECT_TRUE(std::ranges::any_of(
+            lines, [&](const std::string& line) { return line.starts_with("  FAIL  " + fault.check); }));
+        game.isPaused = false;
+    }
 }
 
 TEST_F(SelfTestTest, aSingleFaultIsCountedInThePlural) {

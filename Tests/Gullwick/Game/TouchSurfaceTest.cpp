@@ -174,6 +174,14 @@ TEST_F(TouchSurfaceTest, theLastPlaceOfAFingerThatClickedIsMadeUpForAtTheRelease
     turn(0.1);
     surface.update();  // the finger has not stirred since
     EXPECT_EQ(game.target(), on(0.6, 0.4));
+
+    mouse(MouseEvent::Kind::down, 0, 0, 1);
+    surface.touches({{1, 0.7, 0.4}});
+    mouse(MouseEvent::Kind::up, 0, 0, 1);
+    turn(0.1);
+    surface.touches({{1, 0.8, 0.4}});
+    surface.update();
+    EXPECT_EQ(game.target(), on(0.8, 0.4)) << "the place during the click is outdated";
 }
 
 TEST_F(TouchSurfaceTest, aPadThatIsUnpluggedFreesThePointerAndLeavesTheSetting) {
