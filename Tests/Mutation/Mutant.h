@@ -2,29 +2,27 @@
 
 // Included by the changed sources that mutate.py writes.
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <bitset>
 #include <cstdlib>
-#include <string>
 
 namespace mutation {
 
-/// The change that this process makes: its number in the environment variable MUTANT; 0 for none.
-inline const int active = std::getenv("MUTANT") ? std::atoi(std::getenv("MUTANT")) : 0;
-/// Where the numbers of all places are noted that are reached, once each; -1 where nobody asked.
-inline const int trace = std::getenv("MUTANT_TRACE")
-                             ? ::open(std::getenv("MUTANT_TRACE"), O_WRONLY | O_APPEND | O_CREAT, 0600)
-                             : -1;
-inline std::bitset<20000> reached;
+inline int numberIn(const char* variable) {
+    const char* const text = std::getenv(variable);
+    return text ? std::atoi(text) : 0;
+}
 
-inline bool is(int number) {
-    if (trace >= 0 && !reached[static_cast<std::size_t>(number)]) {
-        reached.set(static_cast<std::size_t>(number));
-        const std::string line = std::to_string(number) + "\n";
-        if (::write(trace, line.data(), line.size()) < 0) std::abort();
-    }
+/// The change that this process makes: its number in the environment variable MUTANT; 0 for none.
+inline int active = numberIn("MUTANT");
+/// Whether the first time that a place is reached matters: in a process that notes it, or that tries changes
+/// in copies of itself. See Fork.h.
+inline bool watching = std::getenv("MUTANT_TRACE") || std::getenv("MUTANT_TRY");
+/// What happens there; true in a copy that makes the change.
+bool reached(int number);
+
+/// A load or two and a comparison: the changed places lie in loops over samples.
+[[gnu::always_inline]] inline bool is(int number) {
+    if (watching) [[unlikely]]
+        return reached(number);
     return number == active;
 }
 

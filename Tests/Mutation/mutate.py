@@ -2,17 +2,20 @@
 """Changes one thing at a time in the game's sources and asks the tests whether they notice.
 
     Tests/Mutation/mutate.py prepare [ROOM...]  builds the tests with all changes in them, each off
-    Tests/Mutation/mutate.py run [ROOM...] [--sample N] [--seed S] [--again]
-    Tests/Mutation/mutate.py report             what no test noticed
+    Tests/Mutation/mutate.py run [ROOM...] [--sample N] [--seed S] [--again | --survivors]
+    Tests/Mutation/mutate.py report [ROOM...]   what no test noticed
 
 Debian's packages have no tool for this that knows C++20, hence this script; it needs python3-clang-14, by which it
 finds statements, conditions, operators, literals and results. All changes of all files are compiled into one set of
-test programs, as branches that an environment variable chooses; a change then costs a run of the tests that reach
-it and no compilation. Everything lies in build-mutation. Files of the rooms that are headers are not changed.
+test programs, as branches; a change costs no compilation. Each test then runs once for all changes: where it first
+reaches one, the process copies itself, and the copy makes the change and runs to the end (Fork.h). Where that is
+impossible, the tests that reach the change run with the variable MUTANT. Everything lies in build-mutation. Files of
+the rooms that are headers are not changed.
 
-Equivalent.txt lists the changes that no test can notice, and why."""
+Equivalent.txt lists the changes that no test can notice, and why; they are not run. Results are kept by what was
+changed, so they outlive new lines in the sources; --survivors tries again only what no test noticed."""
 
-import argparse, collections, concurrent.futures, json, os, random, re, resource, subprocess, sys, time
+import argparse, collections, concurrent.futures, json, os, random, re, resource, subprocess, sys, tempfile
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
@@ -26,6 +29,10 @@ ROOMS = {
     "Gullwick/Game": ["Gullwick_Game_tests"],
     "Gullwick/App": ["Gullwick_App_tests", "Session_tests"],
 }
+# A source that every test program has.
+COMMON = "Sources/Engine/Log/Log.cpp"
+# Programs that start others or threads cannot be copied.
+WHOLE = {"Session_tests"}
 SWAPPED = {"<": "<=", "<=": "<", ">": ">=", ">=": ">", "==": "!=", "!=": "==", "+": "-", "-": "+", "*": "/",
            "/": "*", "&&": "||", "||": "&&", "+=": "-=", "-=": "+=", "*=": "/=", "/=": "*=", "%": "*"}
 
@@ -201,7 +208,8 @@ def prepare(options):
     for name in filter(None, names):
         source = ROOT / name
         if source.is_file() and not changes(name):
-            put(TREE / name, source.read_bytes())
+            more = f'#include "{TREE}/Tests/Mutation/Fork.h"\n' if name == COMMON else ""
+            put(TREE / name, source.read_bytes() + more.encode())
             (TREE / name).chmod(source.stat().st_mode)
     for name in filter(changes, names):
         if not (TREE / name).exists():
@@ -209,7 +217,7 @@ def prepare(options):
     subprocess.run(["cmake", "-S", TREE, "-B", BUILD, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release", "-DGULL_TESTS=ON"],
                    check=True, stdout=subprocess.DEVNULL)
     commands = {c["file"]: c["command"] for c in json.loads((BUILD / "compile_commands.json").read_text())}
-    files, number = {}, 0
+    files, number, alike = {}, 0, collections.Counter()
     for name in sorted(filter(changes, names)):
         path = TREE / name
         if str(path) in commands:
@@ -221,12 +229,16 @@ def prepare(options):
                 number += 1
                 site.number, site.alive, site.room = number, True, str(Path(name).parent.relative_to("Sources"))
                 site.line = source[:site.start].count(b"\n") + 1
+                what = f"{Path(name).name} {site.kind} {site.was} -> {site.now}"
+                alike[what] += 1
+                site.text = flat(source.split(b"\n")[site.line - 1].decode())
+                site.key = f"{what} #{alike[what]}"
             files[path] = (source, sites)
             write(path, source, sites)
     print(number, "changes in", len(files), "files")
     targets = programs(options)
     for attempt in range(40):
-        done = subprocess.run(["ninja", "-C", BUILD, "-k", "0", *targets], capture_output=True, text=True)
+        done = subprocess.run(["ninja", "-C", BUILD, "-k", "0", "-j", str(options.jobs), *targets], capture_output=True, text=True)
         if done.returncode == 0:
             break
         bad = collections.defaultdict(set)
@@ -249,7 +261,7 @@ def prepare(options):
             sys.exit(done.stdout[-4000:])
     else:
         sys.exit("it does not compile")
-    catalogue = [{"number": s.number, "room": s.room, "file": str(path.relative_to(TREE)), "line": s.line,
+    catalogue = [{"number": s.number, "key": s.key, "room": s.room, "file": str(path.relative_to(TREE)), "line": s.line, "text": s.text,
                   "kind": s.kind, "was": s.was, "now": s.now} for path, (_, sites) in files.items()
                  for s in sites if s.alive]
     (HOME / "catalogue.json").write_text(json.dumps(catalogue, indent=0))
@@ -258,7 +270,7 @@ def prepare(options):
 
 
 def environment(**more):
-    own = {k: v for k, v in os.environ.items() if not k.startswith(("GULLWICK_", "GW_", "DISPLAY", "WAYLAND"))}
+    own = {k: v for k, v in os.environ.items() if not k.startswith(("GULLWICK_", "DISPLAY", "WAYLAND"))}
     for name in ("CONFIG", "DATA", "STATE"):
         own[f"XDG_{name}_HOME"] = str(HOME / "home" / name.lower())
     return own | {"LIBGL_ALWAYS_SOFTWARE": "1"} | more
@@ -273,7 +285,7 @@ def ran(program, tests, cpu, **more):
     limit = lambda: resource.setrlimit(resource.RLIMIT_CPU, (cpu, cpu + 2))
     command = [binary(program), "--gtest_filter=" + ":".join(tests), "--gtest_fail_fast", "--gtest_brief=1"]
     try:
-        return subprocess.run(command, cwd=TREE, env=environment(**more), preexec_fn=limit, timeout=600,
+        return subprocess.run(command, cwd=TREE, env=environment(**more), preexec_fn=limit, timeout=600 + 20 * cpu,
                               stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, stdin=subprocess.DEVNULL).returncode == 0
     except subprocess.TimeoutExpired:
         return False
@@ -303,73 +315,135 @@ def trace(options):
     (HOME / "reach.json").write_text(json.dumps({"reach": reach, "cost": cost}))
 
 
-def judge(change, reach, cost, breadth):
-    programs = reach.get(str(change["number"]), {})
-    if not any(programs.get(program) for program in ROOMS[change["room"]]):
-        return "unreached", ""
-    for program in ROOMS[change["room"]]:
-        # First the tests that reach little else, a few at a time: most changes are noticed by one of them.
-        tests = sorted(programs.get(program, ()), key=lambda test: breadth[test])
-        for some in filter(None, (tests[:3], tests[3:10], tests[10:])):
-            cpu = int(10 + 4 * sum(cost[test] for test in some))
-            if not ran(program, some, cpu, MUTANT=str(change["number"])):
-                return "noticed", program
-    return "survived", ""
+def copies(program, test, numbers, seconds):
+    """What copies of one test's process, each with another change, said: "noticed", "passed" or "skipped" by number."""
+    with tempfile.TemporaryDirectory() as folder:
+        wanted, results, own = Path(folder) / "wanted", Path(folder) / "results", Path(folder) / "temporary"
+        own.mkdir()
+        wanted.write_text("\n".join(map(str, numbers)))
+        control = ran(program, [test], 3000, TMPDIR=str(own), MUTANT_TRY=str(wanted), MUTANT_RESULTS=str(results),
+                      MUTANT_SECONDS=str(int(seconds)))
+        said = results.read_text().splitlines() if control and results.exists() else []
+    verdicts = {int(number): verdict for verdict, number in map(str.split, said)}
+    return {} if 0 in verdicts else verdicts
+
+
+class Trial:
+    """All changes against all tests."""
+
+    def __init__(self, changes, reach, cost):
+        self.left = {change["number"]: change for change in changes}
+        self.reach, self.cost = reach, cost
+        self.breadth = collections.Counter(test for programs in reach.values() for tests in programs.values()
+                                           for test in tests)
+        self.whole = collections.defaultdict(list)  # by number: tests that have to run for this change alone
+
+    def reaches(self, number, program, test):
+        return test in self.reach.get(str(number), {}).get(program, ())
+
+    def split(self, program, test):
+        """Tries all changes that are left with one test; returns those that it noticed."""
+        numbers = [n for n in list(self.left) if self.reaches(n, program, test)]
+        verdicts = {}
+        if numbers and program not in WHOLE:
+            verdicts = copies(program, test, numbers, 4 * self.cost[test] + 3)
+        for number in numbers:
+            if verdicts.get(number, "skipped") == "skipped":
+                self.whole[number].append((program, test))
+        return [n for n in numbers if verdicts.get(n) == "noticed"]
+
+    def alone(self, number):
+        """The program of a test that notices the change, of those that could not be split."""
+        for program in programs_of(self.left[number]):
+            tests = sorted((t for p, t in self.whole[number] if p == program), key=lambda test: self.breadth[test])
+            for some in filter(None, (tests[:3], tests[3:10], tests[10:])):
+                if not ran(program, some, int(10 + 4 * sum(self.cost[t] for t in some)), MUTANT=str(number)):
+                    return program
+        return ""
+
+
+def programs_of(change):
+    return ROOMS[change["room"]]
+
+
+def latest():
+    """The last result of each change."""
+    results = HOME / "results.jsonl"
+    lines = results.read_text().splitlines() if results.exists() else []
+    return {result["key"]: result for result in map(json.loads, lines)}
 
 
 def run(options):
     catalogue = json.loads((HOME / "catalogue.json").read_text())
     notes = json.loads((HOME / "reach.json").read_text())
-    results = HOME / "results.jsonl"
-    known = set()
-    if results.exists() and not options.again:
-        known = {json.loads(line)["number"] for line in results.read_text().splitlines()}
-    elif results.exists():
-        results.unlink()
+    if options.again:
+        (HOME / "results.jsonl").unlink(missing_ok=True)
+    known, excuses = latest(), equivalent()
+    done = {key for key, result in known.items() if result["verdict"] == "noticed" or not options.survivors}
     chosen = [c for c in catalogue if not options.rooms or c["room"] in options.rooms]
     random.Random(options.seed).shuffle(chosen)
-    chosen = [c for c in chosen[:options.sample or None] if c["number"] not in known]
-    breadth = collections.Counter(test for programs in notes["reach"].values() for tests in programs.values()
-                                  for test in tests)
-    with results.open("a") as out, concurrent.futures.ThreadPoolExecutor(options.jobs) as pool:
-        def one(change):
-            verdict, by = judge(change, notes["reach"], notes["cost"], breadth)
-            return change | {"verdict": verdict, "by": by}
-        for future in concurrent.futures.as_completed([pool.submit(one, change) for change in chosen]):
-            result = future.result()
-            out.write(json.dumps(result) + "\n")
+    chosen = [c for c in chosen[:options.sample or None] if c["key"] not in done]
+    if options.survivors:
+        chosen = [c for c in chosen if c["key"] in known]
+    trial = Trial([c for c in chosen if not excused(c, excuses)], notes["reach"], notes["cost"])
+    with (HOME / "results.jsonl").open("a") as out, concurrent.futures.ThreadPoolExecutor(options.jobs) as pool:
+        def note(change, verdict, by=""):
+            trial.left.pop(change["number"], None)
+            out.write(json.dumps(change | {"verdict": verdict, "by": by}) + "\n")
             out.flush()
-            if result["verdict"] in ("survived", "unreached"):
-                print(describe(result), flush=True)
+            if verdict in ("survived", "unreached"):
+                print(describe(change | {"verdict": verdict}), flush=True)
+        for change in chosen:
+            if change["number"] not in trial.left:
+                note(change, "equivalent")
+        jobs = {}
+        for program in programs(options):
+            tests = {t for n in trial.left for t in notes["reach"].get(str(n), {}).get(program, ())}
+            for test in sorted(tests, key=lambda test: trial.cost[test]):
+                jobs[pool.submit(trial.split, program, test)] = test
+        for job in concurrent.futures.as_completed(jobs):
+            for number in job.result():
+                if number in trial.left:
+                    note(trial.left[number], "noticed", jobs[job])
+        jobs = {pool.submit(trial.alone, number): change for number, change in trial.left.items()}
+        for job in concurrent.futures.as_completed(jobs):
+            reached = any(notes["reach"].get(str(jobs[job]["number"]), {}).get(p) for p in programs_of(jobs[job]))
+            note(jobs[job], "noticed" if job.result() else "survived" if reached else "unreached", job.result())
     report(options)
 
 
 def describe(result):
     return (f'{result["file"]}:{result["line"]} {result["verdict"]}, {result["kind"]}: {result["was"]}'
-            + (f' -> {result["now"]}' if result["now"] else ""))
+            + (f' -> {result["now"]}' if result["now"] else "")
+            + (f'   in  {result["text"]}' if result["kind"] == "constant" else ""))
 
 
-def excused():
+def equivalent():
     path = ROOT / "Tests/Mutation/Equivalent.txt"
     lines = [line for line in path.read_text().splitlines() if line and not line.startswith(("#", " "))]
-    return {tuple(part.strip() for part in (line + " ").split(" | ")) for line in lines}
+    return [[part.strip() for part in (line + " ").split(" | ")] for line in lines]
 
 
-def report(_):
-    results = [json.loads(line) for line in (HOME / "results.jsonl").read_text().splitlines()]
-    excuses = excused()
+def excused(change, excuses):
+    return any([Path(change["file"]).name, change["was"], change["now"]] == excuse[:3]
+               and all(part in change["text"] for part in excuse[3:]) for excuse in excuses)
+
+
+def report(options):
+    places = collections.Counter(c["room"] for c in json.loads((HOME / "catalogue.json").read_text()))
+    results = [r for r in latest().values() if not options.rooms or r["room"] in options.rooms]
+    excuses = equivalent()
     table = collections.defaultdict(collections.Counter)
     for result in results:
-        verdict = result["verdict"]
-        if verdict != "noticed" and (Path(result["file"]).name, result["was"], result["now"]) in excuses:
-            verdict = "equivalent"
-        table[result["room"]][verdict] += 1
-        result["verdict"] = verdict
+        if result["verdict"] != "noticed" and excused(result, excuses):
+            result["verdict"] = "equivalent"
+        table[result["room"]][result["verdict"]] += 1
     for result in sorted(results, key=lambda r: (r["file"], r["line"])):
         if result["verdict"] in ("survived", "unreached"):
             print(describe(result))
     for room, counts in table.items():
-        print(f"{room}: {sum(counts.values())} changes, " + ", ".join(f"{n} {v}" for v, n in sorted(counts.items())))
+        print(f"{room}: {sum(counts.values())} of {places[room]} changes, "
+              + ", ".join(f"{n} {v}" for v, n in sorted(counts.items())))
 
 
 def main():
@@ -380,6 +454,7 @@ def main():
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--jobs", type=int, default=2)
     parser.add_argument("--again", action="store_true", help="forget earlier results")
+    parser.add_argument("--survivors", action="store_true", help="only what no test has noticed so far")
     options = parser.parse_args()
     {"prepare": prepare, "trace": trace, "run": run, "report": report}[options.action](options)
 
