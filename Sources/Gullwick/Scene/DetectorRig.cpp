@@ -43,6 +43,7 @@ class Fineness {
     static constexpr double fine = 1, coarse = 2.0 / 3;
 
     explicit constexpr Fineness(double share) : share_(share) {}
+    bool isCoarse() const { return share_ < fine; }
     int operator()(int pieces) const { return static_cast<int>(std::lround(share_ * pieces)); }
 
   private:
@@ -79,6 +80,37 @@ class Assembly {
     MeshBuilder mesh_;
 };
 
+/// A part of a dark mesh in a colour of its own.
+Geometry tinted(Geometry geometry, const RGB& colour) {
+    const glm::vec3 base = glm::vec3(0.07F, 0.075F, 0.08F), wanted(colour.r, colour.g, colour.b);
+    const glm::vec3 gain = glm::pow(wanted, glm::vec3(2.2F)) / glm::pow(base, glm::vec3(2.2F));
+    for (Geometry::Vertex& vertex : geometry.vertices) vertex.colour *= glm::vec4(gain, 1);
+    return geometry;
+}
+
+/// What the hand turns and the eye reads on top of the control box: a dial with its needle, a knob, two
+/// buttons.
+void addFace(Assembly& assembly, const glm::dvec3& box, const glm::dvec3& angles, Fineness in) {
+    Node turned;
+    turned.position = box;
+    turned.eulerAngles = angles;
+    const auto add = [&](Geometry geometry, const glm::dvec3& at, const RGB& colour, double turn = 0) {
+        Node place;
+        place.position = at;
+        place.eulerAngles = {0, turn, 0};
+        const glm::dmat4 there = turned.localTransform() * place.localTransform();
+        MeshBuilder mesh;
+        mesh.append(tinted(std::move(geometry), colour), there);
+        assembly.add(mesh.take());
+    };
+    add(primitives::box(0.25, 0.012, 0.23, 0), {0, 0.1, -0.08}, {0.2, 0.21, 0.22});
+    add(primitives::box(0.21, 0.012, 0.19, 0), {0, 0.104, -0.08}, {0.4, 0.48, 0.38});
+    add(primitives::box(0.012, 0.012, 0.13, 0), {0.015, 0.108, -0.07}, {0.05, 0.06, 0.05}, -0.5);
+    add(primitives::cylinder(0.055, 0.06, in(15)), {-0.06, 0.12, 0.12}, {0.95, 0.42, 0.18});
+    for (const double z : {0.09, 0.16})
+        add(primitives::cylinder(0.026, 0.03, in(9)), {0.07, 0.107, z}, {0.45, 0.44, 0.42});
+}
+
 }  // namespace
 
 DetectorRig::DetectorRig(Node& parent, Textures& textures)
@@ -96,8 +128,10 @@ void DetectorRig::buildCoil(Textures& textures) {
     const auto frame = [](Fineness in) {
         Assembly assembly;
         assembly.add(primitives::torus(0.64, 0.075, in(48), in(10)), {0, 0, 0}, {0, 0, 0}, {1, 0.7, 1});
+        // Edges narrower than a pixel would come and go as they glint.
+        const double chamfer = in.isCoarse() ? 0 : 0.01;
         for (const double degrees : {0.0, 60.0, 120.0})
-            assembly.add(primitives::box(1.2, 0.035, 0.06, 0.01), {}, {0, glm::radians(degrees), 0});
+            assembly.add(primitives::box(1.2, 0.035, 0.06, chamfer), {}, {0, glm::radians(degrees), 0});
         return assembly.take();
     };
     part(tilt_, frame, dark());
@@ -144,7 +178,9 @@ void DetectorRig::buildShaft() {
     const auto body = [&](Fineness in) {
         Assembly assembly(bodyAngles);
         assembly.add(primitives::box(0.12, 0.16, 0.22, 0.03), {0, 0.1, 0});
-        assembly.add(primitives::box(0.34, 0.2, 0.5, 0.05), onShaft(3.1, 2 * shaftFoot), bodyAngles);
+        const glm::dvec3 box = onShaft(3.1, 2 * shaftFoot);
+        assembly.add(primitives::box(0.34, 0.2, 0.5, 0.05), box, bodyAngles);
+        addFace(assembly, box, bodyAngles, in);
         assembly.add(primitives::cylinder(0.075, 0.7, in(24)), onShaft(3.75, shaftFoot), along);
         return assembly.take();
     };
