@@ -20,7 +20,7 @@ constexpr int leastSmoothed = 400;
 constexpr int smoothedPerTriangle = 4;
 
 /// Pixels that a shape moves from one frame to the next beyond which nobody sees its edges.
-constexpr int fast = 3;
+constexpr int fast = 8;
 
 bool isSmoothed(const DrawItem& item) {
     std::size_t triangles = 0;
@@ -61,7 +61,7 @@ const Target& FastFrame::draw(const Stage& stage, StaticLayer& layer, int stripP
     context_.device.copyDepth(scene.ground.depth, picture_.depth(), wet);
     markCovered(scene, wet, part);
 
-    // 4. Light, opaque things, the water they stand in, their edges; blended and unlit things.
+    // 4. Light, opaque things, the water they stand in, blended things, the edges; unlit things.
     const DrawTarget target = picture_.whole().within(part);
     light_.applyChange(change, scene.reach, part, picture_.firstColour());
     SurfacePass pass = scene.surfacePass(target, Shading::Output::display);
@@ -70,9 +70,9 @@ const Target& FastFrame::draw(const Stage& stage, StaticLayer& layer, int stripP
     pass.shading.small = true;
     for (const DrawItem& item : scene.list.moving.opaque) drawSurface(context_, pass, item, part);
     water_.draw(scene, wet, picture_.whole(), mirrors);
-    smoothEdges(scene, part);
     const DrawLayer* layers[] = {&scene.list.moving};
     drawBlended(context_, pass, layers, part);
+    smoothEdges(scene, part);  // with what is blended behind the edges
     drawUnlit(context_, pass, layers, part, stage.time);
     rememberPlaces(scene.list.moving);
     return picture_;

@@ -141,6 +141,12 @@ void main() {
     float roughness = max(kSurface.y, 0.045);
 #endif
     float facets = roughness * roughness;
+#if defined(UNIFORMS_PER_PIXEL) && !defined(NORMAL_MAP)
+    // So does what turns within the pixel: thin pipes would glint in dots.
+    vec3 across = dFdx(n), along = dFdy(n);
+    facets = sqrt(min(facets * facets + min(0.5 * (dot(across, across) + dot(along, along)), 0.2), 1.0));
+    roughness = sqrt(facets);
+#endif
 #ifdef NORMAL_MAP
     // Detail lost in the averaged normal returns as roughness: variance = (1 - |n|) / |n|.
     float variance = min((1.0 - normalLength) / normalLength, 0.3);
