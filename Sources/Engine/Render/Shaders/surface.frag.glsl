@@ -143,8 +143,8 @@ void main() {
     float facets = roughness * roughness;
 #if defined(UNIFORMS_PER_PIXEL) && !defined(NORMAL_MAP)
     // So does what turns within the pixel: thin pipes would glint in dots.
-    vec3 across = dFdx(n), along = dFdy(n);
-    facets = sqrt(min(facets * facets + min(0.5 * (dot(across, across) + dot(along, along)), 0.2), 1.0));
+    vec3 turnX = dFdx(n), turnY = dFdy(n);
+    facets = sqrt(min(facets * facets + min(0.5 * (dot(turnX, turnX) + dot(turnY, turnY)), 0.2), 1.0));
     roughness = sqrt(facets);
 #endif
 #ifdef NORMAL_MAP
