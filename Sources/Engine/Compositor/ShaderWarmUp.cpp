@@ -66,8 +66,7 @@ struct ShaderWarmUp::Stock {
     Target light, surface, depth, movingShadow;
     GlSampler quickEnvironment;
     FrameUniforms frame;
-    std::shared_ptr<Texture> map =
-        std::make_shared<Texture>(Texture::Encoding::srgb, Image(mapSize, mapSize));
+    std::shared_ptr<Texture> map = std::make_shared<Texture>(Image(mapSize, mapSize));
     GeometryRef triangle = std::make_shared<const Geometry>(primitives::plane(1, 1));
 };
 

@@ -187,8 +187,7 @@ std::vector<ProgramUse> programUses(const std::shared_ptr<Texture>& map) {
 
 std::vector<ProgramKey> programList() {
     std::set<ProgramKey> keys;
-    for (const ProgramUse& use : programUses(std::make_shared<Texture>(Texture::Encoding::srgb, Image(1, 1))))
-        keys.insert(use.key);
+    for (const ProgramUse& use : programUses(std::make_shared<Texture>(Image(1, 1)))) keys.insert(use.key);
     return {keys.begin(), keys.end()};
 }
 

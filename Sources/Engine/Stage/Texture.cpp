@@ -28,11 +28,9 @@ PixelRect united(const PixelRect& a, const PixelRect& b) {
 
 }  // namespace
 
-Texture::Texture(Encoding encoding, std::function<Image()> make)
-    : encoding_(encoding), id_(nextId()), make_(std::move(make)) {}
+Texture::Texture(std::function<Image()> make) : id_(nextId()), make_(std::move(make)) {}
 
-Texture::Texture(Encoding encoding, Image image)
-    : encoding_(encoding), id_(nextId()), drawn_(true), image_(std::move(image)) {}
+Texture::Texture(Image image) : id_(nextId()), drawn_(true), image_(std::move(image)) {}
 
 const Image& Texture::image() const {
     if (!drawn_) {

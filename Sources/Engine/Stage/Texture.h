@@ -11,18 +11,16 @@
 namespace gull {
 
 /// An image used by materials; texture coordinate (0, 0) is its lower left corner, (1, 1) its upper right
-/// one. Its pixels are drawn on first use, so a stage that nobody renders costs no drawing. A texture may
-/// change later, in whole or in part; the owner of a copy compares `version()` and asks what changed since.
+/// one. What its values mean follows from its use: colours are sRGB, normals linear. Its pixels are drawn on
+/// first use, so a stage that nobody renders costs no drawing. A texture may change later, in whole or in
+/// part; the owner of a copy compares `version()` and asks what changed since.
 class Texture {
   public:
-    enum class Encoding { srgb, linear };  ///< linear: normal maps and other data
-
     /// `make` is called by the first image() and again after forgetPixels(); it must return the same image
     /// each time.
-    Texture(Encoding encoding, std::function<Image()> make);
-    Texture(Encoding encoding, Image image);
+    explicit Texture(std::function<Image()> make);
+    explicit Texture(Image image);
 
-    Encoding encoding() const { return encoding_; }
     /// Unique in the process, never reused.
     std::uint64_t id() const { return id_; }
     const Image& image() const;
@@ -49,7 +47,6 @@ class Texture {
     };
     void changed(const PixelRect& rect);
 
-    Encoding encoding_;
     std::uint64_t id_;
     std::uint64_t version_ = 1;
     mutable bool drawn_ = false;

@@ -43,7 +43,7 @@ class Textures {
     Ref grainNormal(int size, std::uint64_t seed, int blur, double strength);
 
   private:
-    Ref kept(const std::string& key, Texture::Encoding encoding, std::function<Image()> make);
+    Ref kept(const std::string& key, std::function<Image()> make);
 
     std::map<std::string, Ref> store_;
 };

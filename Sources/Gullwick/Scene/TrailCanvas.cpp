@@ -50,7 +50,7 @@ PixelRect united(const PixelRect& a, const PixelRect& b) {
 
 TrailCanvas::TrailCanvas() : image_(width, height) {
     reset();
-    texture_ = std::make_shared<Texture>(Texture::Encoding::srgb, image_);
+    texture_ = std::make_shared<Texture>(image_);
 }
 
 void TrailCanvas::reset() {

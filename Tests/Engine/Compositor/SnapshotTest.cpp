@@ -185,7 +185,7 @@ TEST_F(Snapshot, TexturesStandUprightAndFollowTheirUpdates) {
     std::fill(picture.pixels.begin(), picture.pixels.end(), std::uint8_t{255});
     for (int y = 0; y < 32; ++y)
         for (int x = 0; x < 32; ++x) picture.at(x, y)[0] = 0;  // top left: no red
-    auto texture = std::make_shared<Texture>(Texture::Encoding::srgb, picture);
+    auto texture = std::make_shared<Texture>(picture);
     flat.material->diffuseMap.texture = texture;
     Image image = renderer->snapshot(flat.stage, {64, 64});
     EXPECT_LE(image.at(12, 12)[0], 1);

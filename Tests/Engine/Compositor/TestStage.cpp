@@ -30,25 +30,23 @@ Image picture(int width, int height, Maker maker) {
 }
 
 std::shared_ptr<Texture> normals(double across, double along, double bend) {
-    return std::make_shared<Texture>(
-        Texture::Encoding::linear, picture(128, 128, [=](double u, double v) {
-            double x = bend * std::cos(2 * pi * (across * u + 0.3 * std::sin(2 * pi * v)));
-            double y = bend * std::cos(2 * pi * (along * v + 0.2 * std::sin(2 * pi * u)));
-            double l = std::sqrt(x * x + y * y + 1);
-            return Colour{x / l / 2 + 0.5, y / l / 2 + 0.5, 1 / l / 2 + 0.5, 1};
-        }));
+    return std::make_shared<Texture>(picture(128, 128, [=](double u, double v) {
+        double x = bend * std::cos(2 * pi * (across * u + 0.3 * std::sin(2 * pi * v)));
+        double y = bend * std::cos(2 * pi * (along * v + 0.2 * std::sin(2 * pi * u)));
+        double l = std::sqrt(x * x + y * y + 1);
+        return Colour{x / l / 2 + 0.5, y / l / 2 + 0.5, 1 / l / 2 + 0.5, 1};
+    }));
 }
 
 std::shared_ptr<Texture> sky(int width) {
-    return std::make_shared<Texture>(
-        Texture::Encoding::srgb, picture(width, width / 2, [](double u, double v) {
-            double up = v * 2 - 1;
-            Colour c =
-                up < 0 ? Colour{0.4, 0.36, 0.3, 1}
+    return std::make_shared<Texture>(picture(width, width / 2, [](double u, double v) {
+        double up = v * 2 - 1;
+        Colour c = up < 0
+                       ? Colour{0.4, 0.36, 0.3, 1}
                        : Colour{0.95 - 0.65 * std::sqrt(up), 0.85 - 0.35 * std::sqrt(up), 0.8 - 0.05 * up, 1};
-            double sun = std::exp(-((u - 0.4) * (u - 0.4) * 4 + (v - 0.62) * (v - 0.62)) * 300);
-            return Colour{c.r + sun, c.g + sun * 0.9, c.b + sun * 0.7, 1};
-        }));
+        double sun = std::exp(-((u - 0.4) * (u - 0.4) * 4 + (v - 0.62) * (v - 0.62)) * 300);
+        return Colour{c.r + sun, c.g + sun * 0.9, c.b + sun * 0.7, 1};
+    }));
 }
 
 double height(double x, double z) {
@@ -92,8 +90,7 @@ std::shared_ptr<Material> pbr(const Colour& colour, double metalness, double rou
 }  // namespace
 
 std::shared_ptr<Texture> plainTexture(const Colour& colour, int width, int height) {
-    return std::make_shared<Texture>(Texture::Encoding::srgb,
-                                     picture(width, height, [=](double, double) { return colour; }));
+    return std::make_shared<Texture>(picture(width, height, [=](double, double) { return colour; }));
 }
 
 double encodedByte(double v) {

@@ -18,7 +18,7 @@ namespace {
 /// A layer with one opaque thing, one blended one and a lamp.
 struct LayerOfTwo {
     LayerOfTwo() {
-        material.diffuseMap.texture = std::make_shared<Texture>(Texture::Encoding::srgb, Image(2, 2));
+        material.diffuseMap.texture = std::make_shared<Texture>(Image(2, 2));
         DrawItem item;
         item.mesh = &mesh;
         item.material = &material;

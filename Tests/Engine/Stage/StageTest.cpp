@@ -140,7 +140,7 @@ TEST(Stage, tellsWhichPartsOfTheKeptLayerChanged) {
 
 TEST(Texture, isDrawnOnceAndOnlyWhenAsked) {
     int drawings = 0;
-    const Texture texture(Texture::Encoding::srgb, [&] {
+    const Texture texture([&] {
         ++drawings;
         return Image(4, 2);
     });
@@ -149,11 +149,11 @@ TEST(Texture, isDrawnOnceAndOnlyWhenAsked) {
     EXPECT_EQ(texture.image().width, 4);
     EXPECT_EQ(&texture.image(), &texture.image());
     EXPECT_EQ(drawings, 1);
-    EXPECT_NE(texture.id(), Texture(Texture::Encoding::srgb, Image(1, 1)).id());
+    EXPECT_NE(texture.id(), Texture(Image(1, 1)).id());
 }
 
 TEST(Texture, forgetsOnlyPixelsThatCanBeDrawnAgain) {
-    Texture texture(Texture::Encoding::srgb, [] { return Image(4, 2); });
+    Texture texture([] { return Image(4, 2); });
     EXPECT_EQ(texture.image().width, 4);
     texture.forgetPixels();
     EXPECT_FALSE(texture.isDrawn());
@@ -168,7 +168,7 @@ TEST(Texture, forgetsOnlyPixelsThatCanBeDrawnAgain) {
 }
 
 TEST(Texture, updatesOnlyTheRectangleAndRemembersIt) {
-    Texture texture(Texture::Encoding::srgb, Image(64, 32));
+    Texture texture(Image(64, 32));
     Image source(64, 32);
     for (auto& byte : source.pixels) byte = 200;
     texture.update(source, {10, 4, 5, 6});
