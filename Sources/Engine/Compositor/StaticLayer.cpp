@@ -13,6 +13,7 @@ namespace {
 // The size of a step that a frame waits for, pixels.
 constexpr PixelSize tileSize{320, 128};
 constexpr int stripHeight = 100;
+constexpr int skyMapsAtOnce = 2;
 
 std::vector<PixelArea> tilesOf(const PixelArea& area, const PixelSize& size) {
     std::vector<PixelArea> tiles;
@@ -90,6 +91,10 @@ std::vector<PixelArea> StaticLayer::partsOf(Step step, const Scene& scene) const
             const int size = passes_.shadowSize(scene);
             return tilesOf(PixelArea{0, 0, size, size}, {size, work_.hurried ? size / 8 : size});
         }
+        case Step::sky:  // rows stand for maps; what changes later is too small to show in them
+            if (!everything) return {};
+            return tilesOf({0, 0, 1, passes_.skyMaps()},
+                           {1, work_.hurried ? skyMapsAtOnce : passes_.skyMaps()});
         case Step::depth:
         case Step::contact:
             return tilesOf(work_.area, strip);
@@ -118,6 +123,9 @@ void StaticLayer::drawPart(const Scene& scene, const PixelArea& part) {
             else if (work_.recast)
                 passes_.redrawSunShadow(scene, *work_.changed);
             casters_ = casterHash(scene.list.still);
+            break;
+        case Step::sky:
+            passes_.drawSkyMaps(scene, part.y, part.height);
             break;
         case Step::depth:
             passes_.drawDepth(scene, part);

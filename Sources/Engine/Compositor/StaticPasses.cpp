@@ -13,6 +13,12 @@
 
 namespace gull {
 
+namespace {
+
+constexpr SkyMaps::Detail skyDetail{16, 384};
+
+}  // namespace
+
 StaticPasses::StaticPasses(RenderContext& context) : context_(context), frame_(context.device) {}
 
 void StaticPasses::begin(const Viewpoint& view, int mostShadow) {
@@ -42,6 +48,7 @@ void StaticPasses::prepare(const Scene& scene) {
     block_ = frameBlock(scene.stage, view_, scene.list, environment.irradiance, context_.options);
     setLamps(block_, scene.list.still.lamps);
     frame_.upload(block_);
+    dome_ = environment.dome;
     paint_.begin(context_, scene.list.still.opaque, view_.size);
 }
 
@@ -55,6 +62,16 @@ void StaticPasses::drawSunShadow(const Scene& scene, const PixelArea& texels) {
 
 void StaticPasses::redrawSunShadow(const Scene& scene, const Box& changed) {
     shadow_.redraw(context_, scene.list.still, {scene.list.sun.matrix, shadowSize(scene)}, changed);
+}
+
+int StaticPasses::skyMaps() const {
+    return hasContactShadows() ? skyDetail.parts : 0;
+}
+
+void StaticPasses::drawSkyMaps(const Scene& scene, int first, int count) {
+    const DrawLayer* layers[] = {&scene.list.still};
+    if (first == 0) sky_.setLight(scene.stage, dome_.get(), block_, context_.options, skyDetail);
+    sky_.draw(context_, layers, first, count);
 }
 
 void StaticPasses::drawDepth(const Scene& scene, const PixelArea& area) {
@@ -87,7 +104,10 @@ bool StaticPasses::hasContactShadows() const {
 }
 
 void StaticPasses::drawContactShadows(const PixelArea& area) {
-    if (hasContactShadows()) contact_.draw(context_, depth_.depth(), view_, area, frame_.name());
+    if (!hasContactShadows()) return;
+    contact_.draw(context_,
+                  {depth_.depth(), sunShadow_ ? shadow_.texture() : TextureRef(), sky_, frame_.name()}, view_,
+                  area);
 }
 
 SurfacePass StaticPasses::surfacePass(const Scene& scene, const DrawTarget& target) const {

@@ -38,23 +38,27 @@ class StaticPasses {
     /// 1. The sun's shadow map: a part of its texels, or the part that `changed` (world space) covers.
     void drawSunShadow(const Scene& scene, const PixelArea& texels);
     void redrawSunShadow(const Scene& scene, const Box& changed);
-    /// 2. Depth, and the farthest depth in coarse pixels.
+    /// 2. The maps of what hides the sky: `count` of them from `first` on. Begin with the first: it takes
+    /// over the light.
+    void drawSkyMaps(const Scene& scene, int first, int count);
+    /// 3. Depth, and the farthest depth in coarse pixels.
     void drawDepth(const Scene& scene, const PixelArea& area);
-    /// 3. What the CPU knows of the depth: relief and edges.
+    /// 4. What the CPU knows of the depth: relief and edges.
     void readDepth(const Scene& scene, const PixelArea& area);
-    /// 4. Contact shadows, from depth.
+    /// 5. How much of the light of sky and ground arrives: from the maps and the picture's depth.
     void drawContactShadows(const PixelArea& area);
-    /// 5. Light and surfaces from shadow map, depth and contact shadows: one sample a pixel.
+    /// 6. Light and surfaces from shadow map, depth and contact shadows: one sample a pixel.
     void drawSurfaces(const Scene& scene, const PixelArea& area);
-    /// 6. The same with four samples a pixel in the cells of `area` that show an edge.
+    /// 7. The same with four samples a pixel in the cells of `area` that show an edge.
     void drawEdges(const Scene& scene, const PixelArea& area);
-    /// 7. The glow around bright light, including the sun's in the sea, which moves but hardly leaves its
+    /// 8. The glow around bright light, including the sun's in the sea, which moves but hardly leaves its
     /// place.
     void findBloom(const Scene& scene);
-    /// 8. Paint, and the tone-mapped picture from light, paint and bloom.
+    /// 9. Paint, and the tone-mapped picture from light, paint and bloom.
     void drawPicture(const PixelArea& area);
 
     bool castsSunShadow(const Scene& scene) const { return scene.list.sun.castsShadow(); }
+    int skyMaps() const;
     int shadowSize(const Scene& scene) const;  ///< texels a side; the scene has a sun
     const Viewpoint& view() const { return view_; }
     StaticPictures pictures() const;
@@ -76,6 +80,8 @@ class StaticPasses {
     FrameBlock block_;
     FrameUniforms frame_;
     ShadowMap shadow_;
+    SkyMaps sky_;
+    std::shared_ptr<const SkyDome> dome_;
     ContactShadows contact_;
     Target depth_;
     std::vector<float> depths_;  ///< the contents of depth_, lowest row first

@@ -24,6 +24,9 @@ struct Setter {
     void operator()(const glm::vec2& v) const { glProgramUniform2fv(stage, place, 1, glm::value_ptr(v)); }
     void operator()(const glm::vec3& v) const { glProgramUniform3fv(stage, place, 1, glm::value_ptr(v)); }
     void operator()(const glm::vec4& v) const { glProgramUniform4fv(stage, place, 1, glm::value_ptr(v)); }
+    void operator()(const std::vector<glm::vec4>& v) const {
+        glProgramUniform4fv(stage, place, static_cast<GLsizei>(v.size()), glm::value_ptr(v.front()));
+    }
     void operator()(const glm::mat3& v) const {
         glProgramUniformMatrix3fv(stage, place, 1, GL_FALSE, glm::value_ptr(v));
     }

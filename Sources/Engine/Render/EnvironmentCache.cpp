@@ -41,11 +41,12 @@ EnvironmentCache::Environment EnvironmentCache::get(const std::shared_ptr<Textur
         }
         entry.cube = makeCube(keeper_, FilteredSky::baseSize, cubeLevels(filtered));
         entry.irradiance = filtered.irradiance;
+        entry.dome = sky ? std::make_shared<const SkyDome>(std::move(filtered.dome)) : nullptr;
         entry.sunOnGround = sunOnGround;
         entry.owner = sky;
         entry.version = version;
     }
-    return {{entry.cube.name(), TextureRef::Kind::cube}, entry.irradiance};
+    return {{entry.cube.name(), TextureRef::Kind::cube}, entry.irradiance, entry.dome};
 }
 
 void EnvironmentCache::collectGarbage() {

@@ -3,6 +3,7 @@
 #include "Engine/Gl/GlObjects.h"
 #include "Engine/Gl/TextureRef.h"
 #include "Engine/Render/RenderOptions.h"
+#include "Engine/Render/SkyDome.h"
 #include "Engine/Stage/Texture.h"
 
 #include <array>
@@ -23,6 +24,7 @@ class EnvironmentCache {
     struct Environment {
         TextureRef cube;                      ///< for reflections; valid until collectGarbage()
         std::array<glm::vec3, 9> irradiance;  ///< see FilteredSky
+        std::shared_ptr<const SkyDome> dome;  ///< null for the black environment
     };
     /// The environment of `sky` (null: a black one). `sunOnGround` is the sun's light on level ground; if it
     /// changes, the cube is made again.
@@ -34,6 +36,7 @@ class EnvironmentCache {
         std::weak_ptr<Texture> owner;
         GlTexture cube;
         std::array<glm::vec3, 9> irradiance{};
+        std::shared_ptr<const SkyDome> dome;
         glm::vec3 sunOnGround{0};
         std::uint64_t version = 0;
     };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <glm/vec3.hpp>
+
 namespace gull {
 
 /// The numbers that belong to the look of light rather than to one scene.
@@ -24,7 +26,11 @@ struct RenderOptions {
     // Contact shadows.
     float contactShadowRadius = 0.55f;   ///< world units
     float contactShadowStrength = 2.4f;  ///< exponent on the open share of the sky
-    float contactShadowOfSun = 0.5f;     ///< share of the contact shadow that also dims the sun
+    float contactShadowOfSun = 0.25f;    ///< share of the contact shadow that also dims the sun
+    float contactShadowOfSky = 0.1f;     ///< exponent on the contact shadow that also dims the sky
+
+    /// Of the ground, as far as it lights what stands on it: sand. It lies at height 0.
+    glm::vec3 groundAlbedo{0.74F, 0.56F, 0.31F};
 
     // The sea and other mirrors.
     float glintSpread = 1.0f;  ///< how much of a normal map's lost detail turns into roughness

@@ -232,6 +232,8 @@ FilteredSky filterSky(const Image& sky, const glm::vec3& groundGain, float mirro
     for (const Panorama::Level& level : panorama.levels)
         if (level.width >= 64) small = &level;
     result.irradiance = project(*small);
+    result.dome = {small->width,
+                   {small->pixels.begin(), small->pixels.begin() + small->width * (small->height / 2)}};
     const glm::vec3 mean = panorama.mean();
 
     constexpr int looksOf[FilteredSky::levels] = {1, 8, 24, 48, 64, 64};

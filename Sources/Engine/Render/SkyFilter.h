@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Engine/Raster/Image.h"
+#include "Engine/Render/SkyDome.h"
 
 #include <array>
 #include <glm/vec3.hpp>
@@ -17,6 +18,7 @@ struct FilteredSky {
     /// Coefficients such that a white Lambert surface with normal n has the radiance c0 + c1 y + c2 z + c3 x
     /// + c4 xy + c5 yz + c6 (3 zz - 1) + c7 xz + c8 (xx - yy).
     std::array<glm::vec3, 9> irradiance{};
+    SkyDome dome;
     /// For each level six faces in OpenGL's order (+x, -x, +y, -y, +z, -z), row by row.
     std::array<std::vector<glm::vec4>, levels> faces;
 };

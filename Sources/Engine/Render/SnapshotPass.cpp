@@ -19,6 +19,8 @@ namespace {
 /// Rows drawn at once, so that the multisampled buffers stay small for any size of picture.
 constexpr int rowsOfTile = 256;
 
+constexpr SkyMaps::Detail skyDetail{32, 512};
+
 using Layers = std::array<const DrawLayer*, 3>;
 
 std::vector<Lamp> allLamps(const Layers& layers) {
@@ -77,7 +79,10 @@ Target drawSnapshot(RenderContext& context, const Stage& stage, const PixelSize&
     for (const DrawLayer* layer : layers)
         drawDepth(context, depth.whole(), frame.name(), layer->opaque, view);
     if (shading.contactShadows) {
-        contact.draw(context, depth.depth(), view, whole, frame.name());
+        SkyMaps sky;
+        sky.setLight(stage, environment.dome.get(), block, context.options, skyDetail);
+        sky.draw(context, layers, 0, sky.parts());
+        contact.draw(context, {depth.depth(), inputs.sunShadow, sky, frame.name()}, view, whole);
         inputs.groundDepth = depth.depth();
         inputs.contactShadows = contact.texture();
     }

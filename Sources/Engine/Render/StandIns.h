@@ -16,7 +16,8 @@ struct StandIns {
     explicit StandIns(GraphicsDevice& device);
 
     Target black;                       ///< no bloom
-    Target white;                       ///< no paint, no contact shadows
+    Target white;                       ///< no paint
+    Target openSky;                     ///< no contact shadows
     Target farthestShadow;              ///< a shadow map that hides nothing
     std::shared_ptr<Texture> whiteMap;  ///< a material's map that changes no colour
     std::shared_ptr<Texture> flatMap;   ///< a normal map that bends nothing

@@ -98,7 +98,8 @@ void addInputs(RenderContext& context, DrawState& state, const SurfacePass& pass
     };
     add(unitEnvironment, inputs.environment, inputs.environmentSampler);
     add(unitSunShadow, inputs.sunShadow ? inputs.sunShadow : context.standIns.farthestShadow.depth());
-    add(unitContactShadows, inputs.contactShadows ? inputs.contactShadows : context.standIns.white.colour());
+    add(unitContactShadows,
+        inputs.contactShadows ? inputs.contactShadows : context.standIns.openSky.colour());
     add(unitStaticDepth, inputs.groundDepth);
     add(unitStaticLit, inputs.groundLight);
     add(unitBloom, inputs.bloom);

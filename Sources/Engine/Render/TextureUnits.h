@@ -22,6 +22,7 @@ enum TextureUnit : int {
     unitSource,
     unitBloom,
     unitPaint,
+    unitSkyMaps = unitMovingShadow,  // no program reads both
 };
 
 inline constexpr SamplerUnit samplerUnits[] = {
@@ -32,6 +33,7 @@ inline constexpr SamplerUnit samplerUnits[] = {
     {"sunShadow", unitSunShadow},
     {"contactShadowMap", unitContactShadows},
     {"movingShadow", unitMovingShadow},
+    {"skyMaps", unitSkyMaps},
     {"movingCover", unitMovingCover},
     {"staticLit", unitStaticLit},
     {"staticShade", unitStaticShade},

@@ -144,7 +144,7 @@ void scatter(Node& into, const BeachLook&, SplitMix64& rng, int shells) {
     }
     const auto grey = Materials::pbr(RGB{0.6, 0.57, 0.53}, 0, 0.75);
     const auto rounded = [](int segments) {
-        return shared(props::warmedBySand(mesh::withNormals(props::boulder(segments, 2.3, 0.12), 180)));
+        return shared(mesh::withNormals(props::boulder(segments, 2.3, 0.12), 180));
     };
     const GeometryRef pebble = rounded(5), coarsePebble = rounded(2);
     for (int i = 0; i < 14; ++i) {
@@ -219,8 +219,7 @@ void rocks(Node& into, const std::vector<Rock>& at, const BeachLook& look, Textu
     stone->normalMap.wrapS = stone->normalMap.wrapT = Wrap::repeat;
     stone->normalMap.scale = {3, 2};
     const auto shape = [](int segments, int kind) {
-        return shared(
-            props::warmedBySand(props::boulder(segments, kind == 0 ? 0.8 : 4.1, kind == 0 ? 0.2 : 0.22)));
+        return shared(props::boulder(segments, kind == 0 ? 0.8 : 4.1, kind == 0 ? 0.2 : 0.22));
     };
     const std::array<GeometryRef, 2> shapes{shape(9, 0), shape(9, 1)}, coarse{shape(4, 0), shape(4, 1)};
     for (std::size_t i = 0; i < at.size(); ++i) {
@@ -286,7 +285,7 @@ void driftwood(Node& into, const glm::dvec3& at, double yaw, double length) {
             const double grain = 1 + 0.06 * std::sin(furrows * std::atan2(p.y, p.z) + 2 * p.x);
             return glm::dvec3(p.x, p.y * grain, p.z * grain);
         });
-        return props::warmedBySand(mesh::withNormals(rough, 40));
+        return mesh::withNormals(rough, 40);
     };
     part(log, furrowed(path, radii, 16, 14), wood);
     // A branch that wound its way up and was broken off, with a twig at its elbow; a stump on the other side.
@@ -306,7 +305,7 @@ void driftwood(Node& into, const glm::dvec3& at, double yaw, double length) {
     branches.append(
         shapes::bar({{-root, 0.06, -0.05}, {-root - 0.08, 0.2, -0.12}, {-root - 0.09, 0.27, -0.14}},
                     {0.075, 0.055, 0.05}, 9));
-    part(log, props::warmedBySand(branches.take()), wood);
+    part(log, branches.take(), wood);
 }
 
 }  // namespace gull::Dressing

@@ -42,15 +42,6 @@ Geometry timber(const glm::dvec3& from, const glm::dvec3& to, double width, doub
     return mesh.take();
 }
 
-Geometry warmedBySand(Geometry mesh) {
-    constexpr glm::vec3 above(1.04F, 1, 0.95F), beside(1.5F, 1.12F, 0.72F);
-    for (Geometry::Vertex& vertex : mesh.vertices) {
-        const glm::vec3 warmth = glm::mix(beside, above, glm::clamp(vertex.normal.y, 0.0F, 1.0F));
-        vertex.colour *= glm::vec4(warmth, 1);
-    }
-    return mesh;
-}
-
 Geometry weathered(Geometry wood, double side, double top) {
     for (Geometry::Vertex& vertex : wood.vertices) {
         const auto light = static_cast<float>(side + (top - side) * std::max(vertex.normal.y, 0.0F));

@@ -24,8 +24,6 @@ Geometry timber(const glm::dvec3& from, const glm::dvec3& to, double width, doub
 /// The mesh with its colour times `side`, blended toward `top` where it faces up: sun and rain bleach wood
 /// from above.
 Geometry weathered(Geometry wood, double side, double top);
-/// The mesh in the light that sunny sand throws up: the less a face looks up, the warmer.
-Geometry warmedBySand(Geometry mesh);
 /// A boulder of radius 1, the same for the same `seed`.
 Geometry boulder(int segments, double seed, double roughness);
 

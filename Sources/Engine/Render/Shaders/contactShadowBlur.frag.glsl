@@ -11,12 +11,14 @@ float range(vec2 at) { return axisDistance(textureLod(staticDepth, at, 0.0).r); 
 void main() {
     COMPILED_ONCE;
     float here = range(st);
-    vec2 sum = vec2(0.0);
+    vec4 sum = vec4(0.0);
+    float weights = 0.0;
     for (int y = 0; y < rows; ++y)
         for (int x = 0; x < 4; ++x) {
             vec2 at = st + (vec2(float(x), float(y)) - 1.5) * texel;
             float weight = max(1.0 - abs(range(at) - here) * 4.0 / max(abs(here) * 0.1, 0.2), 0.001);
-            sum += vec2(textureLod(source, at, 0.0).r, 1.0) * weight;
+            sum += textureLod(source, at, 0.0) * weight;
+            weights += weight;
         }
-    outColour = vec4(sum.x / sum.y);
+    outColour = sum / weights;
 }

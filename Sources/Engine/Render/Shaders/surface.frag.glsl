@@ -103,6 +103,7 @@ void main() {
     vec3 sunGlint = vec3(0.0);     // the sun, reflected, without shadow
     float cover = 0.0;             // how far the sun is covered
     float opening = 1.0;           // share of the sky that nothing near hides
+    vec3 arriving = vec3(1.0);     // share of the open sky's and ground's light that arrives
 
 #if LIGHTING == 0
     scattered = body;
@@ -117,7 +118,9 @@ void main() {
     normalLength = bent.w;
 #endif
 #ifdef CONTACT_SHADOWS
-    opening = texture(contactShadowMap, (gl_FragCoord.xy + kTile.xy) * kPicture.xy).r;
+    vec4 contact = texture(contactShadowMap, (gl_FragCoord.xy + kTile.xy) * kPicture.xy);
+    opening = contact.a;
+    arriving = contact.rgb * (255.0 / 128.0);
 #endif
     vec3 l = kSun.xyz;
     float nl = max(dot(n, l), 0.0);
@@ -193,7 +196,7 @@ void main() {
     float direct = mix(1.0, opening, kEmission.w);
     sunBody *= direct;
     sunGlint *= direct;
-    scattered = body * sky * opening;
+    scattered = body * sky * arriving;
 #ifdef LAMPS
 #if LIGHTING == 2 && !defined(WATER)
     vec3 lamps = lampLight(position, n);
