@@ -15,12 +15,14 @@ namespace {
 constexpr double sameView = 0.05;     // pixels: too little to see
 constexpr double stillView = 0.25;    // pixels: a shake too faint to see; bending would only blur
 constexpr double shakenView = 1;      // pixels: hides whether the sea moves, unless after a flight
-constexpr double nearView = 14;       // pixels: a shake
+constexpr double nearShare = 0.02;    // of the picture's height: a shake
 constexpr double fastView = 6;        // pixels a frame: so fast that the picture blurs anyway
 constexpr double frameGoal = 0.0205;  // seconds from frame to frame while a layer is built
-// Share of the rest of a frame for building, so that slow machines get there too.
-constexpr double leastShare = 0.25;
-constexpr double mostBudget = 0.012;  // seconds a frame; all of it once the camera stands still
+// Share of the rest of a frame for building, so that slow and busy machines get there too: in a flight, and
+// once the camera stands still.
+constexpr double flightShare = 0.25, restShare = 1;
+constexpr double mostBudget = 0.012;  // seconds a frame where that is more
+constexpr double mostRest = 0.5;      // seconds; more is a pause, not a slow machine
 constexpr double refreshBudget = 0.004;
 constexpr double unhurried = std::numeric_limits<double>::infinity();
 constexpr int mostShadow = 3072;  // of the fast tier: 15 MB less than 4096 and hard to tell from it
@@ -40,12 +42,12 @@ void WindowCompositor::draw(const Stage& stage, Presenter& window, RenderTier ti
     if (complete || wantsBuilding(stage, view, goal))
         build(stage, complete ? view : goal, tier, complete ? unhurried : budgetLeft(view));
     else
-        built_ = 0;
+        built_.reset();
     const double speed = last_ ? shift(*last_, view) : 0;
     last_ = view;
     settled_ = false;
     const bool resized = shown_ && !(shown_->view().size == view.size);
-    if (shown_ && (resized || shift(shown_->view(), view) < nearView)) {
+    if (shown_ && (resized || shift(shown_->view(), view) < nearShare * view.size.height)) {
         if (complete) travelled_.reset();
         showLayer(stage, view, window, tier);
     } else {
@@ -106,9 +108,10 @@ bool WindowCompositor::wantsBuilding(const Stage& stage, const Viewpoint& view, 
 
 /// The seconds of its time that the rest of the last frame left.
 double WindowCompositor::budgetLeft(const Viewpoint& view) const {
-    if (last_ && shift(*last_, view) < sameView) return mostBudget;
-    const double rest = sinceBuilding_.elapsed() - built_;
-    return std::min(std::max(frameGoal - rest, leastShare * rest), mostBudget);
+    if (!built_) return mostBudget;
+    const double rest = std::min(sinceBuilding_.elapsed() - *built_, mostRest);
+    if (last_ && shift(*last_, view) < sameView) return std::max(mostBudget, restShare * rest);
+    return std::max(std::min(frameGoal - rest, mostBudget), flightShare * rest);
 }
 
 void WindowCompositor::build(const Stage& stage, const Viewpoint& goal, RenderTier tier, double budget) {

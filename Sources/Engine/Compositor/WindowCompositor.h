@@ -49,7 +49,7 @@ class WindowCompositor {
     std::unique_ptr<StaticLayer> next_;   ///< being built
     std::unique_ptr<StaticLayer> spare_;  ///< outdated; to be reused for its targets
     Stopwatch sinceBuilding_;             ///< since building last began in a frame
-    double built_ = 0;                    ///< seconds that took
+    std::optional<double> built_;         ///< seconds that took; empty if the last frame built nothing
     std::optional<Viewpoint> last_;       ///< the previous frame's
     std::optional<double> travelled_;     ///< stage time of the last frame drawn as a flight
     bool settled_ = false;

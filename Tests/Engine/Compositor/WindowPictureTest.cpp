@@ -4,7 +4,9 @@
 #include "Engine/Stage/Primitives.h"
 
 #include <algorithm>
+#include <chrono>
 #include <optional>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -271,6 +273,29 @@ TEST_F(WindowPicture, AShakeShiftsTheKeptPicture) {
     EXPECT_FALSE(renderer->settled());
     EXPECT_GE(psnr(shaken, renderer->snapshot(shore.stage, size), beach), 27)
         << "edges of props shift a little";
+}
+
+TEST_F(WindowPicture, AShakeShiftsTheKeptPictureOfATallWindowToo) {
+    renderer->setTier(RenderTier::fast);
+    const PixelSize tall{400, 2160};
+    draw(shore.stage, tall);
+    shore.camera->position += glm::dvec3(0.06, 0.09, 0.09);
+    const Image shaken = draw(shore.stage, tall, BuildMode::gradual);
+    EXPECT_GE(psnr(shaken, renderer->snapshot(shore.stage, tall), {0, 1080, 400, 1080}), 31)
+        << "28.6 as drawn in a flight";
+}
+
+TEST_F(WindowPicture, ABusyMachineIsNotLeftWithTheFlightsPicture) {
+    renderer->setTier(RenderTier::fast);
+    const PixelSize large{1240, 800};
+    draw(shore.stage, large, BuildMode::gradual);
+    int frames = 1;
+    for (; !renderer->settled() && frames < 40; ++frames) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));  // other programs have the processor
+        shore.stage.time += 0.05;
+        draw(shore.stage, large, BuildMode::gradual);
+    }
+    EXPECT_LE(frames, 20) << "more than 40 where a step a frame has to do";
 }
 
 TEST_F(WindowPicture, WhatDriftsStandsStillWhileThePictureShakes) {
