@@ -20,12 +20,16 @@ void setSource(cairo_t* context, const Colour& colour) {
     cairo_set_source_rgba(context, colour.r, colour.g, colour.b, colour.a);
 }
 
-void fillWithGradient(cairo_t* context, cairo_pattern_t* pattern, const std::vector<GradientStop>& stops,
-                      bool extend) {
+void addStops(cairo_pattern_t* pattern, const std::vector<GradientStop>& stops) {
     for (const GradientStop& stop : stops) {
         cairo_pattern_add_color_stop_rgba(pattern, stop.offset, stop.colour.r, stop.colour.g, stop.colour.b,
                                           stop.colour.a);
     }
+}
+
+void fillWithGradient(cairo_t* context, cairo_pattern_t* pattern, const std::vector<GradientStop>& stops,
+                      bool extend) {
+    addStops(pattern, stops);
     cairo_pattern_set_extend(pattern, extend ? CAIRO_EXTEND_PAD : CAIRO_EXTEND_NONE);
     cairo_set_source(context, pattern);
     cairo_fill(context);
@@ -262,6 +266,22 @@ void Canvas::fillLinear(double x0, double y0, double x1, double y1, const std::v
 void Canvas::fillRadial(double cx, double cy, double r0, double r1, const std::vector<GradientStop>& stops,
                         bool extend) {
     fillWithGradient(impl_->context, cairo_pattern_create_radial(cx, cy, r0, cx, cy, r1), stops, extend);
+}
+
+void Canvas::fillCrossed(const Rect& rect, const std::vector<GradientStop>& down,
+                         const std::vector<GradientStop>& across) {
+    cairo_t* context = impl_->context;
+    cairo_pattern_t* source = cairo_pattern_create_linear(rect.x, rect.y, rect.x, rect.y + rect.height);
+    cairo_pattern_t* mask = cairo_pattern_create_linear(rect.x, rect.y, rect.x + rect.width, rect.y);
+    addStops(source, down);
+    addStops(mask, across);
+    cairo_save(context);
+    cairo_clip(context);
+    cairo_set_source(context, source);
+    cairo_mask(context, mask);
+    cairo_restore(context);
+    cairo_pattern_destroy(source);
+    cairo_pattern_destroy(mask);
 }
 
 void Canvas::clear() {

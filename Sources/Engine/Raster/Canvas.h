@@ -78,6 +78,10 @@ class Canvas {
     /// Fills the path with a radial gradient; without `extend` nothing outside r1 is drawn.
     void fillRadial(double cx, double cy, double r0, double r1, const std::vector<GradientStop>& stops,
                     bool extend);
+    /// Fills the path with a gradient from the top of `rect` to its bottom, its opacity multiplied by that of
+    /// one from left to right.
+    void fillCrossed(const Rect& rect, const std::vector<GradientStop>& down,
+                     const std::vector<GradientStop>& across);
     void clear();
 
     /// Draws the image smoothly scaled into `rect`.

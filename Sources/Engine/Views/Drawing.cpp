@@ -35,7 +35,10 @@ void drawShape(Canvas& canvas, const ShapeStyle& style, const Rect& rect) {
     if (rect.width <= 0 || rect.height <= 0) return;
     if (!style.stops.empty()) {
         addOutline(canvas, style, rect, 0);
-        canvas.fillLinear(rect.x, rect.y, rect.x, rect.y + rect.height, style.stops);
+        if (style.sides.empty())
+            canvas.fillLinear(rect.x, rect.y, rect.x, rect.y + rect.height, style.stops);
+        else
+            canvas.fillCrossed(rect, style.stops, style.sides);
     } else if (style.fill.a > 0) {
         addOutline(canvas, style, rect, 0);
         canvas.fill(style.fill);

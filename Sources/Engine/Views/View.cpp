@@ -14,6 +14,12 @@ ShapeStyle ShapeStyle::filled(std::vector<GradientStop> gradient) const {
     return copy;
 }
 
+ShapeStyle ShapeStyle::fadedSideways(std::vector<GradientStop> gradient) const {
+    ShapeStyle copy = *this;
+    copy.sides = std::move(gradient);
+    return copy;
+}
+
 ShapeStyle ShapeStyle::stroked(const Colour& colour, double width) const {
     ShapeStyle copy = *this;
     copy.stroke = colour;

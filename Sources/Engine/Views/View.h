@@ -25,12 +25,15 @@ struct ShapeStyle {
     double radius = 0;                ///< of a rounded rectangle's corners
     Colour fill{0, 0, 0, 0};          ///< ignored with a gradient
     std::vector<GradientStop> stops;  ///< top to bottom
+    std::vector<GradientStop>
+        sides;  ///< left to right: their opacity multiplies that of `stops`; may be empty
     Colour stroke{0, 0, 0, 0};
     double lineWidth = 1;
     bool operator==(const ShapeStyle&) const = default;
 
     ShapeStyle filled(const Colour& colour) const;
     ShapeStyle filled(std::vector<GradientStop> gradient) const;
+    ShapeStyle fadedSideways(std::vector<GradientStop> gradient) const;
     ShapeStyle stroked(const Colour& colour, double width = 1) const;
 };
 ShapeStyle rectangle();

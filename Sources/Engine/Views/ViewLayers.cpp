@@ -13,7 +13,8 @@ const Drawing::Mark* washOf(const Drawing& drawing, const Drawing::Layer& layer)
     if (layer.last - layer.first != 1) return nullptr;
     const Drawing::Mark& mark = drawing.marks(layer).front();
     const ShapeStyle* style = std::get_if<ShapeStyle>(&mark.content);
-    if (style == nullptr || style->outline != ShapeStyle::Outline::rectangle || style->stroke.a > 0) {
+    if (style == nullptr || style->outline != ShapeStyle::Outline::rectangle || style->stroke.a > 0 ||
+        !style->sides.empty()) {
         return nullptr;
     }
     // If both colour and opacity vary, the result depends on how they are interpolated.

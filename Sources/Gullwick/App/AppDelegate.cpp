@@ -249,10 +249,9 @@ struct AppDelegate::Parts final : WindowCommands {
         renderer.setPicturePreserved(window.present(parts));
     }
 
-    /// The window's contents, HUD and menus included. The toast about it comes later.
+    /// The window's contents, HUD and menus included. The words about it come later.
     void saveScreenshot() {
-        game.showToast(Screenshot::save(renderer.readBack(pixelSize()), Screenshot::folder(std::getenv)),
-                       3.4);
+        overlay.tell(Screenshot::save(renderer.readBack(pixelSize()), Screenshot::folder(std::getenv)), 3.4);
         feedback.play(Sound::tap, 1.0F);
     }
 

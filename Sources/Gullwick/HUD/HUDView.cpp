@@ -18,11 +18,12 @@ namespace gull {
 namespace {
 
 constexpr Colour selectBackdrop{0.01, 0.05, 0.07, 0.9};
-constexpr double selectQuiet =
-    0.6;  // the beach behind the backdrop is dimmed by so much, so that no lamp shines through
+// The beach behind the backdrop is dimmed by so much that neither rig nor lamp shines through.
+constexpr double selectQuiet = 0.85;
 constexpr double pausedDimming = 0.35;
-constexpr double toastGap = 8;    // below a title that it would otherwise cover
-constexpr double cardMargin = 8;  // around a card in a window that is hardly larger
+constexpr double toastGap = 8;       // below a title that it would otherwise cover
+constexpr double cardMargin = 8;     // around a card in a window that is hardly larger
+constexpr double noticeBottom = 10;  // from a low toast to the window's edge
 
 Message instructions(const Controls& controls) {
     switch (controls.kind) {
@@ -54,21 +55,22 @@ constexpr double titleShade = 470, tideShade = 300;  // widths, points
 /// Makes what lies behind the texts of a corner of the window give way: black at `darkest`, running out to
 /// the side and downward.
 View cornerShade(double width, double darkest, bool right) {
-    constexpr int stripes = 48;  // narrow enough for their steps not to be seen
+    constexpr int steps = 12;
     constexpr double height = 190;
-    std::vector<View> all;
-    for (int i = 0; i < stripes; ++i) {
-        const double share = (i + 0.5) / stripes, away = right ? 1 - share : share;
+    std::vector<GradientStop> sides;
+    for (int i = 0; i <= steps; ++i) {
+        const double share = 1.0 * i / steps, away = right ? 1 - share : share;
         const double t = std::clamp((away - 0.3) / 0.7, 0.0, 1.0);
-        const double dark = darkest * (1 - t * t * (3 - 2 * t));
-        all.push_back(shape(rectangle().filled({{0, black(dark)},
-                                                {0.55, black(dark)},
-                                                {0.7, black(dark * 0.72)},
-                                                {0.85, black(dark * 0.28)},
-                                                {1, black(0)}}))
-                          .framed(width / stripes, height));
+        sides.push_back({share, black(1 - t * t * (3 - 2 * t))});
     }
-    return row(0, Place::start, std::move(all));
+    return shape(rectangle()
+                     .filled({{0, black(darkest)},
+                              {0.55, black(darkest)},
+                              {0.7, black(darkest * 0.72)},
+                              {0.85, black(darkest * 0.28)},
+                              {1, black(0)}})
+                     .fadedSideways(std::move(sides)))
+        .framed(width, height);
 }
 
 /// How dark the corner with the tide clock must be: on one beach a low sun glares there.
@@ -151,29 +153,44 @@ View HUDView::bars() const {
         .framed(width, height);
 }
 
-View HUDView::toasts() const {
+View HUDView::toast(const HudPose::Toast& toast, std::size_t index) const {
     // Centred, and clear of the pings, the only line of the tide clock that reaches down to it; narrow
     // windows have their own rules.
     const double clear = width - 2 * (sidePadding + TideClock{game}.pingsWidth() + barSpacing);
     const double room = std::max(clear, std::min(420.0, width - 2 * sidePadding));
+    View line = text(toast.text, Type::mono(13, FontWeight::semibold), Palette::cream, 0.5, TextAlign::centre)
+                    .padded(16, 8)
+                    .behind(shape(capsule().filled(Palette::panel).stroked(Palette::sea.withAlpha(0.45))))
+                    .named("toast")
+                    .noWiderThan(room)
+                    .onLayer("toast." + std::to_string(index), toast.opacity);
+    if (toast.isLow)
+        return column(0, Place::centre, views(gap(), std::move(line), gap(noticeBottom)))
+            .framed(width, height);
+    // In a narrow window a long tagline may reach down this far; the toast then moves.
     const ViewSize titleSize = Layout::measure(title());
+    const double beside = sidePadding + titleSize.width + barSpacing;
+    const bool isBeside = (width - Layout::measure(line, {room, height}).width) / 2 >= beside;
+    const double top = isBeside ? toastTop : std::max(toastTop, topPadding + titleSize.height + toastGap);
+    return column(0, Place::centre, views(gap(top), std::move(line), gap())).framed(width, height);
+}
+
+View HUDView::toasts(bool low) const {
     std::vector<View> lines;
-    for (const HudPose::Toast& toast : pose.toasts) {
-        View line =
-            text(toast.text, Type::mono(13, FontWeight::semibold), Palette::cream, 0.5, TextAlign::centre)
-                .padded(16, 8)
-                .behind(shape(capsule().filled(Palette::panel).stroked(Palette::sea.withAlpha(0.45))))
-                .named("toast")
-                .noWiderThan(room)
-                .onLayer("toast." + std::to_string(lines.size()), toast.opacity);
-        // In a narrow window a long tagline may reach down this far; the toast then moves.
-        const double beside = sidePadding + titleSize.width + barSpacing;
-        const bool isBeside = (width - Layout::measure(line, {room, height}).width) / 2 >= beside;
-        const double top = isBeside ? toastTop : std::max(toastTop, topPadding + titleSize.height + toastGap);
-        lines.push_back(
-            column(0, Place::centre, views(gap(top), std::move(line), gap())).framed(width, height));
-    }
+    for (std::size_t i = 0; i < pose.toasts.size(); ++i)
+        if (pose.toasts[i].isLow == low) lines.push_back(toast(pose.toasts[i], i));
     return layers(std::move(lines));
+}
+
+/// In the middle of the window; in a low window as far below it as the top bar needs.
+View HUDView::placedCard() const {
+    View card = ResultCard{ended, icons}.body();
+    const double above = (height - Layout::measure(card).height) / 2;
+    const double barHeight =
+        std::max(Layout::measure(title()).height, Layout::measure(TideClock{game}.body()).height);
+    const double down =
+        std::clamp(topPadding + barHeight + toastGap - above, 0.0, std::max(above - cardMargin, 0.0));
+    return std::move(card).shrunkToFit().padded(cardMargin, cardMargin).padded(0, 2 * down, 0, 0);
 }
 
 View HUDView::body() const {
@@ -183,21 +200,23 @@ View HUDView::body() const {
                           .framed(width, height)
                           .onLayer("pause.backdrop", pose.pause));
     }
-    for (View& layer : views(bars(), FindPopup{pose.popup, icons, game.language}.body(), toasts()))
+    for (View& layer : views(bars(), FindPopup{pose.popup, icons, game.language}.body(), toasts(false)))
         all.push_back(std::move(layer));
     const auto present = [&](const char* name, const Colour& backdrop, View card, double opacity) {
         all.push_back(shape(rectangle().filled(backdrop))
                           .framed(width, height)
                           .onLayer(std::string(name) + ".backdrop", opacity));
-        all.push_back(std::move(card).shrunkToFit().padded(cardMargin, cardMargin).onLayer(name, opacity));
+        all.push_back(std::move(card).onLayer(name, opacity));
     };
-    if (pose.card > 0) present("card", black(0.35), ResultCard{ended, icons}.body(), pose.card);
+    if (pose.card > 0) present("card", black(0.35), placedCard(), pose.card);
     if (pose.select > 0) {
         all.push_back(shape(rectangle().filled(black(selectQuiet)))
                           .framed(width, height)
                           .onLayer("select.quiet", pose.select));
-        present("select", selectBackdrop, BeachSelect{game, pose.tile}.body(), pose.select);
+        View select = BeachSelect{game, pose.tile}.body().shrunkToFit().padded(cardMargin, cardMargin);
+        present("select", selectBackdrop, std::move(select), pose.select);
     }
+    all.push_back(toasts(true));
     return layers(std::move(all)).framed(width, height);
 }
 

@@ -33,7 +33,9 @@ struct HUDView {
     View bars() const;
     View title() const;
     View bottomBar() const;
-    View toasts() const;
+    View toast(const HudPose::Toast& toast, std::size_t index) const;
+    View toasts(bool low) const;
+    View placedCard() const;
 };
 
 /// Draws the whole HUD at rest onto `canvas`, whose size is the window's: no pop-up, fades and springs at

@@ -1,13 +1,18 @@
 #include "Gullwick/HUD/HudMotion.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace gull {
 
 namespace {
 
-bool showsToast(const HudState& state) {
-    return state.toast && !state.isFinished() && !state.isSelecting();
+/// The toast to show. The game's own are for a beach alone; notices are said in any phase.
+std::optional<HudPose::Toast> toastOf(const HudState& state) {
+    const bool isCovered = state.isFinished() || state.isSelecting();
+    if (state.notice) return HudPose::Toast{*state.notice, 1, isCovered};
+    if (state.toast && !isCovered) return HudPose::Toast{*state.toast, 1, false};
+    return std::nullopt;
 }
 
 /// Reduced motion takes the swing out of a spring.
@@ -24,7 +29,7 @@ HudPose HudPose::atRest(const HudState& state) {
     pose.card = state.isFinished() ? 1 : 0;
     pose.select = state.isSelecting() ? 1 : 0;
     pose.pause = state.isPaused ? 1 : 0;
-    if (showsToast(state)) pose.toasts.push_back({*state.toast, 1});
+    if (auto toast = toastOf(state)) pose.toasts.push_back(std::move(*toast));
     for (std::size_t i = 0; i < state.spec.treasures.size(); ++i) pose.slots.push_back(state.isFound(i));
     for (int i = 0; i < tiles; ++i) pose.tile[static_cast<std::size_t>(i)] = state.selection == i + 1;
     return pose;
@@ -38,7 +43,8 @@ void HudMotion::follow(const HudState& state, double now, bool reduceMotion) {
         card_.jumpTo(rest.card);
         select_.jumpTo(rest.select);
         pause_.jumpTo(rest.pause);
-        for (const HudPose::Toast& toast : rest.toasts) toasts_.push_back({toast.text, Animated(1)});
+        for (const HudPose::Toast& toast : rest.toasts)
+            toasts_.push_back({toast.text, Animated(1), toast.isLow});
         for (const double slot : rest.slots) slots_.emplace_back(slot);
         std::transform(rest.tile.begin(), rest.tile.end(), tile_.begin(),
                        [](double value) { return Animated(value); });
@@ -75,18 +81,18 @@ void HudMotion::followToast(const HudState& state, double now) {
     // A toast that leaves with its phase fades at the phase's pace.
     const bool samePhase = state.phase == last_->phase;
     const TimingCurve curve = TimingCurve::easeOut(samePhase ? toastSeconds : phaseSeconds);
-    const bool shows = showsToast(state);
+    const std::optional<HudPose::Toast> wanted = toastOf(state);
     std::erase_if(toasts_, [&](const Toast& toast) {
         return toast.opacity.goal() == 0 && !toast.opacity.isMoving(now);
     });
     bool found = false;
     for (Toast& toast : toasts_) {
-        const bool stays = shows && toast.text == *state.toast;
+        const bool stays = wanted && toast.text == wanted->text && toast.isLow == wanted->isLow;
         found = found || stays;
         toast.opacity.moveTo(stays, curve, now);
     }
-    if (!shows || found) return;
-    toasts_.push_back({*state.toast, Animated(0)});
+    if (!wanted || found) return;
+    toasts_.push_back({wanted->text, Animated(0), wanted->isLow});
     toasts_.back().opacity.moveTo(1, curve, now);
 }
 
@@ -146,7 +152,7 @@ HudPose HudMotion::pose(double now) const {
     pose.pause = pause_.value(now);
     for (const Toast& toast : toasts_) {
         const double opacity = toast.opacity.value(now);
-        if (opacity > 0) pose.toasts.push_back({toast.text, opacity});
+        if (opacity > 0) pose.toasts.push_back({toast.text, opacity, toast.isLow});
     }
     for (const Animated& slot : slots_) pose.slots.push_back(slot.value(now));
     std::transform(tile_.begin(), tile_.end(), pose.tile.begin(),

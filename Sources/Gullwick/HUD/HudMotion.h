@@ -48,6 +48,7 @@ class HudMotion {
     struct Toast {
         std::string text;
         Animated opacity;
+        bool isLow;
     };
 
     std::optional<HudState> last_;

@@ -25,6 +25,7 @@ struct HudPose {
     struct Toast {
         std::string text;
         double opacity = 1;
+        bool isLow = false;  ///< at the window's bottom, below a card or the beach select
         bool operator==(const Toast&) const = default;
     };
 

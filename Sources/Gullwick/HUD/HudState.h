@@ -26,7 +26,8 @@ struct HudState {
     int junkCount = 0;
     double meter = 0;
     bool meterIsTreasure = true;
-    std::optional<std::string> toast;  ///< in a pause, how to go on; in `language`
+    std::optional<std::string> toast;   ///< in a pause, how to go on; in `language`
+    std::optional<std::string> notice;  ///< the window's own words, said in any phase; in `language`
     CampaignProgress progress;
     int earnedStars = 0;
     bool isNewBest = false;

@@ -19,6 +19,7 @@ Overlay::Overlay(const GameController& game, const AppSettings& settings, const 
 void Overlay::readState() {
     if (!std::exchange(stateMayHaveChanged_, false) && state_.language == language_) return;
     HudState state = HudState::of(game_, settings_.showTicks(), language_);
+    if (notice_) state.notice = language_.tr(notice_->words);
     if (state == state_) return;
     stateChanged_ = true;
     state_ = std::move(state);
@@ -26,7 +27,16 @@ void Overlay::readState() {
     if (state_.isFinished()) ended_ = state_;
 }
 
+void Overlay::followNotice(double now) {
+    if (!notice_) return;
+    if (!notice_->until) notice_->until = now + notice_->seconds;
+    if (now < *notice_->until) return;
+    notice_.reset();
+    stateMayHaveChanged_ = true;
+}
+
 const std::vector<OverlayLayer>& Overlay::update(double now, double width, double height, double scale) {
+    followNotice(now);
     readState();
     const bool stateChanged = std::exchange(stateChanged_, false);
     motion_.follow(state_, now, settings_.reduceMotion());
@@ -110,8 +120,13 @@ void Overlay::closeMenu() {
 
 bool Overlay::isMoving(double now) {
     readState();
-    return stateChanged_ || chromeChanged_ || menuBar_.isMoving(now) || alertOpacity_.isMoving(now) ||
-           motion_.isMoving(now);
+    return stateChanged_ || chromeChanged_ || notice_ || menuBar_.isMoving(now) ||
+           alertOpacity_.isMoving(now) || motion_.isMoving(now);
+}
+
+void Overlay::tell(Message words, double seconds) {
+    notice_ = Notice{std::move(words), seconds, std::nullopt};
+    stateMayHaveChanged_ = true;
 }
 
 void Overlay::showAbout(const std::string& version) {

@@ -51,6 +51,9 @@ class Overlay {
     /// True if it may look different at the next update, or later although the game stands still.
     bool isMoving(double now);
 
+    /// Shows `words` for `seconds` as a toast, in every phase and in a pause; they replace the game's own
+    /// toast, and earlier words. The time starts with the next update().
+    void tell(Message words, double seconds);
     /// `version`: "1.0.0".
     void showAbout(const std::string& version);
     /// Asks whether to erase all progress; `confirmed` runs if the player says so.
@@ -61,6 +64,7 @@ class Overlay {
 
   private:
     void readState();
+    void followNotice(double now);
     View view(double width, double height, double now);
     void put(AlertCard card);
     /// Lets `handle` pass the event to the card.
@@ -85,6 +89,13 @@ class Overlay {
     ChangeNotifier::Observation settingsObservation_;
     HudState state_;
     std::optional<HudState> ended_;
+
+    struct Notice {
+        Message words;
+        double seconds;
+        std::optional<double> until;
+    };
+    std::optional<Notice> notice_;
 
     /// How the layers show the state.
     struct Shown {

@@ -170,4 +170,16 @@ TEST(CanvasDeathTest, EndsOnlyWhatWasBegun) {
 }
 
 }  // namespace
+TEST(Canvas, crossedGradientsMultiplyTheirOpacities) {
+    Canvas canvas(100, 100);
+    canvas.addRect({0, 0, 100, 100});
+    const auto black = [](double alpha) { return Colour{0, 0, 0, alpha}; };
+    canvas.fillCrossed({0, 0, 100, 100}, {{0, black(1)}, {1, black(0)}}, {{0, black(0)}, {1, black(1)}});
+    const Image image = canvas.image();
+    EXPECT_NEAR(image.at(50, 50)[3], 64, 3);
+    EXPECT_NEAR(image.at(90, 10)[3], 207, 4);
+    EXPECT_NEAR(image.at(2, 2)[3], 6, 3);
+    EXPECT_NEAR(image.at(97, 97)[3], 6, 3);
+}
+
 }  // namespace gull

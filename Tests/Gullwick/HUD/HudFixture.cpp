@@ -97,7 +97,12 @@ void HudFixture::expectAllTextHasRoom() {
             end.isNewBest = true;
             end.isFirstLoss = true;
             end.controls = inHand(beach);
-            expectRoom(draw(end), "card", {"card"});
+            const Drawing result = draw(end);
+            expectRoom(result, "card", {"card"});
+            for (const char* name : {"title", "tide"})
+                EXPECT_FALSE(width >= 860 && overlap(rectOf(result, name), rectOf(result, "card")))
+                    << language.code() << ", beach " << beach << ", " << stars << " stars: the card on "
+                    << name;
         }
     }
     HudState select = playing(1);

@@ -211,5 +211,20 @@ TEST_F(HudLayoutTest, ALongTaglineWrapsInsteadOfPushingTheClockAway) {
     EXPECT_DOUBLE_EQ(tide.x + tide.width, 1214);
 }
 
+TEST_F(HudLayoutTest, TheCardStandsInTheMiddleUnlessALowWindowHasNoRoomForTheTopBar) {
+    const Rect middle = rectOf(draw(finished(1, 1, 2)), "card");
+    EXPECT_NEAR(middle.y + middle.height / 2, 400, 0.51);
+    height = 560;
+    width = 860;
+    const Drawing low = draw(finished(8, 3, 6));
+    const Rect card = rectOf(low, "card"), title = rectOf(low, "title");
+    EXPECT_GE(card.y, title.y + title.height);
+    EXPECT_LE(card.y + card.height, 560);
+    height = 400;
+    const Rect lowest = rectOf(draw(finished(8, 3, 6)), "card");
+    EXPECT_GE(lowest.y, 0);
+    EXPECT_LE(lowest.y + lowest.height, 400) << "and never leaves the window";
+}
+
 }  // namespace
 }  // namespace gull

@@ -3,6 +3,8 @@
 #include "Gullwick/Game/GameHarness.h"
 #include "Gullwick/HUD/HudFixture.h"
 
+#include <functional>
+
 namespace gull {
 namespace {
 
@@ -234,6 +236,37 @@ TEST_F(OverlayTest, TheStillPictureIsTheWindowsAtRest) {
         differing += std::abs(still.pixels()[i] - window.pixels()[i]) > 3;
     }
     EXPECT_EQ(differing, 0);
+}
+
+TEST_F(OverlayTest, TheWindowsOwnWordsAreSaidInEveryPhaseForTheirTime) {
+    const std::string words = "Picture saved: a.png";
+    const auto place = [&] {
+        const Drawing::Mark* mark = overlay.drawing().findText(words);
+        return mark == nullptr ? -1 : mark->rect.y;
+    };
+    const auto told = [&](const std::function<void()>& then) {
+        play(1);
+        then();
+        turn(1);
+        update();
+        overlay.tell(message("Picture saved: {}", "a.png"), 3);
+        EXPECT_TRUE(overlay.isMoving(clock.now())) << "or a pause would not draw it";
+        update();
+        turn(2.9);
+        update();
+        const double y = place();
+        turn(0.2);
+        update();
+        turn(0.3);
+        update();
+        EXPECT_EQ(place(), -1);
+        return y;
+    };
+    const double high = told([] {});
+    EXPECT_NEAR(high, HUDView::toastTop, 20);
+    EXPECT_EQ(told([this] { game.pause(); }), high) << "in place of the pause's own words";
+    EXPECT_GT(told([this] { game.openSelect(); }), 740) << "below the tiles";
+    EXPECT_GT(told([this] { win(); }), 740) << "below the card";
 }
 
 }  // namespace
