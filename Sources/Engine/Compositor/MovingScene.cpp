@@ -50,6 +50,7 @@ MovingScene MovingScene::gather(RenderContext& context, const Stage& stage, Stat
     scene.environment = environment.cube;
     FrameBlock block = frameBlock(stage, view, list, environment.irradiance, context.options);
     setLamps(block, list.moving.lamps);
+    block.fogRange.w = static_cast<float>(scene.ground.mirrorLevel);
     ReliefGrid& relief = layer.relief();
     relief.clear();
     markLamps(list.moving.lamps, block, relief);
@@ -70,6 +71,7 @@ SurfacePass MovingScene::surfacePass(const DrawTarget& target, Shading::Output o
     pass.inputs.groundDepth = ground.depth;
     pass.inputs.groundLight = ground.lit;
     pass.inputs.bloom = ground.bloom;
+    pass.inputs.waterMirror = ground.waterMirror;
     pass.shading.output = output;
     pass.shading.sunShadow = list.sun.castsShadow();
     if (lamps) pass.shading.lamps = list.moving.lamps;

@@ -104,6 +104,7 @@ std::vector<PixelArea> StaticLayer::partsOf(Step step, const Scene& scene) const
             return tilesOf(work_.area, work_.hurried ? tileSize : whole);
         case Step::edges:
             return tilesOf(work_.area, EdgeCells::tileSize);
+        case Step::mirror:
         case Step::bloom:
             return everything ? std::vector{work_.area} : std::vector<PixelArea>{};
         case Step::picture:
@@ -126,6 +127,9 @@ void StaticLayer::drawPart(const Scene& scene, const PixelArea& part) {
             break;
         case Step::sky:
             passes_.drawSkyMaps(scene, part.y, part.height);
+            break;
+        case Step::mirror:
+            passes_.drawMirror(scene);
             break;
         case Step::depth:
             passes_.drawDepth(scene, part);

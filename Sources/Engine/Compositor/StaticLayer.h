@@ -44,7 +44,7 @@ class StaticLayer {
 
   private:
     using Scene = StaticPasses::Scene;
-    enum class Step { shadow, sky, depth, relief, contact, surfaces, edges, bloom, picture, done };
+    enum class Step { shadow, sky, mirror, depth, relief, contact, surfaces, edges, bloom, picture, done };
     /// A part of the picture on its way from the shadow map to the tone-mapped picture.
     struct Work {
         PixelArea area;

@@ -37,6 +37,7 @@ void StaticPasses::begin(const Viewpoint& view, int mostShadow) {
         farthest_ = Target(device, coarse(size), {{}, Format::depth24});
         picture_ = Target(device, size, {{Format::bgra8}});
     }
+    mirror_ = {};
     device.clear(light_.whole(), {{{0, 0, 0, 0}}, {}});  // the background is skipped where unseen
     if (!tile_) tile_ = Target(device, EdgeCells::tileSize, {{Format::rgba16f}, Format::depth24, 4});
 }
@@ -47,6 +48,8 @@ void StaticPasses::prepare(const Scene& scene) {
     sunShadow_ = castsSunShadow(scene);
     block_ = frameBlock(scene.stage, view_, scene.list, environment.irradiance, context_.options);
     setLamps(block_, scene.list.still.lamps);
+    if (const auto level = waterLevel(scene.list.water)) block_.sunShape.z = static_cast<float>(*level);
+    block_.fogRange.w = static_cast<float>(mirror_.level());
     frame_.upload(block_);
     dome_ = environment.dome;
     paint_.begin(context_, scene.list.still.opaque, view_.size);
@@ -72,6 +75,15 @@ void StaticPasses::drawSkyMaps(const Scene& scene, int first, int count) {
     const DrawLayer* layers[] = {&scene.list.still};
     if (first == 0) sky_.setLight(scene.stage, dome_.get(), block_, context_.options, skyDetail);
     sky_.draw(context_, layers, first, count);
+}
+
+void StaticPasses::drawMirror(const Scene& scene) {
+    const auto level = waterLevel(scene.list.water);
+    if (!level) return;
+    mirror_.draw(context_, scene.stage, scene.list, view_, *level,
+                 sunShadow_ ? shadow_.texture() : TextureRef());
+    block_.fogRange.w = static_cast<float>(*level);
+    frame_.upload(block_);
 }
 
 void StaticPasses::drawDepth(const Scene& scene, const PixelArea& area) {
@@ -215,9 +227,12 @@ Target StaticPasses::lightWithWater(const Scene& scene, const std::vector<const 
     pass.inputs.environment = environment_;
     if (sunShadow_) pass.inputs.sunShadow = shadow_.texture();
     pass.inputs.groundDepth = depth_.depth();
+    pass.inputs.waterMirror = mirror_.texture();
     pass.shading.sunShadow = castsSunShadow(scene);
     pass.shading.waterDepth = true;
-    for (const DrawItem* item : water) drawSurface(context_, pass, *item, PixelArea::whole(view_.size));
+    const PixelArea whole = PixelArea::whole(view_.size);
+    drawWaterDepth(context_, pass, water, whole);
+    for (const DrawItem* item : water) drawSurface(context_, pass, *item, whole);
     return light;
 }
 
@@ -232,7 +247,8 @@ StaticPictures StaticPasses::pictures() const {
             light_.colour(2),  light_.colour(3),
             depth_.depth(),    farthest_.depth(),
             picture_.colour(), glow_,
-            paint_.texture(),  sunShadow_ ? shadow_.texture() : TextureRef()};
+            paint_.texture(),  sunShadow_ ? shadow_.texture() : TextureRef(),
+            mirror_.texture(), mirror_.level()};
 }
 
 }  // namespace gull

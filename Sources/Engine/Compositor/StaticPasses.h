@@ -9,6 +9,7 @@
 #include "Engine/Render/PostProcessing.h"
 #include "Engine/Render/ShadowMap.h"
 #include "Engine/Render/SurfacePass.h"
+#include "Engine/Render/WaterMirror.h"
 
 #include <vector>
 
@@ -41,20 +42,22 @@ class StaticPasses {
     /// 2. The maps of what hides the sky: `count` of them from `first` on. Begin with the first: it takes
     /// over the light.
     void drawSkyMaps(const Scene& scene, int first, int count);
-    /// 3. Depth, and the farthest depth in coarse pixels.
+    /// 3. What the water mirrors.
+    void drawMirror(const Scene& scene);
+    /// 4. Depth, and the farthest depth in coarse pixels.
     void drawDepth(const Scene& scene, const PixelArea& area);
-    /// 4. What the CPU knows of the depth: relief and edges.
+    /// 5. What the CPU knows of the depth: relief and edges.
     void readDepth(const Scene& scene, const PixelArea& area);
-    /// 5. How much of the light of sky and ground arrives: from the maps and the picture's depth.
+    /// 6. How much of the light of sky and ground arrives: from the maps and the picture's depth.
     void drawContactShadows(const PixelArea& area);
-    /// 6. Light and surfaces from shadow map, depth and contact shadows: one sample a pixel.
+    /// 7. Light and surfaces from shadow map, depth and contact shadows: one sample a pixel.
     void drawSurfaces(const Scene& scene, const PixelArea& area);
-    /// 7. The same with four samples a pixel in the cells of `area` that show an edge.
+    /// 8. The same with four samples a pixel in the cells of `area` that show an edge.
     void drawEdges(const Scene& scene, const PixelArea& area);
-    /// 8. The glow around bright light, including the sun's in the sea, which moves but hardly leaves its
+    /// 9. The glow around bright light, including the sun's in the sea, which moves but hardly leaves its
     /// place.
     void findBloom(const Scene& scene);
-    /// 9. Paint, and the tone-mapped picture from light, paint and bloom.
+    /// 10. Paint, and the tone-mapped picture from light, paint and bloom.
     void drawPicture(const PixelArea& area);
 
     bool castsSunShadow(const Scene& scene) const { return scene.list.sun.castsShadow(); }
@@ -82,6 +85,7 @@ class StaticPasses {
     ShadowMap shadow_;
     SkyMaps sky_;
     std::shared_ptr<const SkyDome> dome_;
+    WaterMirror mirror_;
     ContactShadows contact_;
     Target depth_;
     std::vector<float> depths_;  ///< the contents of depth_, lowest row first

@@ -16,6 +16,8 @@ struct StaticPictures {
     TextureRef bloom;          ///< empty if nothing blooms
     TextureRef paint;          ///< a factor for the light, as its square root; empty if nothing is painted
     TextureRef sunShadow;      ///< empty without a sun that casts shadows
+    TextureRef waterMirror;    ///< empty without water
+    double mirrorLevel = 0;    ///< of the water that it shows
 };
 
 }  // namespace gull

@@ -90,10 +90,26 @@ void WaterLayer::shade(const MovingScene& scene, const PixelArea& area, unsigned
     water.shading.output = Shading::Output::water;
     water.shading.bloom = static_cast<bool>(scene.ground.bloom);
     for (const DrawItem& item : scene.list.water.blended)
-        if (isWater(item)) drawSurface(context_, water, item, reached);
+        if (isWater(item) && !isFilm(item)) drawSurface(context_, water, item, reached);
+    for (const DrawItem& item : scene.list.water.blended)
+        if (isFilm(item)) shadeFilm(scene, item, water, reached);
     // Foam hides the water and anything seen through it.
     for (const DrawItem& item : scene.list.water.blended)
         if (floats(item)) drawSurface(context_, foam, item, reached);
+}
+
+/// Shades `film` where no other water lies over it.
+void WaterLayer::shadeFilm(const MovingScene& scene, const DrawItem& film, const SurfacePass& pass,
+                           const PixelArea& area) {
+    const PixelArea part = film.area.intersection(area);
+    if (part.empty()) return;
+    const PixelArea texels = coarse(part, scene.view.size).intersection(*pass.target.scissor);
+    for (const DrawItem& item : scene.list.water.blended)
+        if (isWater(item) && !isFilm(item))
+            drawDepth(context_, pass.target.within(texels), pass.frameUniforms, item, pass.view, part);
+    drawSurface(context_, pass, film, part);
+    context_.device.copyDepth(scene.ground.farthestDepth, coarse_.depth(),
+                              texels.intersection(PixelArea::whole(coarse_.size())));
 }
 
 void WaterLayer::draw(const MovingScene& scene, const PixelArea& area, const DrawTarget& target,
@@ -107,6 +123,9 @@ void WaterLayer::draw(const MovingScene& scene, const PixelArea& area, const Dra
     for (const DrawItem& item : layer.opaque) drawSurface(context_, pass, item, visible);
     // The water first: everything blended after it lies above all of it.
     const bool hasCoarse = scene.view.camera.hdr;
+    std::vector<const DrawItem*> sheets;
+    for (const DrawItem& item : layer.blended) sheets.push_back(&item);
+    if (hasCoarse) drawWaterDepth(context_, pass, sheets, visible);
     DrawLayer over;
     over.particles = layer.particles;
     for (const DrawItem& item : layer.blended) {
@@ -121,7 +140,7 @@ void WaterLayer::draw(const MovingScene& scene, const PixelArea& area, const Dra
 }
 
 /// Lays the coarse water over the picture, on the water's own geometry so that edges and depth are
-/// exact.
+/// exact. Of what stands before it, the static layer's light knows through which share of a pixel it is seen.
 void WaterLayer::overlay(const MovingScene& scene, const DrawItem& water, const DrawTarget& target) {
     DrawState state;
     state.target = target;
@@ -132,6 +151,13 @@ void WaterLayer::overlay(const MovingScene& scene, const DrawItem& water, const 
     state.depthTest = DepthTest::lessOrEqual;
     state.writesDepth = water.material->writesDepth;
     state.blending = Blending::over;
+    drawMesh(context_, state, water, scene.view, *target.scissor);
+    if (isFilm(water)) return;
+    state.program = &context_.programs.get({ProgramKind::waterOverlay, {Feature::edges}});
+    state.textures.push_back({unitStaticLit, scene.ground.lit});
+    state.textures.push_back({unitStaticDepth, scene.ground.depth});
+    state.depthTest = DepthTest::greater;
+    state.writesDepth = false;
     drawMesh(context_, state, water, scene.view, *target.scissor);
 }
 

@@ -36,6 +36,8 @@ class WaterLayer {
     void growReach(const MovingScene& scene, const ReliefGrid& relief);
     PixelArea nextStrip(int stripPixels);
     void shade(const MovingScene& scene, const PixelArea& area, unsigned environmentSampler);
+    void shadeFilm(const MovingScene& scene, const DrawItem& film, const SurfacePass& pass,
+                   const PixelArea& area);
     void overlay(const MovingScene& scene, const DrawItem& water, const DrawTarget& target);
 
     RenderContext& context_;

@@ -24,6 +24,7 @@ enum class DepthTest : std::uint8_t {
     off,  ///< nothing is compared or written
     less,
     lessOrEqual,
+    greater,
     always,
 };
 

@@ -38,6 +38,7 @@ void setDepthTest(DepthTest test) {
     enable(GL_DEPTH_TEST, test != DepthTest::off);
     if (test == DepthTest::less) glDepthFunc(GL_LESS);
     if (test == DepthTest::lessOrEqual) glDepthFunc(GL_LEQUAL);
+    if (test == DepthTest::greater) glDepthFunc(GL_GREATER);
     if (test == DepthTest::always) glDepthFunc(GL_ALWAYS);
 }
 

@@ -32,7 +32,7 @@ bool hasSmallTriangles(const DrawItem& item) {
 Box belowWater(const DrawLayer& layer, const glm::dvec3& eye) {
     Box hidden;
     for (const DrawItem& item : layer.blended) {
-        if (!isWater(item)) continue;
+        if (!isWater(item) || isFilm(item)) continue;
         Box below = transformed(item.mesh->bounds, item.model);
         if (eye.y <= below.max.y) continue;
         below.max.y = below.min.y;
@@ -80,7 +80,7 @@ const Target& FlightPass::draw(const Stage& stage, const Viewpoint& fullView, do
     pass.shading.hidden = {};
     // Water comes before the sky and everything else blended, because it is opaque here.
     std::erase_if(list.water.blended, [&](const DrawItem& item) {
-        if (isWater(item)) drawSurface(context_, pass, item, whole);
+        if (isWater(item) && !isFilm(item)) drawSurface(context_, pass, item, whole);
         return isWater(item);
     });
     drawSky(context_, pass, stage);

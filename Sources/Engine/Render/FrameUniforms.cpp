@@ -54,7 +54,7 @@ FrameBlock frameBlock(const Stage& stage, const Viewpoint& view, const DrawList&
             options.shadowNormalOffset * static_cast<float>(texel * (1 + light->shadowRadius / 3)),
             options.shadowDepthBias *
                 static_cast<float>(light->shadowBias / (light->shadowFar - light->shadowNear)),
-            0, 0};
+            block.sunShape.z, 0};
         gap = options.shadowWidening / static_cast<float>(light->shadowFar - light->shadowNear);
     }
     block.ambient = glm::vec4(list.ambient * tint, 0);

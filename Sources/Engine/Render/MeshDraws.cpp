@@ -31,22 +31,25 @@ Culling materialCulling(const DrawItem& item) {
     return glm::determinant(glm::dmat3(item.model)) < 0 ? Culling::backMirrored : Culling::back;
 }
 
-void drawDepth(RenderContext& context, const DrawTarget& target, unsigned frameUniforms,
-               std::span<const DrawItem> items, const Viewpoint& view) {
-    const PixelArea area = target.scissor.value_or(PixelArea::whole(view.size));
+void drawDepth(RenderContext& context, const DrawTarget& target, unsigned frameUniforms, const DrawItem& item,
+               const Viewpoint& view, const PixelArea& area) {
+    if (!item.material->writesDepth || item.area.intersection(area).empty()) return;
     DrawState state;
     state.target = target;
     state.program = &context.programs.get({ProgramKind::depth});
     state.frameUniforms = frameUniforms;
+    state.uniforms = {{"model", glm::mat4(item.model)}};
     state.depthTest = DepthTest::less;
     state.writesDepth = true;
     state.writesColour = false;
-    for (const DrawItem& item : items) {
-        if (!item.material->writesDepth || item.area.intersection(area).empty()) continue;
-        state.culling = materialCulling(item);
-        state.uniforms = {{"model", glm::mat4(item.model)}};
-        drawMesh(context, state, item, view, area);
-    }
+    state.culling = materialCulling(item);
+    drawMesh(context, state, item, view, area);
+}
+
+void drawDepth(RenderContext& context, const DrawTarget& target, unsigned frameUniforms,
+               std::span<const DrawItem> items, const Viewpoint& view) {
+    const PixelArea area = target.scissor.value_or(PixelArea::whole(view.size));
+    for (const DrawItem& item : items) drawDepth(context, target, frameUniforms, item, view, area);
 }
 
 }  // namespace gull

@@ -24,5 +24,8 @@ Culling materialCulling(const DrawItem& item);
 /// target's scissor.
 void drawDepth(RenderContext& context, const DrawTarget& target, unsigned frameUniforms,
                std::span<const DrawItem> items, const Viewpoint& view);
+/// The same of one item, and of its chunks those that touch `area` (pixels of the picture).
+void drawDepth(RenderContext& context, const DrawTarget& target, unsigned frameUniforms, const DrawItem& item,
+               const Viewpoint& view, const PixelArea& area);
 
 }  // namespace gull

@@ -39,6 +39,7 @@ constexpr std::pair<Feature, const char*> featureNames[] = {
     {Feature::paint, "PAINT"},
     {Feature::faded, "FADED"},
     {Feature::plainColour, "PLAIN_COLOUR"},
+    {Feature::edges, "EDGES"},
 };
 
 /// A kind of program: its shaders and the features that the vertex shader depends on.

@@ -58,6 +58,7 @@ enum class Feature : std::uint8_t {
     paint,       ///< multiplied by the paint layer
     faded,
     plainColour,
+    edges,  ///< of what stands before the water
     count,
 };
 

@@ -149,6 +149,7 @@ void addPicturePasses(std::vector<ProgramUse>& uses) {
          {depth, sunDepth, areaDepth, farthestDepth, contactShadows, contactShadowBlur, brightPass, bloomBlur,
           toneMapping, resolve, paint, waterOverlay, bitmap})
         uses.push_back({{kind}, PassKind::picture});
+    uses.push_back({{waterOverlay, {Feature::edges}}, PassKind::picture});
     uses.push_back({{edgeSmoothing}, PassKind::fastFrame});
     uses.push_back({{bitmap, {Feature::faded}}, PassKind::picture});
     uses.push_back({{bitmap, {Feature::plainColour}}, PassKind::picture});

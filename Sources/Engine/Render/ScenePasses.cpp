@@ -2,6 +2,7 @@
 
 #include "Engine/Log/Require.h"
 #include "Engine/Render/FlatPasses.h"
+#include "Engine/Render/MeshDraws.h"
 #include "Engine/Render/ParticlePass.h"
 #include "Engine/Render/RenderContext.h"
 #include "Engine/Render/TextureUnits.h"
@@ -29,6 +30,21 @@ void drawSky(RenderContext& context, const SurfacePass& pass, const Stage& stage
     drawScreen(context, std::move(state), 1);
 }
 
+void drawWaterDepth(RenderContext& context, const SurfacePass& pass, std::span<const DrawItem* const> items,
+                    const PixelArea& area) {
+    // Only where a film may lie over or under the rest.
+    PixelArea shared;
+    for (const DrawItem* item : items)
+        if (isFilm(*item)) shared = shared.united(item->area.intersection(area));
+    if (shared.empty()) return;
+    const PixelArea& viewport = pass.target.viewport;
+    PixelArea part = shared.moved(viewport.x, viewport.y);
+    if (pass.target.scissor) part = part.intersection(*pass.target.scissor);
+    for (const DrawItem* item : items)
+        if (isWater(*item))
+            drawDepth(context, pass.target.within(part), pass.frameUniforms, *item, pass.view, shared);
+}
+
 namespace {
 
 /// Surfaces in the order in which they are blended: by their rendering order, then the farthest first.
@@ -41,7 +57,14 @@ void drawInOrder(RenderContext& context, const SurfacePass& pass, std::span<cons
     std::stable_sort(items.begin(), items.end(), [](const DrawItem* a, const DrawItem* b) {
         return a->order != b->order ? a->order < b->order : a->distance > b->distance;
     });
-    for (const DrawItem* item : items) drawSurface(context, pass, *item, area);
+    bool hasWaterDepth = unlit;
+    for (const DrawItem* item : items) {
+        if (!hasWaterDepth && isWater(*item)) {
+            drawWaterDepth(context, pass, items, area);
+            hasWaterDepth = true;
+        }
+        drawSurface(context, pass, *item, area);
+    }
 }
 
 /// Emission is given as it is shown, too.

@@ -11,6 +11,11 @@ class Stage;
 /// Draws the stage's background where nothing is nearer.
 void drawSky(RenderContext& context, const SurfacePass& pass, const Stage& stage);
 
+/// Draws the depth of the water among `items`, so that of several sheets of water only the nearest is then
+/// drawn.
+void drawWaterDepth(RenderContext& context, const SurfacePass& pass, std::span<const DrawItem* const> items,
+                    const PixelArea& area);
+
 /// Draws the lit blended surfaces of all layers in their common order, within `area`; see drawUnlit().
 void drawBlended(RenderContext& context, const SurfacePass& pass, std::span<const DrawLayer* const> layers,
                  const PixelArea& area);

@@ -8,6 +8,7 @@
 #include "Engine/Render/RenderContext.h"
 #include "Engine/Render/ScenePasses.h"
 #include "Engine/Render/ShadowMap.h"
+#include "Engine/Render/WaterMirror.h"
 
 #include <array>
 #include <vector>
@@ -71,6 +72,13 @@ Target drawSnapshot(RenderContext& context, const Stage& stage, const PixelSize&
     if (shading.sunShadow) {
         shadow.draw(context, layers, {list.sun.matrix, list.sun.light->shadowMapSize});
         inputs.sunShadow = shadow.texture();
+    }
+    WaterMirror mirror;
+    if (const auto level = waterLevel(list.water)) {
+        mirror.draw(context, stage, list, view, *level, inputs.sunShadow);
+        inputs.waterMirror = mirror.texture();
+        block.fogRange.w = static_cast<float>(*level);
+        frame.upload(block);
     }
     Target depth;
     ContactShadows contact;

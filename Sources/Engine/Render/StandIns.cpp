@@ -20,11 +20,13 @@ std::shared_ptr<Texture> plainTexture(const std::array<std::uint8_t, 4>& colour)
 
 StandIns::StandIns(GraphicsDevice& device)
     : black(plainTarget(device, Format::rgba16f, 0)),
+      nothing(plainTarget(device, Format::rgba16f, 0)),
       white(plainTarget(device, Format::rgba8, 1)),
       openSky(plainTarget(device, Format::rgba8, 128.0F / 255)),
       farthestShadow(makeShadowMap(device, 3)),
       whiteMap(plainTexture({255, 255, 255, 255})),
       flatMap(plainTexture({128, 128, 255, 255})) {
+    device.clear(nothing.whole(), {{{0, 0, 0, 0}}, {}});
     device.clear(farthestShadow.whole(), {{}, 1});
 }
 

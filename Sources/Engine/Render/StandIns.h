@@ -16,6 +16,7 @@ struct StandIns {
     explicit StandIns(GraphicsDevice& device);
 
     Target black;                       ///< no bloom
+    Target nothing;                     ///< transparent: nothing mirrored in water
     Target white;                       ///< no paint
     Target openSky;                     ///< no contact shadows
     Target farthestShadow;              ///< a shadow map that hides nothing

@@ -103,6 +103,7 @@ void addInputs(RenderContext& context, DrawState& state, const SurfacePass& pass
     add(unitStaticDepth, inputs.groundDepth);
     add(unitStaticLit, inputs.groundLight);
     add(unitBloom, inputs.bloom);
+    add(unitWaterMirror, inputs.waterMirror ? inputs.waterMirror : context.standIns.nothing.colour());
 }
 
 void addMaterial(const RenderContext& context, DrawState& state, const DrawItem& item,
@@ -146,6 +147,10 @@ bool isUnlit(const DrawItem& item) {
 bool isWater(const DrawItem& item) {
     return item.material->smooth && item.blended &&
            item.material->lighting == Material::Lighting::physicallyBased;
+}
+
+bool isFilm(const DrawItem& item) {
+    return isWater(item) && item.material->diffuse.a <= 0;
 }
 
 ProgramKey surfaceProgram(const Shading& shading, const DrawItem& item) {

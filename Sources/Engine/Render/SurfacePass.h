@@ -35,7 +35,8 @@ struct Shading {
 };
 
 /// What the surfaces of a pass read besides their own maps. Without a shadow map or contact shadows they read
-/// stand-ins that darken nothing; the other missing textures are not read.
+/// stand-ins that darken nothing, without a mirror one that shows nothing; the other missing textures are not
+/// read.
 struct SurfaceInputs {
     TextureRef environment;
     unsigned environmentSampler = 0;
@@ -44,6 +45,7 @@ struct SurfaceInputs {
     TextureRef groundDepth;  ///< depth of the ground under the water
     TextureRef groundLight;  ///< scene light of that ground
     TextureRef bloom;
+    TextureRef waterMirror;  ///< see WaterMirror; the frame's block knows its level
 };
 
 /// Where and how the surfaces, the sky and the particles of a pass are drawn. The depth test passes at the
@@ -67,5 +69,7 @@ ProgramKey surfaceProgram(const Shading& shading, const DrawItem& item);
 bool isUnlit(const DrawItem& item);
 /// True for a wide, smooth, blended surface such as the sea, which is shaded as water over what lies below.
 bool isWater(const DrawItem& item);
+/// True for water so thin that it hides nothing. It is left out where water is bottomless.
+bool isFilm(const DrawItem& item);
 
 }  // namespace gull

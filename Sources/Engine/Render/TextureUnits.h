@@ -23,6 +23,7 @@ enum TextureUnit : int {
     unitBloom,
     unitPaint,
     unitSkyMaps = unitMovingShadow,  // no program reads both
+    unitWaterMirror = unitPaint,     // no surface reads the paint layer
 };
 
 inline constexpr SamplerUnit samplerUnits[] = {
@@ -43,6 +44,7 @@ inline constexpr SamplerUnit samplerUnits[] = {
     {"source", unitSource},
     {"bloom", unitBloom},
     {"paintLayer", unitPaint},
+    {"waterMirror", unitWaterMirror},
 };
 
 }  // namespace gull

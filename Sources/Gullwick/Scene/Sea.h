@@ -11,7 +11,7 @@
 namespace gull {
 
 /// The sea: a plane of water that heaves with the swell, rises with the tide and surges in the flood, with
-/// foam at its edge and three breakers rolling in.
+/// foam at its edge, a film of water where the swash has wetted the sand, and three breakers rolling in.
 class Sea {
   public:
     /// Adds the sea to `parent`, in the moving layer.
@@ -29,15 +29,18 @@ class Sea {
         std::shared_ptr<Material> material;
     };
 
-    /// The strip of foam, bent along the shoreline for a water level of `level`, centred on the origin.
-    const GeometryRef& foamAlongShore(double level);
+    /// The level without the swell.
+    static double mean(double tide);
 
     Node& water_;
     std::shared_ptr<Material> waterMaterial_;
+    Node& film_;
+    std::shared_ptr<Material> filmMaterial_;
     Node& foam_;
     std::shared_ptr<Material> foamMaterial_;
     std::array<Breaker, 3> breakers_{};
-    std::map<int, GeometryRef> foamShapes_;  ///< by quantised water level
+    std::map<int, GeometryRef> foamShapes_;  ///< by the steps of the water level
+    std::map<int, GeometryRef> filmShapes_;  ///< by the steps of the level up to which the sand is wet
 };
 
 }  // namespace gull

@@ -118,6 +118,58 @@ TEST_F(BeachPicture, AHoleStaysDarkerThanASweepAndASweepThanUntouchedSand) {
     }
 }
 
+/// Places along the beach, where the sand has this height.
+std::vector<glm::dvec3> contour(double height) {
+    std::vector<glm::dvec3> places;
+    for (double x = -7; x <= 7; x += 0.25) places.emplace_back(x, height, Terrain::shoreZ(x, height));
+    return places;
+}
+
+TEST_F(BeachPicture, TheSwashLeavesABandOfWetSandThatIsDarkerThanTheDry) {
+    for (const int number : {1, 3, 8}) {  // on the others the sun glares on it
+        SCOPED_TRACE(number);
+        SnapshotOptions still = options(number);
+        still.elapse = 60;
+        StillBeach beach(still);
+        BeachScene& scene = beach.game().world();
+        const double mean = 0.2 * scene.tide - 0.21;
+        scene.time += 7.5 * 0.75 - std::fmod(scene.time, 7.5);  // low water in the swell
+        scene.update(scene.time, 0, {0.5, 0.3}, {0, 0}, 0, 0, {1, 1, 1, 1});
+        const Picture picture(*renderer, beach, still);
+        const double wet = picture.brightness(contour(mean + 0.015)),
+                     dry = picture.brightness(contour(mean + 0.08));
+        EXPECT_LT(wet, 0.92 * dry);
+        EXPECT_GT(wet, 0.5 * dry);
+        // It mirrors the sky: what it shows does not come from the sand alone.
+        Node& film = *scene.stage().root.find("film");
+        film.materials[0]->roughness = 1;
+        film.materials[0]->normalMap.intensity = 0;
+        const Picture matt(*renderer, beach, still);
+        EXPECT_NE(picture.brightness(contour(mean)), matt.brightness(contour(mean)));
+    }
+}
+
+TEST_F(BeachPicture, AHandOfWaterLetsTheSandThrough) {
+    for (const int number : {1, 2, 3}) {
+        SCOPED_TRACE(number);
+        const SnapshotOptions still = options(number);
+        StillBeach beach(still);
+        Node& root = beach.game().world().stage().root;
+        const double level = root.find("water")->position.y;
+        for (const char* name : {"film", "foam", "breaker"}) root.find(name)->hidden = true;
+        const Picture picture(*renderer, beach, still);
+        root.find("water")->hidden = true;
+        const Picture dry(*renderer, beach, still);
+        glm::dvec3 through(0), sand(0);
+        for (const glm::dvec3& place : contour(level - 0.1)) {
+            through += picture.colour(place);
+            sand += dry.colour(place);
+        }
+        EXPECT_GT(through.r, 0.6 * sand.r);
+        EXPECT_GT(through.r, 0.9 * through.b) << "still of the sand's colour";
+    }
+}
+
 TEST_F(BeachPicture, TheSeaIsBetweenGreenAndBlue) {
     for (const int number : {1, 2, 3, 7}) {
         SCOPED_TRACE(number);

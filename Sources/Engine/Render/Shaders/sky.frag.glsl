@@ -22,6 +22,7 @@ void main() {
 #endif
     outColour = vec4(c, 1.0);
 #ifdef OUT_STATIC
+    if (far.y < frame.sunShape.z * far.w) outColour.a = 2.0;  // under water, as surfaces note it
     outShade = vec4(1.0, 1.0, 1.0, 0.0);
     outSurface = vec4(0.0);
     outNormal = vec4(0.5, 1.0, 0.5, 1.0);

@@ -14,6 +14,9 @@ uniform sampler2D normalMap;
 uniform sampler2D multiplyMap;
 uniform samplerCube environment;
 uniform sampler2D contactShadowMap;
+#ifdef WATER
+uniform sampler2D waterMirror;
+#endif
 #if defined(WATER_DEPTH) || defined(OUT_WATER)
 uniform sampler2D staticDepth;
 #endif
@@ -25,7 +28,7 @@ uniform sampler2D bloom;
 #endif
 layout(location = 0) out vec4 outWater;  // blended over the tone-mapped picture; w: share of it that is hidden
 #elif defined(OUT_STATIC)
-layout(location = 0) out vec4 outLit;
+layout(location = 0) out vec4 outLit;  // w: 1, or 2 under water
 // Share of the light that does not come from the sun; w: how far the sun is covered.
 layout(location = 1) out vec4 outShade;
 layout(location = 2) out vec4 outSurface;  // albedo that a lamp lights, w: share of the light that paint dims
@@ -76,6 +79,10 @@ vec2 mirrorShare(float roughness, float nv) {
     float a = min(r.x * r.x, exp2(-9.28 * nv)) * r.x + r.y;
     return vec2(-1.04, 1.04) * a + r.zw;
 }
+#endif
+
+#ifdef WATER
+const float kThrow = 1.6;  // world units for each unit of a wave's slope: twice the way to what is mirrored, on average
 #endif
 
 void main() {
@@ -179,7 +186,14 @@ void main() {
     vec3 bounces = 1.0 + f0 * (1.0 / (share.x + share.y) - 1.0);
     vec3 root = textureLod(environment, r, roughness * 5.0).rgb;
     vec3 seen = root * root;
-#ifndef WATER
+#ifdef WATER
+    // Things nearby stand in front of the sky, where waves throw the reflected ray.
+    vec3 hit = position + vec3(n.x - facing.x, 0.0, n.z - facing.z) * kThrow;
+    vec4 c = frame.viewProjection * vec4(hit.x, 2.0 * frame.fogRange.w - hit.y, hit.z, 1.0);
+    vec4 standing = textureLod(waterMirror, vec2(-c.x, c.y) / c.w * 0.5 + 0.5, 0.0);
+    seen = seen * (1.0 - standing.a) + standing.rgb / max(kEye.w, 1e-3);
+    sunGlint *= 1.0 - standing.a;
+#else
     seen = mix(vec3(luminance(seen)), seen, kVignette.w);
 #endif
     mirrored = seen * (f0 * share.x + share.y) * bounces * kEye.w;
@@ -222,9 +236,11 @@ void main() {
     float mirror = f0.x * share.x + share.y;
     within *= 1.0 - mirror;
     float thickness = 1e3;
+    float surfaceAt = axisDistance(gl_FragCoord.z);
+    float slope = fwidth(surfaceAt);  // nearly the ground's, too: the farthest ground is that much too far
 #ifdef OUT_WATER
     float ground = texelFetch(staticDepth, ivec2(gl_FragCoord.xy), 0).r;
-    thickness = max(axisDistance(ground) - axisDistance(gl_FragCoord.z), 0.0);
+    thickness = max(axisDistance(ground) - surfaceAt - 0.25 * slope, 0.0);
 #elif defined(WATER_DEPTH)
     // The farthest near by: at the edge of what stands before the water its own depth would make the water clear.
     float ground = 0.0;
@@ -232,7 +248,7 @@ void main() {
         vec2 near = gl_FragCoord.xy + kTile.xy + vec2(float(i % 3), float(i / 3)) - 1.0;
         ground = max(ground, textureLod(staticDepth, near * kPicture.xy, 0.0).r);
     }
-    thickness = max(axisDistance(ground) - axisDistance(gl_FragCoord.z), 0.0);
+    thickness = max(axisDistance(ground) - surfaceAt - slope, 0.0);
 #endif
     vec4 water = waterOver(within + top, within, alpha, mirror, thickness, kSurface.w);
     alpha = water.a;
@@ -277,7 +293,7 @@ void main() {
 
 #ifdef OUT_WATER
 #elif defined(OUT_STATIC)
-    outLit = vec4(lit, 1.0);
+    outLit = vec4(lit, position.y < frame.sunShape.z ? 2.0 : 1.0);
     outShade = vec4(shade / max(lit, vec3(1e-4)), cover);
 #ifdef PAINTABLE
     vec3 dimmed = (scattered + sunBody * (1.0 - kSun.w * cover)) * kMultiply.rgb * (1.0 - fog);

@@ -10,6 +10,7 @@ out vec4 outColour;
 void main() {
     COMPILED_ONCE;
     vec4 c = textureLod(source, st, 0.0);
+    c.a = min(c.a, 1.0);  // more where the ground is under water
     vec3 light = c.a > 0.0 ? c.rgb / c.a : c.rgb;
     vec3 paint = textureLod(paintLayer, st, 0.0).rgb;
     light = light * paint * paint + textureLod(bloom, st, 0.0).rgb * kGrade.y;
