@@ -29,6 +29,15 @@ std::optional<Image> picture(const std::filesystem::path& file) {
     return decodePng(std::vector<std::uint8_t>(bytes.begin(), bytes.end()));
 }
 
+/// The letters of the title, which are nearly white.
+int inkOfTitle(const Image& image) {
+    int count = 0;
+    for (int y = 0; y < image.height / 3; ++y)
+        for (int x = 0; x < image.width / 2; ++x)
+            if (image.at(x, y)[0] > 215 && image.at(x, y)[2] > 185) ++count;
+    return count;
+}
+
 TEST(Modes, HelpAndVersionComeBeforeEverything) {
     const Result help = gullwick({"--selftest", "--help"});
     EXPECT_EQ(help.status, 0);
@@ -147,6 +156,25 @@ TEST(Modes, WrongOptionsAreToldAndEndWithStatusOne) {
     EXPECT_EQ(unwritable.status, 0);
     EXPECT_EQ(unwritable.output, "wrote /proc/no/a.png\n");
     EXPECT_THAT(unwritable.errors, HasSubstr("cannot be written"));
+}
+
+TEST(Modes, AShotIsWhatAWindowOfThatManyPointsShowsAtThatScale) {
+    const ScratchFolder folder;
+    const auto shot = [&](const char* scale) {
+        Environment environment = noDisplay;
+        environment["GULLWICK_SCALE"] = scale;
+        const auto file = folder.path() / "shot.png";
+        run(GULLWICK_BINARY, {"--shot", file.string(), "--size", "860x560", "--seed", "5"}, environment, 120);
+        return picture(file);
+    };
+    const auto small = shot("1"), large = shot("2");
+    ASSERT_TRUE(small && large);
+    EXPECT_EQ(small->width, 860);
+    EXPECT_EQ(large->width, 1720);
+    EXPECT_EQ(large->height, 1120);
+    const double ratio = 1.0 * inkOfTitle(*large) / inkOfTitle(*small);
+    EXPECT_GT(ratio, 3) << "the letters, too, have twice as many pixels each way";
+    EXPECT_LT(ratio, 6);
 }
 
 }  // namespace

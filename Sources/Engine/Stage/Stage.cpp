@@ -4,7 +4,8 @@ namespace gull {
 
 namespace {
 
-// How many changed places are remembered. A renderer that missed more is told that everything changed.
+// How many changed places are told apart; the oldest ones share a box. A window may be hidden for long, and
+// its picture is worth keeping.
 constexpr std::size_t rememberedTouches = 256;
 
 std::uint64_t nextId() {
@@ -35,8 +36,10 @@ void Stage::remember(const Box& box, bool onlyPaint) {
     if (box.empty()) return;
     touches_.push_back({++serial_, box, onlyPaint});
     if (touches_.size() > rememberedTouches) {
-        wholeSerial_ = touches_.front().serial;
+        const StillChange oldest = touches_.front();
         touches_.pop_front();
+        touches_.front().box.include(oldest.box);
+        touches_.front().onlyPaint &= oldest.onlyPaint;
     }
 }
 

@@ -75,8 +75,13 @@ void GameController::detect(double dt) {
         feedback_.play(Sound::lockOn, 0.8F);
     }
     wasPinpoint_ = reading_.isPinpoint;
-    if (auto hint = tutorial_.advance(reading_, controls))
-        toasts_.showAfterOpening(std::move(*hint), TutorialHints::hintSeconds);
+    if (auto hint = tutorial_.advance(reading_, controls)) {
+        const auto text = [this, hint = std::move(*hint), isSignal = tutorial_.stage() == 2] {
+            const bool isSilent = !feedback_.muted && !feedback_.isHeard() && !feedback_.isFelt();
+            return isSignal && isSilent ? TutorialHints::onSilentSignal(settings_.showTicks()) : hint;
+        };
+        toasts_.showAfterOpening(text, TutorialHints::hintSeconds);
+    }
 }
 
 /// One detector tick: single for treasure; for everything else a second one follows, which tells them apart.

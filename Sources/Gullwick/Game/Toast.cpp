@@ -32,8 +32,8 @@ void Toast::showOpening(Message text, double seconds) {
     readableAt_ = loop_.now() + readable;
 }
 
-void Toast::showAfterOpening(Message text, double seconds) {
-    held_ = Hint{std::move(text), seconds};
+void Toast::showAfterOpening(std::function<Message()> text, double seconds) {
+    held_ = HeldHint{std::move(text), seconds};
     wait();
 }
 
@@ -45,8 +45,8 @@ void Toast::dropWaiting() {
 void Toast::wait() {
     waiting_ = loop_.after(readableAt_ - loop_.now(), [this] {
         if (isOpening_ && isUnseen_) return;  // its picture starts another wait
-        const Hint hint = *std::exchange(held_, std::nullopt);
-        show(hint.text, hint.seconds);
+        const HeldHint hint = *std::exchange(held_, std::nullopt);
+        show(hint.text(), hint.seconds);
     });
 }
 

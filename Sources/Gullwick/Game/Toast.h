@@ -5,6 +5,7 @@
 #include "Engine/Loop/Published.h"
 
 #include <deque>
+#include <functional>
 #include <optional>
 
 namespace gull {
@@ -29,8 +30,8 @@ class Toast {
     /// The same, for the toast that opens a beach: hints may follow it.
     void showOpening(Message text, double seconds);
     /// The same, after the opening toast has been up for `readable` seconds; a newer one replaces one that
-    /// still waits.
-    void showAfterOpening(Message text, double seconds);
+    /// still waits. `text` is asked for when it is shown: much may be known by then.
+    void showAfterOpening(std::function<Message()> text, double seconds);
     /// Cancels anything that showAfterOpening() still holds back.
     void dropWaiting();
     /// Shows `text` when the current toast ends, but not before an opening toast was shown. Hints follow one
@@ -42,6 +43,10 @@ class Toast {
         Message text;
         double seconds;
     };
+    struct HeldHint {
+        std::function<Message()> text;
+        double seconds;
+    };
     void startTime();
     void wait();
     void expire();
@@ -51,9 +56,9 @@ class Toast {
     Line& line_;
     MainLoop::Timer expiry_;
     MainLoop::Timer waiting_;
-    std::optional<Hint> held_;  // by the opening toast
-    double readableAt_ = 0;     // when the opening toast may be replaced
-    double seconds_ = 0;        // that the current toast lasts
+    std::optional<HeldHint> held_;  // by the opening toast
+    double readableAt_ = 0;         // when the opening toast may be replaced
+    double seconds_ = 0;            // that the current toast lasts
     bool waits_ = false;
     bool isUnseen_ = false;
     bool isOpening_ = false;

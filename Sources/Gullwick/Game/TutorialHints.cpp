@@ -38,6 +38,11 @@ Message TutorialHints::opening(const Controls& controls) {
     return {};
 }
 
+Message TutorialHints::onSilentSignal(bool ticksAreShown) {
+    return ticksAreShown ? message("See the ticks? They speed up as you get closer")
+                         : message("See the bars? They rise as you get closer");
+}
+
 std::optional<Message> TutorialHints::advance(const Reading& reading, const Controls& controls) {
     if (stage_ == 2 && reading.isPinpoint && reading.isTreasure()) {
         stage_ = 3;

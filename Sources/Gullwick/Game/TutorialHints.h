@@ -19,6 +19,9 @@ class TutorialHints {
     static Message opening(const Controls& controls);
     static constexpr double openingSeconds = 6.0;
 
+    /// In place of the hint at the first signal, for whoever neither hears nor feels ticks.
+    static Message onSilentSignal(bool ticksAreShown);
+
     void start() { stage_ = 1; }
     void end() { stage_ = 0; }
     /// 0 off, 1 waiting for a first signal, 2 for a pinpoint on treasure, 3 for the first find.

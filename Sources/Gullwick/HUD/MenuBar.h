@@ -15,7 +15,7 @@ namespace gull {
 /// The menus along the top edge of the window. The bar appears when a free pointer nears the edge, and with
 /// F10 or Alt; it disappears when the pointer leaves it. Menus work with the mouse or with keys alone:
 /// arrows, Return, Escape, and Alt with the first letter of a title. A pointer on its way to an open submenu
-/// may cross other lines. The menus are requested anew every time they are shown.
+/// may cross other lines. The menus are built again each time they are shown.
 class MenuBar {
   public:
     static constexpr double height = 30;    ///< points

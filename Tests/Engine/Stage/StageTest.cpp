@@ -133,8 +133,15 @@ TEST(Stage, tellsWhichPartsOfTheKeptLayerChanged) {
     EXPECT_TRUE(stage.stillChangesSince(stage.stillSerial())->empty());
 
     const std::uint64_t early = stage.stillSerial();
+    stage.touchPaint({{-9, 0, 0}, {-8, 0, 0}});
     for (int i = 0; i < 1000; ++i) stage.touchStill(box);
-    EXPECT_FALSE(stage.stillChangesSince(early)) << "what was forgotten counts as everything";
+    stage.touchPaint(box);
+    const auto missed = stage.stillChangesSince(early);
+    ASSERT_TRUE(missed) << "however many there were";
+    EXPECT_LT(missed->size(), 300u);
+    EXPECT_EQ(missed->front().box.min.x, -9) << "the oldest share a box";
+    EXPECT_FALSE(missed->front().onlyPaint) << "in which more than paint changed";
+    EXPECT_TRUE(missed->back().onlyPaint);
     EXPECT_EQ(stage.stillChangesSince(stage.stillSerial() - 5)->size(), 5u);
 }
 

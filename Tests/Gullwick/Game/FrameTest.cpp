@@ -257,6 +257,23 @@ TEST_F(Frame, theTutorialSpeaksOfWhatIsInHand) {
     EXPECT_EQ(pad.find("click"), pad.npos) << pad;
 }
 
+TEST_F(Frame, whoCannotHearOrFeelTicksIsNotAskedWhetherTheyDo) {
+    const auto hint = [&](bool comesUpLate) {
+        senses.isPluggedIn = true;  // as long as nobody knows
+        game.beginBeach(1, false, 12);
+        const BuriedItem treasure = buried(true)[1];
+        game.setCoil({treasure.at.x + (treasure.at.x < 0.5 ? 0.09 : -0.09), treasure.at.y});
+        turn(0.1);
+        senses.isPluggedIn = comesUpLate;
+        turn(2.6);
+        return toast();
+    };
+    EXPECT_EQ(hint(false), "See the bars? They rise as you get closer");
+    settings.showTicks = true;
+    EXPECT_EQ(hint(false), "See the ticks? They speed up as you get closer");
+    EXPECT_EQ(hint(true), "Feel the ticks? They speed up as you get closer");
+}
+
 TEST_F(Frame, theTutorialWaitsForTreasureNotJunk) {
     TutorialHints hints;
     const Reading junk{1, BuriedItem{0, ItemKind::can, {}, 0}, true};
@@ -432,7 +449,7 @@ struct Toasts : testing::Test {
 TEST_F(Toasts, whatFollowsTheOpeningLeavesItReadableFromItsFirstPictureOn) {
     toasts.waitForPictures();
     toasts.showOpening(message("opening"), 6);
-    toasts.showAfterOpening(message("hint"), 5);
+    toasts.showAfterOpening([] { return message("hint"); }, 5);
     ownLoop.turn(ownClock, 4);
     EXPECT_EQ(line.get(), message("opening")) << "nobody has seen it yet";
     toasts.pictureShown();
@@ -445,7 +462,7 @@ TEST_F(Toasts, whatFollowsTheOpeningLeavesItReadableFromItsFirstPictureOn) {
     toasts.showOpening(message("opening"), 6);
     ownLoop.turn(ownClock, 2);
     toasts.pictureShown();
-    toasts.showAfterOpening(message("hint"), 5);
+    toasts.showAfterOpening([] { return message("hint"); }, 5);
     ownLoop.turn(ownClock, Toast::readable - 0.1);
     EXPECT_EQ(line.get(), message("opening"));
     toasts.dropWaiting();

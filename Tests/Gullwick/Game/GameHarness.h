@@ -39,8 +39,10 @@ class Senses final : public SoundOutput, public HapticPerformer {
 
     std::vector<Sensation> all;
     float surf = 0;  ///< its volume
+    bool isPluggedIn = true;
 
-    bool start() override { return true; }
+    bool start() override { return isPluggedIn; }
+    bool isAvailable() const override { return isPluggedIn; }
     void play(int, std::span<const float> samples, float volume) override {
         all.push_back({loop_.now(), nameOf(samples), volume});
     }

@@ -3,7 +3,7 @@
 #include "Gullwick/Game/GameHarness.h"
 
 #include <algorithm>
-#include <chrono>
+#include <ctime>
 #include <functional>
 #include <string>
 #include <vector>
@@ -33,7 +33,9 @@ struct SelfTestTest : GameHarness {
 TEST(SelfTest, theLastArgumentMayNameTheBeaches) {
     using Numbers = std::vector<int>;
     const Numbers all{1, 2, 3, 4, 5, 6, 7, 8};
-    const auto beaches = [](std::vector<std::string> arguments) { return SelfTest::beaches(arguments); };
+    const auto beaches = [](const std::vector<std::string>& arguments) {
+        return SelfTest::beaches(arguments);
+    };
     EXPECT_EQ(beaches({"gullwick", "--selftest"}), all);
     EXPECT_EQ(beaches({}), all);
     EXPECT_EQ(beaches({"--selftest", "3"}), Numbers{3});
@@ -50,9 +52,9 @@ TEST(SelfTest, theLastArgumentMayNameTheBeaches) {
 }
 
 TEST_F(SelfTestTest, theWholeCampaignPassesQuickly) {
-    const auto start = std::chrono::steady_clock::now();
+    const std::clock_t start = std::clock();  // of the processor: other programs must not count
     finish(SelfTest::run(loop, settings, feedback, {"gullwick", "--selftest"}, output()));
-    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
+    const double took = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
     EXPECT_EQ(status, 0);
     EXPECT_EQ(failed(), 0);
     EXPECT_EQ(lines.back(), "ALL GOOD");
@@ -64,7 +66,7 @@ TEST_F(SelfTestTest, theWholeCampaignPassesQuickly) {
     EXPECT_EQ(at("  ok    coil reaches treasure 1 (chest)"), 1);
     EXPECT_EQ(at("  ok    Treasure chest goes in the tray"), 1);
     EXPECT_TRUE(feedback.muted);
-    EXPECT_LT(took.count(), 5.0);
+    EXPECT_LT(took, 5.0);
 }
 
 TEST_F(SelfTestTest, oneBeachPrintsItsScriptLineByLine) {
