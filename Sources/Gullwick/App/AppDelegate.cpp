@@ -123,8 +123,18 @@ struct AppDelegate::Parts final : WindowCommands {
     void followFocus() {
         const bool isMeant = window.hasFocus() && !window.isMinimised() && seat.isOurs();
         if (isMeant == std::exchange(wasMeant, isMeant)) return;
+        hadAttention = true;
+        pictureIsOld = true;
         isMeant ? surface.focusGained() : surface.focusLost();
-        if (!isMeant) wentToBackground();
+    }
+
+    /// A window that never had the player's attention, as where no window manager hands out the keyboard,
+    /// plays on. One that lost it during the fly-in is paused when play begins.
+    void pauseInBackground() {
+        const bool isAway = window.isMinimised() || (hadAttention && !wasMeant);
+        if (!isAway || game.isPaused || !settings.pauseInBackground()) return;
+        game.pause();
+        pictureIsOld = true;
     }
 
     /// First the commands (few work over an open menu or card), then menu or card, then the beach.
@@ -146,11 +156,6 @@ struct AppDelegate::Parts final : WindowCommands {
             if (const auto tile = BeachSelect::tileAt(overlay.drawing(), event.x, event.y))
                 game.openTile(*tile);
         return true;
-    }
-
-    void wentToBackground() {
-        pictureIsOld = true;
-        if (settings.pauseInBackground()) game.pause();
     }
 
     std::vector<Menu> menus() { return buildMenus(game, surface, settings, feedback, *this, language); }
@@ -313,6 +318,7 @@ struct AppDelegate::Parts final : WindowCommands {
         silence.poll(start);
         audio.poll(start);
         loop.runDue();
+        pauseInBackground();
         stepTime = clock.now() - start;
         trace.follow(start, wasMeant, game, window, trackpads, audio);
         if (window.isMinimised() || !isFrameDue()) return;
@@ -396,6 +402,7 @@ struct AppDelegate::Parts final : WindowCommands {
     bool wasPaused = false;
     bool screenshotWanted = false;
     bool wasMeant = false;
+    bool hadAttention = false;
     static constexpr double quietInterval = 0.1;  // seconds
     PlotPoint drawnCoil;
     double drawnTime = -1;
