@@ -25,6 +25,8 @@ namespace gull {
 namespace {
 
 constexpr Uint64 lasting = 500;  // milliseconds after which a window's place counts as settled
+constexpr Uint64 between = 200;  // milliseconds between two looks at what the desktop made of the window
+constexpr int looks = 5;         // in a row, after which the desktop has decided
 
 /// Everything that a change of size or screen can change.
 struct Extent {
@@ -46,9 +48,13 @@ struct Window::Impl {
     AltTap altTap;
     std::optional<PartialPresent> partial;
     std::unique_ptr<WaylandPresent> wayland;
-    WindowPlace place;       ///< the last settled place
-    WindowPlace candidate;   ///< the window's current place
-    Uint64 standsSince = 0;  // milliseconds
+    WindowPlace place;        ///< the last settled place
+    WindowPlace candidate;    ///< the window's current place
+    Uint64 standsSince = 0;   // milliseconds
+    bool fullScreen = false;  ///< as the program wished, or the desktop decided since
+    bool isFull = false;      ///< as it is
+    Uint64 nextLook = 0;      // milliseconds
+    int looksDiffering = 0;   ///< how often in a row it was not as wished
     Extent told;
     bool vsync = false;
     bool locked = false;
@@ -65,6 +71,7 @@ struct Window::Impl {
     }
     bool has(Uint32 flags) const { return (SDL_GetWindowFlags(window) & flags) != 0; }
     void followSize();
+    void followFullScreen();
     void followPlace();
     void handle(const SDL_Event& event);
     void handleWindow(const SDL_WindowEvent& event);
@@ -171,10 +178,13 @@ Window::Window(const Options& options) : impl_(std::make_unique<Impl>()) {
     // A first window may be smaller than the minimum size if the screen is.
     SDL_SetWindowMinimumSize(impl_->window, std::min(least(rules.leastWidth), place.width),
                              std::min(least(rules.leastHeight), place.height));
+    impl_->fullScreen = options.isFullScreen;
     impl_->place = {static_cast<int>(std::lround(place.width / rules.unitsPerPoint)),
                     static_cast<int>(std::lround(place.height / rules.unitsPerPoint)),
                     {},
                     options.place && options.place->isMaximised};
+    // Behind a full screen the window has no place of its own, so the last one stays.
+    if (options.place && options.isFullScreen) impl_->place = *options.place;
     impl_->context = SDL_GL_CreateContext(impl_->window);
     if (!impl_->context) {
         SDL_DestroyWindow(impl_->window);
@@ -212,6 +222,7 @@ void Window::pump(double timeout) {
     if (!came && timeout > 0) std::this_thread::sleep_until(until);
     while (SDL_PollEvent(&event)) impl_->handle(event);
     impl_->followSize();
+    impl_->followFullScreen();
     impl_->followPlace();
 }
 
@@ -224,9 +235,23 @@ void Window::Impl::followSize() {
     if (handlers.resized) handlers.resized();
 }
 
+/// A desktop's own key or menu may switch full screen, too. SDL follows it on Wayland, but not on X11.
+void Window::Impl::followFullScreen() {
+    if (SDL_GetTicks64() < nextLook || has(SDL_WINDOW_MINIMIZED | SDL_WINDOW_HIDDEN)) return;
+    nextLook = SDL_GetTicks64() + between;
+    const bool known = has(SDL_WINDOW_FULLSCREEN);
+    isFull = isFullScreenForManager(window).value_or(known);
+    // The desktop takes its time to do what the program asks.
+    looksDiffering = isFull == fullScreen ? 0 : looksDiffering + 1;
+    if (looksDiffering < looks) return;
+    fullScreen = isFull;
+    if (isFull != known) SDL_SetWindowFullscreen(window, isFull ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0);
+    if (handlers.fullScreenChanged) handlers.fullScreenChanged(isFull);
+}
+
 /// Desktops report that a window is maximised only after they have enlarged it.
 void Window::Impl::followPlace() {
-    if (has(SDL_WINDOW_FULLSCREEN_DESKTOP | SDL_WINDOW_MINIMIZED | SDL_WINDOW_HIDDEN)) return;
+    if (isFull || has(SDL_WINDOW_FULLSCREEN_DESKTOP | SDL_WINDOW_MINIMIZED | SDL_WINDOW_HIDDEN)) return;
     place.isMaximised = has(SDL_WINDOW_MAXIMIZED);
     if (place.isMaximised) return;
     WindowPlace now;
@@ -316,6 +341,8 @@ bool Window::isFullScreen() const {
 }
 
 void Window::setFullScreen(bool on) {
+    impl_->fullScreen = on;
+    impl_->looksDiffering = 0;
     SDL_SetWindowFullscreen(impl_->window, on ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0);
 }
 

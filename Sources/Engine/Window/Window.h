@@ -24,6 +24,8 @@ struct WindowHandlers {
     std::function<void()> exposed;               ///< the content of the window was lost
     std::function<void(bool)> focusChanged;      ///< true: the window has the keyboard now
     std::function<void(bool)> minimisedChanged;  ///< true: minimised now
+    /// The desktop has switched full screen on (true) or off, not the program.
+    std::function<void(bool)> fullScreenChanged;
     std::function<void()> closeRequested;
     /// Every raw event of the window system, for other devices (a pointer to SDL's event).
     std::function<void(const void*)> raw;

@@ -91,6 +91,10 @@ struct AppDelegate::Parts final : WindowCommands {
         if (!probePath && place != settings.window()) settings.window = place;
     }
 
+    void rememberFullScreen(bool on) {
+        if (!probePath) settings.fullScreen = on;
+    }
+
     static std::optional<std::uint64_t> seed(const CommandLine& commandLine) {
         const auto text = commandLine.value("--seed");
         return text ? parseUnsigned(*text) : std::nullopt;
@@ -115,6 +119,7 @@ struct AppDelegate::Parts final : WindowCommands {
         };
         handlers.focusChanged = [this](bool) { followFocus(); };
         handlers.minimisedChanged = [this](bool) { followFocus(); };
+        handlers.fullScreenChanged = [this](bool on) { rememberFullScreen(on); };
         handlers.closeRequested = [this] { loop.quit(0); };
         window.setHandlers(std::move(handlers));
     }
@@ -339,7 +344,7 @@ struct AppDelegate::Parts final : WindowCommands {
     void toggleFullScreen() override {
         const bool on = !window.isFullScreen();
         window.setFullScreen(on);
-        if (!probePath) settings.fullScreen = on;
+        rememberFullScreen(on);
     }
     bool isFullScreen() const override { return window.isFullScreen(); }
     void takeScreenshot() override { screenshotWanted = true; }
