@@ -223,6 +223,7 @@ struct AppDelegate::Parts final : WindowCommands {
         if (std::exchange(screenshotWanted, false)) saveScreenshot();
         const double waited = waitForTurn();
         present();
+        leaveSignals.defer();
         game.pictureShown();
         trace.frameShown(loop.now());
         if (probe) probe->framePresented();
@@ -367,7 +368,7 @@ struct AppDelegate::Parts final : WindowCommands {
         return fonts.size() > before;
     }
 
-    LeaveSignals leaveSignals;
+    LeaveSignals leaveSignals;  ///< until the first picture, which may take seconds, there is nothing to save
     std::optional<std::string> probePath;
     UptimeClock clock;
     MainLoop loop{clock};

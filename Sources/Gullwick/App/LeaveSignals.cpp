@@ -1,14 +1,17 @@
 #include "Gullwick/App/LeaveSignals.h"
 
 #include <csignal>
+#include <cstdlib>
 
 namespace gull {
 namespace {
 
 volatile std::sig_atomic_t isReceived = 0;
+volatile std::sig_atomic_t isDeferred = 0;
 constexpr int signals[] = {SIGTERM, SIGINT, SIGHUP};
 
 void note(int) {
+    if (!isDeferred) std::_Exit(0);
     isReceived = 1;
 }
 
@@ -28,11 +31,16 @@ void handleBy(void (*handler)(int), int flags) {
 
 LeaveSignals::LeaveSignals() {
     isReceived = 0;
+    isDeferred = 0;
     handleBy(note, static_cast<int>(SA_RESETHAND));
 }
 
 LeaveSignals::~LeaveSignals() {
     handleBy(SIG_DFL, 0);
+}
+
+void LeaveSignals::defer() {
+    isDeferred = 1;
 }
 
 bool LeaveSignals::received() const {

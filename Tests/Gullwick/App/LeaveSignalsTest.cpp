@@ -7,16 +7,24 @@
 namespace gull {
 namespace {
 
-TEST(LeaveSignalsTest, AreNotedOnceAndASecondOneEndsTheProgram) {
+TEST(LeaveSignalsTest, EndTheProgramUntilThereIsSomethingToSaveAreThenNotedAndEndItTheSecondTime) {
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
-        const LeaveSignals signals;
+        EXPECT_EXIT(
+            {
+                const LeaveSignals early;
+                std::raise(signal);
+            },
+            testing::ExitedWithCode(0), "");
+        LeaveSignals signals;
+        signals.defer();
         EXPECT_FALSE(signals.received());
         std::raise(signal);
         EXPECT_TRUE(signals.received());
     }
     EXPECT_EXIT(
         {
-            const LeaveSignals signals;
+            LeaveSignals signals;
+            signals.defer();
             std::raise(SIGTERM);
             std::raise(SIGTERM);
         },
