@@ -1,6 +1,5 @@
-// Blends a half-resolution picture over the tone-mapped one at full resolution: water, drawn on its own
-// geometry so that its edges and depth are exact, or a change of light, drawn in rectangles. EDGES: water behind
-// what stands before it, over the share of a pixel through which it is seen.
+// Blends the water, computed in coarse pixels, over the tone-mapped picture; drawn on its own geometry so that its edges
+// and depth are exact. EDGES: water behind what stands before it, over the share of a pixel through which it is seen.
 #include "frameValues.glsl"
 
 uniform sampler2D source;
